@@ -1,0 +1,50 @@
+# quillane_layer(NAME [DEPENDS lib...] [PCH header...])
+#
+# One layer of the program: every source of the current folder (not of the folders below it), with the
+# folder itself as include directory. A layer sees the headers of what it names in DEPENDS and of what
+# those see, and no others, so an include that goes up does not compile.
+function(quillane_layer NAME)
+  cmake_parse_arguments(ARG "" "" "DEPENDS;PRIVATE_DEPENDS;PCH" ${ARGN})
+  file(GLOB SOURCES CONFIGURE_DEPENDS *.cpp *.h)
+  if(APPLE)
+    file(GLOB MM CONFIGURE_DEPENDS *.mm)
+    list(APPEND SOURCES ${MM})
+  endif()
+  if(NOT SOURCES)
+    add_library(${NAME} INTERFACE)
+    target_link_libraries(${NAME} INTERFACE ${ARG_DEPENDS})
+    return()
+  endif()
+  add_library(${NAME} STATIC ${SOURCES})
+  set_target_properties(${NAME} PROPERTIES LINKER_LANGUAGE CXX)
+  target_include_directories(${NAME} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(${NAME} PUBLIC ${ARG_DEPENDS} PRIVATE ${ARG_PRIVATE_DEPENDS} quillane_warnings)
+  if(ARG_PCH)
+    target_precompile_headers(${NAME} PRIVATE ${ARG_PCH})
+  endif()
+endfunction()
+
+# quillane_test(NAME [DEPENDS lib...] [MAIN file] [LABELS label...])
+#
+# One test program from every source of the current folder. A new test joins by lying in the folder.
+function(quillane_test NAME)
+  cmake_parse_arguments(ARG "" "MAIN" "DEPENDS;LABELS;PCH;ENVIRONMENT" ${ARGN})
+  file(GLOB SOURCES CONFIGURE_DEPENDS *.cpp *.h)
+  if(NOT SOURCES)
+    return()
+  endif()
+  add_executable(${NAME} ${SOURCES})
+  target_include_directories(${NAME} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(${NAME} PRIVATE ${ARG_DEPENDS} quillane_warnings GTest::gtest GTest::gmock)
+  if(NOT ARG_MAIN)
+    target_link_libraries(${NAME} PRIVATE GTest::gtest_main)
+  endif()
+  target_precompile_headers(${NAME} PRIVATE <gtest/gtest.h> <gmock/gmock.h> <functional> <map> <memory>
+    <optional> <string> <vector> ${ARG_PCH})
+  add_test(NAME ${NAME} COMMAND ${NAME} --gtest_brief=1)
+  set_tests_properties(${NAME} PROPERTIES LABELS "${ARG_LABELS}" TIMEOUT 300 ENVIRONMENT
+    "ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1;UBSAN_OPTIONS=print_stacktrace=1;TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;${ARG_ENVIRONMENT}")
+endfunction()
+
+set(QUILLANE_CORE_PCH <algorithm> <cstdint> <functional> <map> <memory> <optional> <set> <string>
+  <string_view> <unordered_map> <unordered_set> <utility> <variant> <vector>)

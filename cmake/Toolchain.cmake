@@ -1,0 +1,43 @@
+# How everything is compiled: one standard, one set of warnings, one linker, one cache.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+  message(FATAL_ERROR "Quillane is built with clang: GCC 12 miscompiles coroutines. Use a preset, or ./test.")
+endif()
+
+find_program(QUILLANE_CCACHE ccache)
+if(QUILLANE_CCACHE)
+  # The cache is shared between checkouts, so paths below the checkout do not take part in the key.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
+      CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${QUILLANE_CCACHE})
+endif()
+
+add_compile_options(-fno-omit-frame-pointer)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  # A precompiled header that does not carry its time can come from the cache.
+  add_compile_options("SHELL:$<$<COMPILE_LANGUAGE:CXX>:-Xclang -fno-pch-timestamp>")
+  if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+    add_compile_options(-gline-tables-only)
+  endif()
+endif()
+if(NOT APPLE)
+  add_link_options(-fuse-ld=lld)
+endif()
+if(QUILLANE_LIBCXX)
+  add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-stdlib=libc++>)
+  add_link_options(-stdlib=libc++)
+endif()
+if(QUILLANE_SANITIZE)
+  add_compile_options(-fsanitize=${QUILLANE_SANITIZE} -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${QUILLANE_SANITIZE})
+endif()
+
+# Warnings apply to what we wrote and are errors.
+add_library(quillane_warnings INTERFACE)
+target_compile_options(quillane_warnings INTERFACE
+  -Werror -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wimplicit-fallthrough -Wextra-semi)

@@ -1,0 +1,33 @@
+#pragma once
+#include "Calendar.h"
+#include "Date.h"
+#include "TaskRunner.h"
+#include <chrono>
+#include <cstdint>
+
+namespace quillane {
+
+using Duration = std::chrono::nanoseconds;
+// A reading of the continuous clock, which goes on while the machine sleeps. Its zero means nothing.
+using Instant = std::chrono::time_point<std::chrono::steady_clock, Duration>;
+
+// Time. Everything that waits or prints a date asks here, so that tests own the time.
+class Clock {
+  public:
+    using TimerId = std::uint64_t;
+
+    virtual ~Clock() = default;
+    // The wall clock. Any thread.
+    virtual Date now() const = 0;
+    // The user's calendar. Any thread.
+    virtual const Calendar& calendar() const = 0;
+    // The continuous clock. Any thread.
+    virtual Instant instant() const = 0;
+    // Runs `job` once on the main thread when `when` has come; at a later turn when it is already past.
+    // Main thread only.
+    virtual TimerId callAt(Instant when, Job job) = 0;
+    // Takes a timer back; an id that is unknown or has fired is ignored. Main thread only.
+    virtual void cancel(TimerId timer) = 0;
+};
+
+} // namespace quillane

@@ -1,0 +1,100 @@
+#pragma once
+#include "Bytes.h"
+#include "Date.h"
+#include "FileURL.h"
+#include "FunctionRef.h"
+#include "Result.h"
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillane {
+
+// What an entry is, by lstat: a symbolic link is a link, whatever it points to.
+enum class EntryType { regular, directory, symbolicLink, other };
+
+struct DirectoryEntry {
+    std::string name; // bytes, one path component
+    EntryType type = EntryType::other;
+    friend bool operator==(const DirectoryEntry&, const DirectoryEntry&) = default;
+};
+
+// Properties of one path, links not followed.
+struct ResourceValues {
+    EntryType type = EntryType::other;
+    // Logical length; of a link, the length of its text.
+    Bytes fileSize = 0;
+    // Allocated on disk, with metadata where the system keeps it; absent for everything but regular files.
+    std::optional<Bytes> totalAllocated;
+    // Allocated on disk, data alone; absent for everything but regular files.
+    std::optional<Bytes> allocated;
+    Date contentModified;
+    // Together the identity of a file on this machine: two names with the same pair are one file.
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    friend bool operator==(const ResourceValues&, const ResourceValues&) = default;
+};
+
+// One step of a walk. Lives only during the visitor's call: names are views into the walk's buffer.
+struct WalkEntry {
+    std::string_view name;
+    EntryType type = EntryType::other;
+    int level = 1; // the children of the root are level 1
+    // Allocated bytes of a regular file when the walk measures; otherwise 0.
+    Bytes allocated = 0;
+};
+
+enum class WalkAnswer {
+    proceed,   // go on; a folder is entered next
+    skipBelow, // go on, but do not enter this folder
+    stop       // end the walk
+};
+
+struct WalkOptions {
+    // Read the allocated size of each regular file. Costs one call of the system for each.
+    bool measures = false;
+};
+
+// Files and folders. Paths are bytes. Nothing here follows a link in the last component unless it says so,
+// and nothing opens a file's content but read(). All calls block and may come from any thread.
+class FileSystem {
+  public:
+    using Visitor = FunctionRef<WalkAnswer(const WalkEntry&)>;
+
+    virtual ~FileSystem() = default;
+
+    // The home folder of the current user.
+    virtual FileURL home() const = 0;
+
+    // Whether something is there, links followed: false for a dangling link and for what can't be reached.
+    virtual bool exists(const FileURL& url) const = 0;
+
+    // The direct entries of a folder, in no promised order, without "." and "..", without AppleDouble names
+    // ("._x"); hidden entries are listed, links are listed and not followed. A link to a folder is followed
+    // when it is `folder` itself.
+    virtual Result<std::vector<DirectoryEntry>> list(const FileURL& folder) const = 0;
+
+    virtual Result<ResourceValues> resourceValues(const FileURL& url) const = 0;
+
+    // Walks everything below `root`, folders before their content; the root itself is not told. Links are
+    // told and never entered; a root that is a link, a file or missing yields nothing. Folders that can't be
+    // read are skipped and the walk goes on. Mount points are crossed. Memory does not grow with the number
+    // of files. Fails only when the root can't be opened as a folder.
+    virtual Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const = 0;
+
+    // Up to `limit` bytes from the start of a file, links followed. Fails for a folder and for what is
+    // neither a regular file nor a link to one, without blocking on it.
+    virtual Result<std::string> read(const FileURL& url, std::size_t limit) const = 0;
+
+    // The path with every link resolved when all of it exists; otherwise the path as it stands.
+    virtual FileURL resolvingSymlinks(const FileURL& url) const = 0;
+
+    // The platform's standard form of a path: repeated slashes, "." and ".." removed as text (where ".." is
+    // present and the whole path exists, links are resolved first). Links stay otherwise.
+    virtual FileURL standardized(const FileURL& url) const = 0;
+};
+
+} // namespace quillane

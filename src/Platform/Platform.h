@@ -1,0 +1,23 @@
+#pragma once
+
+namespace quillane {
+
+class Clock;
+class CommandRunner;
+class FileSystem;
+class Metadata;
+class TaskRunner;
+class Workspace;
+
+// The ports of the program, bundled. Passed by const reference; there is no global. Whoever builds it owns
+// the adapters and keeps them alive for as long as anything holds the bundle.
+struct Platform {
+    FileSystem& files;
+    CommandRunner& commands;
+    Metadata& metadata;
+    Clock& clock;
+    TaskRunner& tasks;
+    Workspace& workspace;
+};
+
+} // namespace quillane

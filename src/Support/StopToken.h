@@ -1,0 +1,60 @@
+#pragma once
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+namespace quillane {
+
+// A request to stop, after std::stop_token, which Apple's standard library does not have.
+// Asking is cooperative: work that should stop looks at its token now and then.
+class StopToken {
+  public:
+    // A token that is never asked to stop.
+    StopToken() = default;
+
+    // Any thread.
+    bool stopRequested() const { return m_state && m_state->requested.load(std::memory_order_acquire); }
+
+  private:
+    friend class StopSource;
+    friend class StopCallback;
+    struct State {
+        std::atomic<bool> requested = false;
+        std::mutex mutex; // guards the list
+        std::vector<std::pair<const void*, std::function<void()>>> callbacks;
+    };
+    explicit StopToken(std::shared_ptr<State> state) : m_state(std::move(state)) {}
+    std::shared_ptr<State> m_state;
+};
+
+class StopSource {
+  public:
+    StopSource() : m_state(std::make_shared<StopToken::State>()) {}
+
+    StopToken token() const { return StopToken(m_state); }
+    bool stopRequested() const { return m_state->requested.load(std::memory_order_acquire); }
+    // Runs the callbacks in the order of their making, on this thread, the first time; does nothing again.
+    // A callback must not make or destroy callbacks of the same source, other than itself.
+    void requestStop() const;
+
+  private:
+    std::shared_ptr<StopToken::State> m_state;
+};
+
+// Calls `function` once when stop is requested, or at once when it already was. Destroying it takes the
+// function back. Made, destroyed and triggered on one thread (the main thread).
+class StopCallback {
+  public:
+    StopCallback(const StopToken& token, std::function<void()> function);
+    ~StopCallback();
+    StopCallback(const StopCallback&) = delete;
+    StopCallback& operator=(const StopCallback&) = delete;
+
+  private:
+    std::shared_ptr<StopToken::State> m_state;
+};
+
+} // namespace quillane
