@@ -1,0 +1,44 @@
+#pragma once
+#include "Date.h"
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace quillane {
+
+// The user's settings: typed values under keys, kept across launches. Values are read with the platform's
+// coercions. Main thread only.
+class Defaults {
+  public:
+    using Data = std::vector<std::uint8_t>;
+    using Value = std::variant<bool, std::int64_t, double, std::string, Date, Data, std::vector<std::string>>;
+    using SubscriptionId = std::uint64_t;
+
+    virtual ~Defaults() = default;
+
+    // The stored value, else the registered one; nothing when there is neither.
+    virtual std::optional<Value> value(std::string_view key) const = 0;
+    // Stores durably before it returns. A failure to write keeps the value in memory and is silent.
+    virtual void set(std::string_view key, Value value) = 0;
+    // Takes the stored value away; a registered one shows again.
+    virtual void remove(std::string_view key) = 0;
+    // Values for keys that are not stored. In memory only; later calls win key by key.
+    virtual void registerDefaults(const std::map<std::string, Value>& values) = 0;
+    // Calls back on the main thread after the value of a key has changed.
+    virtual SubscriptionId subscribe(std::function<void(const std::string& key)> changed) = 0;
+    virtual void unsubscribe(SubscriptionId id) = 0;
+
+    // Reads with the platform's coercions, all from value().
+    bool boolean(std::string_view key) const;         // false when it is none
+    std::int64_t integer(std::string_view key) const; // 0 when it is none
+    std::optional<std::vector<std::string>> stringArray(std::string_view key) const;
+    std::optional<Data> data(std::string_view key) const;
+    std::optional<Date> date(std::string_view key) const; // only a stored date
+};
+
+} // namespace quillane
