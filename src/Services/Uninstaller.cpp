@@ -1,0 +1,87 @@
+#include "Uninstaller.h"
+#include "FileSystem.h"
+#include "FootprintCalculator.h"
+#include "RunningApplications.h"
+#include "Sleep.h"
+#include "Trash.h"
+
+namespace quillane::Uninstaller {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int kQuitPolls = 30;
+constexpr Duration kQuitPollInterval = 100ms;
+
+Bytes sizeOf(const Platform& platform, const FileURL& url, const std::unordered_map<FileURL, Bytes>& sizes) {
+    const auto known = sizes.find(url);
+    return known != sizes.end() ? known->second : FootprintCalculator::size(platform, url);
+}
+
+// Nothing when the item is back in its place.
+std::optional<Failure> putBackOne(const Platform& platform, const TrashMove& move) {
+    if (!platform.files.exists(move.to)) {
+        return Failure{move.from, "No longer in the Trash.", false};
+    }
+    if (platform.files.exists(move.from)) {
+        return Failure{move.from, "Something else now exists at the original location.", false};
+    }
+    const auto parent = move.from.deletingLastPathComponent();
+    if (const auto created = platform.files.createDirectories(parent); !created) {
+        return Failure::fromError(move.from, created.error());
+    }
+    if (const auto moved = platform.trash.moveOut(move.to, move.from); !moved) {
+        return Failure::fromError(move.from, moved.error());
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+Report moveToTrash(const Platform& platform, const std::vector<FileURL>& urls,
+                   const std::unordered_map<FileURL, Bytes>& sizes) {
+    Report report;
+    for (const auto& url : urls) {
+        const Bytes bytes = sizeOf(platform, url, sizes); // afterwards the path no longer exists
+        const auto landed = platform.trash.moveToTrash(url);
+        if (!landed) {
+            report.failures.push_back(Failure::fromError(url, landed.error()));
+            continue;
+        }
+        report.trashed.push_back(url);
+        report.reclaimedBytes = checkedSum(report.reclaimedBytes, bytes);
+        if (*landed) {
+            report.moves.push_back({url, **landed});
+        }
+    }
+    return report;
+}
+
+Report putBack(const Platform& platform, const std::vector<TrashMove>& moves) {
+    Report report;
+    for (const auto& move : moves) {
+        if (auto failure = putBackOne(platform, move)) {
+            report.failures.push_back(std::move(*failure));
+        } else {
+            report.trashed.push_back(move.from);
+        }
+    }
+    return report;
+}
+
+Task<bool> quitIfRunning(const Platform& platform, std::optional<std::string> bundleIdentifier) {
+    auto& running = platform.runningApplications;
+    if (!bundleIdentifier || !running.isRunning(*bundleIdentifier)) {
+        co_return true;
+    }
+    running.terminate(*bundleIdentifier);
+    for (int poll = 0; poll < kQuitPolls; ++poll) {
+        co_await Sleep(platform, kQuitPollInterval, StopToken());
+        if (!running.isRunning(*bundleIdentifier)) {
+            co_return true;
+        }
+    }
+    co_return false;
+}
+
+} // namespace quillane::Uninstaller
