@@ -1,0 +1,113 @@
+// What must never be touched, and what the system does not let us see.
+#include "AppLibrary.h"
+#include "Clock.h"
+#include "CommandRunner.h"
+#include "Defaults.h"
+#include "DefaultsKeys.h"
+#include "Detached.h"
+#include "RunningApplications.h"
+#include "Sleep.h"
+#include "TrashSweeper.h"
+#include "Workspace.h"
+#include <vector>
+
+namespace quillane {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Duration kFirstInterval = 3s; // to catch a user who has just gone to the settings
+constexpr Duration kLaterInterval = 30s;
+constexpr Duration kFirstIntervalLasts = 60s;
+constexpr Duration kGrantedShows = 8s;
+
+} // namespace
+
+void AppLibrary::setProtected(const FileURL& url, bool isProtected) {
+    auto paths = *protectedPaths;
+    if (isProtected) {
+        paths.insert(url.path());
+    } else {
+        paths.erase(url.path());
+    }
+    protectedPaths = paths;
+    m_platform.defaults.set(DefaultsKeys::kProtectedPaths,
+                            std::vector<std::string>(paths.begin(), paths.end()));
+}
+
+Task<> AppLibrary::measureTrash(int generation) {
+    const Platform platform = m_platform;
+    const auto state = co_await detached(platform.tasks, Priority::utility,
+                                         [platform] { return TrashSweeper::measure(platform); });
+    if (generation != m_scanGeneration) {
+        co_return; // a newer scan owns the state
+    }
+    trashState = state;
+    if (state.needsFullDiskAccess) {
+        watchForAccess();
+    }
+}
+
+void AppLibrary::watchForAccess() {
+    if (accessWatch->has_value()) {
+        return;
+    }
+    accessWatch = m_tasks.start([this](StopToken stop) { return accessWatchLoop(std::move(stop)); });
+}
+
+Task<> AppLibrary::accessWatchLoop(StopToken stop) {
+    Duration interval = kFirstInterval;
+    Duration elapsed = 0s;
+    while (!stop.stopRequested() && trashState->needsFullDiskAccess) {
+        co_await Sleep(m_platform, interval, stop);
+        co_await reprobeAccess();
+        elapsed += interval;
+        if (elapsed > kFirstIntervalLasts) {
+            interval = kLaterInterval;
+        }
+    }
+    accessWatch = std::optional<TaskHandle>();
+}
+
+Task<> AppLibrary::reprobeAccess() {
+    if (!trashState->needsFullDiskAccess || isScanning()) {
+        co_return; // a running scan makes its own measure
+    }
+    const Platform platform = m_platform;
+    const auto state = co_await detached(platform.tasks, Priority::utility,
+                                         [platform] { return TrashSweeper::measure(platform); });
+    if (state.needsFullDiskAccess) {
+        co_return;
+    }
+    trashState = state;
+    accessJustGranted = true;
+    if (const auto watch = *accessWatch) {
+        watch->cancel();
+        accessWatch = std::optional<TaskHandle>();
+    }
+    refresh(ScanReason::automatic);
+    m_tasks.start([this](StopToken stop) -> Task<> {
+        co_await Sleep(m_platform, kGrantedShows, stop);
+        accessJustGranted = false;
+    });
+}
+
+void AppLibrary::appBecameActive() {
+    m_tasks.start([this](StopToken) { return reprobeAccess(); });
+}
+
+void AppLibrary::quit(const Platform& platform, const std::optional<std::string>& bundleIdentifier) {
+    if (bundleIdentifier) {
+        platform.runningApplications.terminate(*bundleIdentifier);
+    }
+}
+
+void AppLibrary::relaunch(const Platform& platform) {
+    platform.workspace.relaunch();
+}
+
+void AppLibrary::openFullDiskAccessSettings(const Platform& platform) {
+    platform.workspace.openFullDiskAccessSettings();
+}
+
+} // namespace quillane

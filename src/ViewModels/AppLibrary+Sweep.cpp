@@ -1,0 +1,170 @@
+// Runs a confirmed list to its end, keeps the lists true, records what can be undone, and undoes it.
+#include "AppLibrary.h"
+#include "Clock.h"
+#include "Defaults.h"
+#include "DefaultsKeys.h"
+#include "Detached.h"
+#include "StoredRecords.h"
+#include "TrashSweeper.h"
+#include "Uninstaller.h"
+#include <algorithm>
+#include <array>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+namespace quillane {
+namespace {
+
+// The order of work. The Trash is emptied before all of these, so that what they move stays recoverable.
+constexpr std::array kMoveOrder = {SweepCategory::caches, SweepCategory::developer, SweepCategory::orphans,
+                                   SweepCategory::apps,   SweepCategory::files,     SweepCategory::startup};
+
+void append(std::vector<Uninstaller::Failure>& all, const std::vector<Uninstaller::Failure>& more) {
+    all.insert(all.end(), more.begin(), more.end());
+}
+
+// Assigns only what changed: a list that loses nothing tells nobody.
+template <class Record, class URLOf>
+void eraseGone(Published<std::vector<Record>>& list, const std::unordered_set<FileURL>& gone, URLOf urlOf) {
+    const auto isGone = [&](const Record& record) { return gone.contains(urlOf(record)); };
+    if (std::ranges::any_of(*list, isGone)) {
+        list.modify([&](std::vector<Record>& records) { std::erase_if(records, isGone); });
+    }
+}
+
+} // namespace
+
+Task<SweepReport> AppLibrary::runSweep(std::vector<SweepEntry> entries, std::string label) {
+    SweepReport report;
+    std::vector<TrashMove> moves;
+    isSweeping = true;
+    sweepProcessed = 0;
+    sweepTotal = static_cast<int>(entries.size());
+    sweepReclaimedSoFar = Bytes{0};
+
+    co_await emptyTrashIfAsked(entries, report);
+    co_await quitWhatGoes(entries);
+    for (const auto category : kMoveOrder) {
+        for (const auto& entry : entries) {
+            if (entry.category == category) {
+                co_await moveOne(entry, report, moves);
+            }
+        }
+    }
+    if (!moves.empty()) {
+        const auto emptied = report.bytesByCategory.find(SweepCategory::trash);
+        const Bytes permanent = emptied == report.bytesByCategory.end() ? 0 : emptied->second;
+        record(UndoableOperation{std::move(label), m_platform.clock.now(), std::move(moves),
+                                 report.totalBytes() - permanent});
+    }
+    co_await measureTrash(m_scanGeneration);
+    isSweeping = false;
+    sweepStatus = std::optional<std::string>();
+    co_return report;
+}
+
+Task<> AppLibrary::emptyTrashIfAsked(const std::vector<SweepEntry>& entries, SweepReport& report) {
+    if (std::ranges::none_of(entries,
+                             [](const SweepEntry& e) { return e.category == SweepCategory::trash; })) {
+        co_return;
+    }
+    sweepStatus = std::optional<std::string>("Emptying the Trash");
+    const Platform platform = m_platform;
+    const auto emptied = co_await detached(platform.tasks, Priority::userInitiated,
+                                           [platform] { return TrashSweeper::empty(platform); });
+    report.bytesByCategory[SweepCategory::trash] = emptied.reclaimedBytes;
+    report.itemsDeleted = static_cast<int>(emptied.trashed.size());
+    append(report.failures, emptied.failures);
+    sweepProcessed = *sweepProcessed + 1;
+    sweepReclaimedSoFar = checkedSum(*sweepReclaimedSoFar, emptied.reclaimedBytes);
+}
+
+Task<> AppLibrary::quitWhatGoes(const std::vector<SweepEntry>& entries) {
+    for (const auto& entry : entries) {
+        if (entry.category != SweepCategory::apps || entry.url.pathExtension() != "app") {
+            continue;
+        }
+        const auto app = appWithID(entry.url);
+        if (!app) {
+            continue;
+        }
+        sweepStatus = std::optional<std::string>("Quitting " + app->name);
+        co_await Uninstaller::quitIfRunning(m_platform, app->bundleIdentifier);
+    }
+}
+
+Task<> AppLibrary::moveOne(const SweepEntry& entry, SweepReport& report, std::vector<TrashMove>& moves) {
+    if (isProtected(entry.url)) {
+        co_return; // protected while the sheet stood open: neither counted nor reported
+    }
+    sweepStatus = std::optional<std::string>(entry.title);
+    const Platform platform = m_platform;
+    const auto moved = co_await detached(platform.tasks, Priority::userInitiated,
+                                         [platform, url = entry.url, bytes = entry.bytes] {
+                                             return Uninstaller::moveToTrash(platform, {url}, {{url, bytes}});
+                                         });
+    auto& bytesOfCategory = report.bytesByCategory[entry.category];
+    bytesOfCategory = checkedSum(bytesOfCategory, moved.reclaimedBytes);
+    report.itemsMovedToTrash += static_cast<int>(moved.trashed.size());
+    append(report.failures, moved.failures);
+    moves.insert(moves.end(), moved.moves.begin(), moved.moves.end());
+    forget(moved.trashed);
+    noteInaccessible(moved.failures);
+    sweepProcessed = *sweepProcessed + 1;
+    sweepReclaimedSoFar = checkedSum(*sweepReclaimedSoFar, moved.reclaimedBytes);
+}
+
+void AppLibrary::noteInaccessible(const std::vector<Uninstaller::Failure>& failures) {
+    for (const auto& failure : failures) {
+        if (failure.isAccessDenied && !inaccessible->contains(failure.url)) {
+            inaccessible.modify([&](auto& urls) { urls.insert(failure.url); });
+        }
+    }
+}
+
+void AppLibrary::forget(const std::vector<FileURL>& urls) {
+    if (urls.empty()) {
+        return;
+    }
+    const std::unordered_set<FileURL> gone(urls.begin(), urls.end());
+    const auto isGone = [&](const LeftoverItem& item) { return gone.contains(item.url); };
+    const auto losesLeftover = [&](const InstalledApp& app) {
+        return std::ranges::any_of(app.leftovers, isGone);
+    };
+    if (std::ranges::any_of(*apps, losesLeftover)) {
+        apps.modify([&](std::vector<InstalledApp>& list) {
+            for (auto& app : list) {
+                std::erase_if(app.leftovers, isGone);
+            }
+        });
+    }
+    eraseGone(apps, gone, [](const InstalledApp& app) -> const FileURL& { return app.url; });
+}
+
+void AppLibrary::record(std::optional<UndoableOperation> operation) {
+    lastOperation = operation;
+    const auto data = operation ? StoredRecords::encode(*operation) : std::nullopt;
+    if (data) {
+        m_platform.defaults.set(DefaultsKeys::kLastOperation, *data);
+    } else {
+        m_platform.defaults.remove(DefaultsKeys::kLastOperation);
+    }
+}
+
+Task<Uninstaller::Report> AppLibrary::undoLastOperation() {
+    const auto operation = *lastOperation;
+    if (!operation) {
+        co_return Uninstaller::Report{};
+    }
+    const Platform platform = m_platform;
+    auto report =
+        co_await detached(platform.tasks, Priority::userInitiated, [platform, moves = operation->moves] {
+            return Uninstaller::putBack(platform, moves);
+        });
+    record(std::nullopt); // an operation can be tried once
+    refresh(ScanReason::user);
+    co_return report;
+}
+
+} // namespace quillane
