@@ -1,0 +1,16 @@
+#pragma once
+#include <optional>
+#include <string>
+#include <string_view>
+
+// The record that the freedesktop.org Trash keeps beside each item: where it came from and when it went.
+namespace quillane::TrashInfo {
+
+// The text of a record. The path is bytes and is percent-encoded; the time is the machine's local time as
+// "2026-11-21T08:30:00".
+std::string text(std::string_view originalPath, std::string_view localTime);
+
+// The path of a record; nothing when the text is no record.
+std::optional<std::string> originalPath(std::string_view text);
+
+} // namespace quillane::TrashInfo

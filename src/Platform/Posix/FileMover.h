@@ -1,0 +1,15 @@
+#pragma once
+#include "Result.h"
+#include <string>
+
+// The only source that renames. Works on open folders, never follows a link in the last component, and never
+// copies: what can't be renamed stays where it is.
+namespace quillane::FileMover {
+
+// Moves an entry to a name that must be free. The error for a taken name is "file exists".
+Result<> move(int fromFolder, const std::string& fromName, int toFolder, const std::string& toName);
+
+// Puts a file of our own making in the place of an older one, in one step, within one folder.
+Result<> replace(int folder, const std::string& temporaryName, const std::string& name);
+
+} // namespace quillane::FileMover

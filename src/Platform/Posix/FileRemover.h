@@ -1,0 +1,16 @@
+#pragma once
+#include "Result.h"
+#include <string>
+
+// The only source that deletes. Called for what lies in the Trash, for records of the Trash, and for
+// temporary files of our own.
+namespace quillane::FileRemover {
+
+// Deletes one file or link.
+Result<> removeFile(int folder, const std::string& name);
+
+// Deletes an entry with all it holds, on open folders: links are deleted and never followed, whoever swaps
+// what under us. Stops at the first failure; what went before stays deleted.
+Result<> removeTree(int folder, const std::string& name);
+
+} // namespace quillane::FileRemover
