@@ -1,0 +1,29 @@
+#pragma once
+#include "RootFolder.h"
+#include "Trash.h"
+#include <string>
+
+namespace quillane {
+
+// A Trash that is one plain folder of the volume, ".Trash" of the home folder, without records. What the
+// sample Mac has.
+class FolderTrash final : public Trash {
+  public:
+    // The folder is made at the first move when it does not exist.
+    FolderTrash(const std::string& hostRoot, FileURL home);
+
+    std::optional<FileURL> location() const override;
+    Result<std::vector<FileURL>> items() const override;
+    Result<std::optional<FileURL>> moveToTrash(const FileURL& url) override;
+    Result<> moveOut(const FileURL& inTrash, const FileURL& original) override;
+    Result<> deleteItem(const FileURL& inTrash) override;
+
+  private:
+    Result<Descriptor> openForMoving();
+
+    RootFolder m_root;
+    FileURL m_home;
+    FileURL m_folder;
+};
+
+} // namespace quillane
