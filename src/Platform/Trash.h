@@ -25,7 +25,7 @@ class Trash {
     virtual Result<std::optional<FileURL>> moveToTrash(const FileURL& url) = 0;
 
     // Moves what the Trash holds at `inTrash` to `original`, whose parent must exist; never overwrites. Leaves
-    // no record of the item in the Trash.
+    // no record of the item in the Trash. Refuses what does not lie directly in a Trash.
     virtual Result<> moveOut(const FileURL& inTrash, const FileURL& original) = 0;
 
     // Deletes one top-level item of location() with all it holds, links as links. Refuses anything else.

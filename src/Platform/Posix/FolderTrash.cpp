@@ -82,7 +82,10 @@ Result<std::optional<FileURL>> FolderTrash::moveToTrash(const FileURL& url) {
 }
 
 Result<> FolderTrash::moveOut(const FileURL& inTrash, const FileURL& original) {
-    const auto trash = m_root.openParent(inTrash);
+    if (!TrashFolder::holdsDirectly(m_folder, inTrash)) {
+        return PosixError::writing(EINVAL); // records that were tampered with move nothing else
+    }
+    const auto trash = m_root.open(m_folder.path(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW);
     const auto parent = trash ? m_root.openParent(original) : Descriptor();
     if (!parent) {
         return PosixError::writing(errno);
