@@ -80,6 +80,17 @@ std::string topOfVolume(std::string path) {
     return path;
 }
 
+// The status of a path or, where it is missing, of the nearest folder above it.
+bool statNearest(std::string path, struct stat& status) {
+    while (::stat(path.c_str(), &status) != 0) {
+        if (path == "/") {
+            return false;
+        }
+        path = parentOf(path);
+    }
+    return true;
+}
+
 std::string localTime(Date now) {
     const auto seconds = static_cast<std::time_t>(now.secondsSince1970());
     std::tm local = {};
@@ -231,13 +242,16 @@ Result<std::optional<FileURL>> FreedesktopTrash::moveToTrash(const FileURL& url)
                              AT_SYMLINK_NOFOLLOW) != 0) {
         return PosixError::writing(errno);
     }
-    if (const auto home = homeBin()) {
-        struct stat files = {};
-        if (::fstat(home->files.get(), &files) == 0 && sameVolume(item, files)) {
-            auto moved = moveInto(*home, parent.get(), url);
-            if (moved || moved.error().underlying != EXDEV) { // one device may still be several volumes
-                return moved;
-            }
+    if (const auto home = homeBin(); !home) {
+        // A home Trash that can't be used is no reason to look for another on its own volume.
+        struct stat data = {};
+        if (statNearest(m_places.dataHome, data) && sameVolume(item, data)) {
+            return home.error();
+        }
+    } else if (struct stat files = {}; ::fstat(home->files.get(), &files) == 0 && sameVolume(item, files)) {
+        auto moved = moveInto(*home, parent.get(), url);
+        if (moved || moved.error().underlying != EXDEV) { // one device may still be several volumes
+            return moved;
         }
     }
     const auto volume = volumeBin(url, parent.get());

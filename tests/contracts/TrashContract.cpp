@@ -1,0 +1,315 @@
+// What every Trash keeps, over the plain Trash of a sample volume and the Trash of Linux desktops.
+#include "FolderTrash.h"
+#include "FreedesktopTrash.h"
+#include "TrashInfo.h"
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <unistd.h>
+
+namespace quillane {
+namespace {
+
+namespace fs = std::filesystem;
+
+class FixedClock final : public Clock {
+  public:
+    Date now() const override { return Date::fromUnix(1763712000); }
+    const Calendar& calendar() const override { return m_calendar; }
+    Instant instant() const override { return {}; }
+    TimerId callAt(Instant, Job) override { return 0; }
+    void cancel(TimerId) override {}
+
+  private:
+    Calendar m_calendar{"GMT"};
+};
+
+// A folder of the machine that holds a home with files, and a Trash over it.
+struct World {
+    World() {
+        std::string pattern = (fs::temp_directory_path() / "quillane-trash-XXXXXX").string();
+        root = fs::path(::mkdtemp(pattern.data()));
+        fs::create_directories(root / "home");
+    }
+    ~World() { fs::remove_all(root); }
+    World(const World&) = delete;
+    World& operator=(const World&) = delete;
+
+    void write(const std::string& below, const std::string& text) const {
+        fs::create_directories((root / below).parent_path());
+        std::ofstream(root / below) << text;
+    }
+
+    fs::path root;
+    FixedClock clock;
+};
+
+struct PlainTrash {
+    static std::unique_ptr<Trash> make(const World& world) {
+        return std::make_unique<FolderTrash>(world.root.string(), FileURL("/home"));
+    }
+    // The location, as the Trash knows it, of a file of the world.
+    static FileURL url(const World&, const std::string& below) { return FileURL("/" + below); }
+    static fs::path host(const World& world, const FileURL& url) {
+        return fs::path(world.root.string() + url.path());
+    }
+    static fs::path folder(const World& world) { return world.root / "home/.Trash"; }
+};
+
+struct DesktopTrash {
+    static std::unique_ptr<Trash> make(const World& world) {
+        return std::make_unique<FreedesktopTrash>(
+            FreedesktopTrash::Places{(world.root / "home/.local/share").string(), ::getuid()}, world.clock);
+    }
+    static FileURL url(const World& world, const std::string& below) {
+        return FileURL((world.root / below).string());
+    }
+    static fs::path host(const World&, const FileURL& url) { return {url.path()}; }
+    static fs::path folder(const World& world) { return world.root / "home/.local/share/Trash/files"; }
+};
+
+template <class Kind>
+class TrashContract : public testing::Test {
+  protected:
+    FileURL url(const std::string& below) const { return Kind::url(world, below); }
+    fs::path host(const FileURL& url) const { return Kind::host(world, url); }
+    // Moves and expects it to have worked.
+    FileURL trashed(const std::string& below) {
+        auto landed = trash->moveToTrash(url(below));
+        EXPECT_TRUE(landed.ok()) << below;
+        EXPECT_TRUE(landed.ok() && landed->has_value());
+        return landed.ok() && landed->has_value() ? **landed : FileURL("/nowhere");
+    }
+    std::string content(const fs::path& path) const {
+        std::ifstream stream(path);
+        std::stringstream text;
+        text << stream.rdbuf();
+        return text.str();
+    }
+
+    World world;
+    std::unique_ptr<Trash> trash = Kind::make(world);
+};
+
+using Kinds = testing::Types<PlainTrash, DesktopTrash>;
+TYPED_TEST_SUITE(TrashContract, Kinds);
+
+TYPED_TEST(TrashContract, BeforeTheFirstMoveThereIsNoTrashAndItListsEmpty) {
+    EXPECT_FALSE(this->trash->location());
+    const auto items = this->trash->items();
+    ASSERT_TRUE(items.ok());
+    EXPECT_TRUE(items->empty());
+}
+
+TYPED_TEST(TrashContract, AMovedFileIsWholeInTheTrashAndGoneFromItsPlace) {
+    this->world.write("home/a file.txt", "content");
+    const auto landed = this->trashed("home/a file.txt");
+    EXPECT_EQ(this->content(this->host(landed)), "content");
+    EXPECT_FALSE(fs::exists(this->world.root / "home/a file.txt"));
+    EXPECT_EQ(this->host(landed).parent_path(), TypeParam::folder(this->world));
+    EXPECT_EQ(*this->trash->items(), std::vector{landed});
+}
+
+TYPED_TEST(TrashContract, ANameThatIsTakenGetsACounterBeforeItsExtension) {
+    for (const char* expected : {"Foo.app", "Foo 2.app", "Foo 3.app"}) {
+        this->world.write("home/Foo.app/x", expected);
+        const auto landed = this->trashed("home/Foo.app");
+        EXPECT_EQ(landed.lastPathComponent(), expected);
+        EXPECT_EQ(this->content(this->host(landed) / "x"), expected);
+    }
+}
+
+TYPED_TEST(TrashContract, ANameOf255BytesMovesTwice) {
+    const std::string name(255, 'n');
+    for (int i = 0; i < 2; ++i) {
+        this->world.write("home/" + name, std::to_string(i));
+        EXPECT_EQ(this->content(this->host(this->trashed("home/" + name))), std::to_string(i));
+    }
+}
+
+TYPED_TEST(TrashContract, AnOddNameComesThroughByteForByte) {
+    for (const std::string name :
+         {"new\nline", "\xff\xfe bad", "100% %41", "-rf", ".hidden", "é", "[Trash Info]"}) {
+        this->world.write("home/" + name, name);
+        const auto landed = this->trashed("home/" + name);
+        EXPECT_EQ(landed.lastPathComponent(), name);
+        ASSERT_TRUE(this->trash->moveOut(landed, this->url("home/" + name)).ok());
+        EXPECT_EQ(this->content(this->world.root / "home" / name), name);
+    }
+}
+
+TYPED_TEST(TrashContract, ALinkIsMovedAsALinkAndItsTargetStays) {
+    this->world.write("home/target/file", "kept");
+    fs::create_symlink(this->world.root / "home/target", this->world.root / "home/link");
+    const auto landed = this->trashed("home/link");
+    EXPECT_TRUE(fs::is_symlink(this->host(landed)));
+    EXPECT_EQ(this->content(this->world.root / "home/target/file"), "kept");
+}
+
+TYPED_TEST(TrashContract, ADanglingLinkMovesAndComesBack) {
+    fs::create_symlink("nowhere", this->world.root / "home/dangling");
+    const auto landed = this->trashed("home/dangling");
+    ASSERT_TRUE(this->trash->moveOut(landed, this->url("home/dangling")).ok());
+    EXPECT_EQ(fs::read_symlink(this->world.root / "home/dangling"), "nowhere");
+}
+
+TYPED_TEST(TrashContract, AMissingFileFailsAndLeavesNothingInTheTrash) {
+    const auto landed = this->trash->moveToTrash(this->url("home/missing"));
+    ASSERT_FALSE(landed.ok());
+    EXPECT_EQ(landed.error().code, ErrorCode::kNoSuchFileWriting);
+    EXPECT_TRUE(this->trash->items()->empty());
+}
+
+TYPED_TEST(TrashContract, AFileTrashedTwiceFailsTheSecondTime) {
+    this->world.write("home/a", "1");
+    this->trashed("home/a");
+    EXPECT_FALSE(this->trash->moveToTrash(this->url("home/a")).ok());
+    EXPECT_EQ(this->trash->items()->size(), 1U);
+}
+
+TYPED_TEST(TrashContract, WhatIsPutBackNeverOverwritesWhatIsThere) {
+    this->world.write("home/a", "old");
+    const auto landed = this->trashed("home/a");
+    this->world.write("home/a", "new");
+    const auto back = this->trash->moveOut(landed, this->url("home/a"));
+    ASSERT_FALSE(back.ok());
+    EXPECT_EQ(back.error().code, ErrorCode::kWriteFileExists);
+    EXPECT_EQ(this->content(this->world.root / "home/a"), "new");
+    EXPECT_EQ(this->content(this->host(landed)), "old");
+}
+
+TYPED_TEST(TrashContract, ItNeverOverwritesADanglingLinkEither) {
+    this->world.write("home/a", "old");
+    const auto landed = this->trashed("home/a");
+    fs::create_symlink("nowhere", this->world.root / "home/a");
+    EXPECT_FALSE(this->trash->moveOut(landed, this->url("home/a")).ok());
+    EXPECT_TRUE(fs::is_symlink(this->world.root / "home/a"));
+}
+
+TYPED_TEST(TrashContract, OnlyWhatLiesDirectlyInTheTrashIsMovedOutOfIt) {
+    this->world.write("home/a", "1");
+    this->world.write("home/secret", "2");
+    this->trashed("home/a");
+    EXPECT_FALSE(this->trash->moveOut(this->url("home/secret"), this->url("home/stolen")).ok());
+    EXPECT_FALSE(fs::exists(this->world.root / "home/stolen"));
+}
+
+TYPED_TEST(TrashContract, HiddenItemsAreListedAndDeleted) {
+    this->world.write("home/.DS_Store", "x");
+    const auto landed = this->trashed("home/.DS_Store");
+    ASSERT_EQ(this->trash->items()->size(), 1U);
+    EXPECT_TRUE(this->trash->deleteItem(landed).ok());
+    EXPECT_TRUE(this->trash->items()->empty());
+}
+
+TYPED_TEST(TrashContract, DeletingAFolderDeletesAllItHoldsAndFollowsNoLink) {
+    this->world.write("home/kept/file", "kept");
+    this->world.write("home/f/deep/er/file", "x");
+    this->world.write("home/f/.hidden", "x");
+    fs::create_directory_symlink(this->world.root / "home/kept", this->world.root / "home/f/deep/link");
+    const auto landed = this->trashed("home/f");
+    ASSERT_TRUE(this->trash->deleteItem(landed).ok());
+    EXPECT_FALSE(fs::exists(this->host(landed)));
+    EXPECT_EQ(this->content(this->world.root / "home/kept/file"), "kept");
+}
+
+TYPED_TEST(TrashContract, NothingOutsideTheTrashIsEverDeleted) {
+    this->world.write("home/a", "1");
+    this->world.write("home/kept", "2");
+    const auto landed = this->trashed("home/a");
+    const auto folder = landed.deletingLastPathComponent();
+    for (const auto& outside : {this->url("home/kept"), this->url("home"), folder, folder.appending(".."),
+                                folder.appending("../kept"), folder.appending("."), FileURL("/")}) {
+        EXPECT_FALSE(this->trash->deleteItem(outside).ok()) << outside.path();
+    }
+    EXPECT_TRUE(fs::exists(this->world.root / "home/kept"));
+    EXPECT_TRUE(fs::exists(this->host(landed)));
+}
+
+TYPED_TEST(TrashContract, ATrashThatIsALinkElsewhereIsRefused) {
+    this->world.write("home/a", "1");
+    this->world.write("elsewhere/precious", "2");
+    fs::create_directories(TypeParam::folder(this->world).parent_path());
+    fs::create_directory_symlink(this->world.root / "elsewhere", TypeParam::folder(this->world));
+    EXPECT_FALSE(this->trash->items().ok());
+    EXPECT_FALSE(this->trash->moveToTrash(this->url("home/a")).ok());
+    EXPECT_FALSE(this->trash->deleteItem(*this->trash->location()).ok());
+    EXPECT_TRUE(fs::exists(this->world.root / "elsewhere/precious"));
+    EXPECT_TRUE(fs::exists(this->world.root / "home/a"));
+}
+
+TYPED_TEST(TrashContract, AFolderCannotBeTrashedIntoItself) {
+    this->world.write("home/a", "1");
+    this->trashed("home/a");
+    EXPECT_FALSE(this->trash->moveToTrash(this->url("home")).ok());
+    EXPECT_TRUE(fs::exists(this->world.root / "home"));
+}
+
+// ---- what only the Trash of desktops has
+
+struct FreedesktopTrashRecords : testing::Test {
+    World world;
+    std::unique_ptr<Trash> trash = DesktopTrash::make(world);
+    fs::path info = world.root / "home/.local/share/Trash/info";
+    std::size_t records() const {
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(info), fs::directory_iterator()));
+    }
+};
+
+TEST_F(FreedesktopTrashRecords, EachItemHasARecordOfItsOriginAndTime) {
+    world.write("home/a b%.txt", "x");
+    ASSERT_TRUE(trash->moveToTrash(DesktopTrash::url(world, "home/a b%.txt")).ok());
+    std::ifstream stream(info / "a b%.txt.trashinfo");
+    std::stringstream text;
+    text << stream.rdbuf();
+    EXPECT_EQ(TrashInfo::originalPath(text.str()), (world.root / "home/a b%.txt").string());
+    EXPECT_NE(text.str().find("a%20b%25.txt\nDeletionDate=2025-11-2"), std::string::npos) << text.str();
+    EXPECT_TRUE(text.str().starts_with("[Trash Info]\nPath="));
+}
+
+TEST_F(FreedesktopTrashRecords, ARecordIsWithdrawnWhenTheMoveFails) {
+    world.write("home/a", "x");
+    ASSERT_TRUE(trash->moveToTrash(DesktopTrash::url(world, "home/a")).ok());
+    EXPECT_FALSE(trash->moveToTrash(DesktopTrash::url(world, "home")).ok()); // can't go into itself
+    EXPECT_EQ(records(), 1U);
+}
+
+TEST_F(FreedesktopTrashRecords, WhatIsPutBackOrDeletedLeavesNoRecord) {
+    world.write("home/a", "x");
+    world.write("home/b", "x");
+    const auto a = trash->moveToTrash(DesktopTrash::url(world, "home/a"));
+    const auto b = trash->moveToTrash(DesktopTrash::url(world, "home/b"));
+    ASSERT_TRUE(a.ok() && b.ok());
+    EXPECT_EQ(records(), 2U);
+    ASSERT_TRUE(trash->moveOut(**a, DesktopTrash::url(world, "home/a")).ok());
+    EXPECT_EQ(records(), 1U);
+    ASSERT_TRUE(trash->deleteItem(**b).ok());
+    EXPECT_EQ(records(), 0U);
+}
+
+TEST_F(FreedesktopTrashRecords, ANameWhoseRecordIsTakenByAStrayIsNotUsed) {
+    fs::create_directories(info);
+    std::ofstream(info / "a.trashinfo") << "stray";
+    world.write("home/a", "x");
+    const auto landed = trash->moveToTrash(DesktopTrash::url(world, "home/a"));
+    ASSERT_TRUE(landed.ok());
+    EXPECT_EQ((*landed)->lastPathComponent(), "a 2");
+}
+
+TEST(TrashInfo, ARecordReadsBackWhateverBytesThePathHolds) {
+    std::string path = "/";
+    for (int byte = 1; byte < 256; ++byte) {
+        path += static_cast<char>(byte);
+    }
+    const auto text = TrashInfo::text(path, "2026-11-21T08:30:00");
+    EXPECT_EQ(TrashInfo::originalPath(text), path);
+    EXPECT_EQ(TrashInfo::originalPath("[Trash Info]\nDeletionDate=2026\n"), std::nullopt);
+    EXPECT_EQ(TrashInfo::originalPath("Path=/a\n"), std::nullopt);
+    EXPECT_EQ(TrashInfo::originalPath(""), std::nullopt);
+}
+
+} // namespace
+} // namespace quillane
