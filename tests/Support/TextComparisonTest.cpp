@@ -76,6 +76,8 @@ TEST(LocalizedStandardCompare, NumbersOfOneValueAreOrderedByTheirLengthBeforeCas
 // By ASCII's digits alone these would go round in a circle.
 TEST(LocalizedStandardCompare, DigitsOfEveryWidthKeepTheOrderStraight) {
     expectAscending({"\uFF11x", "1X", "01x"});
+    expectAscending({"1x", "\uFF11X", "01x"});
+    expectAscending({"\uFF11 2", "1 02"});
 }
 
 TEST(LocalizedStandardCompare, OnlyIdenticalTextsAreEqual) {
@@ -201,6 +203,15 @@ TEST(LocalizedCaseInsensitiveContains, AMatchBeginsAtAWholeCharacter) {
     EXPECT_FALSE(Text::localizedCaseInsensitiveContains("\U0001F468\u200D\U0001F469", "\U0001F469"));
     EXPECT_FALSE(Text::localizedCaseInsensitiveContains("a\r\nb", "\nb"));
     EXPECT_TRUE(Text::localizedCaseInsensitiveContains("a\nb", "\nB"));
+}
+
+TEST(LocalizedCaseInsensitiveContains, AMatchEndsBeforeNothingThatBelongsToItsCharacter) {
+    const std::string heart = "\u2764";
+    EXPECT_FALSE(
+        Text::localizedCaseInsensitiveContains(heart + "\uFE0F", heart)); // told to be shown as emoji
+    EXPECT_TRUE(Text::localizedCaseInsensitiveContains(heart + "\uFE0F", heart + "\uFE0F"));
+    EXPECT_FALSE(Text::localizedCaseInsensitiveContains("\u0915\u0941", "\u0915")); // a vowel sign follows
+    EXPECT_FALSE(Text::localizedCaseInsensitiveContains("x\u0301y", "x"));
 }
 
 TEST(LocalizedCaseInsensitiveContains, ALaterMatchCountsWhenTheFirstIsNoWholeOne) {
