@@ -4,9 +4,12 @@ namespace quillane {
 
 class Clock;
 class CommandRunner;
+class Defaults;
 class FileSystem;
 class Metadata;
+class RunningApplications;
 class TaskRunner;
+class Trash;
 class Workspace;
 
 // The ports of the program, bundled. Passed by const reference; there is no global. Whoever builds it owns
@@ -18,6 +21,9 @@ struct Platform {
     Clock& clock;
     TaskRunner& tasks;
     Workspace& workspace;
+    Trash& trash;
+    RunningApplications& runningApplications;
+    Defaults& defaults;
 };
 
 } // namespace quillane

@@ -26,6 +26,10 @@ class Workspace {
     virtual void open(const FileURL& url) = 0;
     // Shows the items selected in the file manager. Returns at once; failures are silent.
     virtual void reveal(const std::vector<FileURL>& urls) = 0;
+    // Shows the system's settings page for Full Disk Access, where there is one. Returns at once.
+    virtual void openFullDiskAccessSettings() = 0;
+    // Starts a second instance of this program and ends this one.
+    virtual void relaunch() = 0;
 };
 
 } // namespace quillane

@@ -9,8 +9,8 @@ State measure(const Platform& platform) {
     if (!items) {
         return State::refused();
     }
-    const Bytes bytes = sumOfBytes(
-        *items, [&](const FileURL& item) { return FootprintCalculator::size(platform, item); });
+    const Bytes bytes =
+        sumOfBytes(*items, [&](const FileURL& item) { return FootprintCalculator::size(platform, item); });
     return State::measured(bytes, static_cast<int>(items->size()));
 }
 

@@ -18,12 +18,17 @@ Bytes sizeOf(const Platform& platform, const FileURL& url, const std::unordered_
     return known != sizes.end() ? known->second : FootprintCalculator::size(platform, url);
 }
 
+// Links count as they stand: a link that leads nowhere is there, is put back and is never overwritten.
+bool isThere(const Platform& platform, const FileURL& url) {
+    return platform.files.resourceValues(url).ok();
+}
+
 // Nothing when the item is back in its place.
 std::optional<Failure> putBackOne(const Platform& platform, const TrashMove& move) {
-    if (!platform.files.exists(move.to)) {
+    if (!isThere(platform, move.to)) {
         return Failure{move.from, "No longer in the Trash.", false};
     }
-    if (platform.files.exists(move.from)) {
+    if (isThere(platform, move.from)) {
         return Failure{move.from, "Something else now exists at the original location.", false};
     }
     const auto parent = move.from.deletingLastPathComponent();

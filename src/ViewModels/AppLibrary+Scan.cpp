@@ -43,12 +43,18 @@ Task<> AppLibrary::scan(ScanReason reason, int generation, StopToken stop) {
         co_return;
     }
 
+    co_await measureTrash(generation);
+    if (isStale(generation)) {
+        co_return;
+    }
+
     phase = Phase{Phase::Kind::ready};
     pruneIcons();
     serveParkedRefresh();
 }
 
 void AppLibrary::publishUnmeasured(std::vector<InstalledApp> found) {
+    inaccessible = std::unordered_set<FileURL>();
     std::vector<std::string> names;
     names.reserve(found.size());
     for (const auto& app : found) {

@@ -1,15 +1,22 @@
 #pragma once
 #include "AppFilter.h"
+#include "BulkRemoval.h"
 #include "FunctionRef.h"
 #include "InstalledApp.h"
 #include "Platform.h"
 #include "Published.h"
 #include "StopToken.h"
+#include "SweepCategory.h"
+#include "SweepReport.h"
 #include "Task.h"
 #include "TaskScope.h"
+#include "TrashState.h"
+#include "UndoableOperation.h"
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace quillane {
@@ -30,15 +37,32 @@ class AppLibrary {
     // Who asked for a scan. Sets the priority of the whole scan.
     enum class ScanReason { user, automatic };
 
-    // The platform's ports must outlive the library.
+    // Reads what survived the last launch from the defaults and scans nothing. The platform's ports must outlive
+    // the library.
     explicit AppLibrary(const Platform& platform);
     AppLibrary(const AppLibrary&) = delete;
     AppLibrary& operator=(const AppLibrary&) = delete;
 
-    Published<std::vector<InstalledApp>> apps; // all applications, sorted by name
+    Published<std::vector<InstalledApp>> apps;        // all applications, sorted by name
+    Published<bool> accessJustGranted{false};         // for 8 seconds after access was found granted
+    Published<std::optional<TaskHandle>> accessWatch; // polls while the Trash can't be read
+    Published<TrashSweeper::State> trashState;
     Published<Phase> phase;
     Published<std::string> searchText; // the one search of all sections; UTF-8
     Published<AppFilter> filter{AppFilter::thirdParty};
+    // The categories ticked on the Overview; not kept across launches.
+    Published<std::set<SweepCategory>> sweepSelection{
+        {SweepCategory::caches, SweepCategory::developer, SweepCategory::orphans}};
+    Published<bool> isSweeping{false};
+    Published<std::optional<std::string>> sweepStatus; // what is being done now; absent outside a sweep
+    Published<int> sweepProcessed{0};                  // rows finished
+    Published<int> sweepTotal{0};                      // rows received
+    Published<Bytes> sweepReclaimedSoFar{0};
+    // Paths that failed for lack of access since the last scan.
+    Published<std::unordered_set<FileURL>> inaccessible;
+    // What must never be touched, by the exact text of its path.
+    Published<std::set<std::string>> protectedPaths;
+    Published<std::optional<UndoableOperation>> lastOperation; // the one sweep that can be put back
 
     // Starts a scan, or parks the request while one runs: a user's request outranks an automatic one.
     // Returns at once.
@@ -51,7 +75,48 @@ class AppLibrary {
     // The first application at this location; nothing for no id or an unknown one.
     std::optional<InstalledApp> appWithID(const std::optional<FileURL>& id) const;
 
+    // What a cache cleanup of this application would remove: nothing when the application is protected, else
+    // its regenerable leftovers less those that are protected or out of reach.
+    std::vector<LeftoverItem> reclaimableCache(const InstalledApp& app) const;
+    Bytes reclaimableCacheBytes(const InstalledApp& app) const;
+
+    // The rows that a sweep of the category would take: only what is safe without asking. Computed afresh.
+    std::vector<SweepEntry> plan(SweepCategory category) const;
+    // The plans of all ticked categories.
+    std::vector<SweepEntry> fullPlan() const;
+    // The figure beside a category: exactly what a sweep of it would take.
+    Bytes bytes(SweepCategory category) const;
+    // What the category's row counts: applications, locations, groups or items of the Trash.
+    int itemCount(SweepCategory category) const;
+    Bytes selectedSweepBytes() const;
+
+    // Requests that answer a user's explicit choice. System applications and what is protected are left out.
+    BulkRemoval removalForApps(const std::vector<InstalledApp>& selected) const;
+    BulkRemoval removalForCache(const InstalledApp& app) const;
+
+    // Runs a confirmed list to its end: the Trash first, then applications are asked to quit, then the rows
+    // move one at a time, each checked against protection right before. Never stops at a failure and can't be
+    // cancelled. The screens see to it that one sweep runs at a time.
+    Task<SweepReport> runSweep(std::vector<SweepEntry> entries, std::string label);
+    // Takes the last operation's items back, forgets the operation whatever the outcome, and starts a scan.
+    // With no operation, an empty report and nothing else.
+    Task<Uninstaller::Report> undoLastOperation();
+
+    bool isProtected(const FileURL& url) const;
+    // Takes effect at once and is stored at once.
+    void setProtected(const FileURL& url, bool isProtected);
+    // One look whether the Trash can be read by now; only while it can't and no scan runs.
+    Task<> reprobeAccess();
+    // The application came to the front: the user may have been in the system's settings.
+    void appBecameActive();
+
+    static void quit(const Platform& platform, const std::optional<std::string>& bundleIdentifier);
+    static void relaunch(const Platform& platform);
+    static void openFullDiskAccessSettings(const Platform& platform);
+
     const Platform& platform() const { return m_platform; }
+    // Where screens start the operations above: tasks end with the library.
+    TaskScope& tasks() { return m_tasks; }
 
   private:
     friend struct AppLibraryTesting; // lets tests make a running scan stale
@@ -80,6 +145,24 @@ class AppLibrary {
     Task<> measureAll(int generation, ScanReason reason, StopToken stop);
     // Writes into the application at its place, unless something else stands there by now.
     void publish(Measurement measured, const IndexByURL& indexByURL);
+
+    // Measures the Trash; a result that a newer scan has overtaken is dropped.
+    Task<> measureTrash(int generation);
+    void watchForAccess();
+    Task<> accessWatchLoop(StopToken stop);
+
+    std::vector<SweepEntry> cachePlan() const;
+    std::vector<SweepEntry> trashPlan() const;
+
+    // The steps of a sweep. The references are to the sweep's own frame.
+    Task<> emptyTrashIfAsked(const std::vector<SweepEntry>& entries, SweepReport& report);
+    Task<> quitWhatGoes(const std::vector<SweepEntry>& entries);
+    Task<> moveOne(const SweepEntry& entry, SweepReport& report, std::vector<TrashMove>& moves);
+    void noteInaccessible(const std::vector<Uninstaller::Failure>& failures);
+    // Makes the lists forget what has gone; one pass over each list, whatever the number of paths.
+    void forget(const std::vector<FileURL>& urls);
+    // Stores the operation, or takes the stored one away.
+    void record(std::optional<UndoableOperation> operation);
 
     // The applications that visibleApps() gives, in order, without copying them.
     void forEachVisibleApp(FunctionRef<void(const InstalledApp&)> visit) const;

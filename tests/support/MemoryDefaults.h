@@ -1,0 +1,55 @@
+#pragma once
+#include "Defaults.h"
+#include <utility>
+
+namespace quillane {
+
+// Settings that live as long as the test.
+class MemoryDefaults final : public Defaults {
+  public:
+    std::optional<Value> value(std::string_view key) const override {
+        for (const auto* values : {&m_stored, &m_registered}) {
+            if (const auto found = values->find(key); found != values->end()) {
+                return found->second;
+            }
+        }
+        return std::nullopt;
+    }
+    void set(std::string_view key, Value value) override {
+        m_stored.insert_or_assign(std::string(key), std::move(value));
+        tell(std::string(key));
+    }
+    void remove(std::string_view key) override {
+        m_stored.erase(std::string(key));
+        tell(std::string(key));
+    }
+    void registerDefaults(const std::map<std::string, Value>& values) override {
+        for (const auto& [key, value] : values) {
+            m_registered.insert_or_assign(key, value);
+        }
+    }
+    SubscriptionId subscribe(std::function<void(const std::string& key)> changed) override {
+        m_subscribers.emplace(++m_lastSubscription, std::move(changed));
+        return m_lastSubscription;
+    }
+    void unsubscribe(SubscriptionId id) override { m_subscribers.erase(id); }
+    // Whether a value is stored under this key, registered ones aside.
+    bool isStored(std::string_view key) const { return m_stored.contains(key); }
+
+  private:
+    void tell(const std::string& key) {
+        const auto subscribers = m_subscribers; // one may leave or join meanwhile
+        for (const auto& [id, changed] : subscribers) {
+            if (m_subscribers.contains(id)) {
+                changed(key);
+            }
+        }
+    }
+
+    std::map<std::string, Value, std::less<>> m_stored;
+    std::map<std::string, Value, std::less<>> m_registered;
+    std::map<SubscriptionId, std::function<void(const std::string&)>> m_subscribers;
+    SubscriptionId m_lastSubscription = 0;
+};
+
+} // namespace quillane
