@@ -98,11 +98,11 @@ bool MetadataQuery::fulfils(const Comparison& comparison, MetadataItem& item) {
 
 bool MetadataQuery::isEqual(const Comparison& comparison, const MetadataValue& value) {
     const auto& pattern = comparison.value.text;
-    if (const auto* const members = std::get_if<std::vector<std::string_view>>(&value)) {
+    if (const auto* const members = std::get_if<std::span<const std::string_view>>(&value)) {
         return std::ranges::any_of(*members,
                                    [&](std::string_view member) { return pattern.matches(member); });
     }
-    const auto* const text = std::get_if<std::string>(&value);
+    const auto* const text = std::get_if<std::string_view>(&value);
     if (text == nullptr) {
         return false;
     }

@@ -3,7 +3,7 @@
 #include "Date.h"
 #include "TextPattern.h"
 #include <optional>
-#include <string>
+#include <span>
 #include <string_view>
 #include <variant>
 #include <vector>
@@ -26,8 +26,10 @@ enum class MetadataAttribute {
 
 MetadataAttribute metadataAttributeNamed(std::string_view name);
 
-// The value of an attribute: absent, a text, several texts, a number of bytes, a point in time.
-using MetadataValue = std::variant<std::monostate, std::string, std::vector<std::string_view>, Bytes, Date>;
+// The value of an attribute: absent, a text, several texts, a number of bytes, a point in time. The texts live
+// as long as the item that they were asked of.
+using MetadataValue =
+    std::variant<std::monostate, std::string_view, std::span<const std::string_view>, Bytes, Date>;
 
 // One thing that a query is asked about. Values are asked for only when the query depends on them.
 class MetadataItem {

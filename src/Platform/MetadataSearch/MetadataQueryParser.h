@@ -1,5 +1,8 @@
 #pragma once
 #include "MetadataQuery.h"
+#include <optional>
+#include <string>
+#include <string_view>
 
 namespace quillane {
 

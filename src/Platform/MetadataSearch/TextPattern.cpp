@@ -63,6 +63,7 @@ TextPattern::TextPattern(std::string_view written, Modifiers modifiers)
         }
     }
     endLiteral();
+    m_isAscii = std::ranges::all_of(m_points, [](char32_t point) { return point < 0x80; });
 }
 
 bool TextPattern::matchesEverything() const {
@@ -74,11 +75,26 @@ bool TextPattern::matches(std::string_view text) const {
     if (m_modifiers.wordwise) {
         return matchesWords(text);
     }
+    if (const auto answer = matchesAscii(text)) {
+        return *answer;
+    }
     const auto points = Text::folded(text, m_modifiers.folding);
     if (!m_hasWildcards) {
         return points == m_points;
     }
     return fitAt(0, m_points, points, [&](std::size_t end) { return end == points.size(); }) == Fit::yes;
+}
+
+// Most names and all identifiers are ASCII and are compared with a plain word: no need to lay out code points.
+std::optional<bool> TextPattern::matchesAscii(std::string_view text) const {
+    if (!m_isAscii ||
+        std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) >= 0x80; })) {
+        return std::nullopt;
+    }
+    const bool ignoresCase = m_modifiers.folding.caseInsensitive;
+    return std::ranges::equal(text, m_points, [&](char c, char32_t point) {
+        return static_cast<char32_t>(ignoresCase && c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c) == point;
+    });
 }
 
 bool TextPattern::occursIn(std::string_view text) const {

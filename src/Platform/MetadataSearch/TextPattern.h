@@ -1,5 +1,6 @@
 #pragma once
 #include "TextFolding.h"
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -28,11 +29,13 @@ class TextPattern {
     bool hasWildcards() const { return m_hasWildcards; }
 
   private:
+    std::optional<bool> matchesAscii(std::string_view text) const;
     bool matchesWords(std::string_view text) const;
 
     Modifiers m_modifiers;
     std::u32string m_points; // folded; wildcards are values beyond all code points
     bool m_hasWildcards = false;
+    bool m_isAscii = false;
 };
 
 } // namespace quillane
