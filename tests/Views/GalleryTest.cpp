@@ -1,5 +1,6 @@
 #include "Gallery.h"
 #include "Look.h"
+#include "PushButton.h"
 #include "SidebarView.h"
 #include "TableView.h"
 #include <QDir>
@@ -50,6 +51,10 @@ TEST_F(Gallery, TheComponentsMakeASectionInLightAndInDark) {
     window->findChild<SidebarView*>()->setFocus(Qt::TabFocusReason);
     QCoreApplication::processEvents();
     keep(*window, "section");
+    window->resize(1120, 600);
+    window->findChild<PushButton*>()->setFocus(Qt::TabFocusReason);
+    QCoreApplication::processEvents();
+    keep(*window, "section-small");
     EXPECT_EQ(window->findChild<SidebarView*>()->currentRow(), 1);
 }
 
