@@ -431,6 +431,8 @@ int QuillaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const Q
         return 1;
     case SH_FocusFrame_AboveWidget:
         return 1;
+    case SH_FocusFrame_Mask:
+        return 0; // it would cut square corners out of the round ring
     case SH_ItemView_ActivateItemOnSingleClick:
         return 0;
     case SH_EtchDisabledText:
