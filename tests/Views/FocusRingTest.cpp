@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -19,6 +20,7 @@ class FocusRingTest : public ::testing::Test {
         row->addWidget(&m_first);
         row->addWidget(&m_second);
         row->addWidget(&m_box);
+        row->addWidget(&m_field);
         m_window.show();
         m_window.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
@@ -32,6 +34,7 @@ class FocusRingTest : public ::testing::Test {
     PushButton m_first{"Cancel"};
     PushButton m_second{"Review"};
     QCheckBox m_box{"Include"};
+    QLineEdit m_field;
 };
 
 TEST_F(FocusRingTest, AClickShowsNoRing) {
@@ -69,6 +72,12 @@ TEST_F(FocusRingTest, TheNextClickTakesTheRingAway) {
 TEST_F(FocusRingTest, AShortcutThatMovesTheFocusCountsAsKeyboard) {
     m_second.setFocus(Qt::ShortcutFocusReason);
     EXPECT_EQ(ring()->target(), &m_second);
+}
+
+TEST_F(FocusRingTest, ATextFieldWearsTheRingAfterAClickToo) {
+    QTest::mouseClick(&m_field, Qt::LeftButton);
+    ASSERT_TRUE(m_field.hasFocus());
+    EXPECT_EQ(ring()->target(), &m_field);
 }
 
 TEST_F(FocusRingTest, TheRingGoesWithItsControl) {
