@@ -1,9 +1,12 @@
 #pragma once
 #include "AppLibrary.h"
 #include "AppLibraryTesting.h"
+#include "FakeRunningApplications.h"
 #include "FakeWorkspace.h"
+#include "FolderTrash.h"
 #include "IconCache.h"
 #include "ManualClock.h"
+#include "MemoryDefaults.h"
 #include "Metadata.h"
 #include "PosixFileSystem.h"
 #include "ScriptedCommandRunner.h"
@@ -132,7 +135,11 @@ class LibraryTest : public testing::Test {
     FakeWorkspace workspace;
     StepTaskRunner runner;
     ManualClock clock{runner};
-    const Platform platform{files, commands, metadata, clock, runner, workspace};
+    FolderTrash trash{disk.path(), FileURL("/Users/alex")};
+    FakeRunningApplications running;
+    MemoryDefaults defaults;
+    const Platform platform{files,     commands, metadata, clock,   runner,
+                            workspace, trash,    running,  defaults};
     std::unique_ptr<AppLibrary> library = std::make_unique<AppLibrary>(platform);
 };
 
