@@ -1,0 +1,15 @@
+#pragma once
+#include "DiskFolder.h"
+
+namespace quillane {
+
+// A new empty folder that a test fills and that goes with all it holds when the test ends.
+class TemporaryFolder : public DiskFolder {
+  public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+};
+
+} // namespace quillane
