@@ -3,11 +3,12 @@
 // figures, or when a stretch is longer than a frame.
 #include "AppLibrary.h"
 #include "ContinuousClock.h"
+#include "FakeMetadata.h"
 #include "FakeWorkspace.h"
 #include "IconCache.h"
 #include "MainQueue.h"
-#include "Metadata.h"
 #include "PosixFileSystem.h"
+#include "SampleMac.h"
 #include "ScriptedCommandRunner.h"
 #include "TemporaryFolder.h"
 #include "ThreadTaskRunner.h"
@@ -26,15 +27,8 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 using SteadyClock = std::chrono::steady_clock;
 
 constexpr int kApps = 300;
-constexpr int kFilesPerApp = 20;
-constexpr int kCaches = 600;
 constexpr int kRounds = 5;
 constexpr Milliseconds kFrame{16};
-
-class EmptyMetadata final : public Metadata {
-  public:
-    std::optional<Date> lastUsed(const FileURL&) const override { return std::nullopt; }
-};
 
 // Times every job of the main thread.
 class TimedRunner final : public TaskRunner {
@@ -94,23 +88,6 @@ class Milestones final : public Observer {
     const AppLibrary& m_library;
 };
 
-void layApplications(TemporaryFolder& disk) {
-    for (int i = 0; i < kApps; ++i) {
-        const auto app = fmt::format("Applications/Application {}.app", i);
-        const auto identifier = fmt::format("com.example.application{}", i);
-        disk.file(app + "/Contents/Info.plist",
-                  R"(<?xml version="1.0" encoding="UTF-8"?><plist version="1.0"><dict>)"
-                  "<key>CFBundleIdentifier</key><string>" +
-                      identifier + "</string></dict></plist>");
-        for (int file = 0; file < kFilesPerApp; ++file) {
-            disk.allocated(fmt::format("{}/Contents/Resources/{}", app, file), 16 * 1024);
-        }
-    }
-    for (int i = 0; i < kCaches; ++i) {
-        disk.allocated(fmt::format("Users/alex/Library/Caches/com.example.application{}/data", i), 4096);
-    }
-}
-
 // One scan of a library that has just been made. True when it kept its promises.
 bool scanOnce(const Platform& platform, MainQueue& queue, TimedRunner& runner,
               AppLibrary::ScanReason reason) {
@@ -138,10 +115,10 @@ bool scanOnce(const Platform& platform, MainQueue& queue, TimedRunner& runner,
 
 int run() {
     TemporaryFolder disk;
-    layApplications(disk);
-    PosixFileSystem files(disk.path(), FileURL("/Users/alex"));
+    SampleMac::manyApplications(kApps).build(disk.path());
+    PosixFileSystem files(disk.path(), FileURL(std::string(SampleMac::kHome)));
     ScriptedCommandRunner commands; // no metadata search: the fixed folders alone
-    EmptyMetadata metadata;
+    FakeMetadata metadata;
     FakeWorkspace workspace;
     MainQueue queue;
     ContinuousClock clock(queue);
