@@ -2,6 +2,7 @@
 #include "AppLibrary.h"
 #include "AppLibraryTesting.h"
 #include "FakeRunningApplications.h"
+#include "FakeMetadata.h"
 #include "FakeWorkspace.h"
 #include "FolderTrash.h"
 #include "IconCache.h"
@@ -20,12 +21,6 @@
 #include <vector>
 
 namespace quillane {
-
-// An index that knows nothing: dates come from the files.
-class EmptyMetadata final : public Metadata {
-  public:
-    std::optional<Date> lastUsed(const FileURL&) const override { return std::nullopt; }
-};
 
 // Keeps every phase that is published.
 class PhaseLog final : public Observer {
@@ -131,7 +126,7 @@ class LibraryTest : public testing::Test {
     TemporaryFolder disk;
     PosixFileSystem files{disk.path(), FileURL("/Users/alex")};
     ScriptedCommandRunner commands; // nothing can be started
-    EmptyMetadata metadata;
+    FakeMetadata metadata;          // an empty table: dates come from the files
     FakeWorkspace workspace;
     StepTaskRunner runner;
     ManualClock clock{runner};
