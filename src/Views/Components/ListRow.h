@@ -21,7 +21,7 @@ class ListRow : public QWidget {
 
     QString title() const;
     QString subtitle() const;
-    QString size() const;
+    QString sizeText() const;
     // Adds a control behind the size.
     void addTrailing(QWidget* widget);
 

@@ -32,7 +32,8 @@ class PushButton : public QPushButton {
     // Shows the symbol alone, with the label as tooltip and accessible name. Only with a symbol.
     void setCompact(bool compact);
     bool isCompact() const { return m_compact; }
-    // The width with and without label, whatever is shown now.
+    static constexpr int kCompactWidth = 30;
+    // The width with the label, whether it is shown now or not.
     int fullWidth() const;
 
     QSize sizeHint() const override;

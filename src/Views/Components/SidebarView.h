@@ -22,6 +22,11 @@ class SidebarView : public QListWidget {
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+
+  protected:
+    // One section is always selected: neither a click beside the items nor one with Ctrl takes it away.
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event) const override;
 };
 
 } // namespace quillane

@@ -15,6 +15,8 @@ class Stat : public QWidget {
     QString label() const;
     QString value() const;
     void setValue(const QString& value);
+    void setLabel(const QString& label);
+    void setEmphasized(bool emphasized);
     bool isEmphasized() const;
 
   private:

@@ -17,12 +17,18 @@ class TableDelegate : public QStyledItemDelegate {
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 
-    // Whether the cell's text does not fit into `width` pixels of cell.
-    bool isElided(const QModelIndex& index, int width) const;
-
-    struct Layout; // where the parts of a cell lie
+    // Where the parts of a cell lie; those that it lacks are empty.
+    struct Layout {
+        QRectF picture, symbol, text, trailing;
+        QString shown; // the text as it fits
+        bool elided = false;
+    };
+    Layout layout(const QRect& cell, const QModelIndex& index) const;
 
   private:
+    void paintText(QPainter& painter, const Layout& layout, const QModelIndex& index, const QColor& color,
+                   bool onSelection) const;
+
     TableView* m_view;
 };
 

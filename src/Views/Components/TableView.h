@@ -50,14 +50,13 @@ class TableView : public QTreeView {
     void resizeEvent(QResizeEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-    void updateGeometries() override;
 
   private:
     void layOutColumns();
     void updateEmptyState();
     void sectionDragged(int column, int newWidth);
+    void drawBar(QPainter& painter, const QRect& row, const QModelIndex& index, bool selected) const;
+    bool isTyping() const;
 
     HeaderView* m_header;
     TableDelegate* m_delegate;
