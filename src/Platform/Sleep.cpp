@@ -4,8 +4,11 @@
 namespace quillane {
 
 Sleep::Sleep(const Platform& platform, Duration duration, StopToken stop)
-    : m_tasks(platform.tasks)
-    , m_clock(platform.clock)
+    : Sleep(platform.tasks, platform.clock, duration, std::move(stop)) {}
+
+Sleep::Sleep(TaskRunner& tasks, Clock& clock, Duration duration, StopToken stop)
+    : m_tasks(tasks)
+    , m_clock(clock)
     , m_duration(duration)
     , m_stop(std::move(stop))
     , m_state(std::make_shared<State>()) {}

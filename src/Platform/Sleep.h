@@ -17,6 +17,7 @@ namespace quillane {
 class [[nodiscard]] Sleep {
   public:
     Sleep(const Platform& platform, Duration duration, StopToken stop);
+    Sleep(TaskRunner& tasks, Clock& clock, Duration duration, StopToken stop);
     Sleep(const Sleep&) = delete; // stays where co_await finds it
     Sleep& operator=(const Sleep&) = delete;
     ~Sleep();

@@ -15,6 +15,9 @@ namespace quillane {
 class ManualClock final : public Clock {
   public:
     explicit ManualClock(StepTaskRunner& runner, const std::string& timeZone = "GMT");
+    ~ManualClock() override { m_timers->clear(); }
+    ManualClock(const ManualClock&) = delete;
+    ManualClock& operator=(const ManualClock&) = delete;
 
     Date now() const override { return m_now; }
     const Calendar& calendar() const override { return m_calendar; }
