@@ -64,11 +64,11 @@ std::vector<InstalledApp> sorted(std::vector<InstalledApp> apps, const std::vect
 
     std::vector<std::size_t> places(apps.size());
     std::iota(places.begin(), places.end(), std::size_t{0});
-    std::ranges::stable_sort(places, [&](std::size_t a, std::size_t b) {
+    std::ranges::sort(places, [&](std::size_t a, std::size_t b) {
         for (const auto& [ranks, isReverse] : steps)
             if (ranks[a] != ranks[b])
                 return (ranks[a] < ranks[b]) != isReverse;
-        return false;
+        return a < b;
     });
 
     std::vector<InstalledApp> result;

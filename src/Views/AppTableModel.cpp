@@ -12,7 +12,7 @@ namespace {
 
 const QString kStoreHelp = QStringLiteral("Installed from the Mac App Store");
 
-AppRow rowOf(const InstalledApp& app) {
+AppRow appRow(const InstalledApp& app) {
     return {app.url,          app.name,     app.isMacAppStore, app.isMeasured,
             app.totalBytes(), app.lastUsed, app.architecture,  app.version};
 }
@@ -31,7 +31,7 @@ void AppTableModel::setApps(const std::vector<InstalledApp>& apps) {
     std::vector<AppRow> next;
     next.reserve(apps.size());
     for (const auto& app : apps)
-        next.push_back(rowOf(app));
+        next.push_back(appRow(app));
     update(std::move(next));
 }
 

@@ -17,7 +17,7 @@ void BulkSummary::show(const QString& title, const Rows& rows, const std::option
     content.note = note;
     for (const auto& [label, bytes] : rows)
         content.rows.push_back({label, bytes, std::nullopt});
-    setContent(std::move(content));
+    setContent(content);
 }
 
 Bytes BulkSummary::total(const Rows& rows) {

@@ -30,7 +30,7 @@ void MultiSelectionSummary::show(const std::vector<InstalledApp>& apps) {
         content.stats.push_back({QStringLiteral("Intel Only"), number(intel)});
     for (const auto& app : apps)
         content.rows.push_back({shownName(app.name), app.totalBytes(), app.url});
-    setContent(std::move(content));
+    setContent(content);
 }
 
 } // namespace quillane

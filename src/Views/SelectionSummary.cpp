@@ -5,7 +5,6 @@
 #include "TextStyle.h"
 #include "ToolbarRow.h"
 #include <QVBoxLayout>
-#include <utility>
 
 namespace quillane {
 
@@ -39,13 +38,13 @@ SelectionSummary::SelectionSummary(const QString& listName, QWidget* parent)
     column->addLayout(content, 1);
 }
 
-void SelectionSummary::setContent(Content content) {
+void SelectionSummary::setContent(const Content& content) {
     m_toolbar->setTitle(content.columnTitle);
     m_heading->setText(content.heading);
     m_stats->setStats(content.stats);
     m_note->setVisible(content.note.has_value());
     m_note->setContent(kWarningSymbol, content.note.value_or(QString()), Tint::Orange);
-    m_list->setRows(std::move(content.rows));
+    m_list->setRows(content.rows);
 }
 
 } // namespace quillane

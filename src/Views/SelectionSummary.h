@@ -25,7 +25,7 @@ class SelectionSummary : public QWidget {
     // `listName` is what assistive tools call the list.
     explicit SelectionSummary(const QString& listName, QWidget* parent = nullptr);
 
-    void setContent(Content content);
+    void setContent(const Content& content);
 
     ToolbarRow* toolbar() const { return m_toolbar; }
     Label* heading() const { return m_heading; }

@@ -16,6 +16,8 @@
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cstddef>
+#include <numeric>
 #include <utility>
 
 namespace quillane {
@@ -68,14 +70,27 @@ class SummaryDelegate : public QStyledItemDelegate {
     }
 };
 
+std::vector<SummaryList::Row> largestFirst(const std::vector<SummaryList::Row>& rows) {
+    std::vector<std::size_t> places(rows.size());
+    std::iota(places.begin(), places.end(), std::size_t{0});
+    std::ranges::sort(places, [&](std::size_t a, std::size_t b) {
+        return rows[a].bytes != rows[b].bytes ? rows[a].bytes > rows[b].bytes : a < b;
+    });
+    std::vector<SummaryList::Row> ordered;
+    ordered.reserve(rows.size());
+    for (const auto place : places)
+        ordered.push_back(rows[place]);
+    return ordered;
+}
+
 } // namespace
 
 class SummaryListModel : public QAbstractListModel {
   public:
     using QAbstractListModel::QAbstractListModel;
 
-    bool setRows(std::vector<SummaryList::Row> rows) {
-        std::ranges::stable_sort(rows, std::ranges::greater{}, &SummaryList::Row::bytes);
+    bool setRows(const std::vector<SummaryList::Row>& given) {
+        std::vector<SummaryList::Row> rows = largestFirst(given);
         if (rows == m_rows)
             return false;
         beginResetModel();
@@ -149,8 +164,8 @@ SummaryList::SummaryList(const QString& name, QWidget* parent)
 
 SummaryList::~SummaryList() = default;
 
-void SummaryList::setRows(std::vector<Row> rows) {
-    if (m_model->setRows(std::move(rows)))
+void SummaryList::setRows(const std::vector<Row>& rows) {
+    if (m_model->setRows(rows))
         updateGeometry();
 }
 

@@ -28,7 +28,7 @@ class SummaryList : public Card {
     ~SummaryList() override;
 
     // In any order; rows of equal size keep theirs.
-    void setRows(std::vector<Row> rows);
+    void setRows(const std::vector<Row>& rows);
     QListView* list() const { return m_list; }
 
     QSize sizeHint() const override;
