@@ -38,9 +38,6 @@ struct Amount {
     int value = 0;
 };
 
-// The signed parts of a span, one for each unit.
-using Parts = std::array<int, kUnits.size()>;
-
 // The locale and calendar data are part of the library's own files: without them nothing can be shown.
 void require(UErrorCode status) {
     if (U_FAILURE(status)) {
@@ -59,9 +56,14 @@ UDate toUDate(Date date) {
     return std::min(milliseconds, kLimit);
 }
 
-int difference(icu::Calendar& calendar, UDate from, UDate to, UCalendarDateFields field) {
+void setTo(icu::Calendar& calendar, UDate date) {
     UErrorCode status = U_ZERO_ERROR;
-    calendar.setTime(from, status);
+    calendar.setTime(date, status);
+}
+
+// Whole steps of the field from where the calendar stands to `to`; leaves the calendar at the last of them.
+int stepsTo(icu::Calendar& calendar, UDate to, UCalendarDateFields field) {
+    UErrorCode status = U_ZERO_ERROR;
     const int steps = calendar.fieldDifference(to, field, status);
     return U_SUCCESS(status) ? steps : 0;
 }
@@ -74,32 +76,25 @@ UDate moved(icu::Calendar& calendar, UDate date, UCalendarDateFields field, int 
     return U_SUCCESS(status) ? result : date;
 }
 
-Parts split(icu::Calendar& calendar, UDate from, UDate to) {
-    Parts parts = {};
+// The largest unit of which the span holds a whole one; leaves the calendar behind these.
+Amount largestUnit(icu::Calendar& calendar, UDate from, UDate to) {
+    setTo(calendar, from);
     for (std::size_t i = 0; i < kUnits.size(); ++i) {
-        parts[i] = difference(calendar, from, to, kUnits[i].field);
-        from = moved(calendar, from, kUnits[i].field, parts[i]);
-    }
-    return parts;
-}
-
-Amount largest(const Parts& parts) {
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        if (parts[i] != 0) {
-            return {i, parts[i]};
+        if (const int steps = stepsTo(calendar, to, kUnits[i].field); steps != 0) {
+            return {i, steps};
         }
     }
     return {};
 }
 
-// A span of less than a day, rounded to its largest unit by the next smaller one. What rounds up to a whole
-// larger unit is told in that: 60 minutes are an hour, 24 hours a day.
-Amount roundedTime(icu::Calendar& calendar, const Parts& parts, Amount amount, UDate date) {
-    if (amount.unit != kSecond && std::abs(parts[amount.unit + 1]) * 2 >= 60) {
+// A span of less than a day, rounded to its largest unit by the next smaller one, in which `remainder` is
+// what is left. What rounds up to a whole larger unit is told in that: 60 minutes are an hour, 24 hours a day.
+Amount roundedTime(icu::Calendar& calendar, Amount amount, int remainder, UDate date) {
+    if (std::abs(remainder) * 2 >= 60) {
         amount.value += amount.value < 0 ? -1 : 1;
     }
     const UDate reference = moved(calendar, date, kUnits[amount.unit].field, -amount.value);
-    const Amount again = largest(split(calendar, reference, date));
+    const Amount again = largestUnit(calendar, reference, date);
     return again.unit == amount.unit ? amount : again;
 }
 
@@ -132,21 +127,23 @@ Amount alignedToCalendar(icu::Calendar& calendar, Amount amount, UDate reference
         const UDate next = moved(calendar, reference, kUnits[amount.unit].field, 1);
         edge = startOf(calendar, amount.unit, next) - 1000.0;
     }
-    return largest(split(calendar, edge, date));
+    return largestUnit(calendar, edge, date);
 }
 
 Amount describedAmount(icu::Calendar& calendar, UDate date, UDate now) {
     const UDate reference = date + std::round((now - date) / 1000.0) * 1000.0;
-    const Parts parts = split(calendar, reference, date);
-    const Amount amount = largest(parts);
-    return amount.unit >= kHour ? roundedTime(calendar, parts, amount, date)
-                                : alignedToCalendar(calendar, amount, reference, date);
+    const Amount amount = largestUnit(calendar, reference, date);
+    if (amount.unit < kHour) {
+        return alignedToCalendar(calendar, amount, reference, date);
+    }
+    const int remainder = amount.unit == kSecond ? 0 : stepsTo(calendar, date, kUnits[amount.unit + 1].field);
+    return roundedTime(calendar, amount, remainder, date);
 }
 
 std::unique_ptr<const icu::GregorianCalendar> makePrototype(icu::TimeZone* adoptedZone) {
     UErrorCode status = U_ZERO_ERROR;
-    auto calendar = std::make_unique<icu::GregorianCalendar>(adoptedZone, icu::Locale::getUS(),
-                                                             status); // weeks from Sunday
+    // The locale brings the weeks that begin on Sunday.
+    auto calendar = std::make_unique<icu::GregorianCalendar>(adoptedZone, icu::Locale::getUS(), status);
     require(status);
     return calendar;
 }
@@ -177,7 +174,8 @@ Calendar& Calendar::operator=(const Calendar&) = default;
 
 int Calendar::daysBetween(Date from, Date to) const {
     const std::unique_ptr<icu::Calendar> calendar(m_zone->prototype->clone());
-    return difference(*calendar, toUDate(from), toUDate(to), UCAL_DATE);
+    setTo(*calendar, toUDate(from));
+    return stepsTo(*calendar, toUDate(to), UCAL_DATE);
 }
 
 std::string Calendar::relativeDescription(Date date, Date now) const {

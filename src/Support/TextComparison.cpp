@@ -24,8 +24,8 @@ void require(UErrorCode status) {
 }
 
 icu::StringPiece piece(std::string_view text) {
-    const auto longest = static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max() / 4);
-    return {text.data(), static_cast<std::int32_t>(std::min(text.size(), longest))};
+    // Lengths are 32 bits wide in the library, and a text may grow fourfold in it.
+    return {text.substr(0, std::numeric_limits<std::int32_t>::max() / 4)};
 }
 
 icu::UnicodeString decoded(std::string_view text) {
@@ -235,7 +235,8 @@ class Letters {
         return ofThread.breaks->isBoundary(place) != 0;
     }
 
-    // Weaker than a new letter: what a joiner ties on, as in a family of emoji, is a part of its own.
+    // Weaker than a new letter: what a joiner ties on, as in a family of emoji, is a part of its own. The
+    // joiner itself has its own line because newer versions of Unicode count it among the extending marks.
     bool endAt(std::int32_t place) {
         if (place == m_text.length()) {
             return true;
