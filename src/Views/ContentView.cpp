@@ -51,6 +51,7 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
     makeCommands();
     m_sectionObserver = new LibraryObserver([this] { renderSection(); }, this);
     m_sectionObserver->renderNow();
+    m_sections->currentWidget()->setFocus();
 }
 
 ContentView::~ContentView() = default;
