@@ -198,6 +198,23 @@ QRectF focusShape(const QWidget& control, const QStyle& style, double& radius) {
     return whole;
 }
 
+// The chosen line of a menu: Fusion draws its words and icon, white on a rounded ground of ours.
+QStyleOptionMenuItem onMenuGround(const QStyleOptionMenuItem& item, QPainter& painter) {
+    constexpr double kMenuRadius = 5;
+    drawGround(painter, QRectF(item.rect).adjusted(1, 0, -1, 0), kMenuRadius, Tokens::current().sel,
+               Qt::transparent);
+    QStyleOptionMenuItem plain = item;
+    plain.state.setFlag(QStyle::State_Selected, false);
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+        plain.palette.setColor(role, Qt::white);
+    }
+    if (!item.icon.isNull()) {
+        const QSize side(item.maxIconWidth, item.maxIconWidth);
+        plain.icon = QIcon(item.icon.pixmap(side, painter.device()->devicePixelRatioF(), QIcon::Selected));
+    }
+    return plain;
+}
+
 void drawFocusFrame(QPainter& painter, const QFocusFrame& frame, const QStyle& style) {
     const QWidget* control = frame.widget();
     if (control == nullptr) {
@@ -336,6 +353,15 @@ void QuillaneStyle::drawControl(ControlElement element, const QStyleOption* opti
         drawPushButton(*button, *painter, widget);
         return;
     }
+    if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+        element == CE_MenuItem && item != nullptr && (item->state & State_Selected) &&
+        (item->state & State_Enabled)) {
+        painter->save();
+        const QStyleOptionMenuItem plain = onMenuGround(*item, *painter);
+        QProxyStyle::drawControl(element, &plain, painter, widget);
+        painter->restore();
+        return;
+    }
     if (element == CE_FocusFrame) {
         if (const auto* frame = qobject_cast<const QFocusFrame*>(widget)) {
             drawFocusFrame(*painter, *frame, *this);
@@ -431,6 +457,8 @@ int QuillaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const Q
         return 1;
     case SH_FocusFrame_AboveWidget:
         return 1;
+    case SH_FocusFrame_Mask:
+        return 0; // it would cut square corners out of the round ring
     case SH_ItemView_ActivateItemOnSingleClick:
         return 0;
     case SH_EtchDisabledText:
