@@ -54,8 +54,8 @@ class Pictures : public WindowTest {
                  Row{"Halyard", 986, 21, universal, "0.44.1", false},
                  Row{"Fernway", 842, -1, appleSilicon, "1.0.3", false},
                  Row{"Quartzo", 412, 9 * 365, intel32, "1.4.2", false},
-                 Row{"An application with a name that is longer than its column could ever be", 388, 6, unknown,
-                     "2024.11.20-rc.3", true},
+                 Row{"An application with a name that is longer than its column could ever be", 388, 6,
+                     unknown, "2024.11.20-rc.3", true},
                  Row{"Sorrel", 274, 740, intel, "1.7", false},
              }) {
             auto app = measuredApp(row.name, row.megabytes * 1'000'000);
@@ -71,11 +71,12 @@ class Pictures : public WindowTest {
         tessel.buildVersion = "39412";
         tessel.bundleIdentifier = "co.tessel.studio";
         tessel.minimumSystemVersion = "10.15";
-        tessel.leftovers = {
-            leftover("/Users/alex/Library/Application Support/co.tessel.studio", "Application Support", 5'920'000'000),
-            leftover("/Users/alex/Library/Caches/co.tessel.studio", "Caches", 1'210'000'000),
-            leftover("/Users/alex/Library/Application Support/Tessel Studio", "Application Support", 284'600'000),
-            leftover("/Library/Preferences/co.tessel.studio.plist", "Preferences", 4'000)};
+        tessel.leftovers = {leftover("/Users/alex/Library/Application Support/co.tessel.studio",
+                                     "Application Support", 5'920'000'000),
+                            leftover("/Users/alex/Library/Caches/co.tessel.studio", "Caches", 1'210'000'000),
+                            leftover("/Users/alex/Library/Application Support/Tessel Studio",
+                                     "Application Support", 284'600'000),
+                            leftover("/Library/Preferences/co.tessel.studio.plist", "Preferences", 4'000)};
         tessel.leftovers[2].confidence = LeftoverItem::Confidence::medium;
         tessel.leftovers[3].requiresAdmin = true;
         return apps;
