@@ -397,7 +397,15 @@ void QuillaneStyle::drawComplexControl(ComplexControl control, const QStyleOptio
     if (control == CC_SpinBox) {
         const auto* box = qstyleoption_cast<const QStyleOptionSpinBox*>(option);
         painter->save();
-        drawField(*painter, option->rect, option->state, true);
+        // The figure stands free before its stepper and gets a field only while it is typed into.
+        if (option->state & State_HasFocus) {
+            drawField(*painter, option->rect.adjusted(0, 0, -kStepperWidth - 4, 0), option->state, true);
+        }
+        const Dress stepper = dressOf(PushButton::Role::Normal, conditionOf(*option));
+        drawGround(*painter,
+                   QRectF(option->rect.right() + 1 - kStepperWidth, option->rect.top() + 1, kStepperWidth,
+                          option->rect.height() - 2),
+                   5, (option->state & State_Enabled) ? tokens.ctl : stepper.ground, stepper.edge);
         const bool enabled = option->state & State_Enabled;
         const auto arrow = [&](SubControl sub, const QString& name, QAbstractSpinBox::StepEnabledFlag flag) {
             const bool can = enabled && box != nullptr && (box->stepEnabled & flag);
@@ -482,7 +490,7 @@ QSize QuillaneStyle::sizeFromContents(ContentsType type, const QStyleOption* opt
     case CT_ComboBox:
         return {size.width() + 44, Fonts::rowHeight(28)};
     case CT_SpinBox:
-        return {size.width() + kStepperWidth + 16, Fonts::rowHeight(28)};
+        return {size.width() + kStepperWidth + 18, Fonts::rowHeight(28)};
     case CT_LineEdit:
         return {size.width(), std::max(size.height(), Fonts::rowHeight(28))};
     default:
@@ -532,14 +540,15 @@ QRect QuillaneStyle::subControlRect(ComplexControl control, const QStyleOptionCo
         }
     }
     if (control == CC_SpinBox) {
-        const int left = rect.right() - kStepperWidth;
+        const int left = rect.right() + 1 - kStepperWidth;
+        const int half = rect.height() / 2;
         switch (sub) {
         case SC_SpinBoxUp:
-            return {left, rect.top() + 3, kStepperWidth - 4, rect.height() / 2 - 3};
+            return {left, rect.top() + 2, kStepperWidth, half - 2};
         case SC_SpinBoxDown:
-            return {left, rect.top() + rect.height() / 2, kStepperWidth - 4, rect.height() / 2 - 3};
+            return {left, rect.top() + half, kStepperWidth, half - 2};
         case SC_SpinBoxEditField:
-            return rect.adjusted(8, 2, -kStepperWidth - 2, -2);
+            return rect.adjusted(8, 2, -kStepperWidth - 10, -2);
         case SC_SpinBoxFrame:
             return rect;
         default:
