@@ -1,0 +1,219 @@
+#include "PosixFileSystem.h"
+#include "DirectoryReader.h"
+#include "PosixError.h"
+#include "TreeWalk.h"
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <pwd.h>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quillane {
+namespace {
+
+constexpr std::size_t kListBatch = std::size_t{32} * 1024;
+constexpr std::size_t kFirstRead = std::size_t{64} * 1024;
+constexpr Bytes kBlock = 512;
+
+// Other names under which macOS shows the same files, longest first.
+constexpr std::array<std::string_view, 3> kAliasPrefixes = {"/private/var/automount", "/var/automount",
+                                                            "/private"};
+// Folders of the root for which a path below such a prefix means something else.
+constexpr std::array<std::string_view, 12> kOwnFolders = {"/Applications", "/Library", "/System", "/Users",
+                                                          "/Volumes",      "/bin",     "/cores",  "/dev",
+                                                          "/opt",          "/private", "/sbin",   "/usr"};
+
+PlatformError readingError() {
+    return posixError(errno, Attempt::reading);
+}
+
+FileURL accountHome() {
+    passwd account = {};
+    passwd* found = nullptr;
+    std::array<char, 16384> texts = {};
+    if (::getpwuid_r(::getuid(), &account, texts.data(), texts.size(), &found) == 0 && found != nullptr &&
+        account.pw_dir != nullptr) {
+        return FileURL(account.pw_dir);
+    }
+    return {};
+}
+
+FileURL userHome() {
+    const char* home = std::getenv("HOME"); // NOLINT(concurrency-mt-unsafe): the header says when
+    return home != nullptr && home[0] == '/' ? FileURL(home) : accountHome();
+}
+
+Date modifiedOf(const struct stat& status) {
+#ifdef __APPLE__
+    return Date::fromUnix(status.st_mtimespec.tv_sec, status.st_mtimespec.tv_nsec);
+#else
+    return Date::fromUnix(status.st_mtim.tv_sec, status.st_mtim.tv_nsec);
+#endif
+}
+
+bool beginsWithComponents(std::string_view path, std::string_view prefix) {
+    return path.starts_with(prefix) && (path.size() == prefix.size() || path[prefix.size()] == '/');
+}
+
+bool holdsParentComponent(std::string_view path) {
+    return path.find("/../") != std::string_view::npos || path.ends_with("/..");
+}
+
+// Grows with what is really there, not with what the file or the caller claims.
+Result<std::string> readUpTo(int file, std::size_t limit) {
+    std::string bytes;
+    std::size_t length = 0;
+    while (length < limit) {
+        if (length == bytes.size()) {
+            bytes.resize(std::min(limit, std::max(kFirstRead, length * 2)));
+        }
+        const auto count = ::read(file, bytes.data() + length, bytes.size() - length);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count < 0) {
+            return readingError();
+        }
+        if (count == 0) {
+            break;
+        }
+        length += static_cast<std::size_t>(count);
+    }
+    bytes.resize(length);
+    bytes.shrink_to_fit();
+    return bytes;
+}
+
+} // namespace
+
+PosixFileSystem::PosixFileSystem()
+    : m_home(userHome()) {}
+
+PosixFileSystem::PosixFileSystem(std::string folder, FileURL home)
+    : m_volume(std::move(folder))
+    , m_home(std::move(home)) {}
+
+PosixFileSystem PosixFileSystem::rooted(std::string folder, FileURL home) {
+    return {std::move(folder), std::move(home)};
+}
+
+bool PosixFileSystem::exists(const FileURL& url) const {
+    struct stat status = {};
+    return m_volume.status(url.path(), LastLink::follow, status);
+}
+
+Result<std::vector<DirectoryEntry>> PosixFileSystem::list(const FileURL& folder) const {
+    const auto opened = m_volume.open(folder.path(), O_RDONLY | O_DIRECTORY | O_NONBLOCK);
+    if (!opened) {
+        return readingError();
+    }
+    std::vector<DirectoryEntry> entries;
+    DirectoryReader reader(kListBatch);
+    auto filled = DirectoryReader::Filled::entries;
+    do {
+        filled = reader.fill(opened.get(), kListBatch);
+        if (filled == DirectoryReader::Filled::failure) {
+            return readingError();
+        }
+        RawEntry raw;
+        while (reader.next(raw)) {
+            const std::string_view name(raw.name, raw.length);
+            struct stat status = {};
+            if (name.size() > 2 && name.starts_with("._")) {
+                continue;
+            }
+            if (!raw.type && !statusBelow(opened.get(), raw.name, status)) {
+                continue; // gone since it was listed
+            }
+            entries.push_back({std::string(name), raw.type ? *raw.type : entryTypeOf(status.st_mode)});
+        }
+    } while (filled == DirectoryReader::Filled::entries && !reader.exhausted());
+    return entries;
+}
+
+Result<ResourceValues> PosixFileSystem::resourceValues(const FileURL& url) const {
+    struct stat status = {};
+    if (!m_volume.status(url.path(), LastLink::keep, status)) {
+        return readingError();
+    }
+    ResourceValues values;
+    values.type = entryTypeOf(status.st_mode);
+    values.fileSize = status.st_size;
+    if (values.type == EntryType::regular) {
+        values.allocated = Bytes{status.st_blocks} * kBlock;
+        values.totalAllocated = values.allocated;
+    }
+    values.contentModified = modifiedOf(status);
+    values.device = static_cast<std::uint64_t>(status.st_dev);
+    values.inode = static_cast<std::uint64_t>(status.st_ino);
+    return values;
+}
+
+Result<> PosixFileSystem::walk(const FileURL& root, WalkOptions options, Visitor visit) const {
+    auto opened = m_volume.open(root.path(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK);
+    if (!opened) {
+        return readingError();
+    }
+    walkTree(std::move(opened), options, visit);
+    return success();
+}
+
+Result<std::string> PosixFileSystem::read(const FileURL& url, std::size_t limit) const {
+    struct stat status = {};
+    if (!m_volume.status(url.path(), LastLink::follow, status)) {
+        return readingError();
+    }
+    // Asked before it is opened: opening a device or a pipe can have an effect, or wait.
+    if (!S_ISREG(status.st_mode)) {
+        return posixError(S_ISDIR(status.st_mode) ? EISDIR : EINVAL, Attempt::reading);
+    }
+    const auto file = m_volume.open(url.path(), O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    if (!file || ::fstat(file.get(), &status) != 0) {
+        return readingError();
+    }
+    // And once more for what was opened, should it have been replaced.
+    if (!S_ISREG(status.st_mode)) {
+        return posixError(EINVAL, Attempt::reading);
+    }
+    return readUpTo(file.get(), limit);
+}
+
+FileURL PosixFileSystem::resolvingSymlinks(const FileURL& url) const {
+    if (auto resolved = m_volume.realPath(url.path())) {
+        return FileURL(droppingAliasPrefixes(std::move(*resolved)));
+    }
+    return standardized(url);
+}
+
+FileURL PosixFileSystem::standardized(const FileURL& url) const {
+    std::string path = url.path();
+    if (holdsParentComponent(path)) {
+        path = m_volume.realPath(path).value_or(path);
+    }
+    return FileURL(droppingAliasPrefixes(lexicallyNormal(path)));
+}
+
+std::string PosixFileSystem::droppingAliasPrefixes(std::string path) const {
+    for (const auto prefix : kAliasPrefixes) {
+        if (!beginsWithComponents(path, prefix)) {
+            continue;
+        }
+        const FileURL rest(path.substr(prefix.size()));
+        const bool meansItself = std::ranges::any_of(
+            kOwnFolders, [&](std::string_view own) { return beginsWithComponents(rest.path(), own); });
+        if (path.size() > prefix.size() && !meansItself && exists(rest)) {
+            return rest.path();
+        }
+    }
+    return path;
+}
+
+std::string PosixFileSystem::hostPath(const FileURL& url) const {
+    return m_volume.hostPath(url.path());
+}
+
+} // namespace quillane

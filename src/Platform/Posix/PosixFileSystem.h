@@ -1,0 +1,40 @@
+#pragma once
+#include "FileSystem.h"
+#include "Volume.h"
+
+namespace quillane {
+
+// Files and folders through POSIX calls: those of the machine, or those of a volume that lies in one of its
+// folders. The same code serves both; only where a path begins differs.
+class PosixFileSystem final : public FileSystem {
+  public:
+    // The machine's own files; home is $HOME, or what the account says when that is no absolute path. Reads
+    // the environment, so it is made before other threads run.
+    PosixFileSystem();
+    // The volume that begins at `folder`, a path of the machine. `home` is a path inside the volume. No path
+    // leads out of the folder.
+    PosixFileSystem(std::string folder, FileURL home);
+    static PosixFileSystem rooted(std::string folder, FileURL home);
+
+    FileURL home() const override { return m_home; }
+    bool exists(const FileURL& url) const override;
+    Result<std::vector<DirectoryEntry>> list(const FileURL& folder) const override;
+    Result<ResourceValues> resourceValues(const FileURL& url) const override;
+    Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const override;
+    Result<std::string> read(const FileURL& url, std::size_t limit) const override;
+    FileURL resolvingSymlinks(const FileURL& url) const override;
+    FileURL standardized(const FileURL& url) const override;
+
+    // The path of the machine for a path of the volume, for what must hand a path to another program, such as
+    // showing a file of the sample. Equal to the path where nothing is rooted. Links before the last component
+    // are resolved inside the volume at this moment only: nothing that moves or deletes goes by it.
+    std::string hostPath(const FileURL& url) const;
+
+  private:
+    std::string droppingAliasPrefixes(std::string path) const;
+
+    Volume m_volume;
+    FileURL m_home;
+};
+
+} // namespace quillane
