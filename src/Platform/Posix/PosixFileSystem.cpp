@@ -129,7 +129,7 @@ Result<std::vector<DirectoryEntry>> PosixFileSystem::list(const FileURL& folder)
             if (!raw.type && !statusBelow(opened.get(), raw.name, status)) {
                 continue; // gone since it was listed
             }
-            entries.push_back({std::string(name), raw.type ? *raw.type : entryTypeOf(status.st_mode)});
+            entries.push_back({std::string(name), raw.type ? *raw.type : entryTypeOfMode(status.st_mode)});
         }
     } while (filled == DirectoryReader::Filled::entries && !reader.exhausted());
     return entries;
@@ -141,7 +141,7 @@ Result<ResourceValues> PosixFileSystem::resourceValues(const FileURL& url) const
         return readingError();
     }
     ResourceValues values;
-    values.type = entryTypeOf(status.st_mode);
+    values.type = entryTypeOfMode(status.st_mode);
     values.fileSize = status.st_size;
     if (values.type == EntryType::regular) {
         values.allocated = Bytes{status.st_blocks} * kBlock;

@@ -100,7 +100,7 @@ class TreeWalk {
         if (!statusBelow(folder, raw.name, status)) {
             return;
         }
-        entry.type = entryTypeOf(status.st_mode);
+        entry.type = entryTypeOfMode(status.st_mode);
         if (m_options.measures && entry.type == EntryType::regular) {
             entry.allocated = Bytes{status.st_blocks} * kBlock;
         }
@@ -205,16 +205,6 @@ class TreeWalk {
 };
 
 } // namespace
-
-EntryType entryTypeOf(unsigned int mode) {
-    if (S_ISREG(mode)) {
-        return EntryType::regular;
-    }
-    if (S_ISDIR(mode)) {
-        return EntryType::directory;
-    }
-    return S_ISLNK(mode) ? EntryType::symbolicLink : EntryType::other;
-}
 
 void walkTree(FileDescriptor root, WalkOptions options, FileSystem::Visitor visit) {
     TreeWalk(std::move(root), options, visit).run();

@@ -1,13 +1,8 @@
 #pragma once
 #include "FileDescriptor.h"
 #include "FileSystem.h"
-#include <cstddef>
-#include <memory>
 
 namespace quillane {
-
-// The entry type in the mode of a status.
-EntryType entryTypeOf(unsigned int mode);
 
 // Walks everything below an open folder, as FileSystem::walk tells. Each folder's files come before its
 // folders. Neither memory nor descriptors grow with the number of entries; memory grows by a few hundred bytes

@@ -1,6 +1,8 @@
 // What is the same on every system; the rest lies in the folder of each.
 #include "Volume.h"
+#include <cerrno>
 #include <cstdlib>
+#include <fcntl.h>
 #include <memory>
 
 namespace quillane {
@@ -11,7 +13,44 @@ std::optional<std::string> machinePath(const std::string& path) {
     return resolved ? std::optional<std::string>(resolved.get()) : std::nullopt;
 }
 
+bool holdsNul(const std::string& path) {
+    if (path.find('\0') == std::string::npos) {
+        return false;
+    }
+    errno = EINVAL; // the system would read up to the NUL and reach another file
+    return true;
+}
+
 } // namespace
+
+Volume::Volume(std::string folder) {
+    m_folder = machinePath(folder).value_or(std::move(folder));
+    m_root = FileDescriptor(::open(m_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+}
+
+FileDescriptor Volume::open(const std::string& path, int flags) const {
+    if (holdsNul(path)) {
+        return {};
+    }
+    if (isRooted()) {
+        return openRooted(path, flags | O_CLOEXEC);
+    }
+    int descriptor = -1;
+    do {
+        descriptor = ::open(path.c_str(), flags | O_CLOEXEC);
+    } while (descriptor < 0 && errno == EINTR);
+    return FileDescriptor(descriptor);
+}
+
+bool Volume::status(const std::string& path, LastLink lastLink, struct stat& status) const {
+    if (holdsNul(path)) {
+        return false;
+    }
+    if (isRooted()) {
+        return statusRooted(path, lastLink, status);
+    }
+    return (lastLink == LastLink::keep ? ::lstat : ::stat)(path.c_str(), &status) == 0;
+}
 
 std::optional<std::string> Volume::realPath(const std::string& path) const {
     if (path.find('\0') != std::string::npos) {

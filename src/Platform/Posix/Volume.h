@@ -30,8 +30,12 @@ class Volume {
     bool isRooted() const { return !m_folder.empty(); }
 
   private:
-    std::string m_folder; // empty for the machine's own root; resolved otherwise
-    FileDescriptor m_root;
+    // Each system's own way to keep a path inside.
+    FileDescriptor openRooted(const std::string& path, int flags) const;
+    bool statusRooted(const std::string& path, LastLink lastLink, struct stat& status) const;
+
+    std::string m_folder;  // empty for the machine's own root; resolved otherwise
+    FileDescriptor m_root; // of m_folder
 };
 
 } // namespace quillane

@@ -17,21 +17,6 @@ Field fieldAt(const std::byte* entry, std::size_t offset) {
     return field;
 }
 
-std::optional<EntryType> entryType(unsigned char type) {
-    switch (type) {
-    case DT_REG:
-        return EntryType::regular;
-    case DT_DIR:
-        return EntryType::directory;
-    case DT_LNK:
-        return EntryType::symbolicLink;
-    case DT_UNKNOWN:
-        return std::nullopt;
-    default:
-        return EntryType::other;
-    }
-}
-
 } // namespace
 
 DirectoryReader::DirectoryReader(std::size_t largestBatch)
@@ -59,7 +44,7 @@ bool DirectoryReader::next(RawEntry& entry) {
         const std::string_view name = reinterpret_cast<const char*>(record) + offsetof(dirent64, d_name);
         if (name != "." && name != "..") {
             entry = {name.data(), name.size(),
-                     entryType(fieldAt<unsigned char>(record, offsetof(dirent64, d_type)))};
+                     entryTypeOfListed(fieldAt<unsigned char>(record, offsetof(dirent64, d_type)))};
             return true;
         }
     }

@@ -1,19 +1,11 @@
 #pragma once
-#include "FileSystem.h"
+#include "RawEntry.h"
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <sys/stat.h>
 
 namespace quillane {
-
-// One entry as the folder itself tells it.
-struct RawEntry {
-    const char* name = nullptr; // until the next fill()
-    std::size_t length = 0;
-    std::optional<EntryType> type; // nothing where the file system does not keep types in its folders
-};
 
 // Reads the entries of open folders in batches through one buffer, whichever folder is at hand: the place in
 // each folder is kept by its descriptor. A batch must be used up before the next fill().

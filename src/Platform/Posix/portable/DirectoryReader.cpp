@@ -7,23 +7,12 @@
 namespace quillane {
 namespace {
 
-// POSIX does not promise types; where the system has none, each entry is asked for its status.
-std::optional<EntryType> entryType([[maybe_unused]] const dirent& entry) {
-#if defined(DT_UNKNOWN) && !defined(QUILLANE_WITHOUT_ENTRY_TYPES)
-    switch (entry.d_type) {
-    case DT_REG:
-        return EntryType::regular;
-    case DT_DIR:
-        return EntryType::directory;
-    case DT_LNK:
-        return EntryType::symbolicLink;
-    case DT_UNKNOWN:
-        return std::nullopt;
-    default:
-        return EntryType::other;
-    }
-#else
+// Not every system tells types; without them each entry is asked for its status.
+std::optional<EntryType> listedType([[maybe_unused]] const dirent& entry) {
+#ifdef QUILLANE_WITHOUT_ENTRY_TYPES
     return std::nullopt;
+#else
+    return entryTypeOfListed(entry.d_type);
 #endif
 }
 
@@ -69,7 +58,7 @@ bool DirectoryReader::next(RawEntry& entry) {
         }
         const std::string_view name = found->d_name;
         if (name != "." && name != "..") {
-            entry = {name.data(), name.size(), entryType(*found)};
+            entry = {name.data(), name.size(), listedType(*found)};
             return true;
         }
     }

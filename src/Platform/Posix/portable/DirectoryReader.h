@@ -1,19 +1,11 @@
 #pragma once
-#include "FileSystem.h"
+#include "RawEntry.h"
 #include <cstddef>
 #include <cstdint>
 #include <dirent.h>
-#include <optional>
 #include <sys/stat.h>
 
 namespace quillane {
-
-// One entry as the folder itself tells it.
-struct RawEntry {
-    const char* name = nullptr; // until the next next() or fill()
-    std::size_t length = 0;
-    std::optional<EntryType> type; // nothing where the file system does not keep types in its folders
-};
 
 // Reads the entries of open folders with readdir(3). It keeps no place between batches, so a batch is a whole
 // folder, whatever size is asked for. A batch must be used up before the next fill().
