@@ -128,8 +128,6 @@ FileURL TemporaryFolder::file(std::string_view path, std::string_view bytes) con
     const FileDescriptor file(::open(made.path().c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
     require(static_cast<bool>(file), made.path());
     writeAll(file.get(), bytes);
-    // File systems may put off allocating; sizes are to be settled when the test looks.
-    require(::fsync(file.get()) == 0, made.path());
     return made;
 }
 
@@ -170,7 +168,6 @@ void TemporaryFolder::chain(std::string_view path, int levels, std::string_view 
     const FileDescriptor leaf(::openat(place.get(), "leaf", O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
     require(static_cast<bool>(leaf), "chain");
     writeAll(leaf.get(), bytes);
-    require(::fsync(leaf.get()) == 0, "chain");
 }
 
 void TemporaryFolder::permissions(std::string_view path, mode_t mode) const {
