@@ -9,7 +9,7 @@
 namespace quillane {
 
 // A folder for one test, with words to fill it. Removed with everything below it at the end, whatever its
-// permissions and depth. Paths are relative to it; folders on the way are made. A step that fails ends the
+// permissions and depth. TMPDIR says where; without it, it may lie in memory. Paths are relative to it; folders on the way are made. A step that fails ends the
 // test program, because nothing that follows would mean anything.
 class TemporaryFolder {
   public:
