@@ -24,9 +24,11 @@ class Clock {
     // The continuous clock. Any thread.
     virtual Instant instant() const = 0;
     // Runs `job` once on the main thread when `when` has come; at a later turn when it is already past.
+    // Timers run in the order of their times, those of one time in the order of their setting.
     // Main thread only.
     virtual TimerId callAt(Instant when, Job job) = 0;
-    // Takes a timer back; an id that is unknown or has fired is ignored. Main thread only.
+    // Takes a timer back: its job does not run any more, even when its time has come but not its turn. An id
+    // that is unknown or whose job has begun is ignored. Main thread only.
     virtual void cancel(TimerId timer) = 0;
 };
 

@@ -96,6 +96,10 @@ class FileSystem {
     // The platform's standard form of a path: repeated slashes, "." and ".." removed as text (where ".." is
     // present and the whole path exists, links are resolved first). Links stay otherwise.
     virtual FileURL standardized(const FileURL& url) const = 0;
+
+    // Makes a folder and every missing folder above it, with default attributes. A folder that is there is
+    // fine; a file in its place is "file exists".
+    virtual Result<> createDirectories(const FileURL& url) = 0;
 };
 
 } // namespace quillane

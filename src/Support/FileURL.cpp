@@ -5,7 +5,9 @@
 namespace quillane {
 namespace {
 
-constexpr std::string_view kScheme = "file://";
+constexpr std::string_view kPrefix = "file://";
+constexpr std::string_view kScheme = "file:";
+constexpr std::string_view kLocalHost = "localhost";
 constexpr std::string_view kUnescaped = "-._~!$&'()*+,=:@/;";
 
 bool isUnescaped(unsigned char c) {
@@ -26,11 +28,42 @@ int hexValue(char c) {
     return -1;
 }
 
+// Removes `prefix`, which is in lower case, in whatever case it stands at the beginning of the text.
+bool removePrefix(std::string_view& text, std::string_view prefix) {
+    const auto equal = [](char c, char lower) {
+        return c == lower || (lower >= 'a' && lower <= 'z' && c == lower - 'a' + 'A');
+    };
+    if (!std::ranges::equal(text.substr(0, prefix.size()), prefix, equal)) {
+        return false;
+    }
+    text.remove_prefix(prefix.size());
+    return true;
+}
+
+// The path behind percent signs; nothing when it holds a NUL, which no path does. A percent sign without two
+// hexadecimal digits stands for itself.
+std::optional<FileURL> decodedPath(std::string_view text) {
+    std::string path;
+    path.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        char c = text[i];
+        if (c == '%' && i + 2 < text.size() && hexValue(text[i + 1]) >= 0 && hexValue(text[i + 2]) >= 0) {
+            c = static_cast<char>(hexValue(text[i + 1]) * 16 + hexValue(text[i + 2]));
+            i += 2;
+        }
+        if (c == '\0') {
+            return std::nullopt;
+        }
+        path += c;
+    }
+    return FileURL(std::move(path));
+}
+
 // Characters that change the direction of text make a name lie about its extension.
 bool holdsDirectionControl(std::string_view text) {
-    static constexpr std::array<std::string_view, 12> kControls = {
-        "\u061C", "\u200E", "\u200F", "\u202A", "\u202B", "\u202C",
-        "\u202D", "\u202E", "\u2066", "\u2067", "\u2068", "\u2069"};
+    static constexpr std::array<std::string_view, 12> kControls = {"\u061C", "\u200E", "\u200F", "\u202A",
+                                                                   "\u202B", "\u202C", "\u202D", "\u202E",
+                                                                   "\u2066", "\u2067", "\u2068", "\u2069"};
     return std::ranges::any_of(kControls,
                                [&](std::string_view c) { return text.find(c) != std::string_view::npos; });
 }
@@ -51,7 +84,8 @@ std::string_view pathExtensionOf(std::string_view name) {
     return extension;
 }
 
-FileURL::FileURL(std::string path) : m_path(std::move(path)) {
+FileURL::FileURL(std::string path)
+    : m_path(std::move(path)) {
     while (m_path.size() > 1 && m_path.back() == '/') {
         m_path.pop_back();
     }
@@ -94,7 +128,7 @@ FileURL FileURL::appending(std::string_view component) const {
 
 std::string FileURL::absoluteString() const {
     static constexpr std::string_view kHex = "0123456789ABCDEF";
-    std::string text(kScheme);
+    std::string text(kPrefix);
     text.reserve(text.size() + m_path.size());
     for (const char c : m_path) {
         const auto byte = static_cast<unsigned char>(c);
@@ -110,34 +144,16 @@ std::string FileURL::absoluteString() const {
 }
 
 std::optional<FileURL> FileURL::fromAbsoluteString(std::string_view text) {
-    if (!text.starts_with(kScheme)) {
+    if (!removePrefix(text, kScheme)) {
         return std::nullopt;
     }
-    text.remove_prefix(kScheme.size());
-    if (text.starts_with("localhost/")) {
-        text.remove_prefix(std::string_view("localhost").size());
+    if (removePrefix(text, "//")) {
+        removePrefix(text, kLocalHost);
     }
     if (!text.starts_with('/')) {
         return std::nullopt;
     }
-    text = text.substr(0, text.find_first_of("?#"));
-    std::string path;
-    path.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '%' && i + 2 < text.size() && hexValue(text[i + 1]) >= 0 && hexValue(text[i + 2]) >= 0) {
-            const int byte = hexValue(text[i + 1]) * 16 + hexValue(text[i + 2]);
-            if (byte == 0) {
-                return std::nullopt; // no path holds a NUL
-            }
-            path += static_cast<char>(byte);
-            i += 2;
-        } else if (text[i] == '\0') {
-            return std::nullopt;
-        } else {
-            path += text[i];
-        }
-    }
-    return FileURL(std::move(path));
+    return decodedPath(text.substr(0, text.find_first_of("?#")));
 }
 
 } // namespace quillane

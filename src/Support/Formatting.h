@@ -2,6 +2,7 @@
 #include "Bytes.h"
 #include "Calendar.h"
 #include "Date.h"
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,5 +20,8 @@ std::string number(std::int64_t value);
 // The number and its noun in agreement: counted(1, "app") is "1 app", counted(2, "app") "2 apps",
 // counted(1234, "app") "1,234 apps". The plural is the noun with an s.
 std::string counted(std::int64_t value, std::string_view noun);
+// A length of time in its non-zero parts: "1 hr, 30 min", "5 min", "0 sec"; hours are never days. A negative
+// one shows its sign once, in front.
+std::string duration(std::int64_t seconds);
 
 } // namespace quillane::Formatting

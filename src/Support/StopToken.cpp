@@ -1,33 +1,36 @@
 #include "StopToken.h"
+#include <algorithm>
 
 namespace quillane {
 
 void StopSource::requestStop() const {
-    if (m_state->requested.exchange(true, std::memory_order_acq_rel)) {
+    const auto state = m_state; // a callback may destroy this source
+    if (state->requested.exchange(true, std::memory_order_acq_rel)) {
         return;
     }
     for (;;) {
         std::function<void()> next;
         {
-            const std::lock_guard lock(m_state->mutex);
-            if (m_state->callbacks.empty()) {
+            const std::lock_guard lock(state->mutex);
+            if (state->callbacks.empty()) {
                 return;
             }
-            next = std::move(m_state->callbacks.front().second);
-            m_state->callbacks.erase(m_state->callbacks.begin());
+            next = std::move(state->callbacks.front().second);
+            state->callbacks.erase(state->callbacks.begin());
         }
         next();
     }
 }
 
-StopCallback::StopCallback(const StopToken& token, std::function<void()> function) : m_state(token.m_state) {
-    if (!m_state) {
+StopCallback::StopCallback(const StopToken& token, std::function<void()> function) {
+    if (!token.m_state) {
         return;
     }
     {
-        const std::lock_guard lock(m_state->mutex);
-        if (!m_state->requested.load(std::memory_order_acquire)) {
-            m_state->callbacks.emplace_back(this, std::move(function));
+        const std::lock_guard lock(token.m_state->mutex);
+        if (!token.m_state->requested.load(std::memory_order_acquire)) {
+            token.m_state->callbacks.emplace_back(this, std::move(function));
+            m_state = token.m_state;
             return;
         }
     }
@@ -35,9 +38,16 @@ StopCallback::StopCallback(const StopToken& token, std::function<void()> functio
 }
 
 StopCallback::~StopCallback() {
-    if (m_state) {
-        const std::lock_guard lock(m_state->mutex);
-        std::erase_if(m_state->callbacks, [this](const auto& entry) { return entry.first == this; });
+    if (!m_state) {
+        return;
+    }
+    std::function<void()> mine; // what it captured goes after the lock is released
+    const std::lock_guard lock(m_state->mutex);
+    const auto at =
+        std::ranges::find(m_state->callbacks, this, [](const auto& entry) { return entry.first; });
+    if (at != m_state->callbacks.end()) {
+        mine = std::move(at->second);
+        m_state->callbacks.erase(at);
     }
 }
 

@@ -15,7 +15,7 @@ class StopToken {
     // A token that is never asked to stop.
     StopToken() = default;
 
-    // Any thread.
+    // Any thread. One atomic read: cheap enough for every step of a walk.
     bool stopRequested() const { return m_state && m_state->requested.load(std::memory_order_acquire); }
 
   private:
@@ -26,18 +26,21 @@ class StopToken {
         std::mutex mutex; // guards the list
         std::vector<std::pair<const void*, std::function<void()>>> callbacks;
     };
-    explicit StopToken(std::shared_ptr<State> state) : m_state(std::move(state)) {}
+    explicit StopToken(std::shared_ptr<State> state)
+        : m_state(std::move(state)) {}
     std::shared_ptr<State> m_state;
 };
 
+// The side that asks. Copies share one request.
 class StopSource {
   public:
-    StopSource() : m_state(std::make_shared<StopToken::State>()) {}
+    StopSource()
+        : m_state(std::make_shared<StopToken::State>()) {}
 
     StopToken token() const { return StopToken(m_state); }
     bool stopRequested() const { return m_state->requested.load(std::memory_order_acquire); }
     // Runs the callbacks in the order of their making, on this thread, the first time; does nothing again.
-    // A callback must not make or destroy callbacks of the same source, other than itself.
+    // A callback may make callbacks (they run at once) and destroy any (those that have not run never do).
     void requestStop() const;
 
   private:
@@ -54,7 +57,7 @@ class StopCallback {
     StopCallback& operator=(const StopCallback&) = delete;
 
   private:
-    std::shared_ptr<StopToken::State> m_state;
+    std::shared_ptr<StopToken::State> m_state; // null when there is nothing to take back
 };
 
 } // namespace quillane

@@ -1,5 +1,6 @@
 #pragma once
 #include "AppFilter.h"
+#include "FunctionRef.h"
 #include "InstalledApp.h"
 #include "Platform.h"
 #include "Published.h"
@@ -8,6 +9,7 @@
 #include "TaskScope.h"
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace quillane {
@@ -52,16 +54,40 @@ class AppLibrary {
     const Platform& platform() const { return m_platform; }
 
   private:
-    Task<> scan(ScanReason reason, int generation, StopToken stop);
-    Task<> measureAll(int generation, ScanReason reason, StopToken stop);
-    bool passesFilter(const InstalledApp& app) const;
-    bool passesSearch(const InstalledApp& app) const;
-    bool isScanning() const;
+    friend struct AppLibraryTesting; // lets tests make a running scan stale
 
-    const Platform m_platform; // references: copying it is cheap
-    std::optional<TaskHandle> m_scanTask;
-    int m_scanGeneration = 0;
-    std::optional<ScanReason> m_pendingRefresh;
+    // What measuring learned of one application.
+    struct Measurement {
+        FileURL url;
+        Bytes bundleBytes = 0;
+        std::vector<LeftoverItem> leftovers;
+    };
+    // An application's place in `apps`, by its location.
+    using IndexByURL = std::unordered_map<FileURL, std::size_t>;
+
+    bool isScanning() const;
+    // True when a newer scan has begun: a step of the older one then ends silently and changes nothing.
+    // Asked after every suspension.
+    bool isStale(int generation) const { return generation != m_scanGeneration; }
+
+    // The scan from its first job to the phase `ready`, stage by stage.
+    Task<> scan(ScanReason reason, int generation, StopToken stop);
+    void publishUnmeasured(std::vector<InstalledApp> found);
+    void pruneIcons() const;
+    void serveParkedRefresh();
+
+    // Fills in sizes and leftovers of all applications, a batch at a time, and tells progress in `phase`.
+    Task<> measureAll(int generation, ScanReason reason, StopToken stop);
+    // Writes into the application at its place, unless something else stands there by now.
+    void publish(Measurement measured, const IndexByURL& indexByURL);
+
+    // The applications that visibleApps() gives, in order, without copying them.
+    void forEachVisibleApp(FunctionRef<void(const InstalledApp&)> visit) const;
+
+    const Platform m_platform;                  // references: copying it is cheap
+    std::optional<TaskHandle> m_scanTask;       // of the latest scan, also after its end
+    int m_scanGeneration = 0;                   // number of the latest scan; grows when one really starts
+    std::optional<ScanReason> m_pendingRefresh; // a scan asked for while one runs
     ScanReason m_currentReason = ScanReason::user;
     TaskScope m_tasks; // last: its suspended frames go before what they use
 };

@@ -1,5 +1,6 @@
 // What every FileSystem owes its callers, run over the adapters and over the wrappers that tests lay on them.
 #include "FaultFileSystem.h"
+#include "OrdinaryUser.h"
 #include "PosixFileSystem.h"
 #include "RecordingFileSystem.h"
 #include "TemporaryFolder.h"
@@ -60,7 +61,7 @@ class FileSystemContract : public testing::TestWithParam<Arrangement> {
         }
     }
 
-    const FileSystem& files() const { return m_wrapper ? *m_wrapper : *m_adapter; }
+    FileSystem& files() const { return m_wrapper ? *m_wrapper : *m_adapter; }
     bool isVolume() const { return GetParam().root == Root::volume; }
 
     // The same place as folder.url(path), as the file system under test calls it.
@@ -136,7 +137,8 @@ class FileSystemContract : public testing::TestWithParam<Arrangement> {
         return names;
     }
 
-    TemporaryFolder folder;
+    // Tests lay files down while they only look at the rest.
+    mutable TemporaryFolder folder;
 
   private:
     std::unique_ptr<FileSystem> m_adapter;
@@ -287,8 +289,8 @@ TEST_P(FileSystemContract, ARegularFileHasItsLengthAllocationAndDate) {
     ASSERT_TRUE(values.ok());
     EXPECT_EQ(values->type, EntryType::regular);
     EXPECT_EQ(values->fileSize, 10000);
-    EXPECT_EQ(values->allocated, folder.allocated("file"));
-    EXPECT_EQ(values->totalAllocated, folder.allocated("file"));
+    EXPECT_EQ(values->allocated, folder.allocationOf("file"));
+    EXPECT_EQ(values->totalAllocated, folder.allocationOf("file"));
     EXPECT_GE(values->totalAllocated, 10000);
     EXPECT_NEAR(values->contentModified.secondsSince1970(), 1700000000.5, 0.001);
 }
@@ -434,13 +436,13 @@ TEST_P(FileSystemContract, AMeasuringWalkTellsTheAllocationOfRegularFilesAlone) 
     folder.link("tree/link", "sub/large");
     folder.hardLink("tree/again", "tree/sub/large");
     const auto bytes = measured("tree");
-    EXPECT_EQ(bytes.at("tree/small"), folder.allocated("tree/small"));
+    EXPECT_EQ(bytes.at("tree/small"), folder.allocationOf("tree/small"));
     EXPECT_GT(bytes.at("tree/small"), 0);
-    EXPECT_EQ(bytes.at("tree/sub/large"), folder.allocated("tree/sub/large"));
+    EXPECT_EQ(bytes.at("tree/sub/large"), folder.allocationOf("tree/sub/large"));
     EXPECT_GE(bytes.at("tree/sub/large"), 300'000);
     EXPECT_LT(bytes.at("tree/sparse"), 100'000);
     EXPECT_EQ(bytes.at("tree/link"), 0);
-    EXPECT_EQ(bytes.at("tree/again"), folder.allocated("tree/sub/large"));
+    EXPECT_EQ(bytes.at("tree/again"), folder.allocationOf("tree/sub/large"));
     EXPECT_EQ(bytes.at("tree/sub"), 0);
 }
 
@@ -517,7 +519,7 @@ TEST_P(FileSystemContract, FilesThatCanBeNamedButNotReachedMeasureNothing) {
     EXPECT_THAT(bytes, UnorderedElementsAre(testing::Pair("tree/listable", 0),
                                             testing::Pair("tree/listable/file", 0),
                                             testing::Pair("tree/listable/sub", 0),
-                                            testing::Pair("tree/other", folder.allocated("tree/other"))));
+                                            testing::Pair("tree/other", folder.allocationOf("tree/other"))));
 }
 
 TEST_P(FileSystemContract, AWalkKeepsTheBytesOfNames) {
@@ -525,7 +527,7 @@ TEST_P(FileSystemContract, AWalkKeepsTheBytesOfNames) {
     EXPECT_THAT(walkedPaths("odd"), ElementsAre("odd/" + kNewline, "odd/" + kNewline + "/" + kInvalidUtf8,
                                                 "odd/" + kNewline + "/" + kInvalidUtf8 + "/" + kLongest));
     EXPECT_EQ(measured("odd").at("odd/" + kNewline + "/" + kInvalidUtf8 + "/" + kLongest),
-              folder.allocated("odd/" + kNewline + "/" + kInvalidUtf8 + "/" + kLongest));
+              folder.allocationOf("odd/" + kNewline + "/" + kInvalidUtf8 + "/" + kLongest));
 }
 
 TEST_P(FileSystemContract, AWalkReachesTheBottomOfADeepTree) {
@@ -570,7 +572,7 @@ TEST_P(FileSystemContract, AFolderThatVanishesOnceToldIsPassedOver) {
 TEST_P(FileSystemContract, AFileThatVanishesDuringTheWalkMeasuresNothing) {
     folder.file("tree/one", std::string(5000, 'x'));
     folder.file("tree/two", std::string(5000, 'x'));
-    const auto size = folder.allocated("tree/one");
+    const auto size = folder.allocationOf("tree/one");
     Bytes sum = 0;
     bool first = true;
     ASSERT_TRUE(files().walk(url("tree"), {.measures = true}, [&](const WalkEntry& entry) {
@@ -679,6 +681,45 @@ TEST_P(FileSystemContract, AFileThatMayNotBeReadIsAPermissionFailure) {
     folder.permissions("locked", 0);
     const OrdinaryUser ordinary;
     EXPECT_EQ(files().read(url("locked"), 10).error(), kNoPermission);
+}
+
+// --- createDirectories
+
+TEST_P(FileSystemContract, MissingFoldersAreMadeOnTheWay) {
+    ASSERT_TRUE(files().createDirectories(url("one/two/three")));
+    EXPECT_EQ(files().resourceValues(url("one/two/three"))->type, EntryType::directory);
+    EXPECT_THAT(listedNames("one"), ElementsAre("two"));
+}
+
+TEST_P(FileSystemContract, AFolderThatIsThereIsFine) {
+    folder.file("one/file");
+    folder.link("toOne", "one");
+    EXPECT_TRUE(files().createDirectories(url("one")));
+    EXPECT_TRUE(files().createDirectories(url("toOne")));
+    EXPECT_TRUE(files().createDirectories(url("toOne/two")));
+    EXPECT_TRUE(files().createDirectories(FileURL("/")));
+    EXPECT_THAT(listedNames("one"), UnorderedElementsAre("file", "two"));
+}
+
+TEST_P(FileSystemContract, MakingFoldersTellsWhyItFails) {
+    folder.file("file");
+    folder.link("dangling", "nowhere");
+    EXPECT_EQ(files().createDirectories(url("file")).error(),
+              (PlatformError{ErrorCode::kWriteFileExists, EEXIST}));
+    EXPECT_EQ(files().createDirectories(url("file/below")).error(),
+              (PlatformError{ErrorCode::kWriteUnknown, ENOTDIR}));
+    EXPECT_EQ(files().createDirectories(url("dangling")).error(),
+              (PlatformError{ErrorCode::kWriteFileExists, EEXIST}));
+    EXPECT_EQ(files().createDirectories(url(kTooLong)).error(),
+              (PlatformError{ErrorCode::kWriteInvalidName, ENAMETOOLONG}));
+    EXPECT_FALSE(files().exists(url("nowhere")));
+}
+
+TEST_P(FileSystemContract, AFolderThatMayNotBeMadeIsAPermissionFailure) {
+    folder.folder("locked");
+    const OrdinaryUser ordinary;
+    EXPECT_EQ(files().createDirectories(url("locked/new")).error(),
+              (PlatformError{ErrorCode::kWriteNoPermission, EACCES}));
 }
 
 // --- resolvingSymlinks and standardized

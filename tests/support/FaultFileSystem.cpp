@@ -10,6 +10,11 @@ constexpr PlatformError kDenied = {ErrorCode::kReadNoPermission, EACCES};
 
 } // namespace
 
+void FaultFileSystem::fail(const FileURL& url, PlatformError error) {
+    const std::lock_guard lock(m_mutex);
+    m_errors[url] = error;
+}
+
 void FaultFileSystem::failEvery(FileCall call, PlatformError error) {
     const std::lock_guard lock(m_mutex);
     m_every[call] = error;
@@ -20,11 +25,6 @@ void FaultFileSystem::failNth(FileCall call, int n, PlatformError error) {
     m_nth[call] = {n, error};
 }
 
-void FaultFileSystem::failAt(const FileURL& url, PlatformError error) {
-    const std::lock_guard lock(m_mutex);
-    m_at[url] = error;
-}
-
 void FaultFileSystem::deny(const FileURL& folder) {
     const std::lock_guard lock(m_mutex);
     m_denied.insert(folder);
@@ -33,6 +33,11 @@ void FaultFileSystem::deny(const FileURL& folder) {
 void FaultFileSystem::vanish(const FileURL& url) {
     const std::lock_guard lock(m_mutex);
     m_gone.insert(url);
+}
+
+std::vector<FileURL> FaultFileSystem::touched() const {
+    const std::lock_guard lock(m_mutex);
+    return m_touched;
 }
 
 bool FaultFileSystem::isDenied(const FileURL& url) const {
@@ -53,6 +58,17 @@ bool FaultFileSystem::isGone(const FileURL& url) const {
     return false;
 }
 
+std::optional<PlatformError> FaultFileSystem::touch(FileCall call, const FileURL& url) const {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_touched.push_back(url);
+    }
+    if (const auto hook = m_hooks.find(url); hook != m_hooks.end()) {
+        hook->second();
+    }
+    return failure(call, url);
+}
+
 std::optional<PlatformError> FaultFileSystem::failure(FileCall call, const FileURL& url) const {
     if (isGone(url)) {
         return kGone;
@@ -66,8 +82,8 @@ std::optional<PlatformError> FaultFileSystem::failure(FileCall call, const FileU
     if (const auto every = m_every.find(call); every != m_every.end()) {
         return every->second;
     }
-    if (const auto at = m_at.find(url); at != m_at.end()) {
-        return at->second;
+    if (const auto error = m_errors.find(url); error != m_errors.end()) {
+        return error->second;
     }
     if ((call == FileCall::list || call == FileCall::walk) && m_denied.contains(url)) {
         return kDenied;
@@ -76,29 +92,29 @@ std::optional<PlatformError> FaultFileSystem::failure(FileCall call, const FileU
 }
 
 bool FaultFileSystem::exists(const FileURL& url) const {
-    return !failure(FileCall::exists, url) && m_other.exists(url);
+    return !touch(FileCall::exists, url) && ForwardingFileSystem::exists(url);
 }
 
 Result<std::vector<DirectoryEntry>> FaultFileSystem::list(const FileURL& folder) const {
-    if (const auto error = failure(FileCall::list, folder)) {
+    if (const auto error = touch(FileCall::list, folder)) {
         return *error;
     }
-    return m_other.list(folder);
+    return ForwardingFileSystem::list(folder);
 }
 
 Result<ResourceValues> FaultFileSystem::resourceValues(const FileURL& url) const {
-    if (const auto error = failure(FileCall::resourceValues, url)) {
+    if (const auto error = touch(FileCall::resourceValues, url)) {
         return *error;
     }
-    return m_other.resourceValues(url);
+    return ForwardingFileSystem::resourceValues(url);
 }
 
 Result<> FaultFileSystem::walk(const FileURL& root, WalkOptions options, Visitor visit) const {
-    if (const auto error = failure(FileCall::walk, root)) {
+    if (const auto error = touch(FileCall::walk, root)) {
         return *error;
     }
     WalkedPaths paths(root);
-    return m_other.walk(root, options, [&](const WalkEntry& entry) {
+    return ForwardingFileSystem::walk(root, options, [&](const WalkEntry& entry) {
         const FileURL url = paths.told(entry);
         const bool gone = isGone(url);
         WalkEntry told = entry;
@@ -110,10 +126,17 @@ Result<> FaultFileSystem::walk(const FileURL& root, WalkOptions options, Visitor
 }
 
 Result<std::string> FaultFileSystem::read(const FileURL& url, std::size_t limit) const {
-    if (const auto error = failure(FileCall::read, url)) {
+    if (const auto error = touch(FileCall::read, url)) {
         return *error;
     }
-    return m_other.read(url, limit);
+    return ForwardingFileSystem::read(url, limit);
+}
+
+Result<> FaultFileSystem::createDirectories(const FileURL& url) {
+    if (const auto error = touch(FileCall::createDirectories, url)) {
+        return *error;
+    }
+    return ForwardingFileSystem::createDirectories(url);
 }
 
 } // namespace quillane

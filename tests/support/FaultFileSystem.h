@@ -1,57 +1,65 @@
 #pragma once
 #include "FileCall.h"
-#include "FileSystem.h"
+#include "ForwardingFileSystem.h"
+#include <functional>
 #include <map>
 #include <mutex>
 #include <optional>
 #include <set>
+#include <utility>
 
 namespace quillane {
 
-// Another file system with failures laid over it. Without any it answers exactly as the other does.
-// Failures are laid before the calls they are meant for, or from a hook; any thread.
-class FaultFileSystem final : public FileSystem {
+// A file system in which chosen calls fail, and which can do something when a path is touched: take a file
+// away between a listing and a reading, for one. Without any of that it answers exactly as the other does.
+// Calls may come from any thread; hooks are set before use.
+class FaultFileSystem final : public ForwardingFileSystem {
   public:
-    explicit FaultFileSystem(const FileSystem& other)
-        : m_other(other) {}
+    using ForwardingFileSystem::ForwardingFileSystem;
 
-    // Every call of this kind fails.
+    // Every call on this very path fails so; a walk from above still tells it.
+    void fail(const FileURL& url, PlatformError error);
+    // Every call of this kind fails so.
     void failEvery(FileCall call, PlatformError error);
-    // The n-th call of this kind from now on fails, counted from 1, and no other.
+    // The n-th call of this kind from now on fails so, counted from 1, and no other.
     void failNth(FileCall call, int n, PlatformError error);
-    // Every call for this very path fails.
-    void failAt(const FileURL& url, PlatformError error);
     // A folder whose content can't be read: listing and walking it fail, a walk from above tells it and goes on.
     void deny(const FileURL& folder);
-    // Still named by its folder, but gone when it is touched, as when it is removed between the two.
+    // Still named by its folder but gone, with all below it, when it is touched: as when it is removed between
+    // the two.
     void vanish(const FileURL& url);
+    // Called before each call on this path.
+    void before(const FileURL& url, std::function<void()> hook) { m_hooks[url] = std::move(hook); }
+    // The paths that were listed, walked, read or asked about, in their order.
+    std::vector<FileURL> touched() const;
 
-    FileURL home() const override { return m_other.home(); }
     bool exists(const FileURL& url) const override;
     Result<std::vector<DirectoryEntry>> list(const FileURL& folder) const override;
     Result<ResourceValues> resourceValues(const FileURL& url) const override;
     Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const override;
     Result<std::string> read(const FileURL& url, std::size_t limit) const override;
-    FileURL resolvingSymlinks(const FileURL& url) const override { return m_other.resolvingSymlinks(url); }
-    FileURL standardized(const FileURL& url) const override { return m_other.standardized(url); }
+    Result<> createDirectories(const FileURL& url) override;
 
   private:
     struct Nth {
         int left = 0;
         PlatformError error;
     };
+    // Notes the call and tells how it fails, if it does.
+    std::optional<PlatformError> touch(FileCall call, const FileURL& url) const;
     std::optional<PlatformError> failure(FileCall call, const FileURL& url) const;
     bool isDenied(const FileURL& url) const;
     // Whether this or a folder above it has vanished.
     bool isGone(const FileURL& url) const;
 
-    const FileSystem& m_other;
+    std::map<FileURL, std::function<void()>> m_hooks;
     mutable std::mutex m_mutex; // guards all below
+    std::map<FileURL, PlatformError> m_errors;
     std::map<FileCall, PlatformError> m_every;
     mutable std::map<FileCall, Nth> m_nth;
-    std::map<FileURL, PlatformError> m_at;
     std::set<FileURL> m_denied;
     std::set<FileURL> m_gone;
+    mutable std::vector<FileURL> m_touched;
 };
 
 } // namespace quillane

@@ -47,25 +47,25 @@ void RecordingFileSystem::clear() {
 
 bool RecordingFileSystem::exists(const FileURL& url) const {
     note(FileCall::exists, url);
-    return m_other.exists(url);
+    return ForwardingFileSystem::exists(url);
 }
 
 Result<std::vector<DirectoryEntry>> RecordingFileSystem::list(const FileURL& folder) const {
     note(FileCall::list, folder);
     noteEntered(folder);
-    return m_other.list(folder);
+    return ForwardingFileSystem::list(folder);
 }
 
 Result<ResourceValues> RecordingFileSystem::resourceValues(const FileURL& url) const {
     note(FileCall::resourceValues, url);
-    return m_other.resourceValues(url);
+    return ForwardingFileSystem::resourceValues(url);
 }
 
 Result<> RecordingFileSystem::walk(const FileURL& root, WalkOptions options, Visitor visit) const {
     note(FileCall::walk, root);
     noteEntered(root);
     WalkedPaths paths(root);
-    return m_other.walk(root, options, [&](const WalkEntry& entry) {
+    return ForwardingFileSystem::walk(root, options, [&](const WalkEntry& entry) {
         const FileURL url = paths.told(entry);
         if (m_beforeEntry) {
             m_beforeEntry(url);
@@ -80,7 +80,12 @@ Result<> RecordingFileSystem::walk(const FileURL& root, WalkOptions options, Vis
 
 Result<std::string> RecordingFileSystem::read(const FileURL& url, std::size_t limit) const {
     note(FileCall::read, url);
-    return m_other.read(url, limit);
+    return ForwardingFileSystem::read(url, limit);
+}
+
+Result<> RecordingFileSystem::createDirectories(const FileURL& url) {
+    note(FileCall::createDirectories, url);
+    return ForwardingFileSystem::createDirectories(url);
 }
 
 } // namespace quillane

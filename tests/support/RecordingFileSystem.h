@@ -1,6 +1,6 @@
 #pragma once
 #include "FileCall.h"
-#include "FileSystem.h"
+#include "ForwardingFileSystem.h"
 #include <functional>
 #include <mutex>
 #include <string>
@@ -10,7 +10,7 @@
 namespace quillane {
 
 // Another file system, with a record of what was asked. Answers exactly as the other does. Any thread.
-class RecordingFileSystem final : public FileSystem {
+class RecordingFileSystem final : public ForwardingFileSystem {
   public:
     struct Call {
         FileCall call = FileCall::exists;
@@ -18,8 +18,7 @@ class RecordingFileSystem final : public FileSystem {
         friend bool operator==(const Call&, const Call&) = default;
     };
 
-    explicit RecordingFileSystem(const FileSystem& other)
-        : m_other(other) {}
+    using ForwardingFileSystem::ForwardingFileSystem;
 
     // Runs before each call is passed on, on the caller's thread. Set before the calls begin.
     void beforeEach(std::function<void(const Call&)> hook) { m_beforeCall = std::move(hook); }
@@ -35,20 +34,17 @@ class RecordingFileSystem final : public FileSystem {
     std::vector<FileURL> entered() const;
     void clear();
 
-    FileURL home() const override { return m_other.home(); }
     bool exists(const FileURL& url) const override;
     Result<std::vector<DirectoryEntry>> list(const FileURL& folder) const override;
     Result<ResourceValues> resourceValues(const FileURL& url) const override;
     Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const override;
     Result<std::string> read(const FileURL& url, std::size_t limit) const override;
-    FileURL resolvingSymlinks(const FileURL& url) const override { return m_other.resolvingSymlinks(url); }
-    FileURL standardized(const FileURL& url) const override { return m_other.standardized(url); }
+    Result<> createDirectories(const FileURL& url) override;
 
   private:
     void note(FileCall call, const FileURL& url) const;
     void noteEntered(const FileURL& folder) const;
 
-    const FileSystem& m_other;
     std::function<void(const Call&)> m_beforeCall;
     std::function<void(const FileURL&)> m_beforeEntry;
     mutable std::mutex m_mutex; // guards the records

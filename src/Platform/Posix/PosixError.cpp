@@ -1,50 +1,43 @@
 #include "PosixError.h"
 #include <cerrno>
 
-namespace quillane {
-namespace {
+namespace quillane::PosixError {
 
-int readingCode(int errnoValue) {
-    switch (errnoValue) {
+PlatformError reading(int error) {
+    switch (error) {
     case EPERM:
     case EACCES:
-        return ErrorCode::kReadNoPermission;
+        return {ErrorCode::kReadNoPermission, error};
     case ENOENT:
-        return ErrorCode::kReadNoSuchFile;
+        return {ErrorCode::kReadNoSuchFile, error};
     case ENAMETOOLONG:
-        return ErrorCode::kReadInvalidName;
+        return {ErrorCode::kReadInvalidName, error};
     case EFBIG:
-        return ErrorCode::kReadTooLarge;
+        return {ErrorCode::kReadTooLarge, error};
     default:
-        return ErrorCode::kReadUnknown;
+        return {ErrorCode::kReadUnknown, error};
     }
 }
 
-int writingCode(int errnoValue) {
-    switch (errnoValue) {
+PlatformError writing(int error) {
+    switch (error) {
     case EPERM:
     case EACCES:
-        return ErrorCode::kWriteNoPermission;
+        return {ErrorCode::kWriteNoPermission, error};
     case ENOENT:
-        return ErrorCode::kNoSuchFileWriting;
+        return {ErrorCode::kNoSuchFileWriting, error};
     case ENAMETOOLONG:
-        return ErrorCode::kWriteInvalidName;
+        return {ErrorCode::kWriteInvalidName, error};
     case EEXIST:
-        return ErrorCode::kWriteFileExists;
+        return {ErrorCode::kWriteFileExists, error};
     case ENOSPC:
     case EDQUOT:
-        return ErrorCode::kWriteNoSpace;
+        return {ErrorCode::kWriteNoSpace, error};
     case EROFS:
-        return ErrorCode::kWriteReadOnlyVolume;
+        return {ErrorCode::kWriteReadOnlyVolume, error};
     default:
-        return ErrorCode::kWriteUnknown;
+        return {ErrorCode::kWriteUnknown, error};
     }
 }
 
-} // namespace
-
-PlatformError posixError(int errnoValue, Attempt attempt) {
-    return {attempt == Attempt::reading ? readingCode(errnoValue) : writingCode(errnoValue), errnoValue};
-}
-
-} // namespace quillane
+} // namespace quillane::PosixError

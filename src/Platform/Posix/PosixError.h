@@ -1,15 +1,12 @@
 #pragma once
 #include "Result.h"
 
-namespace quillane {
+// errno in the platform's own codes.
+namespace quillane::PosixError {
 
-// What was being tried; the platform has different codes for the two.
-enum class Attempt {
-    reading, // reading, listing, asking for properties
-    writing  // writing, moving, removing, creating
-};
+// For reading, listing and asking.
+PlatformError reading(int error);
+// For writing, moving, removing and creating.
+PlatformError writing(int error);
 
-// The platform's error for an errno. The one place where errno is translated.
-PlatformError posixError(int errnoValue, Attempt attempt);
-
-} // namespace quillane
+} // namespace quillane::PosixError

@@ -17,7 +17,8 @@ namespace {
 
 constexpr std::size_t kListBatch = std::size_t{32} * 1024;
 constexpr std::size_t kFirstRead = std::size_t{64} * 1024;
-constexpr Bytes kBlock = 512;
+constexpr Bytes kBlock = 512; // the unit of st_blocks on every system, whatever the volume's own blocks
+constexpr mode_t kFolderMode = 0777; // default attributes: the user's mask decides
 
 // Other names under which macOS shows the same files, longest first.
 constexpr std::array<std::string_view, 3> kAliasPrefixes = {"/private/var/automount", "/var/automount",
@@ -28,7 +29,7 @@ constexpr std::array<std::string_view, 12> kOwnFolders = {"/Applications", "/Lib
                                                           "/opt",          "/private", "/sbin",   "/usr"};
 
 PlatformError readingError() {
-    return posixError(errno, Attempt::reading);
+    return PosixError::reading(errno);
 }
 
 FileURL accountHome() {
@@ -93,13 +94,9 @@ Result<std::string> readUpTo(int file, std::size_t limit) {
 PosixFileSystem::PosixFileSystem()
     : m_home(userHome()) {}
 
-PosixFileSystem::PosixFileSystem(std::string folder, FileURL home)
-    : m_volume(std::move(folder))
+PosixFileSystem::PosixFileSystem(const std::string& folder, FileURL home)
+    : m_volume(folder)
     , m_home(std::move(home)) {}
-
-PosixFileSystem PosixFileSystem::rooted(std::string folder, FileURL home) {
-    return {std::move(folder), std::move(home)};
-}
 
 bool PosixFileSystem::exists(const FileURL& url) const {
     struct stat status = {};
@@ -169,7 +166,7 @@ Result<std::string> PosixFileSystem::read(const FileURL& url, std::size_t limit)
     }
     // Asked before it is opened: opening a device or a pipe can have an effect, or wait.
     if (!S_ISREG(status.st_mode)) {
-        return posixError(S_ISDIR(status.st_mode) ? EISDIR : EINVAL, Attempt::reading);
+        return PosixError::reading(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
     }
     const auto file = m_volume.open(url.path(), O_RDONLY | O_NONBLOCK | O_NOCTTY);
     if (!file || ::fstat(file.get(), &status) != 0) {
@@ -177,9 +174,45 @@ Result<std::string> PosixFileSystem::read(const FileURL& url, std::size_t limit)
     }
     // And once more for what was opened, should it have been replaced.
     if (!S_ISREG(status.st_mode)) {
-        return posixError(EINVAL, Attempt::reading);
+        return PosixError::reading(EINVAL);
     }
     return readUpTo(file.get(), limit);
+}
+
+Result<> PosixFileSystem::createDirectories(const FileURL& url) {
+    const auto& path = url.path();
+    for (std::size_t end = 0; end < path.size();) {
+        const auto begin = end + 1;
+        end = std::min(path.find('/', begin), path.size());
+        if (end > begin) {
+            if (const int error = makeFolder(path.substr(0, end), path.substr(begin, end - begin))) {
+                return PosixError::writing(error == EEXIST && end < path.size() ? ENOTDIR : error);
+            }
+        }
+    }
+    return success();
+}
+
+// The folder above exists. Returns an errno; 0 when the folder is there in the end.
+int PosixFileSystem::makeFolder(const std::string& path, const std::string& name) {
+    struct stat status = {};
+    if (m_volume.status(path, LastLink::follow, status)) {
+        return S_ISDIR(status.st_mode) ? 0 : EEXIST;
+    }
+    if (errno != ENOENT) {
+        return errno;
+    }
+    const auto parent = m_volume.open(path.substr(0, path.size() - name.size()), O_RDONLY | O_DIRECTORY);
+    if (!parent) {
+        return errno;
+    }
+    if (::mkdirat(parent.get(), name.c_str(), kFolderMode) == 0) {
+        return 0;
+    }
+    const int error = errno;
+    // Somebody else may just have made it.
+    const bool isThere = m_volume.status(path, LastLink::follow, status) && S_ISDIR(status.st_mode);
+    return isThere ? 0 : error;
 }
 
 FileURL PosixFileSystem::resolvingSymlinks(const FileURL& url) const {

@@ -13,8 +13,7 @@ class PosixFileSystem final : public FileSystem {
     PosixFileSystem();
     // The volume that begins at `folder`, a path of the machine. `home` is a path inside the volume. No path
     // leads out of the folder.
-    PosixFileSystem(std::string folder, FileURL home);
-    static PosixFileSystem rooted(std::string folder, FileURL home);
+    PosixFileSystem(const std::string& folder, FileURL home);
 
     FileURL home() const override { return m_home; }
     bool exists(const FileURL& url) const override;
@@ -24,6 +23,7 @@ class PosixFileSystem final : public FileSystem {
     Result<std::string> read(const FileURL& url, std::size_t limit) const override;
     FileURL resolvingSymlinks(const FileURL& url) const override;
     FileURL standardized(const FileURL& url) const override;
+    Result<> createDirectories(const FileURL& url) override;
 
     // The path of the machine for a path of the volume, for what must hand a path to another program, such as
     // showing a file of the sample. Equal to the path where nothing is rooted. Links before the last component
@@ -31,6 +31,7 @@ class PosixFileSystem final : public FileSystem {
     std::string hostPath(const FileURL& url) const;
 
   private:
+    int makeFolder(const std::string& path, const std::string& name);
     std::string droppingAliasPrefixes(std::string path) const;
 
     Volume m_volume;

@@ -33,13 +33,17 @@ void dropLast(std::string& path) {
     }
 }
 
+// As the system's calls: errno tells why not.
 bool isFolder(const std::string& hostPath) {
     struct stat status = {};
     if (::lstat(hostPath.c_str(), &status) != 0) {
         return false;
     }
-    errno = ENOTDIR;
-    return S_ISDIR(status.st_mode);
+    if (!S_ISDIR(status.st_mode)) {
+        errno = ENOTDIR;
+        return false;
+    }
+    return true;
 }
 
 // The text of a link; empty when it is none; nothing when there is no such entry.

@@ -19,7 +19,7 @@ constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | 
 
 // A folder on the way from the root to where the walk is.
 struct Level {
-    FileDescriptor folder;        // closed while the walk is far below
+    Descriptor folder;            // closed while the walk is far below
     bool exhausted = false;       // all its entries have been read
     std::size_t pendingBegin = 0; // where its folders begin among the names not yet entered
     std::int64_t position = 0;    // of the next entry to read, once closed
@@ -29,7 +29,7 @@ struct Level {
 
 class TreeWalk {
   public:
-    TreeWalk(FileDescriptor root, WalkOptions options, FileSystem::Visitor visit)
+    TreeWalk(Descriptor root, WalkOptions options, FileSystem::Visitor visit)
         : m_options(options)
         , m_visit(visit) {
         push(std::move(root));
@@ -116,7 +116,7 @@ class TreeWalk {
         if (answer == WalkAnswer::stop) {
             return false;
         }
-        FileDescriptor folder;
+        Descriptor folder;
         if (answer == WalkAnswer::proceed) {
             folder = openChild(name.data());
         }
@@ -127,9 +127,9 @@ class TreeWalk {
         return true;
     }
 
-    FileDescriptor openChild(const char* name) {
+    Descriptor openChild(const char* name) {
         while (true) {
-            FileDescriptor folder(::openat(m_levels.back().folder.get(), name, kFolderFlags));
+            Descriptor folder(::openat(m_levels.back().folder.get(), name, kFolderFlags));
             const bool again =
                 !folder && (errno == EINTR || ((errno == EMFILE || errno == ENFILE) && closeOldest()));
             if (!again) {
@@ -138,7 +138,7 @@ class TreeWalk {
         }
     }
 
-    void push(FileDescriptor folder) {
+    void push(Descriptor folder) {
         m_levels.push_back({.folder = std::move(folder), .pendingBegin = m_pending.size()});
         if (m_levels.size() - m_oldestOpen + 1 > kMostOpenFolders) {
             closeOldest();
@@ -163,7 +163,7 @@ class TreeWalk {
     }
 
     void leave() {
-        const FileDescriptor left = std::move(m_levels.back().folder);
+        const Descriptor left = std::move(m_levels.back().folder);
         m_levels.pop_back();
         if (m_levels.empty() || m_levels.back().folder) {
             return;
@@ -177,7 +177,7 @@ class TreeWalk {
 
     // From a child of it. A folder that was moved meanwhile has another parent, and that is not walked.
     static bool reopen(Level& level, int child) {
-        FileDescriptor folder(::openat(child, "..", kFolderFlags));
+        Descriptor folder(::openat(child, "..", kFolderFlags));
         struct stat status = {};
         if (!folder || ::fstat(folder.get(), &status) != 0 || status.st_dev != level.device ||
             status.st_ino != level.inode) {
@@ -206,7 +206,7 @@ class TreeWalk {
 
 } // namespace
 
-void walkTree(FileDescriptor root, WalkOptions options, FileSystem::Visitor visit) {
+void walkTree(Descriptor root, WalkOptions options, FileSystem::Visitor visit) {
     TreeWalk(std::move(root), options, visit).run();
 }
 

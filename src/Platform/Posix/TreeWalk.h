@@ -1,5 +1,5 @@
 #pragma once
-#include "FileDescriptor.h"
+#include "Descriptor.h"
 #include "FileSystem.h"
 
 namespace quillane {
@@ -7,6 +7,6 @@ namespace quillane {
 // Walks everything below an open folder, as FileSystem::walk tells. Each folder's files come before its
 // folders. Neither memory nor descriptors grow with the number of entries; memory grows by a few hundred bytes
 // with each level at most, and descriptors do not grow.
-void walkTree(FileDescriptor root, WalkOptions options, FileSystem::Visitor visit);
+void walkTree(Descriptor root, WalkOptions options, FileSystem::Visitor visit);
 
 } // namespace quillane

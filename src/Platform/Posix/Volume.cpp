@@ -23,12 +23,11 @@ bool holdsNul(const std::string& path) {
 
 } // namespace
 
-Volume::Volume(std::string folder) {
-    m_folder = machinePath(folder).value_or(std::move(folder));
-    m_root = FileDescriptor(::open(m_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-}
+Volume::Volume(const std::string& folder)
+    : m_folder(machinePath(folder).value_or(folder))
+    , m_root(::open(m_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
 
-FileDescriptor Volume::open(const std::string& path, int flags) const {
+Descriptor Volume::open(const std::string& path, int flags) const {
     if (holdsNul(path)) {
         return {};
     }
@@ -39,7 +38,7 @@ FileDescriptor Volume::open(const std::string& path, int flags) const {
     do {
         descriptor = ::open(path.c_str(), flags | O_CLOEXEC);
     } while (descriptor < 0 && errno == EINTR);
-    return FileDescriptor(descriptor);
+    return Descriptor(descriptor);
 }
 
 bool Volume::status(const std::string& path, LastLink lastLink, struct stat& status) const {

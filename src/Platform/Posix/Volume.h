@@ -1,5 +1,5 @@
 #pragma once
-#include "FileDescriptor.h"
+#include "Descriptor.h"
 #include "RootedPath.h"
 #include <optional>
 #include <string>
@@ -15,10 +15,10 @@ class Volume {
     // The machine's own root.
     Volume() = default;
     // The volume that begins at an existing folder of the machine; without it every path is missing.
-    explicit Volume(std::string folder);
+    explicit Volume(const std::string& folder);
 
     // As open(2), close-on-exec added. O_NOFOLLOW keeps a link in the last component.
-    FileDescriptor open(const std::string& path, int flags) const;
+    Descriptor open(const std::string& path, int flags) const;
     // As stat(2) or lstat(2).
     bool status(const std::string& path, LastLink lastLink, struct stat& status) const;
     // As realpath(3), told in paths of the volume.
@@ -31,11 +31,11 @@ class Volume {
 
   private:
     // Each system's own way to keep a path inside.
-    FileDescriptor openRooted(const std::string& path, int flags) const;
+    Descriptor openRooted(const std::string& path, int flags) const;
     bool statusRooted(const std::string& path, LastLink lastLink, struct stat& status) const;
 
-    std::string m_folder;  // empty for the machine's own root; resolved otherwise
-    FileDescriptor m_root; // of m_folder
+    std::string m_folder; // empty for the machine's own root; resolved otherwise
+    Descriptor m_root;    // of m_folder
 };
 
 } // namespace quillane

@@ -1,0 +1,59 @@
+#include "DeadlineWait.h"
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <ctime>
+#include <sys/event.h>
+#include <unistd.h>
+
+namespace quillane {
+
+namespace {
+
+constexpr uintptr_t kInterruptIdent = 1;
+constexpr uintptr_t kTimerIdent = 2;
+
+} // namespace
+
+// One kernel queue holds both the timer and the interrupt.
+DeadlineWait::DeadlineWait()
+    : m_timer(::kqueue()) {
+    struct kevent interrupt;
+    EV_SET(&interrupt, kInterruptIdent, EVFILT_USER, EV_ADD | EV_CLEAR, 0, 0, nullptr);
+    if (m_timer < 0 || ::kevent(m_timer, &interrupt, 1, nullptr, 0, nullptr) < 0) {
+        std::abort(); // no timer would ever fire
+    }
+}
+
+DeadlineWait::~DeadlineWait() {
+    ::close(m_timer);
+}
+
+// This system's monotonic clock goes on while the machine sleeps.
+Instant DeadlineWait::instant() {
+    return Instant(
+        std::chrono::nanoseconds(static_cast<std::int64_t>(::clock_gettime_nsec_np(CLOCK_MONOTONIC_RAW))));
+}
+
+void DeadlineWait::wait(std::optional<Instant> deadline) {
+    struct kevent change;
+    if (deadline) {
+        const auto left = std::max<std::int64_t>((*deadline - instant()).count(), 0);
+        EV_SET(&change, kTimerIdent, EVFILT_TIMER, EV_ADD | EV_ONESHOT,
+               NOTE_NSECONDS | NOTE_MACH_CONTINUOUS_TIME, left, nullptr);
+    } else {
+        EV_SET(&change, kTimerIdent, EVFILT_TIMER, EV_DELETE, 0, 0, nullptr);
+    }
+    ::kevent(m_timer, &change, 1, nullptr, 0, nullptr); // deleting a timer that has fired fails: as wanted
+    struct kevent fired;
+    ::kevent(m_timer, nullptr, 0, &fired, 1, nullptr);
+}
+
+void DeadlineWait::interrupt() {
+    struct kevent trigger;
+    EV_SET(&trigger, kInterruptIdent, EVFILT_USER, 0, NOTE_TRIGGER, 0, nullptr);
+    while (::kevent(m_timer, &trigger, 1, nullptr, 0, nullptr) < 0 && errno == EINTR) {
+    }
+}
+
+} // namespace quillane

@@ -1,0 +1,73 @@
+#include "ThreadTaskRunner.h"
+#include "ThreadPriority.h"
+#include <utility>
+
+namespace quillane {
+
+ThreadTaskRunner::ThreadTaskRunner(MainQueue& mainQueue)
+    : m_mainQueue(mainQueue) {}
+
+ThreadTaskRunner::~ThreadTaskRunner() {
+    for (auto& pool : m_pools) {
+        pool.requestStop();
+    }
+    for (auto& pool : m_pools) {
+        pool.join();
+    }
+}
+
+void ThreadTaskRunner::run(Priority priority, Job job) {
+    pool(priority).add(std::move(job));
+}
+
+void ThreadTaskRunner::post(Job job) {
+    m_mainQueue.post(std::move(job));
+}
+
+void ThreadTaskRunner::Pool::add(Job job) {
+    const std::lock_guard lock(m_mutex);
+    if (m_stopping) {
+        return; // a job that was still running asked for more
+    }
+    m_waiting.push_back(std::move(job));
+    if (m_waiting.size() > m_idle && m_threads.size() < limit(m_priority)) {
+        m_threads.emplace_back([this] { work(); });
+    } else {
+        m_changed.notify_one();
+    }
+}
+
+void ThreadTaskRunner::Pool::work() {
+    setPriorityOfCurrentThread(m_priority);
+    for (;;) {
+        Job job;
+        {
+            std::unique_lock lock(m_mutex);
+            ++m_idle;
+            m_changed.wait(lock, [this] { return m_stopping || !m_waiting.empty(); });
+            --m_idle;
+            if (m_stopping) {
+                return;
+            }
+            job = std::move(m_waiting.front());
+            m_waiting.pop_front();
+        }
+        job();
+    }
+}
+
+void ThreadTaskRunner::Pool::requestStop() {
+    std::deque<Job> dropped; // what the jobs own goes after the lock is released
+    const std::lock_guard lock(m_mutex);
+    m_stopping = true;
+    dropped.swap(m_waiting);
+    m_changed.notify_all();
+}
+
+void ThreadTaskRunner::Pool::join() {
+    for (auto& thread : m_threads) { // nobody adds to it any more
+        thread.join();
+    }
+}
+
+} // namespace quillane

@@ -1,0 +1,64 @@
+#include "LeftoverFinder.h"
+#include "FileSystem.h"
+#include "FootprintCalculator.h"
+#include "SupportFileLocations.h"
+#include "TextComparison.h"
+#include <algorithm>
+#include <optional>
+#include <string_view>
+
+namespace quillane::LeftoverFinder {
+namespace {
+
+using Confidence = LeftoverItem::Confidence;
+
+// The identifier itself, with a suffix ("id.plist"), or with a prefix ("TEAM.id"). Case counts.
+bool namesIdentifier(std::string_view name, std::string_view id) {
+    if (name.size() <= id.size()) {
+        return name == id;
+    }
+    return (name.starts_with(id) && name[id.size()] == '.') ||
+           (name.ends_with(id) && name[name.size() - id.size() - 1] == '.');
+}
+
+std::optional<Confidence> match(const InstalledApp& app, const SupportFileLocations::Location& location,
+                                std::string_view name) {
+    if (namesIdentifier(name, *app.bundleIdentifier)) {
+        return Confidence::high;
+    }
+    if (location.allowsNameMatch && Text::equalIgnoringCase(name, app.name)) {
+        return Confidence::medium;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::vector<LeftoverItem> leftovers(const Platform& platform, const InstalledApp& app,
+                                    const StopToken& stop) {
+    std::vector<LeftoverItem> items;
+    if (app.bundleIdentifier.value_or("").empty()) {
+        return items; // without an identifier nothing belongs to it, even where names would match
+    }
+    const auto home = platform.files.home();
+    for (const auto& location : SupportFileLocations::all(platform)) {
+        const auto entries = platform.files.list(location.url);
+        if (!entries) {
+            continue;
+        }
+        for (const auto& entry : *entries) {
+            const auto confidence = match(app, location, entry.name);
+            if (!confidence) {
+                continue;
+            }
+            const auto url = location.url.appending(entry.name);
+            items.push_back({url, location.category, *confidence,
+                             FootprintCalculator::size(platform, url, stop),
+                             !location.url.path().starts_with(home.path()), location.isCache});
+        }
+    }
+    std::ranges::stable_sort(items, std::ranges::greater(), &LeftoverItem::bytes);
+    return items;
+}
+
+} // namespace quillane::LeftoverFinder

@@ -1,0 +1,15 @@
+#pragma once
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+// Text by the characters that a reader sees. All take UTF-8; invalid bytes count as U+FFFD. Any thread.
+namespace quillane::Text {
+
+// True when the text has exactly `count` characters and each is an upper case letter or a number.
+bool isUppercaseOrNumbers(std::string_view text, std::size_t count);
+
+// The text with every invalid sequence replaced by U+FFFD.
+std::string repairedUtf8(std::string_view bytes);
+
+} // namespace quillane::Text

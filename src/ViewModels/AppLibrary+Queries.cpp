@@ -1,0 +1,76 @@
+#include "AppLibrary.h"
+#include "Clock.h"
+#include "TextComparison.h"
+#include <algorithm>
+
+namespace quillane {
+
+namespace {
+
+constexpr int kUnusedDays = 180;           // shown as "6 Months"
+constexpr Bytes kLargeBytes = 500'000'000; // decimal, as all sizes that are shown
+
+bool runsOnIntelOnly(Architecture architecture) {
+    return architecture == Architecture::intel || isDead(architecture);
+}
+
+// An application without a usable count of days passes.
+bool isUnused(const InstalledApp& app, Date now, const Calendar& calendar) {
+    const auto days = app.daysSinceLastUse(now, calendar);
+    return !days || *days > kUnusedDays;
+}
+
+bool passes(AppFilter filter, const InstalledApp& app, const Clock& clock) {
+    switch (filter) {
+    case AppFilter::all:
+        return true;
+    case AppFilter::thirdParty:
+        return app.source != AppSource::system;
+    case AppFilter::rosetta:
+        return runsOnIntelOnly(app.architecture);
+    case AppFilter::unused:
+        return isUnused(app, clock.now(), clock.calendar());
+    case AppFilter::large:
+        return app.totalBytes() > kLargeBytes;
+    }
+    return false;
+}
+
+bool matches(const InstalledApp& app, const std::string& search) {
+    return search.empty() || Text::localizedCaseInsensitiveContains(app.name, search) ||
+           (app.bundleIdentifier && Text::localizedCaseInsensitiveContains(*app.bundleIdentifier, search));
+}
+
+} // namespace
+
+void AppLibrary::forEachVisibleApp(FunctionRef<void(const InstalledApp&)> visit) const {
+    const auto& search = *searchText;
+    const auto chosen = *filter;
+    for (const auto& app : *apps) {
+        if (passes(chosen, app, m_platform.clock) && matches(app, search)) {
+            visit(app);
+        }
+    }
+}
+
+std::vector<InstalledApp> AppLibrary::visibleApps() const {
+    std::vector<InstalledApp> visible;
+    forEachVisibleApp([&visible](const InstalledApp& app) { visible.push_back(app); });
+    return visible;
+}
+
+Bytes AppLibrary::totalVisibleBytes() const {
+    Bytes total = 0;
+    forEachVisibleApp([&total](const InstalledApp& app) { total = checkedSum(total, app.totalBytes()); });
+    return total;
+}
+
+std::optional<InstalledApp> AppLibrary::appWithID(const std::optional<FileURL>& id) const {
+    if (!id) {
+        return std::nullopt;
+    }
+    const auto found = std::ranges::find(*apps, *id, &InstalledApp::url);
+    return found == apps->end() ? std::nullopt : std::optional(*found);
+}
+
+} // namespace quillane

@@ -1,0 +1,19 @@
+#include "ColumnGround.h"
+#include "Tokens.h"
+#include <QPainter>
+
+namespace quillane {
+
+ColumnGround::ColumnGround(Ground ground, QWidget* parent)
+    : QWidget(parent)
+    , m_ground(ground) {}
+
+void ColumnGround::paintEvent(QPaintEvent*) {
+    const Tokens& tokens = Tokens::current();
+    const QColor color = m_ground == Ground::Page   ? tokens.page
+                         : m_ground == Ground::Base ? tokens.base
+                                                    : tokens.sidebar;
+    QPainter(this).fillRect(rect(), color);
+}
+
+} // namespace quillane

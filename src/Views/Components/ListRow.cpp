@@ -1,0 +1,50 @@
+#include "ListRow.h"
+#include "ElidedLabel.h"
+#include "SymbolView.h"
+#include <QHBoxLayout>
+
+namespace quillane {
+
+ListRow::ListRow(const QString& symbol, const QString& title, const QString& subtitle, const QString& size,
+                 Tint tint, QWidget* parent)
+    : QWidget(parent)
+    , m_row(new QHBoxLayout(this))
+    , m_symbol(new SymbolView(symbol, 16, tint))
+    , m_title(new ElidedLabel(title, {12.5, QFont::Medium}))
+    , m_subtitle(new ElidedLabel(subtitle, TextStyle::caption(), Qt::ElideMiddle))
+    , m_size(new Label(size, TextStyle::secondary())) {
+    m_row->setContentsMargins(0, 6, 0, 6);
+    m_row->setSpacing(9);
+    m_row->addWidget(m_symbol, 0, Qt::AlignVCenter);
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(1);
+    texts->addWidget(m_title);
+    texts->addWidget(m_subtitle);
+    m_subtitle->setVisible(!subtitle.isEmpty());
+    m_row->addLayout(texts, 1);
+    m_size->setTabular(true);
+    m_size->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_size->setVisible(!size.isEmpty());
+    m_row->addWidget(m_size);
+    QStringList spoken{title, subtitle, size};
+    spoken.removeAll(QString());
+    setAccessibleName(spoken.join(QStringLiteral(", ")));
+}
+
+QString ListRow::title() const {
+    return m_title->text();
+}
+
+QString ListRow::subtitle() const {
+    return m_subtitle->text();
+}
+
+QString ListRow::sizeText() const {
+    return m_size->text();
+}
+
+void ListRow::addTrailing(QWidget* widget) {
+    m_row->addWidget(widget);
+}
+
+} // namespace quillane

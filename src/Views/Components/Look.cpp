@@ -1,0 +1,88 @@
+#include "Look.h"
+#include "FocusRing.h"
+#include "Fonts.h"
+#include "QuillaneStyle.h"
+#include "Tokens.h"
+#include <QApplication>
+#include <QFontDatabase>
+#include <QToolTip>
+#include <cmath>
+
+namespace quillane {
+
+namespace {
+
+bool g_highContrast = false;
+bool g_reducedMotion = false;
+
+constexpr int kBodyPixels = 13;
+
+#ifdef Q_OS_MACOS
+constexpr bool kNative = true;
+#else
+constexpr bool kNative = false;
+#endif
+
+void apply(bool dark) {
+    Tokens::preferHighContrast(g_highContrast);
+    const QPalette palette = Tokens::of(dark, g_highContrast).palette();
+    QApplication::setPalette(palette);
+    QToolTip::setPalette(palette);
+}
+
+QFont bodyFont() {
+    QFont font = QApplication::font();
+    const QString preferred = QStringLiteral("Inter");
+    if (QFontDatabase::families().contains(preferred)) {
+        font = QFont(preferred);
+    }
+    font.setPixelSize(static_cast<int>(std::lround(kBodyPixels * Fonts::scale())));
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
+} // namespace
+
+void Look::install(QApplication& app) {
+    if (kNative) {
+        return;
+    }
+    QApplication::setStyle(new QuillaneStyle);
+    QApplication::setFont(bodyFont());
+    QToolTip::setFont(Fonts::of(12));
+    apply(false);
+    new FocusRing(&app);
+}
+
+void Look::setDark(bool dark) {
+    if (!kNative && dark != isDark()) {
+        apply(dark);
+    }
+}
+
+bool Look::isDark() {
+    return Tokens::current().dark;
+}
+
+void Look::setHighContrast(bool on) {
+    g_highContrast = on;
+    if (kNative) {
+        Tokens::preferHighContrast(on);
+    } else {
+        apply(isDark());
+    }
+}
+
+void Look::setReducedMotion(bool on) {
+    g_reducedMotion = on;
+}
+
+bool Look::reducedMotion() {
+    return g_reducedMotion;
+}
+
+int Look::duration(int milliseconds) {
+    return g_reducedMotion ? 0 : milliseconds;
+}
+
+} // namespace quillane

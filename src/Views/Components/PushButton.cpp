@@ -1,0 +1,141 @@
+#include "PushButton.h"
+#include "Fonts.h"
+#include "QuillaneStyle.h"
+#include "Symbols.h"
+#include <QPainter>
+#include <QStyleOptionButton>
+
+namespace quillane {
+
+namespace {
+
+QString escaped(QString text) {
+    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+Tint symbolTint(PushButton::Role role) {
+    switch (role) {
+    case PushButton::Role::Normal:
+        return Tint::Text;
+    case PushButton::Role::Filled:
+    case PushButton::Role::Permanent:
+        return Tint::White;
+    case PushButton::Role::Destructive:
+        return Tint::Red;
+    case PushButton::Role::Plain:
+        return Tint::Secondary;
+    }
+    return Tint::Text;
+}
+
+bool fills(PushButton::Role role) {
+    return role == PushButton::Role::Filled || role == PushButton::Role::Permanent;
+}
+
+QFont fontFor(PushButton::Role role, PushButton::Size size) {
+    const double px = size == PushButton::Size::Hero ? 14 : size == PushButton::Size::Small ? 12 : 13;
+    return Fonts::of(px, fills(role) ? QFont::DemiBold : QFont::Medium);
+}
+
+int symbolSide(PushButton::Size size) {
+    return size == PushButton::Size::Hero ? 18 : size == PushButton::Size::Small ? 13 : 15;
+}
+
+// Native buttons of macOS have one height each and no red.
+bool paintsItself(PushButton::Role role, PushButton::Size size) {
+#ifdef Q_OS_MACOS
+    return role == PushButton::Role::Permanent || size == PushButton::Size::Hero;
+#else
+    Q_UNUSED(role);
+    Q_UNUSED(size);
+    return true;
+#endif
+}
+
+} // namespace
+
+PushButton::PushButton(const QString& text, const QString& symbol, Role role, Size size, QWidget* parent)
+    : QPushButton(parent)
+    , m_label(text)
+    , m_symbol(symbol)
+    , m_role(role)
+    , m_size(size) {
+    setAutoDefault(false);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setFocusPolicy(Qt::StrongFocus);
+    dress();
+}
+
+void PushButton::setRole(Role role) {
+    m_role = role;
+    dress();
+}
+
+void PushButton::setLabel(const QString& label) {
+    m_label = label;
+    dress();
+}
+
+void PushButton::setSymbol(const QString& symbol) {
+    m_symbol = symbol;
+    dress();
+}
+
+void PushButton::setCompact(bool compact) {
+    const bool possible = compact && !m_symbol.isEmpty();
+    if (possible != m_compact) {
+        m_compact = possible;
+        setToolTip(possible ? m_label : QString());
+        dress();
+    }
+}
+
+void PushButton::dress() {
+    setFlat(m_role == Role::Plain);
+    if (paintsItself(m_role, m_size)) {
+        setFont(fontFor(m_role, m_size));
+    }
+    setText(m_compact ? QString() : escaped(m_label));
+    setAccessibleName(m_label);
+    setIcon(Symbols::icon(m_symbol, symbolTint(m_role)));
+    setIconSize(QSize(symbolSide(m_size), symbolSide(m_size)));
+    updateGeometry();
+    update();
+}
+
+QSize PushButton::sizeFor(bool compact) const {
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.text = compact ? QString() : escaped(m_label);
+    if (paintsItself(m_role, m_size)) {
+        return QuillaneStyle::pushButtonSize(option, this);
+    }
+    const int width = option.fontMetrics.horizontalAdvance(option.text) + iconSize().width();
+    return style()->sizeFromContents(QStyle::CT_PushButton, &option, {width, option.fontMetrics.height()},
+                                     this);
+}
+
+int PushButton::fullWidth() const {
+    return sizeFor(false).width();
+}
+
+QSize PushButton::sizeHint() const {
+    return sizeFor(m_compact);
+}
+
+QSize PushButton::minimumSizeHint() const {
+    return sizeHint();
+}
+
+void PushButton::paintEvent(QPaintEvent* event) {
+    if (!paintsItself(m_role, m_size)) {
+        QPushButton::paintEvent(event);
+        return;
+    }
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    QPainter painter(this);
+    QuillaneStyle::drawPushButton(option, painter, this);
+}
+
+} // namespace quillane

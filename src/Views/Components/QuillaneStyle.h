@@ -1,0 +1,42 @@
+#pragma once
+#include <QProxyStyle>
+
+class QStyleOptionButton;
+
+namespace quillane {
+
+// The style of Linux: Fusion with the drawings replaced that would look foreign. All colours come from
+// Tokens::current() while painting.
+class QuillaneStyle : public QProxyStyle {
+    Q_OBJECT
+  public:
+    QuillaneStyle();
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* data) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                           const QWidget* widget) const override;
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl sub,
+                         const QWidget* widget) const override;
+    QRect subElementRect(SubElement element, const QStyleOption* option,
+                         const QWidget* widget) const override;
+    QIcon standardIcon(StandardPixmap pixmap, const QStyleOption* option,
+                       const QWidget* widget) const override;
+    void polish(QWidget* widget) override;
+    using QProxyStyle::polish;
+
+    // A push button as `PushButton` describes it, also for those that are painted on macOS.
+    static void drawPushButton(const QStyleOptionButton& option, QPainter& painter, const QWidget* widget);
+    static QSize pushButtonSize(const QStyleOptionButton& option, const QWidget* widget);
+    // A check box of any side; `state` as for PE_IndicatorCheckBox.
+    static void drawCheckBox(QPainter& painter, const QRectF& rect, State state);
+};
+
+} // namespace quillane

@@ -1,0 +1,62 @@
+#include "SidebarDelegate.h"
+#include "Badge.h"
+#include "FocusRing.h"
+#include "Fonts.h"
+#include "SidebarView.h"
+#include "Symbols.h"
+#include "Tokens.h"
+#include <QPainter>
+#include <cmath>
+
+namespace quillane {
+
+namespace {
+constexpr double kInset = 10;
+constexpr double kRadius = 7;
+constexpr double kSymbol = 17;
+constexpr double kHoverShare = 0.45;
+constexpr double kTextLeft = 35;
+constexpr double kBadgeRight = 8;
+} // namespace
+
+QSize SidebarDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
+    return {100, Fonts::rowHeight(SidebarView::kItemHeight) + SidebarView::kItemGap};
+}
+
+void SidebarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                            const QModelIndex& index) const {
+    const Tokens& tokens = Tokens::current();
+    const QRectF item = QRectF(option.rect).adjusted(kInset, 0, -kInset, -SidebarView::kItemGap);
+    const bool selected = option.state & QStyle::State_Selected;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    if (selected || (option.state & QStyle::State_MouseOver)) {
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(selected ? tokens.side : faded(tokens.side, kHoverShare));
+        painter->drawRoundedRect(item, kRadius, kRadius);
+    }
+    if ((option.state & QStyle::State_HasFocus) && FocusRing::isShownFor(option.widget)) {
+        FocusRing::drawInside(*painter, item, kRadius);
+    }
+    Symbols::draw(*painter, {item.left() + 9, std::round(item.center().y() - kSymbol / 2)}, kSymbol,
+                  index.data(kSymbolRole).toString(), selected ? tokens.link : tokens.text2);
+    double textRight = item.right() - kBadgeRight;
+    const QString badge = index.data(kBadgeRole).toString();
+    if (!badge.isEmpty()) {
+        const QSizeF size = Badge::sizeOf(badge, {}, Badge::Kind::Capsule);
+        const QRectF place(QPointF(textRight - size.width(), item.center().y() - size.height() / 2), size);
+        Badge::draw(*painter, place, badge, {}, static_cast<Tint>(index.data(kBadgeTintRole).toInt()),
+                    Badge::Kind::Capsule);
+        textRight = place.left() - 6;
+    }
+    painter->setFont(Fonts::of(13, selected ? QFont::DemiBold : QFont::Normal));
+    painter->setPen(tokens.text);
+    const QRectF words(item.left() + kTextLeft, item.top(), textRight - item.left() - kTextLeft,
+                       item.height());
+    const QString title = index.data().toString();
+    painter->drawText(words, Qt::AlignVCenter | Qt::TextSingleLine,
+                      QFontMetricsF(painter->font()).elidedText(title, Qt::ElideRight, words.width()));
+    painter->restore();
+}
+
+} // namespace quillane

@@ -1,0 +1,255 @@
+#include "TableView.h"
+#include "FocusRing.h"
+#include "HeaderView.h"
+#include "Look.h"
+#include "Spinner.h"
+#include "TableDelegate.h"
+#include "TableRole.h"
+#include "Tokens.h"
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QScopedValueRollback>
+#include <QTimerEvent>
+
+namespace quillane {
+
+namespace {
+constexpr double kBarRadius = 6;
+}
+
+TableView::TableView(const QString& name, QWidget* parent)
+    : QTreeView(parent)
+    , m_header(new HeaderView(this))
+    , m_delegate(new TableDelegate(this)) {
+    setAccessibleName(name);
+    setHeader(m_header); // takes clicks and sort mark from the header while sorting is off
+    m_header->setSectionsClickable(true);
+    m_header->setSortIndicatorShown(true);
+    setItemDelegate(m_delegate);
+    setFrameShape(QFrame::NoFrame);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setSelectionMode(ExtendedSelection);
+    setSelectionBehavior(SelectRows);
+    setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setTabKeyNavigation(false);
+    setEditTriggers(NoEditTriggers);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_header, &QHeaderView::sectionResized, this,
+            [this](int column, int, int newWidth) { sectionDragged(column, newWidth); });
+}
+
+TableView::~TableView() = default;
+
+void TableView::setModel(QAbstractItemModel* model) {
+    for (const QMetaObject::Connection& connection : m_modelConnections) {
+        disconnect(connection);
+    }
+    m_modelConnections.clear();
+    QTreeView::setModel(model);
+    if (model != nullptr) {
+        const auto changed = [this] { updateEmptyState(); };
+        m_modelConnections = {
+            connect(model, &QAbstractItemModel::rowsInserted, this, changed),
+            connect(model, &QAbstractItemModel::rowsRemoved, this, changed),
+            connect(model, &QAbstractItemModel::modelReset, this, changed),
+        };
+    }
+    setColumns(std::move(m_columns));
+    updateEmptyState();
+}
+
+void TableView::setColumns(std::vector<TableColumn> columns) {
+    m_columns = std::move(columns);
+    const int known = std::min(static_cast<int>(m_columns.size()), m_header->count());
+    for (int i = 0; i < known; ++i) {
+        const bool fixed = m_columns[static_cast<std::size_t>(i)].stretches;
+        m_header->setSectionResizeMode(i, fixed ? QHeaderView::Fixed : QHeaderView::Interactive);
+    }
+    layOutColumns();
+}
+
+void TableView::layOutColumns() {
+    const int known = std::min(static_cast<int>(m_columns.size()), m_header->count());
+    if (known == 0 || viewport()->width() <= 0) {
+        return;
+    }
+    const QScopedValueRollback<bool> guard(m_layingOut, true);
+    const std::vector<int> widths = columnWidths(m_columns, viewport()->width());
+    for (int i = 0; i < known; ++i) {
+        m_header->resizeSection(i, widths[static_cast<std::size_t>(i)]);
+    }
+}
+
+void TableView::sectionDragged(int column, int newWidth) {
+    if (m_layingOut || column >= static_cast<int>(m_columns.size())) {
+        return;
+    }
+    m_columns[static_cast<std::size_t>(column)].width = newWidth;
+    layOutColumns();
+}
+
+void TableView::setEmptyState(QWidget* overlay) {
+    delete m_emptyState;
+    m_emptyState = overlay;
+    if (overlay != nullptr) {
+        overlay->setParent(this);
+    }
+    updateEmptyState();
+}
+
+void TableView::updateEmptyState() {
+    if (m_emptyState == nullptr) {
+        return;
+    }
+    const bool empty = model() == nullptr || model()->rowCount() == 0;
+    setHeaderHidden(empty);
+    m_emptyState->setGeometry(rect());
+    m_emptyState->setVisible(empty);
+    if (empty) {
+        m_emptyState->raise();
+    }
+}
+
+void TableView::resizeEvent(QResizeEvent* event) {
+    QTreeView::resizeEvent(event);
+    layOutColumns();
+    if (m_emptyState != nullptr) {
+        m_emptyState->setGeometry(rect());
+    }
+}
+
+bool TableView::showsActiveSelection() const {
+    return hasFocus();
+}
+
+void TableView::drawBar(QPainter& painter, const QRect& row, const QModelIndex& index, bool selected) const {
+    const Tokens& tokens = Tokens::current();
+    const QRectF bar(kInset, row.top(), viewport()->width() - 2 * kInset, row.height());
+    painter.setPen(Qt::NoPen);
+    if (!selected) {
+        if (index.row() % 2 == 1) {
+            painter.setBrush(tokens.alt);
+            painter.drawRoundedRect(bar, kBarRadius, kBarRadius);
+        }
+        return;
+    }
+    const auto isSelected = [&](int other) {
+        const QModelIndex neighbour = index.sibling(other, 0);
+        return neighbour.isValid() && selectionModel()->isSelected(neighbour);
+    };
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
+    path.addRoundedRect(bar, kBarRadius, kBarRadius);
+    if (isSelected(index.row() - 1)) {
+        path.addRect(bar.adjusted(0, 0, 0, -bar.height() / 2));
+    }
+    if (isSelected(index.row() + 1)) {
+        path.addRect(bar.adjusted(0, bar.height() / 2, 0, 0));
+    }
+    painter.setBrush(showsActiveSelection() ? tokens.sel : tokens.selIdle);
+    painter.drawPath(path.simplified());
+}
+
+void TableView::drawRow(QPainter* painter, const QStyleOptionViewItem& options,
+                        const QModelIndex& index) const {
+    const bool selected = selectionModel()->isSelected(index.siblingAtColumn(0));
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    drawBar(*painter, options.rect, index, selected);
+    if (!selected && currentIndex().row() == index.row() && FocusRing::isShownFor(this)) {
+        const QRectF bar(kInset, options.rect.top(), viewport()->width() - 2 * kInset, options.rect.height());
+        FocusRing::drawInside(*painter, bar, kBarRadius);
+    }
+    painter->restore();
+    for (int visual = 0; visual < m_header->count(); ++visual) {
+        const int column = m_header->logicalIndex(visual);
+        if (m_header->isSectionHidden(column)) {
+            continue;
+        }
+        QStyleOptionViewItem cell = options;
+        cell.rect = QRect(m_header->sectionViewportPosition(column), options.rect.top(),
+                          m_header->sectionSize(column), options.rect.height());
+        cell.state.setFlag(QStyle::State_Selected, selected);
+        cell.state.setFlag(QStyle::State_Active, showsActiveSelection());
+        const QModelIndex sibling = index.siblingAtColumn(column);
+        if (sibling.data(kBusyRole).toBool()) {
+            m_busyRegion += cell.rect;
+        }
+        m_delegate->paint(painter, cell, sibling);
+    }
+}
+
+void TableView::drawBranches(QPainter*, const QRect&, const QModelIndex&) const {}
+
+void TableView::paintEvent(QPaintEvent* event) {
+    m_busyRegion -= event->region();
+    QTreeView::paintEvent(event);
+    if (m_busyRegion.isEmpty() || Look::reducedMotion()) {
+        m_spinnerTimer.stop();
+    } else if (!m_spinnerTimer.isActive()) {
+        m_spinnerTimer.start(Spinner::kStepMilliseconds, this);
+    }
+}
+
+void TableView::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != m_spinnerTimer.timerId()) {
+        QTreeView::timerEvent(event);
+        return;
+    }
+    if (!isVisible()) {
+        m_spinnerTimer.stop(); // the next paint starts it again
+        return;
+    }
+    m_spinnerStep = (m_spinnerStep + 1) % Spinner::kSteps;
+    viewport()->update(m_busyRegion);
+}
+
+bool TableView::isTyping() const {
+    return !m_typed.isEmpty() && m_typedAt.isValid() &&
+           m_typedAt.elapsed() < QApplication::keyboardInputInterval();
+}
+
+// The base searches the column of the current cell, which a click may have put anywhere.
+void TableView::keyboardSearch(const QString& search) {
+    if (model() == nullptr || model()->rowCount() == 0) {
+        return;
+    }
+    const bool goesOn = isTyping();
+    m_typedAt.start();
+    m_typed = goesOn ? m_typed + search : search;
+    // The same letter again and again steps through the rows that begin with it.
+    const bool steps = m_typed.count(m_typed.front(), Qt::CaseInsensitive) == m_typed.size();
+    const QString wanted = steps ? m_typed.left(1) : m_typed;
+    const int rows = model()->rowCount();
+    const int current = currentIndex().isValid() ? currentIndex().row() : -1;
+    const int from = goesOn && !steps ? std::max(current, 0) : (current + 1) % rows;
+    const QModelIndexList hits = model()->match(model()->index(from, m_typeAheadColumn), Qt::DisplayRole,
+                                                wanted, 1, Qt::MatchStartsWith | Qt::MatchWrap);
+    if (!hits.isEmpty()) {
+        setCurrentIndex(hits.front().siblingAtColumn(0));
+    }
+}
+
+void TableView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Space || event->modifiers() != Qt::NoModifier) {
+        QTreeView::keyPressEvent(event);
+        return;
+    }
+    if (isTyping()) {
+        keyboardSearch(QStringLiteral(" "));
+    } else if (currentIndex().isValid()) {
+        if (!selectionModel()->isSelected(currentIndex().siblingAtColumn(0))) {
+            QTreeView::keyPressEvent(event);
+        }
+        emit spacePressed();
+    }
+    event->accept();
+}
+
+} // namespace quillane

@@ -1,0 +1,76 @@
+#pragma once
+#include "TableColumn.h"
+#include <QBasicTimer>
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QTreeView>
+#include <vector>
+
+namespace quillane {
+
+class HeaderView;
+class TableDelegate;
+
+// The table of a section: flat rows of 30 pixels, whole rows selected, rounded bars. What a cell shows is the
+// model's to say, see TableRole. Sorting, type-ahead, keys and accessibility are those of QTreeView; Tab
+// leaves the table.
+class TableView : public QTreeView {
+    Q_OBJECT
+  public:
+    // `name` is what assistive tools call the table.
+    explicit TableView(const QString& name, QWidget* parent = nullptr);
+    ~TableView() override;
+
+    static constexpr int kRowHeight = 30;
+    static constexpr int kInset = 8; // of the bars, from both edges
+    static constexpr int kStretchLeast = 180;
+
+    // By logical column, one for each column of the model. A width that the user drags replaces the wish.
+    void setColumns(std::vector<TableColumn> columns);
+    // Covers the rows while there are none. Takes over `overlay`, which may be null.
+    void setEmptyState(QWidget* overlay);
+    // The column that typed letters search; the first unless said otherwise.
+    void setTypeAheadColumn(int column) { m_typeAheadColumn = column; }
+    // Whether selected rows are drawn as in a table that has the focus.
+    bool showsActiveSelection() const;
+    int spinnerStep() const { return m_spinnerStep; }
+    bool isSpinning() const { return m_spinnerTimer.isActive(); }
+
+    void setModel(QAbstractItemModel* model) override;
+    void keyboardSearch(const QString& search) override;
+
+  signals:
+    // Space was pressed on the current row.
+    void spacePressed();
+
+  protected:
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& options,
+                 const QModelIndex& index) const override;
+    void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void layOutColumns();
+    void updateEmptyState();
+    void sectionDragged(int column, int newWidth);
+    void drawBar(QPainter& painter, const QRect& row, const QModelIndex& index, bool selected) const;
+    bool isTyping() const;
+
+    HeaderView* m_header;
+    TableDelegate* m_delegate;
+    std::vector<TableColumn> m_columns;
+    QPointer<QWidget> m_emptyState;
+    std::vector<QMetaObject::Connection> m_modelConnections;
+    QBasicTimer m_spinnerTimer;
+    QString m_typed;
+    QElapsedTimer m_typedAt;
+    int m_typeAheadColumn = 0;
+    int m_spinnerStep = 0;
+    mutable QRegion m_busyRegion; // cells with a spinner that the last paint showed
+    bool m_layingOut = false;
+};
+
+} // namespace quillane

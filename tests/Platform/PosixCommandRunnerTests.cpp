@@ -1,0 +1,181 @@
+#include "PosixCommandRunner.h"
+#include "TemporaryFolder.h"
+#include <atomic>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <pthread.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace quillane {
+namespace {
+
+const std::string kShell = "/bin/sh"; // as a program that can be told what to do
+
+std::string outputOf(const std::string& script, const std::vector<std::string>& arguments = {}) {
+    std::vector<std::string> all = {"-c", script, "sh"};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    return PosixCommandRunner().run(kShell, all).valueOr("could not be started");
+}
+
+int errorCodeOf(const std::string& path, const std::vector<std::string>& arguments = {}) {
+    const auto output = PosixCommandRunner().run(path, arguments);
+    return output.ok() ? 0 : output.error().code;
+}
+
+bool hasNoChild() {
+    errno = 0;
+    return ::waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD;
+}
+
+// The number that the next descriptor of this process would get.
+int lowestFreeDescriptor() {
+    const int number = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    ::close(number);
+    return number;
+}
+
+TEST(PosixCommandRunner, AnOutputFarLargerThanAPipeIsReadWhole) {
+    const auto output = outputOf("head -c 20000000 /dev/zero; printf end");
+    EXPECT_EQ(output.size(), 20000003U);
+    EXPECT_TRUE(output.ends_with("end"));
+}
+
+TEST(PosixCommandRunner, AProgramThatClosesItsOutputAndLivesOnIsWaitedFor) {
+    TemporaryFolder folder;
+    EXPECT_EQ(
+        outputOf("printf said; exec 1>&-; head -c 30000000 /dev/zero | wc -c > \"$1\"", {folder.at("done")}),
+        "said");
+    EXPECT_TRUE(hasNoChild());
+    EXPECT_TRUE(std::filesystem::exists(folder.at("done")));
+}
+
+TEST(PosixCommandRunner, AProgramThatEndsBySignalGivesWhatItWroteBefore) {
+    EXPECT_EQ(outputOf("printf before; kill -KILL $$"), "before");
+    EXPECT_TRUE(hasNoChild());
+}
+
+TEST(PosixCommandRunner, AFileThatIsNotExecutableIsAFailure) {
+    TemporaryFolder folder;
+    folder.file("plain", "#!/bin/sh\necho ran\n");
+    EXPECT_EQ(errorCodeOf(folder.at("plain")), ErrorCode::kReadNoPermission);
+    EXPECT_TRUE(hasNoChild());
+}
+
+TEST(PosixCommandRunner, AFolderIsAFailure) {
+    TemporaryFolder folder;
+    EXPECT_EQ(errorCodeOf(folder.path()), ErrorCode::kReadNoPermission);
+}
+
+TEST(PosixCommandRunner, AScriptWithoutAnInterpreterLineIsNotHandedToAShell) {
+    TemporaryFolder folder;
+    folder.file("script", "echo ran\n");
+    ::chmod(folder.at("script").c_str(), 0755);
+    EXPECT_EQ(errorCodeOf(folder.at("script")), ErrorCode::kReadUnknown);
+}
+
+TEST(PosixCommandRunner, ABareNameIsNotSearchedFor) {
+    EXPECT_EQ(errorCodeOf("echo", {"x"}), ErrorCode::kReadNoSuchFile);
+}
+
+TEST(PosixCommandRunner, ANulInThePathOrAnArgumentIsAFailureAndCutsNothingOff) {
+    const std::string hidden("x\0y", 3);
+    EXPECT_EQ(errorCodeOf("/bin/echo", {hidden}), ErrorCode::kReadInvalidName);
+    EXPECT_EQ(errorCodeOf(std::string("/bin/echo\0/x", 12)), ErrorCode::kReadInvalidName);
+}
+
+TEST(PosixCommandRunner, AnArgumentThatIsTooLongIsAFailure) {
+    EXPECT_EQ(errorCodeOf("/bin/echo", {std::string(8 * 1024 * 1024, 'x')}), ErrorCode::kReadUnknown);
+}
+
+TEST(PosixCommandRunner, TheChildHoldsNoDescriptorOfOurs) {
+    const int inheritable = ::open("/dev/null", O_RDONLY); // some library's, without close-on-exec
+    const int high = ::fcntl(inheritable, F_DUPFD, 60);
+    EXPECT_EQ(outputOf("exec ls /dev/fd"), "0\n1\n2\n3\n"); // 3 is the listing itself
+    ::close(high);
+    ::close(inheritable);
+}
+
+TEST(PosixCommandRunner, NoDescriptorIsLeftOpenHere) {
+    PosixCommandRunner runner;
+    const int before = lowestFreeDescriptor();
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_TRUE(runner.run("/usr/bin/true", {}).ok());
+        EXPECT_FALSE(runner.run("/no such program", {}).ok());
+    }
+    EXPECT_EQ(lowestFreeDescriptor(), before);
+}
+
+TEST(PosixCommandRunner, ABlockedSignalIsNotBlockedInTheChild) {
+    sigset_t term;
+    sigset_t previous;
+    ::sigemptyset(&term);
+    ::sigaddset(&term, SIGTERM);
+    ::pthread_sigmask(SIG_BLOCK, &term, &previous);
+    EXPECT_EQ(outputOf("kill -TERM $$; echo lived"), "");
+    ::pthread_sigmask(SIG_SETMASK, &previous, nullptr);
+}
+
+TEST(PosixCommandRunner, AnIgnoredSignalIsNotIgnoredInTheChild) {
+    const auto previous = ::signal(SIGPIPE, SIG_IGN);
+    EXPECT_EQ(outputOf("kill -PIPE $$; echo lived"), "");
+    ::signal(SIGPIPE, previous);
+}
+
+std::atomic<int> signalsSeen = 0;
+
+TEST(PosixCommandRunner, SignalsDuringTheReadAndTheWaitCutNothingOff) {
+    struct sigaction counting{};
+    struct sigaction previous{};
+    counting.sa_handler = [](int) { ++signalsSeen; }; // without SA_RESTART: calls return EINTR
+    ::sigaction(SIGUSR1, &counting, &previous);
+    TemporaryFolder folder;
+    folder.fifo("during read").fifo("during wait");
+
+    std::string output;
+    std::thread reader([&] {
+        output = outputOf("printf a; read x < \"$1\"; printf b; exec 1>&-; read x < \"$2\"; : > \"$3\"",
+                          {folder.at("during read"), folder.at("during wait"), folder.at("done")});
+    });
+    for (const auto* const name : {"during read", "during wait"}) {
+        std::ofstream line(folder.at(name)); // opens when the program is there
+        for (int i = 0; i < 20; ++i) {
+            const int before = signalsSeen;
+            ::pthread_kill(reader.native_handle(), SIGUSR1);
+            while (signalsSeen == before) {
+                std::this_thread::yield();
+            }
+        }
+        line << "go\n";
+    }
+    reader.join();
+    EXPECT_EQ(output, "ab");
+    EXPECT_TRUE(std::filesystem::exists(folder.at("done")));
+    EXPECT_TRUE(hasNoChild());
+    ::sigaction(SIGUSR1, &previous, nullptr);
+}
+
+TEST(PosixCommandRunnerDeathTest, AProcessWithoutStandardDescriptorsCanRunPrograms) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto runClosed = [](const std::vector<int>& closed) {
+        for (const int number : closed) {
+            ::close(number);
+        }
+        const auto output = PosixCommandRunner().run(kShell, {"-c", "cat; echo out; echo error >&2"});
+        std::_Exit(output.ok() && *output == "out\n" ? 0 : 1);
+    };
+    EXPECT_EXIT(runClosed({0, 1, 2}), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(runClosed({1}), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(runClosed({0, 2}), testing::ExitedWithCode(0), "");
+}
+
+} // namespace
+} // namespace quillane

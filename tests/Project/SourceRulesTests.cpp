@@ -1,0 +1,205 @@
+// Rules that hold for the whole source tree and that no compiler checks.
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+namespace fs = std::filesystem;
+
+struct Source {
+    std::string path; // relative to the root of the tree, with forward slashes
+    std::string text; // without comments and without the content of string literals
+};
+
+// Blanks out comments and literals, so that prose may name what code may not call.
+std::string codeOnly(const std::string& text) {
+    enum class State { code, line, block, string, character } state = State::code;
+    std::string code;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        const char next = i + 1 < text.size() ? text[i + 1] : '\0';
+        switch (state) {
+        case State::code:
+            if (c == '/' && next == '/') {
+                state = State::line;
+            } else if (c == '/' && next == '*') {
+                state = State::block;
+            } else if (c == '"') {
+                state = State::string;
+                code += c;
+            } else if (c == '\'' &&
+                       (code.empty() || (std::isalnum(static_cast<unsigned char>(code.back())) == 0))) {
+                state = State::character;
+                code += c;
+            } else {
+                code += c;
+            }
+            break;
+        case State::line:
+            if (c == '\n') {
+                state = State::code;
+                code += c;
+            }
+            break;
+        case State::block:
+            if (c == '*' && next == '/') {
+                state = State::code;
+                ++i;
+            }
+            break;
+        case State::string:
+        case State::character:
+            if (c == '\\') {
+                ++i;
+            } else if (c == (state == State::string ? '"' : '\'')) {
+                state = State::code;
+                code += c;
+            }
+            break;
+        }
+    }
+    return code;
+}
+
+std::string readFile(const fs::path& path) {
+    std::ifstream stream(path, std::ios::binary);
+    std::stringstream text;
+    text << stream.rdbuf();
+    return text.str();
+}
+
+std::vector<Source> sourcesBelow(const std::string& folder) {
+    const fs::path root = QUILLANE_SOURCE_DIR;
+    std::vector<Source> sources;
+    for (const auto& entry : fs::recursive_directory_iterator(root / folder)) {
+        const auto extension = entry.path().extension();
+        if (extension == ".h" || extension == ".cpp" || extension == ".mm") {
+            sources.push_back({fs::relative(entry.path(), root).generic_string(), readFile(entry.path())});
+        }
+    }
+    return sources;
+}
+
+// The places where a pattern occurs in code, as "path: match".
+std::vector<std::string> occurrences(const std::vector<Source>& sources, const std::regex& pattern,
+                                     const std::set<std::string>& allowed = {}) {
+    std::vector<std::string> found;
+    for (const auto& source : sources) {
+        if (allowed.contains(source.path)) {
+            continue;
+        }
+        const std::string code = codeOnly(source.text);
+        for (auto it = std::sregex_iterator(code.begin(), code.end(), pattern); it != std::sregex_iterator();
+             ++it) {
+            found.push_back(source.path + ": " + it->str());
+        }
+    }
+    return found;
+}
+
+std::string joined(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const auto& line : lines) {
+        text += line + "\n";
+    }
+    return text;
+}
+
+// Calls of the system and of libraries that rename, move or delete.
+const std::regex kMovesOrDeletes(
+    R"((^|[^\w.>])(::)?(rename|renameat|renameat2|unlink|unlinkat|rmdir|remove|link|linkat|symlink|truncate|ftruncate)\s*\()"
+    R"(|\b(fs|filesystem)::(rename|remove|remove_all|copy|copy_file|resize_file|create_symlink)\b)"
+    R"(|\bQFile::(remove|rename|moveToTrash)\b|\bQDir\b|removeRecursively|moveToTrash|setxattr|SYS_renameat2)",
+    std::regex::ECMAScript | std::regex::multiline);
+
+TEST(SourceRules, TheTreeIsReallyRead) {
+    EXPECT_GT(sourcesBelow("src").size(), 30U);
+}
+
+TEST(SourceRules, TheRuleForMovingAndDeletingFindsEachForbiddenCall) {
+    for (const char* call :
+         {"::rename(a, b);", " unlinkat(fd, name, 0);", "std::filesystem::remove_all(path);",
+          "\nremove(path);", "QFile::moveToTrash(x);", "::syscall(SYS_renameat2, 1);", " ::rmdir(x);"}) {
+        EXPECT_EQ(occurrences({{"x.cpp", call}}, kMovesOrDeletes).size(), 1U) << call;
+    }
+    for (const char* harmless : {"list.remove(x);", "m_fields->remove(o);", "// ::unlink(x)\n",
+                                 "f(\"::unlink(x)\");", "observers.link(x);"}) {
+        EXPECT_TRUE(occurrences({{"x.cpp", harmless}}, kMovesOrDeletes).empty()) << harmless;
+    }
+}
+
+TEST(SourceRules, NoProductSourceMovesOrDeletesAFile) {
+    const auto found = occurrences(sourcesBelow("src"), kMovesOrDeletes);
+    EXPECT_TRUE(found.empty()) << joined(found);
+}
+
+TEST(SourceRules, QtBeginsAtTheViews) {
+    std::vector<std::string> found;
+    const std::regex include(R"(#include\s*<Q\w+)");
+    for (const auto& source : sourcesBelow("src")) {
+        const bool mayUseQt = source.path.starts_with("src/Views/") ||
+                              source.path.starts_with("src/Platform/Qt/") ||
+                              source.path.find('/') == source.path.rfind('/'); // the entry type
+        if (!mayUseQt && std::regex_search(source.text, include)) {
+            found.push_back(source.path);
+        }
+    }
+    EXPECT_TRUE(found.empty()) << joined(found);
+}
+
+TEST(SourceRules, TheCoreUsesNothingThatTheMacsStandardLibraryLacks) {
+    const auto found = occurrences(
+        sourcesBelow("src"),
+        std::regex(
+            R"(std::(jthread|stop_token|stop_source|format|expected|chrono::(zoned_time|time_zone))\b)"));
+    EXPECT_TRUE(found.empty()) << joined(found);
+}
+
+TEST(SourceRules, NothingIsPrintedOrLogged) {
+    const auto found = occurrences(
+        sourcesBelow("src"),
+        std::regex(
+            R"(std::(cout|cerr|clog)\b|\b(f|v|vf)?printf\s*\(|\bputs\s*\(|\bq(Debug|Warning|Info|Critical)\b)"));
+    EXPECT_TRUE(found.empty()) << joined(found);
+}
+
+TEST(SourceRules, NoTestSleepsOrIsSkipped) {
+    const auto found = occurrences(
+        sourcesBelow("tests"),
+        std::regex(
+            R"(sleep_for|sleep_until|\bu?sleep\s*\(|nanosleep|QTest::q(Wait|Sleep)\b|GTEST_SKIP|DISABLED_)"),
+        {"tests/Project/SourceRulesTests.cpp"});
+    EXPECT_TRUE(found.empty()) << joined(found);
+}
+
+TEST(SourceRules, NoProductCodeBranchesOnTheSystemItRunsOn) {
+    const auto found = occurrences(
+        sourcesBelow("src"), std::regex(R"(#\s*(if|ifdef|ifndef|elif)[^\n]*(__APPLE__|__linux__|Q_OS_))"));
+    EXPECT_TRUE(found.empty()) << joined(found);
+}
+
+TEST(SourceRules, NoNameGoesThroughAShell) {
+    const auto found =
+        occurrences(sourcesBelow("src"), std::regex(R"((^|[^\w.>])(::|std::)?(system|popen)\s*\()"));
+    EXPECT_TRUE(found.empty()) << joined(found);
+}
+
+TEST(SourceRules, EverySymbolFileIsAnImageOfItsOwnAndHoldsNoScript) {
+    std::size_t count = 0;
+    for (const auto& entry : fs::directory_iterator(fs::path(QUILLANE_SOURCE_DIR) / "resources/symbols")) {
+        const std::string text = readFile(entry.path());
+        EXPECT_NE(text.find("<svg"), std::string::npos) << entry.path();
+        for (const char* forbidden : {"<script", "<use", "<mask", "<clipPath", "href"}) {
+            EXPECT_EQ(text.find(forbidden), std::string::npos) << entry.path() << " holds " << forbidden;
+        }
+        ++count;
+    }
+    EXPECT_GT(count, 50U);
+}
+
+} // namespace

@@ -1,0 +1,134 @@
+#include "PosixCommandRunner.h"
+#include "ScriptedCommandRunner.h"
+#include <atomic>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace quillane {
+namespace {
+
+// The programs of the contract, and what they write. They are the same on every system.
+struct Program {
+    std::string path;
+    std::vector<std::string> arguments;
+    std::string output;
+};
+
+const Program kEcho{"/bin/echo", {"one line"}, "one line\n"};
+const Program kNoNewline{"/usr/bin/printf", {"no newline"}, "no newline"};
+const Program kNothing{"/usr/bin/true", {}, ""};
+const Program kFailing{"/usr/bin/false", {}, ""};
+const Program kErrorOutput{"/bin/cat", {"/no such folder/no such file"}, ""};
+const Program kOddBytes{"/usr/bin/printf", {R"(a\000b\377\n\n)"}, std::string("a\0b\xFF\n\n", 6)};
+const Program kUnexpanded{
+    "/bin/echo", {"two  blanks", "$HOME", "*", "; echo x", "`id`"}, "two  blanks $HOME * ; echo x `id`\n"};
+const Program kEmptyArgument{"/usr/bin/printf", {"[%s]", "", "b"}, "[][b]"};
+const Program kInput{"/bin/cat", {}, ""};
+
+const std::vector<Program>& programs() {
+    static const std::vector<Program> all = {kEcho,     kNoNewline,  kNothing,       kFailing, kErrorOutput,
+                                             kOddBytes, kUnexpanded, kEmptyArgument, kInput};
+    return all;
+}
+
+std::unique_ptr<CommandRunner> makePosix() {
+    return std::make_unique<PosixCommandRunner>();
+}
+
+std::unique_ptr<CommandRunner> makeScripted() {
+    auto runner = std::make_unique<ScriptedCommandRunner>();
+    for (const auto& program : programs()) {
+        runner->answer(program.path, program.arguments, program.output);
+    }
+    return runner;
+}
+
+struct Adapter {
+    const char* name;
+    std::unique_ptr<CommandRunner> (*make)();
+};
+
+class CommandRunnerContract : public testing::TestWithParam<Adapter> {
+  protected:
+    std::unique_ptr<CommandRunner> m_runner = GetParam().make();
+
+    void expectOutput(const Program& program) {
+        const auto output = m_runner->run(program.path, program.arguments);
+        ASSERT_TRUE(output.ok());
+        EXPECT_EQ(*output, program.output);
+    }
+};
+
+TEST_P(CommandRunnerContract, TheStandardOutputIsTheAnswer) {
+    expectOutput(kEcho);
+}
+
+TEST_P(CommandRunnerContract, AMissingNewlineAtTheEndIsNotAdded) {
+    expectOutput(kNoNewline);
+}
+
+TEST_P(CommandRunnerContract, AProgramThatWritesNothingGivesTheEmptyText) {
+    expectOutput(kNothing);
+}
+
+TEST_P(CommandRunnerContract, TheExitStatusIsNotLookedAt) {
+    expectOutput(kFailing);
+}
+
+TEST_P(CommandRunnerContract, StandardErrorIsDropped) {
+    expectOutput(kErrorOutput);
+}
+
+TEST_P(CommandRunnerContract, BytesComeAsTheyAreWithNulsAndInvalidText) {
+    expectOutput(kOddBytes);
+}
+
+TEST_P(CommandRunnerContract, ArgumentsAreNeitherSplitNorExpanded) {
+    expectOutput(kUnexpanded);
+}
+
+TEST_P(CommandRunnerContract, AnEmptyArgumentIsAnArgument) {
+    expectOutput(kEmptyArgument);
+}
+
+TEST_P(CommandRunnerContract, StandardInputIsEmpty) {
+    expectOutput(kInput);
+}
+
+TEST_P(CommandRunnerContract, AMissingProgramIsAFailure) {
+    const auto output = m_runner->run("/no such folder/no such program", {"x"});
+    ASSERT_FALSE(output.ok());
+    EXPECT_EQ(output.error().code, ErrorCode::kReadNoSuchFile);
+}
+
+TEST_P(CommandRunnerContract, AProgramRunsAgain) {
+    expectOutput(kEcho);
+    expectOutput(kEcho);
+}
+
+TEST_P(CommandRunnerContract, ManyThreadsRunProgramsAtOnce) {
+    constexpr int kThreads = 8;
+    constexpr int kRuns = 10;
+    std::atomic<int> right = 0;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < kThreads; ++i) {
+        threads.emplace_back([&] {
+            for (int run = 0; run < kRuns; ++run) {
+                const auto& program = run % 2 == 0 ? kEcho : kOddBytes;
+                const auto output = m_runner->run(program.path, program.arguments);
+                right += output.ok() && *output == program.output ? 1 : 0;
+            }
+        });
+    }
+    for (auto& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(right, kThreads * kRuns);
+}
+
+INSTANTIATE_TEST_SUITE_P(Adapters, CommandRunnerContract,
+                         testing::Values(Adapter{"Posix", makePosix}, Adapter{"Scripted", makeScripted}),
+                         [](const auto& adapter) { return adapter.param.name; });
+
+} // namespace
+} // namespace quillane
