@@ -21,7 +21,7 @@ class QuillaneApp {
     // Opens the window, or brings the one that is open to the front.
     void showWindow();
     // Null while it is closed.
-    ContentView* window() const { return m_window; }
+    ContentView* window() const;
 
     AppLibrary& library() { return m_library; }
     NotificationCenter& notifications() { return m_notifications; }
