@@ -1,12 +1,11 @@
 #pragma once
 #include "AppLibrary.h"
+#include "ContentView.h"
 #include "NotificationCenter.h"
 #include "Platform.h"
 #include <QPointer>
 
 namespace quillane {
-
-class ContentView;
 
 // The application: the one library, what steers the window, and the window itself, which may be closed and
 // opened again while the library lives on. Main thread only; there is one at a time.
