@@ -6,21 +6,31 @@
 #include "TextComparison.h"
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace quillane {
 namespace {
 
+// Laid on disk and scanned once for all tests here, which only look.
 class AppLibrarySampleMac : public testing::Test {
   protected:
-    AppLibrarySampleMac() {
-        library.refresh(AppLibrary::ScanReason::user);
-        mac.runner.runAll();
-    }
+    struct Scanned {
+        Scanned() { scan(); }
+        void scan() {
+            library.refresh(AppLibrary::ScanReason::user);
+            mac.runner.runAll();
+        }
+        SamplePlatform mac{SampleMac::small()};
+        AppLibrary library{mac.platform};
+    };
+    static void SetUpTestSuite() { scanned = std::make_unique<Scanned>(); }
+    static void TearDownTestSuite() { scanned.reset(); }
+    static inline std::unique_ptr<Scanned> scanned;
 
-    SamplePlatform mac{SampleMac::small()};
-    AppLibrary library{mac.platform};
+    SamplePlatform& mac = scanned->mac;
+    AppLibrary& library = scanned->library;
 };
 
 TEST_F(AppLibrarySampleMac, TheScanListsExactlyTheApplicationsThatTheMacHas) {
@@ -66,8 +76,7 @@ TEST_F(AppLibrarySampleMac, TheListIsInTheFindersOrder) {
 
 TEST_F(AppLibrarySampleMac, AnotherScanFindsTheSame) {
     const auto first = *library.apps;
-    library.refresh(AppLibrary::ScanReason::automatic);
-    mac.runner.runAll();
+    scanned->scan();
     EXPECT_EQ(*library.apps, first);
 }
 
