@@ -8,6 +8,7 @@
 #include "IconCache.h"
 #include "MainQueue.h"
 #include "PosixFileSystem.h"
+#include "RemovalFakes.h"
 #include "SampleMac.h"
 #include "ScriptedCommandRunner.h"
 #include "TemporaryFolder.h"
@@ -136,7 +137,9 @@ int run() {
     MainQueue queue;
     ContinuousClock clock(queue);
     TimedRunner runner(queue);
-    const Platform platform{files, commands, metadata, clock, runner, workspace};
+    RemovalFakes fakes;
+    const Platform platform{files,     commands,    metadata,      clock,         runner,
+                            workspace, fakes.trash, fakes.running, fakes.defaults};
 
     bool allKept = true;
     for (int round = 0; round < kRounds; ++round) {

@@ -6,6 +6,7 @@
 #include "OrdinaryUser.h"
 #include "PosixFileSystem.h"
 #include "RecordingFileSystem.h"
+#include "RemovalFakes.h"
 #include "ScriptedCommandRunner.h"
 #include "StepTaskRunner.h"
 #include "TemporaryFolder.h"
@@ -44,7 +45,9 @@ class FootprintCalculatorTest : public testing::Test {
     Bytes sizeOf(FileSystem& files, const std::string& path, const StopToken& stop = {}) {
         StepTaskRunner runner;
         ManualClock clock{runner};
-        const Platform platform{files, m_commands, m_metadata, clock, runner, m_workspace};
+        RemovalFakes fakes;
+        const Platform platform{files,       m_commands,  m_metadata,    clock,         runner,
+                                m_workspace, fakes.trash, fakes.running, fakes.defaults};
         return FootprintCalculator::size(platform, FileURL(path), stop);
     }
     Bytes sizeOf(const std::string& path, const StopToken& stop = {}) { return sizeOf(disk, path, stop); }

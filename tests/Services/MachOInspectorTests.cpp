@@ -3,6 +3,7 @@
 #include "FaultFileSystem.h"
 #include "MachOInspector.h"
 #include "PosixFileSystem.h"
+#include "RemovalFakes.h"
 #include "ScriptedCommandRunner.h"
 #include "StandingClock.h"
 #include "StepTaskRunner.h"
@@ -238,7 +239,9 @@ class MachOInspectorFiles : public testing::Test {
     FakeWorkspace workspace;
     StepTaskRunner tasks;
     StandingClock clock;
-    const Platform platform{files, commands, metadata, clock, tasks, workspace};
+    RemovalFakes fakes;
+    const Platform platform{files,     commands,    metadata,      clock,         tasks,
+                            workspace, fakes.trash, fakes.running, fakes.defaults};
 
     void write(const Head& head) {
         disk.file("tool", std::string_view(reinterpret_cast<const char*>(head.data()), head.size()));

@@ -9,6 +9,7 @@
 #include "NotificationCenter.h"
 #include "Platform.h"
 #include "PosixFileSystem.h"
+#include "RemovalFakes.h"
 #include "ScriptedCommandRunner.h"
 #include "StepTaskRunner.h"
 #include "TemporaryFolder.h"
@@ -62,12 +63,16 @@ class WindowTest : public testing::Test {
     ScriptedCommandRunner commands;
     FakeMetadata metadata;
     FakeWorkspace workspace;
+    RemovalFakes fakes;
     Platform platform{.files = files,
                       .commands = commands,
                       .metadata = metadata,
                       .clock = clock,
                       .tasks = runner,
-                      .workspace = workspace};
+                      .workspace = workspace,
+                      .trash = fakes.trash,
+                      .runningApplications = fakes.running,
+                      .defaults = fakes.defaults};
     AppLibrary library{platform};
     NotificationCenter notifications;
     std::unique_ptr<ContentView> window;

@@ -3,6 +3,9 @@
 #include "DesktopSession.h"
 #include "DesktopWorkspace.h"
 #include "FakeMetadata.h"
+#include "FakeRunningApplications.h"
+#include "FolderTrash.h"
+#include "MemoryDefaults.h"
 #include "MetadataSearch.h"
 #include "Platform.h"
 #include "PosixFileSystem.h"
@@ -19,6 +22,7 @@ class SampleSession {
     SampleSession(DesktopSession& session, const SampleMac& mac, const std::string& hostFolder)
         : m_session(session)
         , m_files(hostFolder, FileURL(std::string(SampleMac::kHome)))
+        , m_trash(hostFolder, FileURL(std::string(SampleMac::kHome)))
         , m_tasks(session.mainQueue()) {
         mac.build(hostFolder);
         for (const auto& [path, date] : mac.lastUses()) {
@@ -36,7 +40,10 @@ class SampleSession {
                 .metadata = m_metadata,
                 .clock = m_session.clock(),
                 .tasks = m_tasks,
-                .workspace = m_workspace};
+                .workspace = m_workspace,
+                .trash = m_trash,
+                .runningApplications = m_running,
+                .defaults = m_defaults};
     }
 
   private:
@@ -47,6 +54,9 @@ class SampleSession {
     MetadataSearch m_search{m_files, m_metadata, m_session.clock(), {FileURL("/")}};
     SearchingCommandRunner m_commands{m_files, m_search, m_programs};
     DesktopWorkspace m_workspace{m_files, m_tasks, DesktopWorkspace::Reach::volume};
+    FolderTrash m_trash;
+    FakeRunningApplications m_running;
+    MemoryDefaults m_defaults;
     ThreadTaskRunner m_tasks;
 };
 
