@@ -1,9 +1,9 @@
 #include "DiskFolder.h"
+#include "TreeRemoval.h"
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,30 +14,50 @@ namespace {
 
 void require(bool worked, const std::string& what) {
     if (!worked) {
-        std::fprintf(stderr, "disk folder: %s: %s\n", what.c_str(), std::strerror(errno));
+        std::perror(what.c_str());
         std::abort();
     }
 }
 
-void makeParents(const std::string& path) {
-    for (auto slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1)) {
-        const auto parent = path.substr(0, slash);
-        require(::mkdir(parent.c_str(), 0755) == 0 || errno == EEXIST, parent);
+// Makes a folder and what is missing above it. Asks for the whole path first, since most often all but the
+// last folder is there.
+void makeFolder(const std::string& path) {
+    if (path.empty() || ::mkdir(path.c_str(), 0755) == 0 || errno == EEXIST) {
+        return;
     }
+    require(errno == ENOENT, path);
+    makeFolder(path.substr(0, path.rfind('/')));
+    require(::mkdir(path.c_str(), 0755) == 0 || errno == EEXIST, path);
+}
+
+void makeParent(const std::string& path) {
+    makeFolder(path.substr(0, path.rfind('/')));
 }
 
 int create(const std::string& path) {
-    makeParents(path);
-    const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    constexpr int kFlags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
+    int fd = ::open(path.c_str(), kFlags, 0644);
+    if (fd < 0 && errno == ENOENT) {
+        makeParent(path);
+        fd = ::open(path.c_str(), kFlags, 0644);
+    }
     require(fd >= 0, path);
     return fd;
+}
+
+void writeAll(int fd, std::string_view content, const std::string& path) {
+    while (!content.empty()) {
+        const auto written = ::write(fd, content.data(), content.size());
+        require(written > 0, path);
+        content.remove_prefix(static_cast<std::size_t>(written));
+    }
 }
 
 } // namespace
 
 DiskFolder::DiskFolder(std::string path)
     : m_path(std::move(path)) {
-    makeParents(m_path + "/");
+    makeFolder(m_path);
 }
 
 std::string DiskFolder::at(std::string_view below) const {
@@ -49,17 +69,13 @@ std::string DiskFolder::at(std::string_view below) const {
 }
 
 DiskFolder& DiskFolder::folder(std::string_view below) {
-    makeParents(at(below) + "/");
+    makeFolder(at(below));
     return *this;
 }
 
 DiskFolder& DiskFolder::file(std::string_view below, std::string_view content) {
     const int fd = create(at(below));
-    while (!content.empty()) {
-        const auto written = ::write(fd, content.data(), content.size());
-        require(written > 0, at(below));
-        content.remove_prefix(static_cast<std::size_t>(written));
-    }
+    writeAll(fd, content, at(below));
     ::close(fd);
     return *this;
 }
@@ -82,19 +98,19 @@ DiskFolder& DiskFolder::sparse(std::string_view below, std::int64_t length) {
 }
 
 DiskFolder& DiskFolder::link(std::string_view below, std::string_view target) {
-    makeParents(at(below));
+    makeParent(at(below));
     require(::symlink(std::string(target).c_str(), at(below).c_str()) == 0, at(below));
     return *this;
 }
 
 DiskFolder& DiskFolder::hardLink(std::string_view below, std::string_view existing) {
-    makeParents(at(below));
+    makeParent(at(below));
     require(::link(at(existing).c_str(), at(below).c_str()) == 0, at(below));
     return *this;
 }
 
 DiskFolder& DiskFolder::fifo(std::string_view below) {
-    makeParents(at(below));
+    makeParent(at(below));
     require(::mkfifo(at(below).c_str(), 0644) == 0, at(below));
     return *this;
 }
@@ -112,6 +128,47 @@ DiskFolder& DiskFolder::modified(std::string_view below, Date date) {
 DiskFolder& DiskFolder::executable(std::string_view below) {
     require(::chmod(at(below).c_str(), 0755) == 0, at(below));
     return *this;
+}
+
+DiskFolder& DiskFolder::chain(std::string_view below, int levels, std::string_view content) {
+    folder(below);
+    int place = ::open(at(below).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    for (int level = 0; level < levels; ++level) {
+        require(::mkdirat(place, "d", 0755) == 0, at(below));
+        const int next = ::openat(place, "d", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        require(next >= 0, at(below));
+        ::close(place);
+        place = next;
+    }
+    const int leaf = ::openat(place, "leaf", O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
+    require(leaf >= 0, at(below));
+    writeAll(leaf, content, at(below));
+    ::close(leaf);
+    ::close(place);
+    return *this;
+}
+
+DiskFolder& DiskFolder::permissions(std::string_view below, unsigned int mode) {
+    require(::chmod(at(below).c_str(), static_cast<mode_t>(mode)) == 0, at(below));
+    return *this;
+}
+
+DiskFolder& DiskFolder::rename(std::string_view from, std::string_view to) {
+    require(::rename(at(from).c_str(), at(to).c_str()) == 0, at(from));
+    return *this;
+}
+
+DiskFolder& DiskFolder::remove(std::string_view below) {
+    if (::unlink(at(below).c_str()) != 0) {
+        removeTree(at(below));
+    }
+    return *this;
+}
+
+std::int64_t DiskFolder::allocationOf(std::string_view below) const {
+    struct stat status = {};
+    require(::lstat(at(below).c_str(), &status) == 0, at(below));
+    return std::int64_t{status.st_blocks} * 512;
 }
 
 } // namespace quillane

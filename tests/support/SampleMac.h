@@ -123,6 +123,7 @@ class SampleApp {
   private:
     friend class SampleMac;
 
+    enum class ListForm { xml, binary, raw, none };
     struct Support {
         std::string path;
         Bytes bytes;
@@ -147,24 +148,23 @@ class SampleApp {
     std::optional<std::string> m_build;
     std::optional<std::string> m_minimumSystem;
     Plist::Dictionary m_properties;
-    enum class ListForm { xml, binary, raw, none };
-    ListForm m_listForm = ListForm::xml;
     std::string m_rawList;
-    bool m_namesExecutable = true;
     std::optional<std::string> m_head;
-    Architecture m_architecture = Architecture::appleSilicon;
     Bytes m_size = 0;
-    std::optional<SampleIcon> m_icon;
-    bool m_isStore = false;
-    int m_levels = 0;
     Bytes m_sparse = 0;
     std::vector<std::string> m_helpers;
     std::optional<Ago> m_lastUsed;
     Ago m_modified = daysAgo(400);
-    bool m_indexed = true;
     std::optional<std::string> m_link;
-    bool m_isListed = true;
     std::vector<Support> m_support;
+    std::optional<SampleIcon> m_icon;
+    ListForm m_listForm = ListForm::xml;
+    Architecture m_architecture = Architecture::appleSilicon;
+    int m_levels = 0;
+    bool m_namesExecutable = true;
+    bool m_isStore = false;
+    bool m_indexed = true;
+    bool m_isListed = true;
 };
 
 // A Mac's volume, declared in words and then laid on disk below any folder. The home folder is "/Users/alex".
@@ -176,7 +176,7 @@ class SampleMac {
     // A fixed moment for tests: 2024-05-15 12:00:00 UTC.
     static constexpr Date kNow = Date::fromUnix(1'715'774'400);
 
-    // A volume with the folders that every Mac has and nothing in them.
+    // A volume with an empty home folder, Trash and folder of applications.
     explicit SampleMac(Date now = kNow);
 
     // The believable Mac of the tour: some sixty applications, 3 GB allocated at most.
@@ -188,6 +188,9 @@ class SampleMac {
 
     // Declares an application. The reference is good until the Mac goes; go on declaring through it.
     SampleApp& app(std::string path);
+
+    // The folders that every Mac has, empty: those of the Library, of the system and of the user.
+    SampleMac& usualFolders();
 
     // Plain entries. A path without a leading slash lies in the home folder; bytes are really allocated.
     SampleMac& folder(std::string path);

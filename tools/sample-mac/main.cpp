@@ -1,0 +1,45 @@
+// The window over a sample Mac, which is laid beside this program and goes with it.
+#include "ContentView.h"
+#include "QuillaneApp.h"
+#include "SampleSession.h"
+#include <QApplication>
+#include <QSocketNotifier>
+#include <QTemporaryDir>
+#include <csignal>
+#include <unistd.h>
+
+namespace quillane {
+namespace {
+
+int g_interrupts[2] = {-1, -1}; // a pipe: all that a signal handler may touch
+
+// Leaves by the ordinary way when interrupted, so that the volume goes too.
+void quitOnInterrupt(QApplication& application) {
+    if (::pipe(g_interrupts) != 0) {
+        return;
+    }
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        std::signal(number,
+                    [](int) { [[maybe_unused]] const auto written = ::write(g_interrupts[1], "", 1); });
+    }
+    auto* const notifier = new QSocketNotifier(g_interrupts[0], QSocketNotifier::Read, &application);
+    QObject::connect(notifier, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
+}
+
+} // namespace
+} // namespace quillane
+
+int main(int argc, char** argv) {
+    using namespace quillane;
+    QApplication application(argc, argv);
+    quitOnInterrupt(application);
+    DesktopSession desktop(application);
+    const QTemporaryDir volume(QApplication::applicationDirPath() + QStringLiteral("/volume-XXXXXX"));
+    if (!volume.isValid()) {
+        return 1;
+    }
+    SampleSession session(desktop, SampleMac::full(desktop.clock().now()), volume.path().toStdString());
+    QuillaneApp app(session.platform());
+    app.showWindow();
+    return QApplication::exec();
+}
