@@ -526,7 +526,7 @@ TEST(PropertyListBinary, AnObjectLiesBetweenTheHeaderAndTheTable) {
         return "bplist00\x09"s + offset + list.trailer(1, 9);
     };
     EXPECT_EQ(parsed(withOffset(8)), Value(true));
-    for (const char offset : {0, 1, 7, 9, 10, 127}) {
+    for (const char offset : {'\0', '\1', '\7', '\x09', '\x0A', '\x7F'}) {
         expectRefused(withOffset(offset)); // the letters of the header would read as texts
     }
 }
