@@ -2,9 +2,9 @@
 #include "FakeWorkspace.h"
 #include "FaultFileSystem.h"
 #include "MachOInspector.h"
+#include "ManualClock.h"
 #include "PosixFileSystem.h"
 #include "ScriptedCommandRunner.h"
-#include "StandingClock.h"
 #include "StepTaskRunner.h"
 #include "TemporaryFolder.h"
 #include <cstdint>
@@ -237,7 +237,7 @@ class MachOInspectorFiles : public testing::Test {
     FakeMetadata metadata;
     FakeWorkspace workspace;
     StepTaskRunner tasks;
-    StandingClock clock;
+    ManualClock clock{tasks};
     const Platform platform{files, commands, metadata, clock, tasks, workspace};
 
     void write(const Head& head) {
