@@ -47,8 +47,9 @@ QAction* WindowCommands::command(const QString& text, const QKeySequence& keys) 
 void WindowCommands::makeSectionKeys() {
     for (std::size_t i = 0; i < kAllLibrarySections.size(); ++i) {
         const auto section = kAllLibrarySections[i];
-        if (!m_window.content(section))
+        if (!m_window.content(section)) {
             continue;
+        }
         auto* const go =
             command(words(rawValue(section)), QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + i)));
         connect(go, &QAction::triggered, this, [this, section] { m_window.showSection(section); });
