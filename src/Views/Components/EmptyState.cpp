@@ -3,6 +3,7 @@
 #include "Spinner.h"
 #include "SymbolView.h"
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace quillane {
 
@@ -52,6 +53,10 @@ void EmptyState::setTexts(const QString& title, const QString& sentence) {
     m_title->setVisible(!title.isEmpty());
     m_sentence->setText(sentence);
     m_sentence->setVisible(!sentence.isEmpty());
+    // A centred item of a box layout does not get the height that its width asks for.
+    for (Label* label : {m_title, m_sentence}) {
+        label->setFixedHeight(std::max(0, label->heightForWidth(label->width())));
+    }
 }
 
 bool EmptyState::isLoading() const {

@@ -3,7 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
-#include <QEvent>
+#include <QFocusEvent>
 #include <QFocusFrame>
 #include <QPainter>
 #include <QWidget>
@@ -15,6 +15,11 @@ namespace {
 bool wearsRing(const QWidget* widget) {
     return qobject_cast<const QAbstractButton*>(widget) != nullptr ||
            qobject_cast<const QComboBox*>(widget) != nullptr;
+}
+
+bool isByKeyboard(Qt::FocusReason reason) {
+    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+           reason == Qt::ShortcutFocusReason;
 }
 
 } // namespace
@@ -45,16 +50,23 @@ QWidget* FocusRing::target() const {
     return m_frame != nullptr ? m_frame->widget() : nullptr;
 }
 
-// Qt sets the attribute when the focus moves by keyboard and never takes it back, so a click does it here.
+// Qt sets the attribute when Tab moves the focus. A shortcut that does counts too, and Qt never takes it back,
+// so a click does that here.
 bool FocusRing::eventFilter(QObject* object, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonPress && object->isWidgetType()) {
+    if (!object->isWidgetType()) {
+        return false;
+    }
+    if (event->type() == QEvent::FocusIn && isByKeyboard(static_cast<QFocusEvent*>(event)->reason())) {
+        static_cast<QWidget*>(object)->window()->setAttribute(Qt::WA_KeyboardFocusChange);
+    }
+    if (event->type() == QEvent::MouseButtonPress) {
         QWidget* window = static_cast<QWidget*>(object)->window();
         if (window->testAttribute(Qt::WA_KeyboardFocusChange)) {
             window->setAttribute(Qt::WA_KeyboardFocusChange, false);
             follow(QApplication::focusWidget());
         }
     }
-    return QObject::eventFilter(object, event);
+    return false;
 }
 
 void FocusRing::follow(QWidget* widget) {

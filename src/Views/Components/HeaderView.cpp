@@ -17,9 +17,7 @@ constexpr int kChevronGap = 5;
 
 HeaderView::HeaderView(QWidget* parent)
     : QHeaderView(Qt::Horizontal, parent) {
-    setSectionsClickable(true);
     setHighlightSections(false);
-    setSortIndicatorShown(true);
     setStretchLastSection(false);
     setMinimumSectionSize(40);
     setFixedHeight(sizeHint().height());

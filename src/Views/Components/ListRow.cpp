@@ -10,7 +10,7 @@ ListRow::ListRow(const QString& symbol, const QString& title, const QString& sub
     : QWidget(parent)
     , m_row(new QHBoxLayout(this))
     , m_symbol(new SymbolView(symbol, 16, tint))
-    , m_title(new ElidedLabel(title, TextStyle::row()))
+    , m_title(new ElidedLabel(title, {12.5, QFont::Medium}))
     , m_subtitle(new ElidedLabel(subtitle, TextStyle::caption(), Qt::ElideMiddle))
     , m_size(new Label(size, TextStyle::secondary())) {
     m_row->setContentsMargins(0, 6, 0, 6);

@@ -526,7 +526,7 @@ QRect QuillaneStyle::subElementRect(SubElement element, const QStyleOption* opti
     if (element == SE_LineEditContents) {
         const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
         if (frame != nullptr && frame->lineWidth > 0) {
-            return option->rect.adjusted(6, 1, -6, -1);
+            return option->rect.adjusted(7, 1, -7, -1);
         }
     }
     return QProxyStyle::subElementRect(element, option, widget);

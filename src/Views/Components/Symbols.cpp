@@ -73,9 +73,11 @@ class SymbolEngine : public QIconEngine {
 
   private:
     QColor color(QIcon::Mode mode) const {
-        const QColor own = Tokens::current().tint(m_tint);
+        const Tokens& tokens = Tokens::current();
+        const QColor own = tokens.tint(m_tint);
         if (mode == QIcon::Disabled) {
-            return faded(own, kDisabledShare);
+            // A disabled filled button loses its colour, on which alone white can be seen.
+            return m_tint == Tint::White ? tokens.text3 : faded(own, kDisabledShare);
         }
         return mode == QIcon::Selected ? QColor(Qt::white) : own;
     }
@@ -108,7 +110,10 @@ QPixmap Symbols::pixmap(const QString& name, double side, const QColor& color, d
 
 void Symbols::draw(QPainter& painter, QPointF topLeft, double side, const QString& name,
                    const QColor& color) {
-    painter.drawPixmap(topLeft, pixmap(name, side, color, painter.device()->devicePixelRatioF()));
+    // Not the ratio of the painter's device: a widget that is rendered into an image has its own still.
+    const QTransform transform = painter.deviceTransform();
+    const double ratio = std::hypot(transform.m11(), transform.m12());
+    painter.drawPixmap(topLeft, pixmap(name, side, color, ratio > 0 ? ratio : 1));
 }
 
 QIcon Symbols::icon(const QString& name, Tint tint) {

@@ -24,7 +24,9 @@ TableView::TableView(const QString& name, QWidget* parent)
     , m_header(new HeaderView(this))
     , m_delegate(new TableDelegate(this)) {
     setAccessibleName(name);
-    setHeader(m_header);
+    setHeader(m_header); // takes clicks and sort mark from the header while sorting is off
+    m_header->setSectionsClickable(true);
+    m_header->setSortIndicatorShown(true);
     setItemDelegate(m_delegate);
     setFrameShape(QFrame::NoFrame);
     setRootIsDecorated(false);

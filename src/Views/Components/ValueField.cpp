@@ -14,7 +14,8 @@ ValueField::ValueField(const QString& value, QWidget* parent)
     setAlignment(Qt::AlignRight);
     setFocusPolicy(Qt::ClickFocus);
     setFont(Fonts::of(12.5));
-    setTextMargins(0, 0, 0, 0);
+    // QLineEdit keeps 2 pixels at either side; without them the value ends where the row does.
+    setTextMargins(-2, 0, -2, 0);
     // Only this role is its own: all others follow the application.
     QPalette clear;
     clear.setColor(QPalette::Base, Qt::transparent);
@@ -22,17 +23,12 @@ ValueField::ValueField(const QString& value, QWidget* parent)
     setCursorPosition(0);
 }
 
-// QLineEdit keeps 2 pixels at either side that cannot be taken from it.
-QRect ValueField::textRect() const {
-    return rect().adjusted(2, 0, -2, 0);
-}
-
 bool ValueField::isElided() const {
-    return fontMetrics().horizontalAdvance(text()) > textRect().width();
+    return fontMetrics().horizontalAdvance(text()) > rect().width();
 }
 
 QSize ValueField::sizeHint() const {
-    return {fontMetrics().horizontalAdvance(text()) + 6, QLineEdit::sizeHint().height()};
+    return {fontMetrics().horizontalAdvance(text()) + 2, QLineEdit::sizeHint().height()};
 }
 
 QSize ValueField::minimumSizeHint() const {
@@ -47,8 +43,8 @@ void ValueField::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setFont(font());
     painter.setPen(Tokens::current().text);
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, textRect().width() + 1);
-    painter.drawText(textRect(), Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, rect().width() + 1);
+    painter.drawText(rect(), Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, shown);
 }
 
 bool ValueField::event(QEvent* event) {

@@ -19,9 +19,6 @@ class ValueField : public QLineEdit {
     void paintEvent(QPaintEvent* event) override;
     bool event(QEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
-
-  private:
-    QRect textRect() const;
 };
 
 } // namespace quillane

@@ -1,0 +1,196 @@
+#include "AppDetailView.h"
+#include "AppIcon.h"
+#include "AppWords.h"
+#include "Badge.h"
+#include "DetailHeader.h"
+#include "DetailRow.h"
+#include "Formatting.h"
+#include "Label.h"
+#include "ListRow.h"
+#include "Note.h"
+#include "Panel.h"
+#include "PushButton.h"
+#include "ShownText.h"
+#include "Spinner.h"
+#include "StatGrid.h"
+#include "TextStyle.h"
+#include "ToolbarRow.h"
+#include "Workspace.h"
+#include <QHBoxLayout>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+namespace quillane {
+
+namespace {
+
+constexpr int kIconSide = 56;
+
+QWidget* measuringLine() {
+    auto* const line = new QWidget;
+    auto* const row = new QHBoxLayout(line);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(8);
+    row->addWidget(new Spinner(16));
+    row->addWidget(new Label(QStringLiteral("Measuring…"), TextStyle::bodySecondary()));
+    row->addStretch();
+    return line;
+}
+
+ListRow* leftoverRow(const LeftoverItem& item) {
+    auto* const row =
+        new ListRow(item.requiresAdmin ? QStringLiteral("lock.fill") : QStringLiteral("doc"),
+                    shownName(item.url.lastPathComponent()), AppDetailView::leftoverSubtitle(item),
+                    words(Formatting::byteCount(item.bytes)));
+    row->setToolTip(shownName(item.url.path()));
+    return row;
+}
+
+} // namespace
+
+AppDetailView::AppDetailView(const Platform& platform, QWidget* parent)
+    : QWidget(parent)
+    , m_platform(platform)
+    , m_toolbar(new ToolbarRow)
+    , m_reveal(new PushButton(QStringLiteral("Reveal in Finder"), QStringLiteral("folder")))
+    , m_icon(new AppIcon(kIconSide))
+    , m_header(new DetailHeader(m_icon, {}))
+    , m_scroll(new QScrollArea) {
+    m_toolbar->addControl(m_reveal);
+    m_toolbar->setShrinking(m_reveal);
+    connect(m_reveal, &QPushButton::clicked, this, [this] {
+        if (m_url)
+            m_platform.workspace.reveal({*m_url});
+    });
+
+    auto* const content = new QWidget;
+    m_blocks = new QVBoxLayout(content);
+    m_blocks->setContentsMargins(16, 16, 16, 16);
+    m_blocks->setSpacing(12);
+    m_blocks->addWidget(m_header);
+    m_blocks->addWidget(makeChips());
+    makeFootprint();
+    makeDetails();
+    m_blocks->addStretch();
+
+    m_scroll->setWidget(content);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setAccessibleName(QStringLiteral("Application details"));
+
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_toolbar);
+    column->addWidget(m_scroll, 1);
+}
+
+QWidget* AppDetailView::makeChips() {
+    m_architecture = new Badge({}, {});
+    m_store = new Badge(QStringLiteral("App Store"), QStringLiteral("bag.fill"));
+    m_source = new Badge({}, {});
+    auto* const chips = new QWidget;
+    auto* const row = new QHBoxLayout(chips);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(6);
+    for (auto* const chip : {m_architecture, m_store, m_source})
+        row->addWidget(chip);
+    row->addStretch();
+    return chips;
+}
+
+void AppDetailView::makeFootprint() {
+    m_footprint = new Panel(QStringLiteral("Disk Footprint"));
+    m_measuring = measuringLine();
+    m_stats = new StatGrid;
+    m_rosettaNote = new Note(
+        QStringLiteral("info.circle"),
+        QStringLiteral("This app has no Apple Silicon build and runs through Rosetta 2 translation."));
+    for (auto* const widget : std::initializer_list<QWidget*>{m_measuring, m_stats, m_rosettaNote})
+        m_footprint->addSpaced(widget);
+    m_blocks->addWidget(m_footprint);
+}
+
+void AppDetailView::makeDetails() {
+    m_bundleID = new DetailRow(QStringLiteral("Bundle ID"), {});
+    m_location = new DetailRow(QStringLiteral("Location"), {});
+    m_lastUsed = new DetailRow(QStringLiteral("Last Used"), {});
+    m_minimumSystem = new DetailRow(QStringLiteral("Minimum macOS"), {});
+    m_details = new Panel(QStringLiteral("Details"));
+    for (auto* const row : {m_bundleID, m_location, m_lastUsed, m_minimumSystem})
+        m_details->addRow(row);
+    m_blocks->addWidget(m_details);
+}
+
+void AppDetailView::show(const InstalledApp& app) {
+    if (m_url != app.url)
+        m_scroll->verticalScrollBar()->setValue(0);
+    m_url = app.url;
+    showHead(app);
+    showFootprint(app);
+    showDetails(app);
+    showSupportFiles(app.leftovers);
+}
+
+void AppDetailView::showHead(const InstalledApp& app) {
+    m_icon->setURL(app.url);
+    m_header->setTexts(
+        shownName(app.name),
+        QStringLiteral("Version %1 (%2)").arg(shownName(app.version), shownName(app.buildVersion)));
+    m_architecture->setContent(words(rawValue(app.architecture)),
+                               AppWords::architectureSymbol(app.architecture),
+                               AppWords::architectureTint(app.architecture));
+    m_store->setVisible(app.isMacAppStore);
+    m_source->setContent(words(rawValue(app.source)), QStringLiteral("internaldrive"), Tint::Secondary);
+}
+
+void AppDetailView::showFootprint(const InstalledApp& app) {
+    m_measuring->setVisible(!app.isMeasured);
+    m_stats->setVisible(app.isMeasured);
+    m_stats->setStats({{QStringLiteral("Total"), words(Formatting::byteCount(app.totalBytes())), true},
+                       {QStringLiteral("Bundle"), words(Formatting::byteCount(app.bundleBytes))},
+                       {QStringLiteral("Support Files"), words(Formatting::byteCount(app.leftoverBytes()))}});
+    m_rosettaNote->setVisible(app.architecture == Architecture::intel);
+}
+
+void AppDetailView::showDetails(const InstalledApp& app) {
+    m_bundleID->setValue(AppWords::orDash(app.bundleIdentifier));
+    m_location->setValue(shownName(app.url.deletingLastPathComponent().path()));
+    m_lastUsed->setValue(AppWords::lastUsed(app.lastUsed, m_platform.clock));
+    m_minimumSystem->setValue(AppWords::orDash(app.minimumSystemVersion));
+}
+
+void AppDetailView::showSupportFiles(const std::vector<LeftoverItem>& leftovers) {
+    if (m_leftovers == leftovers)
+        return;
+    m_leftovers = leftovers;
+    delete std::exchange(m_supportFiles, nullptr);
+    if (leftovers.empty())
+        return;
+    m_supportFiles = new Panel(QStringLiteral("Support Files (%1)").arg(leftovers.size()));
+    for (const auto& item : leftovers)
+        m_supportFiles->addRow(leftoverRow(item));
+    m_blocks->insertWidget(m_blocks->count() - 1, m_supportFiles); // above the stretch
+}
+
+QString AppDetailView::leftoverSubtitle(const LeftoverItem& item) {
+    const QString category = words(item.category);
+    return item.confidence == LeftoverItem::Confidence::medium ? category + QStringLiteral(", name match")
+                                                               : category;
+}
+
+std::vector<const Badge*> AppDetailView::chips() const {
+    std::vector<const Badge*> shown;
+    for (const Badge* const chip : {m_architecture, m_store, m_source})
+        if (!chip->isHidden())
+            shown.push_back(chip);
+    return shown;
+}
+
+std::vector<const DetailRow*> AppDetailView::details() const {
+    return {m_bundleID, m_location, m_lastUsed, m_minimumSystem};
+}
+
+} // namespace quillane

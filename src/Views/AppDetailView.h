@@ -1,0 +1,83 @@
+#pragma once
+#include "InstalledApp.h"
+#include "Platform.h"
+#include <QWidget>
+#include <optional>
+#include <vector>
+
+class QHBoxLayout;
+class QVBoxLayout;
+
+namespace quillane {
+
+class AppIcon;
+class Badge;
+class DetailHeader;
+class DetailRow;
+class Note;
+class Panel;
+class PushButton;
+class StatGrid;
+class ToolbarRow;
+
+// The pane for one application: what it is, what it occupies and where. It is filled anew in place, so that
+// scroll position and focus stay while a scan goes on.
+class AppDetailView : public QWidget {
+    Q_OBJECT
+  public:
+    // The ports must outlive the view.
+    explicit AppDetailView(const Platform& platform, QWidget* parent = nullptr);
+
+    using QWidget::show;
+    void show(const InstalledApp& app);
+
+    // The words of the second line of a leftover's row: "Caches, name match".
+    static QString leftoverSubtitle(const LeftoverItem& item);
+
+    ToolbarRow* toolbar() const { return m_toolbar; }
+    PushButton* revealButton() const { return m_reveal; }
+    DetailHeader* header() const { return m_header; }
+    std::vector<const Badge*> chips() const;
+    Panel* footprint() const { return m_footprint; }
+    QWidget* measuring() const { return m_measuring; }
+    StatGrid* stats() const { return m_stats; }
+    Note* rosettaNote() const { return m_rosettaNote; }
+    std::vector<const DetailRow*> details() const;
+    // Null without leftovers.
+    Panel* supportFiles() const { return m_supportFiles; }
+
+  private:
+    QWidget* makeChips();
+    void makeFootprint();
+    void makeDetails();
+    void showHead(const InstalledApp& app);
+    void showFootprint(const InstalledApp& app);
+    void showDetails(const InstalledApp& app);
+    void showSupportFiles(const std::vector<LeftoverItem>& leftovers);
+
+    const Platform m_platform;
+    std::optional<FileURL> m_url;
+    std::vector<LeftoverItem> m_leftovers; // those that m_supportFiles shows
+
+    ToolbarRow* m_toolbar;
+    PushButton* m_reveal;
+    AppIcon* m_icon;
+    DetailHeader* m_header;
+    Badge* m_architecture = nullptr;
+    Badge* m_store = nullptr;
+    Badge* m_source = nullptr;
+    Panel* m_footprint = nullptr;
+    QWidget* m_measuring = nullptr;
+    StatGrid* m_stats = nullptr;
+    Note* m_rosettaNote = nullptr;
+    Panel* m_details = nullptr;
+    DetailRow* m_bundleID = nullptr;
+    DetailRow* m_location = nullptr;
+    DetailRow* m_lastUsed = nullptr;
+    DetailRow* m_minimumSystem = nullptr;
+    Panel* m_supportFiles = nullptr;
+    QVBoxLayout* m_blocks;
+    class QScrollArea* m_scroll;
+};
+
+} // namespace quillane

@@ -1,0 +1,157 @@
+#include "AppTableModel.h"
+#include "AppWords.h"
+#include "Formatting.h"
+#include "ShownText.h"
+#include "TableRole.h"
+#include <QGuiApplication>
+#include <array>
+
+namespace quillane {
+
+namespace {
+
+const QString kStoreHelp = QStringLiteral("Installed from the Mac App Store");
+
+AppRow appRow(const InstalledApp& app) {
+    return {app.url,          app.name,     app.isMacAppStore, app.isMeasured,
+            app.totalBytes(), app.lastUsed, app.architecture,  app.version};
+}
+
+QVariant tinted(Tint tint) {
+    return static_cast<int>(tint);
+}
+
+} // namespace
+
+AppTableModel::AppTableModel(const Clock& clock, QObject* parent)
+    : RowModel(parent)
+    , m_clock(clock) {}
+
+void AppTableModel::setApps(const std::vector<InstalledApp>& apps) {
+    std::vector<AppRow> next;
+    next.reserve(apps.size());
+    for (const auto& app : apps)
+        next.push_back(appRow(app));
+    update(std::move(next));
+}
+
+void AppTableModel::iconsArrived() {
+    if (rowCount() > 0)
+        emit dataChanged(index(0, kName), index(rowCount() - 1, kName), {Qt::DecorationRole});
+}
+
+int AppTableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : kColumnCount;
+}
+
+QVariant AppTableModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const AppRow& app = row(index.row());
+    switch (index.column()) {
+    case kName:
+        return nameData(app, role);
+    case kSize:
+        return sizeData(app, role);
+    case kLastUsed:
+        return lastUsedData(app, role);
+    case kArchitecture:
+        return architectureData(app, role);
+    default:
+        return versionData(app, role);
+    }
+}
+
+QVariant AppTableModel::nameData(const AppRow& row, int role) const {
+    switch (role) {
+    case Qt::DisplayRole:
+        return shownName(row.name);
+    case Qt::DecorationRole:
+        return m_icons.at(row.url, qGuiApp->devicePixelRatio());
+    case kTrailingSymbolRole:
+        return row.isMacAppStore ? QVariant(QStringLiteral("bag.fill")) : QVariant();
+    case kTrailingHelpRole:
+        return row.isMacAppStore ? QVariant(kStoreHelp) : QVariant();
+    case Qt::AccessibleDescriptionRole:
+        return row.isMacAppStore ? QVariant(kStoreHelp) : QVariant();
+    default:
+        return {};
+    }
+}
+
+QVariant AppTableModel::sizeData(const AppRow& row, int role) const {
+    switch (role) {
+    case Qt::DisplayRole:
+        return row.isMeasured ? QVariant(words(Formatting::byteCount(row.totalBytes))) : QVariant();
+    case Qt::AccessibleTextRole:
+        return row.isMeasured ? QVariant() : QVariant(QStringLiteral("Measuring…"));
+    case kBusyRole:
+        return !row.isMeasured;
+    case kTintRole:
+        return tinted(AppWords::sizeTint(row.totalBytes));
+    case kTabularRole:
+        return true;
+    default:
+        return {};
+    }
+}
+
+QVariant AppTableModel::lastUsedData(const AppRow& row, int role) const {
+    switch (role) {
+    case Qt::DisplayRole:
+        return AppWords::lastUsed(row.lastUsed, m_clock);
+    case kTintRole:
+        return tinted(AppWords::lastUsedTint(row.lastUsed, m_clock));
+    default:
+        return {};
+    }
+}
+
+QVariant AppTableModel::architectureData(const AppRow& row, int role) const {
+    switch (role) {
+    case Qt::DisplayRole:
+        return words(rawValue(row.architecture));
+    case kSymbolRole:
+        return AppWords::architectureSymbol(row.architecture);
+    case kTintRole:
+        return tinted(AppWords::architectureTint(row.architecture));
+    default:
+        return {};
+    }
+}
+
+QVariant AppTableModel::versionData(const AppRow& row, int role) const {
+    switch (role) {
+    case Qt::DisplayRole:
+        return shownName(row.version);
+    case kTintRole:
+        return tinted(Tint::Secondary);
+    default:
+        return {};
+    }
+}
+
+QVariant AppTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    static const std::array kTitles = {QStringLiteral("Name"), QStringLiteral("Size"),
+                                       QStringLiteral("Last Used"), QStringLiteral("Architecture"),
+                                       QStringLiteral("Version")};
+    if (orientation != Qt::Horizontal || section < 0 || section >= kColumnCount)
+        return {};
+    switch (role) {
+    case Qt::DisplayRole:
+        return kTitles[static_cast<std::size_t>(section)];
+    case Qt::TextAlignmentRole:
+        return QVariant(Qt::AlignVCenter | (section == kSize ? Qt::AlignRight : Qt::AlignLeft));
+    case Qt::InitialSortOrderRole:
+        return static_cast<int>(section == kSize ? Qt::DescendingOrder : Qt::AscendingOrder);
+    default:
+        return {};
+    }
+}
+
+void AppTableModel::sort(int column, Qt::SortOrder order) {
+    if (column >= 0 && column < kColumnCount)
+        emit orderWanted({sortKey(static_cast<Column>(column)), order == Qt::DescendingOrder});
+}
+
+} // namespace quillane

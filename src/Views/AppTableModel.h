@@ -1,0 +1,81 @@
+#pragma once
+#include "AppComparator.h"
+#include "IconPixmaps.h"
+#include "InstalledApp.h"
+#include "RowModel.h"
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quillane {
+
+class Clock;
+
+// What the applications table shows of an application, and nothing that it does not show: a change elsewhere
+// in the record repaints no row.
+struct AppRow {
+    FileURL url;
+    std::string name;
+    bool isMacAppStore = false;
+    bool isMeasured = false;
+    Bytes totalBytes = 0;
+    std::optional<Date> lastUsed;
+    Architecture architecture = Architecture::unknown;
+    std::string version;
+    friend bool operator==(const AppRow&, const AppRow&) = default;
+};
+
+// The rows of the applications table. It sorts nothing itself: a click on a header asks for another order.
+class AppTableModel : public RowModel<AppRow, FileURL> {
+    Q_OBJECT
+  public:
+    enum Column : int { kName, kSize, kLastUsed, kArchitecture, kVersion, kColumnCount };
+
+    // The clock must outlive the model.
+    explicit AppTableModel(const Clock& clock, QObject* parent = nullptr);
+
+    // In the order of the screen.
+    void setApps(const std::vector<InstalledApp>& apps);
+    // Icons have come: those that were missing are asked for again.
+    void iconsArrived();
+
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
+
+    static constexpr AppComparator::Key sortKey(Column column);
+
+  signals:
+    void orderWanted(const quillane::AppComparator& comparator);
+
+  protected:
+    const FileURL& key(const AppRow& row) const override { return row.url; }
+
+  private:
+    QVariant nameData(const AppRow& row, int role) const;
+    QVariant sizeData(const AppRow& row, int role) const;
+    QVariant lastUsedData(const AppRow& row, int role) const;
+    QVariant architectureData(const AppRow& row, int role) const;
+    QVariant versionData(const AppRow& row, int role) const;
+
+    const Clock& m_clock;
+    mutable IconPixmaps m_icons{20};
+};
+
+constexpr AppComparator::Key AppTableModel::sortKey(Column column) {
+    switch (column) {
+    case kSize:
+        return AppComparator::Key::totalBytes;
+    case kLastUsed:
+        return AppComparator::Key::lastUsed;
+    case kArchitecture:
+        return AppComparator::Key::architecture;
+    case kVersion:
+        return AppComparator::Key::version;
+    default:
+        return AppComparator::Key::name;
+    }
+}
+
+} // namespace quillane

@@ -1,0 +1,24 @@
+#pragma once
+#include "Bytes.h"
+#include "SelectionSummary.h"
+#include <QString>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace quillane {
+
+// The pane for several selected rows of any section but applications.
+class BulkSummary : public SelectionSummary {
+    Q_OBJECT
+  public:
+    using Rows = std::vector<std::pair<QString, Bytes>>; // label and size
+    explicit BulkSummary(QWidget* parent = nullptr);
+
+    using QWidget::show;
+    void show(const QString& title, const Rows& rows, const std::optional<QString>& note = std::nullopt);
+
+    static Bytes total(const Rows& rows);
+};
+
+} // namespace quillane

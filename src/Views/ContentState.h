@@ -1,0 +1,23 @@
+#pragma once
+#include "AppComparator.h"
+#include "FileURL.h"
+#include "LibrarySection.h"
+#include "Published.h"
+#include <unordered_set>
+#include <vector>
+
+namespace quillane {
+
+// What the window itself knows: where the user is and what is selected there. Each section keeps its own
+// selection, so changing the section loses nothing. Main thread only.
+struct ContentState {
+    explicit ContentState(LibrarySection initialSection)
+        : section(initialSection) {}
+
+    Published<LibrarySection> section;
+    // Rows of the applications table, hidden ones included: what a search hides stays selected.
+    Published<std::unordered_set<FileURL>> selection;
+    Published<std::vector<AppComparator>> sortOrder{kInitialSortOrder};
+};
+
+} // namespace quillane

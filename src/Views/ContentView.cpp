@@ -1,0 +1,170 @@
+#include "ContentView.h"
+#include "AppLibrary.h"
+#include "BrandButton.h"
+#include "ColumnGround.h"
+#include "LibraryObserver.h"
+#include "Rule.h"
+#include "SearchField.h"
+#include "ShownText.h"
+#include "Sidebar.h"
+#include "SidebarView.h"
+#include "ToolbarRow.h"
+#include "WindowCommands.h"
+#include <QHBoxLayout>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace quillane {
+
+namespace {
+
+constexpr int kSidebarWidth = 212;
+constexpr int kSidebarNarrow = 196; // while the window is narrower than this:
+constexpr int kNarrowWindow = 1180;
+// The smallest window leaves this beside the sidebar and the narrowest pane; every table fits into it.
+constexpr int kMiddleNarrowest =
+    ContentView::kMinimumSize.width() - kSidebarNarrow - ContentView::kDetailNarrowest - 2;
+
+QVBoxLayout* columnLayout(QWidget* column) {
+    auto* const layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    return layout;
+}
+
+} // namespace
+
+ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications, QWidget* parent)
+    : QWidget(parent)
+    , m_library(library)
+    , m_state(initialSection())
+    , m_showSection(
+          notifications.observe(NotificationName::kShowSection,
+                                [this](const NotificationCenter::Object& title) { receive(title); })) {
+    setWindowTitle(QStringLiteral("Quillane"));
+    setMinimumSize(kMinimumSize);
+    resize(kDefaultSize);
+    makeScreens();
+    makeColumns();
+    bindSearch();
+    makeCommands();
+    m_sectionObserver = new LibraryObserver([this] { renderSection(); }, this);
+    m_sectionObserver->renderNow();
+}
+
+ContentView::~ContentView() = default;
+
+void ContentView::makeScreens() {
+    std::vector<Sidebar::Entry> entries;
+    for (const auto& standing : standingScreens()) {
+        m_screens.push_back(standing.make(m_library, m_state));
+        entries.push_back({standing.section, m_screens.back().badge, standing.badgeTint});
+    }
+    m_sidebar = new Sidebar(m_state, std::move(entries));
+}
+
+// The order of construction is the order of Tab: sidebar, search, section, pane.
+void ContentView::makeColumns() {
+    auto* const middle = new ColumnGround(ColumnGround::Ground::Base);
+    middle->setMinimumWidth(kMiddleNarrowest);
+    m_search = new SearchField;
+    m_header = new ToolbarRow;
+    m_header->addControl(m_search);
+    m_sections = new QStackedWidget;
+    auto* const middleColumn = columnLayout(middle);
+    middleColumn->addWidget(m_header);
+    middleColumn->addWidget(m_sections, 1);
+
+    auto* const right = new ColumnGround(ColumnGround::Ground::Page);
+    right->setMinimumWidth(kDetailNarrowest);
+    right->setMaximumWidth(kDetailWidest);
+    m_details = new QStackedWidget;
+    columnLayout(right)->addWidget(m_details);
+    for (const auto& screen : m_screens) {
+        m_sections->addWidget(screen.content);
+        m_details->addWidget(screen.detail);
+    }
+
+    m_columns = new QSplitter;
+    m_columns->setChildrenCollapsible(false);
+    m_columns->setHandleWidth(1);
+    m_columns->addWidget(middle);
+    m_columns->addWidget(right);
+    m_columns->setStretchFactor(0, 1);
+    m_columns->setStretchFactor(1, 0);
+    m_columns->setSizes({kDefaultSize.width(), kDetailNarrowest});
+
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    row->addWidget(m_sidebar);
+    row->addWidget(new Rule(Rule::Weight::Edge, Qt::Vertical));
+    row->addWidget(m_columns, 1);
+}
+
+void ContentView::bindSearch() {
+    connect(m_search, &QLineEdit::textChanged, this,
+            [this](const QString& text) { m_library.searchText = text.toStdString(); });
+    m_searchObserver = new LibraryObserver(
+        [this] {
+            const QString text = words(m_library.searchText.get());
+            if (m_search->text() != text)
+                m_search->setText(text);
+        },
+        this);
+    m_searchObserver->renderNow();
+}
+
+void ContentView::makeCommands() {
+    auto* const commands = new WindowCommands(*this);
+    m_sidebar->brand()->setMenu(commands->windowMenu());
+}
+
+QWidget* ContentView::content(LibrarySection section) const {
+    const int index = indexOf(section);
+    return index < 0 ? nullptr : m_screens[static_cast<std::size_t>(index)].content;
+}
+
+QWidget* ContentView::detail(LibrarySection section) const {
+    const int index = indexOf(section);
+    return index < 0 ? nullptr : m_screens[static_cast<std::size_t>(index)].detail;
+}
+
+int ContentView::indexOf(LibrarySection section) const {
+    const auto standing = standingScreens();
+    const auto found = std::ranges::find(standing, section, &StandingScreen::section);
+    return found == standing.end() ? -1 : static_cast<int>(found - standing.begin());
+}
+
+void ContentView::showSection(LibrarySection section) {
+    if (indexOf(section) >= 0)
+        m_state.section = section;
+}
+
+void ContentView::receive(const NotificationCenter::Object& title) {
+    const auto section = title ? librarySectionFromRawValue(*title) : std::nullopt;
+    if (section)
+        showSection(*section);
+}
+
+void ContentView::renderSection() {
+    const LibrarySection section = m_state.section.get();
+    const int index = indexOf(section);
+    m_header->setTitle(words(rawValue(section)));
+    m_sections->setCurrentIndex(index);
+    m_details->setCurrentIndex(index);
+}
+
+void ContentView::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (m_library.phase.get().kind == AppLibrary::Phase::Kind::idle)
+        m_library.refresh(AppLibrary::ScanReason::user);
+}
+
+void ContentView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    m_sidebar->setFixedWidth(width() < kNarrowWindow ? kSidebarNarrow : kSidebarWidth);
+}
+
+} // namespace quillane

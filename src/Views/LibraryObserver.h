@@ -1,0 +1,29 @@
+#pragma once
+#include "Published.h"
+#include <QObject>
+#include <functional>
+
+namespace quillane {
+
+// Draws a part of the window from the library and draws it again when something that it read has changed.
+// However much changes in one turn of the event loop, it is drawn once, at the next turn. Main thread only.
+class LibraryObserver : public QObject, private Observer {
+    Q_OBJECT
+  public:
+    // `render` reads Published fields and puts them on the screen. It may be called at any later turn while
+    // this lives, so what it captures must live as long.
+    explicit LibraryObserver(std::function<void()> render, QObject* parent = nullptr);
+
+    // At once. The first call begins the observation.
+    void renderNow();
+    // At the next turn: for what the screen shows but the library does not hold, such as a selection.
+    void schedule();
+
+  private:
+    void fieldDidChange() override { schedule(); }
+
+    std::function<void()> m_render;
+    bool m_isScheduled = false;
+};
+
+} // namespace quillane

@@ -1,0 +1,73 @@
+#include "WindowCommands.h"
+#include "AppLibrary.h"
+#include "BrandButton.h"
+#include "ContentView.h"
+#include "SearchField.h"
+#include "ShownText.h"
+#include "Sidebar.h"
+#include <QAction>
+#include <QApplication>
+#include <QKeySequence>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace quillane {
+
+WindowCommands::WindowCommands(ContentView& window)
+    : QObject(&window)
+    , m_window(window) {
+    auto* const rescan = command(QStringLiteral("Rescan Applications"), QKeySequence(Qt::CTRL | Qt::Key_R));
+    connect(rescan, &QAction::triggered, this,
+            [this] { m_window.library().refresh(AppLibrary::ScanReason::user); });
+
+    auto* const search = command(QStringLiteral("Search"), QKeySequence(Qt::CTRL | Qt::Key_F));
+    connect(search, &QAction::triggered, this, [this] {
+        m_window.searchField()->setFocus(Qt::ShortcutFocusReason);
+        m_window.searchField()->selectAll();
+    });
+
+    auto* const quit = command(QStringLiteral("Quit Quillane"), QKeySequence(Qt::CTRL | Qt::Key_Q));
+    quit->setMenuRole(QAction::QuitRole);
+    connect(quit, &QAction::triggered, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+
+    makeSectionKeys();
+    makeMenu(rescan, quit);
+}
+
+// An action of the window, so that its keys work whatever has the focus.
+QAction* WindowCommands::command(const QString& text, const QKeySequence& keys) {
+    auto* const action = new QAction(text, this);
+    action->setShortcut(keys);
+    m_window.addAction(action);
+    return action;
+}
+
+// The number is the section's place among all sections, so that it stays the same for good.
+void WindowCommands::makeSectionKeys() {
+    for (std::size_t i = 0; i < kAllLibrarySections.size(); ++i) {
+        const auto section = kAllLibrarySections[i];
+        if (!m_window.content(section))
+            continue;
+        auto* const go =
+            command(words(rawValue(section)), QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + i)));
+        connect(go, &QAction::triggered, this, [this, section] { m_window.showSection(section); });
+    }
+}
+
+void WindowCommands::makeMenu(QAction* rescan, QAction* quit) {
+#ifdef Q_OS_MACOS
+    auto* const bar = new QMenuBar(&m_window);
+    auto* const file = bar->addMenu(QStringLiteral("File"));
+    file->addAction(rescan);
+    file->addAction(quit); // the system moves it to the application's menu
+#else
+    m_windowMenu = new QMenu(&m_window);
+    m_windowMenu->addAction(rescan);
+    m_windowMenu->addSeparator();
+    m_windowMenu->addAction(quit);
+    auto* const open = command(QStringLiteral("Menu"), QKeySequence(Qt::Key_F10));
+    connect(open, &QAction::triggered, this, [this] { m_window.sidebar()->brand()->openMenu(); });
+#endif
+}
+
+} // namespace quillane

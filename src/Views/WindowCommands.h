@@ -1,0 +1,31 @@
+#pragma once
+#include <QObject>
+
+class QAction;
+class QMenu;
+
+namespace quillane {
+
+class ContentView;
+
+// The commands of the window and their keys. On macOS they stand in the menu bar; elsewhere in the menu of
+// the brand row, which F10 opens too.
+class WindowCommands : public QObject {
+    Q_OBJECT
+  public:
+    // Belongs to the window.
+    explicit WindowCommands(ContentView& window);
+
+    // Null where there is a menu bar.
+    QMenu* windowMenu() const { return m_windowMenu; }
+
+  private:
+    QAction* command(const QString& text, const QKeySequence& keys);
+    void makeSectionKeys();
+    void makeMenu(QAction* rescan, QAction* quit);
+
+    ContentView& m_window;
+    QMenu* m_windowMenu = nullptr;
+};
+
+} // namespace quillane

@@ -1,0 +1,123 @@
+#include "WindowTest.h"
+#include "ApplicationsDetail.h"
+#include "ApplicationsTable.h"
+#include "TableView.h"
+#include <QHeaderView>
+#include <algorithm>
+
+namespace quillane {
+
+std::shared_ptr<const IconImage> RecordedWorkspace::icon(const FileURL& /*url*/, int side) {
+    auto image = std::make_shared<IconImage>();
+    image->width = side;
+    image->height = side;
+    for (int i = 0; i < side * side; ++i) {
+        for (const int channel : {0x34, 0x57, 0xD5, 0xFF}) {
+            image->rgba.push_back(static_cast<std::uint8_t>(channel));
+        }
+    }
+    return image;
+}
+
+WindowTest::WindowTest() {
+    IconCache::shared().attach(&platform);
+}
+
+WindowTest::~WindowTest() {
+    window.reset();
+    IconCache::shared().attach(nullptr);
+}
+
+ContentView& WindowTest::openReady(std::vector<InstalledApp> apps) {
+    return open({AppLibrary::Phase::Kind::ready}, std::move(apps));
+}
+
+ContentView& WindowTest::open(AppLibrary::Phase phase, std::vector<InstalledApp> apps) {
+    library.phase = phase;
+    library.apps = std::move(apps);
+    window = std::make_unique<ContentView>(library, notifications);
+    window->show();
+    QApplication::setActiveWindow(window.get());
+    turn();
+    return *window;
+}
+
+void WindowTest::turn() {
+    for (int i = 0; i < 3; ++i) { // what is drawn may ask for another turn: icons, layouts
+        runner.settle();
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+}
+
+void WindowTest::finish() {
+    for (int i = 0; i < 3; ++i) {
+        runner.runAll();
+        turn();
+    }
+}
+
+ApplicationsTable& WindowTest::applications() const {
+    return *qobject_cast<ApplicationsTable*>(window->content(LibrarySection::applications));
+}
+
+ApplicationsDetail& WindowTest::detail() const {
+    return *qobject_cast<ApplicationsDetail*>(window->detail(LibrarySection::applications));
+}
+
+TableView& WindowTest::table() const {
+    return *applications().table();
+}
+
+QStringList WindowTest::names() const {
+    QStringList all;
+    for (int row = 0; row < table().model()->rowCount(); ++row) {
+        all << cell(row, 0);
+    }
+    return all;
+}
+
+QStringList WindowTest::selectedNames() const {
+    QStringList selected;
+    for (int row = 0; row < table().model()->rowCount(); ++row) {
+        if (table().selectionModel()->isRowSelected(row)) {
+            selected << cell(row, 0);
+        }
+    }
+    return selected;
+}
+
+QString WindowTest::cell(int row, int column) const {
+    return table().model()->index(row, column).data().toString();
+}
+
+int WindowTest::rowOf(const QString& name) const {
+    const auto row = names().indexOf(name);
+    EXPECT_GE(row, 0) << "no row " << name.toStdString();
+    return static_cast<int>(row);
+}
+
+void WindowTest::click(const QString& name, Qt::KeyboardModifiers modifiers) const {
+    const QModelIndex index = table().model()->index(rowOf(name), 0);
+    table().scrollTo(index);
+    QTest::mouseClick(table().viewport(), Qt::LeftButton, modifiers, table().visualRect(index).center());
+}
+
+void WindowTest::doubleClick(const QString& name) const {
+    const QPoint at = table().visualRect(table().model()->index(rowOf(name), 0)).center();
+    QTest::mouseClick(table().viewport(), Qt::LeftButton, {}, at);
+    QTest::mouseDClick(table().viewport(), Qt::LeftButton, {}, at);
+}
+
+void WindowTest::press(Qt::Key key, Qt::KeyboardModifiers modifiers) const {
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+}
+
+void WindowTest::clickHeader(int column) const {
+    const auto* const header = table().header();
+    const QPoint at(header->sectionViewportPosition(column) + header->sectionSize(column) / 2,
+                    header->height() / 2);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, at);
+}
+
+} // namespace quillane

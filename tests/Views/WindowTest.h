@@ -1,0 +1,87 @@
+#pragma once
+#include "AbsentMetadata.h"
+#include "AppLibrary.h"
+#include "AppRecords.h"
+#include "ContentView.h"
+#include "IconCache.h"
+#include "ManualClock.h"
+#include "NotificationCenter.h"
+#include "Platform.h"
+#include "PosixFileSystem.h"
+#include "ScriptedCommandRunner.h"
+#include "StepTaskRunner.h"
+#include "TemporaryFolder.h"
+#include "Workspace.h"
+#include <QApplication>
+#include <QTest>
+#include <gtest/gtest.h>
+#include <memory>
+#include <vector>
+
+namespace quillane {
+
+class ApplicationsDetail;
+class ApplicationsTable;
+class TableView;
+
+// Remembers what was opened and shown, and gives every location a blue square for an icon.
+class RecordedWorkspace final : public Workspace {
+  public:
+    std::vector<FileURL> opened;
+    std::vector<std::vector<FileURL>> revealed;
+
+    std::shared_ptr<const IconImage> icon(const FileURL& url, int side) override;
+    void open(const FileURL& url) override { opened.push_back(url); }
+    void reveal(const std::vector<FileURL>& urls) override { revealed.push_back(urls); }
+};
+
+// The window over a library that the test fills by hand, on a machine with an empty disk, whose time and jobs
+// move only when the test says so.
+class WindowTest : public testing::Test {
+  protected:
+    WindowTest();
+    ~WindowTest() override;
+
+    // Opens the window over these applications, as after a scan.
+    ContentView& openReady(std::vector<InstalledApp> apps);
+    ContentView& open(AppLibrary::Phase phase, std::vector<InstalledApp> apps);
+    void close() { window.reset(); }
+    // As the scan publishes them.
+    void publish(std::vector<InstalledApp> apps) { library.apps = std::move(apps); }
+    // Lets the window draw what has changed. Jobs of the pools stay where they are.
+    void turn();
+    // The same, and all jobs run.
+    void finish();
+
+    TableView& table() const;
+    ApplicationsTable& applications() const;
+    ApplicationsDetail& detail() const;
+    // By the name in the first column; the test fails when there is none.
+    int rowOf(const QString& name) const;
+    QStringList names() const; // of all rows, from the top
+    QStringList selectedNames() const;
+    QString cell(int row, int column) const;
+    void click(const QString& name, Qt::KeyboardModifiers modifiers = {}) const;
+    void doubleClick(const QString& name) const;
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const; // into what has the focus
+    void clickHeader(int column) const;
+
+    TemporaryFolder disk;
+    StepTaskRunner runner;
+    ManualClock clock{runner};
+    PosixFileSystem files{disk.path(), FileURL("/Users/alex")};
+    ScriptedCommandRunner commands;
+    AbsentMetadata metadata;
+    RecordedWorkspace workspace;
+    Platform platform{.files = files,
+                      .commands = commands,
+                      .metadata = metadata,
+                      .clock = clock,
+                      .tasks = runner,
+                      .workspace = workspace};
+    AppLibrary library{platform};
+    NotificationCenter notifications;
+    std::unique_ptr<ContentView> window;
+};
+
+} // namespace quillane
