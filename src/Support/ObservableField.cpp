@@ -27,7 +27,7 @@ Observer::Tracking::~Tracking() {
 
 void Observer::forgetFields() {
     for (const auto* field : std::exchange(m_fields, {})) {
-        field->remove(*this);
+        field->leave(*this);
     }
 }
 
@@ -41,7 +41,7 @@ ObservableField::~ObservableField() {
 
 void ObservableField::track() const {
     if (auto* observer = tracking()) {
-        add(*observer);
+        join(*observer);
     }
 }
 
@@ -53,14 +53,14 @@ void ObservableField::tellDidChange() const {
     tell(&Observer::fieldDidChange);
 }
 
-void ObservableField::add(Observer& observer) const {
+void ObservableField::join(Observer& observer) const {
     if (std::ranges::find(m_observers, &observer) == m_observers.end()) {
         m_observers.push_back(&observer);
         observer.m_fields.push_back(this);
     }
 }
 
-void ObservableField::remove(Observer& observer) const {
+void ObservableField::leave(Observer& observer) const {
     if (m_telling > 0) {
         std::ranges::replace(m_observers, &observer, static_cast<Observer*>(nullptr));
     } else {

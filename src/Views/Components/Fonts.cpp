@@ -2,7 +2,6 @@
 #include "TextStyle.h"
 #include <QApplication>
 #include <QFontMetrics>
-#include <QScreen>
 #include <algorithm>
 #include <cmath>
 
@@ -11,27 +10,11 @@ namespace quillane {
 namespace {
 
 double g_scale = 1;
-constexpr double kPointsPerInch = 72;
-
-double dotsPerInch() {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen != nullptr ? screen->logicalDotsPerInchY() : 96;
-}
-
-// Only points can be fractions: setPixelSize takes whole pixels.
-void setPixels(QFont& font, double px) {
-    if (px == std::floor(px)) {
-        font.setPixelSize(static_cast<int>(px));
-    } else {
-        font.setPointSizeF(px * kPointsPerInch / dotsPerInch());
-    }
-}
-
 } // namespace
 
 QFont Fonts::of(double px, int weight, double tracking) {
     QFont font = QApplication::font();
-    setPixels(font, px * g_scale);
+    font.setPixelSize(static_cast<int>(std::nearbyint(px * g_scale)));
     font.setWeight(static_cast<QFont::Weight>(weight));
     if (tracking != 0) {
         font.setLetterSpacing(QFont::AbsoluteSpacing, tracking);

@@ -3,8 +3,9 @@
 
 namespace quillane::Fonts {
 
-// The application's font in `px` logical pixels at the normal text size; it grows with the text scale that
-// Look set. `tracking` is extra space between letters, in pixels.
+// The application's font in `px` logical pixels at the usual text size, times the scale. Qt draws whole sizes
+// only, so a half goes to its even neighbour: 11.5 is drawn as 12, 12.5 as 12. `tracking` is extra space
+// between letters, in pixels.
 QFont of(double px, int weight = QFont::Normal, double tracking = 0);
 
 // How much larger than usual the user wants text: 1 when nothing is set.

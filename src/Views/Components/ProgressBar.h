@@ -10,6 +10,9 @@ class ProgressBar : public QProgressBar {
   public:
     explicit ProgressBar(int width = 120, int height = 6, QWidget* parent = nullptr);
 
+    // How much of `bar` is done, 0 to 1; 0 while its range is empty.
+    static double shareOf(const QProgressBar& bar);
+
     QSize sizeHint() const override { return size(); }
 
   protected:

@@ -198,6 +198,23 @@ QRectF focusShape(const QWidget& control, const QStyle& style, double& radius) {
     return whole;
 }
 
+// The chosen line of a menu: Fusion draws its words and icon, white on a rounded ground of ours.
+QStyleOptionMenuItem onMenuGround(const QStyleOptionMenuItem& item, QPainter& painter) {
+    constexpr double kMenuRadius = 5;
+    drawGround(painter, QRectF(item.rect).adjusted(1, 0, -1, 0), kMenuRadius, Tokens::current().sel,
+               Qt::transparent);
+    QStyleOptionMenuItem plain = item;
+    plain.state.setFlag(QStyle::State_Selected, false);
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+        plain.palette.setColor(role, Qt::white);
+    }
+    if (!item.icon.isNull()) {
+        const QSize side(item.maxIconWidth, item.maxIconWidth);
+        plain.icon = QIcon(item.icon.pixmap(side, painter.device()->devicePixelRatioF(), QIcon::Selected));
+    }
+    return plain;
+}
+
 void drawFocusFrame(QPainter& painter, const QFocusFrame& frame, const QStyle& style) {
     const QWidget* control = frame.widget();
     if (control == nullptr) {
@@ -336,6 +353,15 @@ void QuillaneStyle::drawControl(ControlElement element, const QStyleOption* opti
         drawPushButton(*button, *painter, widget);
         return;
     }
+    if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+        element == CE_MenuItem && item != nullptr && (item->state & State_Selected) &&
+        (item->state & State_Enabled)) {
+        painter->save();
+        const QStyleOptionMenuItem plain = onMenuGround(*item, *painter);
+        QProxyStyle::drawControl(element, &plain, painter, widget);
+        painter->restore();
+        return;
+    }
     if (element == CE_FocusFrame) {
         if (const auto* frame = qobject_cast<const QFocusFrame*>(widget)) {
             drawFocusFrame(*painter, *frame, *this);
@@ -371,7 +397,15 @@ void QuillaneStyle::drawComplexControl(ComplexControl control, const QStyleOptio
     if (control == CC_SpinBox) {
         const auto* box = qstyleoption_cast<const QStyleOptionSpinBox*>(option);
         painter->save();
-        drawField(*painter, option->rect, option->state, true);
+        // The figure stands free before its stepper and gets a field only while it is typed into.
+        if (option->state & State_HasFocus) {
+            drawField(*painter, option->rect.adjusted(0, 0, -kStepperWidth - 4, 0), option->state, true);
+        }
+        const Dress stepper = dressOf(PushButton::Role::Normal, conditionOf(*option));
+        drawGround(*painter,
+                   QRectF(option->rect.right() + 1 - kStepperWidth, option->rect.top() + 1, kStepperWidth,
+                          option->rect.height() - 2),
+                   5, (option->state & State_Enabled) ? tokens.ctl : stepper.ground, stepper.edge);
         const bool enabled = option->state & State_Enabled;
         const auto arrow = [&](SubControl sub, const QString& name, QAbstractSpinBox::StepEnabledFlag flag) {
             const bool can = enabled && box != nullptr && (box->stepEnabled & flag);
@@ -431,6 +465,8 @@ int QuillaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const Q
         return 1;
     case SH_FocusFrame_AboveWidget:
         return 1;
+    case SH_FocusFrame_Mask:
+        return 0; // it would cut square corners out of the round ring
     case SH_ItemView_ActivateItemOnSingleClick:
         return 0;
     case SH_EtchDisabledText:
@@ -454,7 +490,7 @@ QSize QuillaneStyle::sizeFromContents(ContentsType type, const QStyleOption* opt
     case CT_ComboBox:
         return {size.width() + 44, Fonts::rowHeight(28)};
     case CT_SpinBox:
-        return {size.width() + kStepperWidth + 16, Fonts::rowHeight(28)};
+        return {size.width() + kStepperWidth + 18, Fonts::rowHeight(28)};
     case CT_LineEdit:
         return {size.width(), std::max(size.height(), Fonts::rowHeight(28))};
     default:
@@ -504,14 +540,15 @@ QRect QuillaneStyle::subControlRect(ComplexControl control, const QStyleOptionCo
         }
     }
     if (control == CC_SpinBox) {
-        const int left = rect.right() - kStepperWidth;
+        const int left = rect.right() + 1 - kStepperWidth;
+        const int half = rect.height() / 2;
         switch (sub) {
         case SC_SpinBoxUp:
-            return {left, rect.top() + 3, kStepperWidth - 4, rect.height() / 2 - 3};
+            return {left, rect.top() + 2, kStepperWidth, half - 2};
         case SC_SpinBoxDown:
-            return {left, rect.top() + rect.height() / 2, kStepperWidth - 4, rect.height() / 2 - 3};
+            return {left, rect.top() + half, kStepperWidth, half - 2};
         case SC_SpinBoxEditField:
-            return rect.adjusted(8, 2, -kStepperWidth - 2, -2);
+            return rect.adjusted(8, 2, -kStepperWidth - 10, -2);
         case SC_SpinBoxFrame:
             return rect;
         default:

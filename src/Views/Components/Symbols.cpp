@@ -30,10 +30,10 @@ bool keepsItsColours(const QString& name) {
 }
 
 QImage render(const QString& name, int pixels, const QColor& color) {
-    QSvgRenderer renderer(pathOf(name));
-    if (!renderer.isValid()) {
+    if (!Symbols::exists(name)) {
         return {};
     }
+    QSvgRenderer renderer(pathOf(name));
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);

@@ -34,6 +34,7 @@ class TableView : public QTreeView {
     // Whether selected rows are drawn as in a table that has the focus.
     bool showsActiveSelection() const;
     int spinnerStep() const { return m_spinnerStep; }
+    bool isSpinning() const { return m_spinnerTimer.isActive(); }
 
     void setModel(QAbstractItemModel* model) override;
     void keyboardSearch(const QString& search) override;

@@ -32,7 +32,7 @@ Tokens makeLight() {
     t.fill = see("#1B1B1F", 0.06);
     t.ctl = "#FFFFFF";
     t.ctlLine = "#CBCBD3";
-    t.ring = see("#3457D5", 0.70);
+    t.ring = see("#3457D5", 0.80);
     t.switchOff = "#8B8B95";
     t.orange = "#904003";
     t.orangeSoft = see("#E88C10", 0.15);
@@ -67,7 +67,7 @@ Tokens makeDark() {
     t.line2 = "#303036";
     t.text = "#F1F1F4";
     t.text2 = "#B6B6C0";
-    t.text3 = "#A0A0AB";
+    t.text3 = "#A5A5B0";
     t.accent = "#4A69E3";
     t.accentHover = "#4160DA";
     t.link = "#A3B5FF";

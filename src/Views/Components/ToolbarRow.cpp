@@ -11,7 +11,8 @@ namespace quillane {
 
 namespace {
 constexpr int kLeft = 16;
-constexpr int kRight = 16;
+constexpr int kLeftUntitled = 8; // three labelled buttons need it in the narrowest detail pane
+constexpr int kRight = 14;
 constexpr int kSpacing = 8;
 } // namespace
 
@@ -21,16 +22,18 @@ ToolbarRow::ToolbarRow(const QString& title, Line line, QWidget* parent)
     , m_title(new Label(title, TextStyle::columnTitle()))
     , m_line(line) {
     setFixedHeight(kHeight);
-    m_row->setContentsMargins(kLeft, 0, kRight, 1);
+    // The row may be narrower than its labels ask for: they shrink.
+    m_row->setSizeConstraint(QLayout::SetNoConstraint);
     m_row->setSpacing(kSpacing);
     m_row->addWidget(m_title, 0, Qt::AlignVCenter);
     m_row->addStretch(1);
-    m_title->setVisible(!title.isEmpty());
+    setTitle(title);
 }
 
 void ToolbarRow::setTitle(const QString& title) {
     m_title->setText(title);
     m_title->setVisible(!title.isEmpty());
+    m_row->setContentsMargins(title.isEmpty() ? kLeftUntitled : kLeft, 0, kRight, 1);
     fit();
 }
 
@@ -72,7 +75,8 @@ void ToolbarRow::fit() {
     if (m_shrinking == nullptr || width() <= 0) {
         return;
     }
-    int needed = kLeft + kRight;
+    const QMargins margins = m_row->contentsMargins();
+    int needed = margins.left() + margins.right();
     if (!m_title->isHidden()) {
         needed += m_title->sizeHint().width() + kSpacing;
     }

@@ -1,5 +1,5 @@
-#include "Detached.h"
 #include "AsyncTest.h"
+#include "Detached.h"
 #include <memory>
 #include <stdexcept>
 #include <string>

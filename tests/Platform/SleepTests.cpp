@@ -1,5 +1,5 @@
-#include "Sleep.h"
 #include "AsyncTest.h"
+#include "Sleep.h"
 #include <chrono>
 #include <optional>
 
@@ -12,7 +12,7 @@ class SleepTest : public AsyncTest {
   protected:
     TaskHandle startSleeping(Duration duration) {
         auto handle = scope->start([this, duration](StopToken stop) -> Task<> {
-            result = co_await sleep(duration, stop);
+            result = co_await after(duration, stop);
             ++resumptions;
         });
         runner.settle();
@@ -48,7 +48,7 @@ TEST_F(SleepTest, OfNoTimeEndsAtALaterTurn) {
     bool was = false;
     scope->start([&](StopToken stop) -> Task<> {
         runner.post([&] { was = within; });
-        co_await sleep(0s, stop);
+        co_await after(0s, stop);
         within = false;
     });
     runner.settle();
@@ -71,7 +71,7 @@ TEST_F(SleepTest, CancellingEndsItSoonButNeverInsideTheCall) {
 }
 
 TEST_F(SleepTest, OfATaskThatWasAlreadyCancelledEndsAtALaterTurn) {
-    const auto handle = scope->start([this](StopToken stop) -> Task<> { result = co_await sleep(5s, stop); });
+    const auto handle = scope->start([this](StopToken stop) -> Task<> { result = co_await after(5s, stop); });
     handle.cancel();
     EXPECT_EQ(result, std::nullopt);
     runner.settle();
@@ -81,9 +81,9 @@ TEST_F(SleepTest, OfATaskThatWasAlreadyCancelledEndsAtALaterTurn) {
 
 TEST_F(SleepTest, CancelledWhenItsTimeHasComeButNotItsTurnResumesOnce) {
     const auto handle = scope->start([this](StopToken stop) -> Task<> {
-        result = co_await sleep(5s, stop);
+        result = co_await after(5s, stop);
         ++resumptions;
-        co_await sleep(5s, {});
+        co_await after(5s, {});
         ++resumptions;
     });
     runner.settle();
@@ -97,7 +97,7 @@ TEST_F(SleepTest, CancelledWhenItsTimeHasComeButNotItsTurnResumesOnce) {
 }
 
 TEST_F(SleepTest, WithATokenOfNoSourceCannotBeCancelled) {
-    const auto handle = scope->start([this](StopToken) -> Task<> { result = co_await sleep(5s, {}); });
+    const auto handle = scope->start([this](StopToken) -> Task<> { result = co_await after(5s, {}); });
     runner.settle();
     handle.cancel();
     runner.settle();
@@ -127,7 +127,7 @@ TEST_F(SleepTest, ChainsOfSleepsAdvanceWithinOneStepOfTime) {
     int rounds = 0;
     scope->start([&](StopToken stop) -> Task<> {
         while (rounds < 10) {
-            co_await sleep(3s, stop);
+            co_await after(3s, stop);
             ++rounds;
         }
     });

@@ -213,7 +213,7 @@ TEST_F(TaskScopeTest, DestroyingTheScopeDestroysSuspendedFramesBeforeTheirCaptur
     scope->start(
         [this, &log, captured = std::make_shared<Farewell>(log, "captures")](StopToken stop) -> Task<> {
             const Farewell local(log, "frame ");
-            co_await sleep(1s, stop);
+            co_await after(1s, stop);
             log += "resumed ";
         });
     runner.settle();
@@ -244,7 +244,7 @@ TEST_F(TaskScopeTest, ManyTasksEndInAnyOrder) {
     int ended = 0;
     for (int i = 0; i < 50; ++i) {
         scope->start([this, i, &ended](StopToken stop) -> Task<> {
-            co_await sleep(std::chrono::seconds((i * 7) % 50), stop);
+            co_await after(std::chrono::seconds((i * 7) % 50), stop);
             ++ended;
         });
     }

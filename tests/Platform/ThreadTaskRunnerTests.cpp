@@ -1,8 +1,8 @@
-#include "ThreadTaskRunner.h"
 #include "Detached.h"
 #include "Group.h"
 #include "MainQueue.h"
 #include "TaskScope.h"
+#include "ThreadTaskRunner.h"
 #include <atomic>
 #include <chrono>
 #include <condition_variable>

@@ -1,5 +1,5 @@
-#include "Group.h"
 #include "AsyncTest.h"
+#include "Group.h"
 #include <stdexcept>
 #include <string>
 #include <vector>

@@ -1,0 +1,102 @@
+#include "IndexedItem.h"
+#include "PathWalk.h"
+#include <algorithm>
+
+namespace quillane {
+namespace {
+
+FileURL urlOf(std::string_view path) {
+    return FileURL(std::string(path));
+}
+
+Bytes packageSize(const FileSystem& files, const FileURL& package) {
+    Bytes sum = 0;
+    walkPaths(files, package, [&](const std::string& path, const DirectoryEntry& entry) {
+        if (entry.type == EntryType::regular) {
+            const auto values = files.resourceValues(FileURL(path));
+            sum = checkedSum(sum, values ? values->fileSize : 0); // what can't be read adds nothing
+        }
+        return true;
+    });
+    return sum;
+}
+
+} // namespace
+
+MetadataValue IndexedItem::value(MetadataAttribute attribute) {
+    switch (attribute) {
+    case MetadataAttribute::contentType:
+        return m_contentType.identifier();
+    case MetadataAttribute::contentTypeTree:
+        return std::span<const std::string_view>(m_contentType.tree());
+    case MetadataAttribute::displayName:
+        return displayName();
+    case MetadataAttribute::fileName:
+        return fileName();
+    case MetadataAttribute::size:
+        return size();
+    case MetadataAttribute::contentChangeDate:
+        return resources() ? MetadataValue(m_resources->contentModified) : MetadataValue();
+    case MetadataAttribute::lastUsedDate: {
+        const auto date = m_metadata.lastUsed(urlOf(m_path));
+        return date ? MetadataValue(*date) : MetadataValue();
+    }
+    case MetadataAttribute::textContent:
+        return textContent();
+    case MetadataAttribute::unknown:
+        break;
+    }
+    return {};
+}
+
+std::string_view IndexedItem::fileName() const {
+    return m_path.substr(m_path.rfind('/') + 1);
+}
+
+// The Finder hides the extension of applications.
+std::string_view IndexedItem::displayName() const {
+    auto name = fileName();
+    if (m_contentType.is("com.apple.application-bundle")) {
+        name.remove_suffix(pathExtensionOf(name).size() + 1);
+    }
+    return name;
+}
+
+const std::optional<ResourceValues>& IndexedItem::resources() {
+    if (!m_hasAskedResources) {
+        m_hasAskedResources = true;
+        if (auto values = m_files.resourceValues(urlOf(m_path))) {
+            m_resources = *values;
+        }
+    }
+    return m_resources;
+}
+
+MetadataValue IndexedItem::size() {
+    if (m_entryType != EntryType::directory) {
+        return resources() ? MetadataValue(m_resources->fileSize) : MetadataValue();
+    }
+    if (!m_contentType.isPackage()) {
+        return {};
+    }
+    if (!m_packageSize) {
+        m_packageSize = packageSize(m_files, urlOf(m_path));
+    }
+    return *m_packageSize;
+}
+
+MetadataValue IndexedItem::textContent() {
+    if (m_entryType != EntryType::regular || !m_contentType.conformsTo("public.text")) {
+        return {};
+    }
+    if (!m_text) {
+        if (m_budget.left == 0) {
+            return {};
+        }
+        m_text = m_files.read(urlOf(m_path), std::min(m_budget.left, TextBudget::kBytesOfFile)).valueOr("");
+        m_budget.left -= std::min(m_budget.left, m_text->size());
+    }
+    return std::string_view(*m_text);
+}
+
+} // namespace quillane

@@ -1,0 +1,60 @@
+#pragma once
+#include "Clock.h"
+#include "ContentTypes.h"
+#include "FileSystem.h"
+#include "Metadata.h"
+#include "MetadataQuery.h"
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillane {
+
+// Answers what the system's program "mdfind" would, where there is no such program: the same arguments, the
+// same text. There is no index behind it; every search walks the folders, asks names and types first and the
+// disk only for what the query still depends on, so a search by type costs no more than the listing.
+//
+// Arguments: options, then the query (parts are joined with blanks).
+//     -onlyin DIR  below this folder alone, itself not; may be repeated
+//     -attr NAME   prints "   NAME = VALUE" behind each path; may be repeated; "(null)" for what is absent
+//     -0           ends each answer with a NUL in place of a line feed
+// Free text without an operator is not understood, and neither are the other options: those give no answers.
+//
+// The text: one absolute path a line, in the order of their bytes. Names are printed as they are, so one with
+// a line feed breaks its line. No match gives the empty text. What can't be read as a query gives
+// "Failed to create query for 'QUERY'." on a line of its own, as the program does on its standard output.
+//
+// What the index would not hold is not found, even when it is asked for by name: names that begin with a dot,
+// folders named *.noindex, what lies inside packages, and the Library folder of a home folder. Below "/",
+// folders of the system that hold nothing of a person's ("/private", "/usr", "/dev" and their like) are left
+// out. An application is a folder named *.app that holds Contents/Info.plist.
+//
+// Attributes are those of MetadataAttribute. kMDItemIsScreenCapture is none of them, because it is kept in an
+// extended attribute, which the file system port can't read: it is absent from everything.
+class MetadataSearch {
+  public:
+    // `roots` is where a search without -onlyin looks. "/" for a volume that is small enough to be walked
+    // whole, such as a sample; the home folder and "/Applications" for a real machine.
+    MetadataSearch(const FileSystem& files, const Metadata& metadata, const Clock& clock,
+                   std::vector<FileURL> roots);
+
+    // Never fails. Blocks for as long as the walk takes; any thread, many at once.
+    std::string answer(const std::vector<std::string>& arguments) const;
+
+  private:
+    struct Request;
+    struct Hits;
+
+    void search(FileURL root, const Request& request, const MetadataQuery& query, Hits& hits) const;
+    bool isIndexed(const FileURL& folder) const;
+    bool isLeftOut(std::string_view parent, std::string_view name, EntryType type) const;
+    const ContentType& contentType(const std::string& path, std::string_view name, EntryType entryType) const;
+
+    const FileSystem& m_files;
+    const Metadata& m_metadata;
+    const Clock& m_clock;
+    std::vector<FileURL> m_roots;
+    std::string m_home;
+};
+
+} // namespace quillane

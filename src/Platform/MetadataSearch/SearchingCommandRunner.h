@@ -1,0 +1,32 @@
+#pragma once
+#include "CommandRunner.h"
+#include "FileSystem.h"
+#include "MetadataSearch.h"
+
+namespace quillane {
+
+// A machine that always has the system's search program: where the file system holds none, its runs are
+// answered by the embedded search. Every other run goes to the wrapped runner.
+class SearchingCommandRunner final : public CommandRunner {
+  public:
+    static constexpr const char* kProgram = "/usr/bin/mdfind";
+
+    SearchingCommandRunner(const FileSystem& files, const MetadataSearch& search, CommandRunner& others)
+        : m_files(files)
+        , m_search(search)
+        , m_others(others) {}
+
+    Result<std::string> run(const std::string& path, const std::vector<std::string>& arguments) override {
+        if (path == kProgram && !m_files.exists(FileURL(path))) {
+            return m_search.answer(arguments);
+        }
+        return m_others.run(path, arguments);
+    }
+
+  private:
+    const FileSystem& m_files;
+    const MetadataSearch& m_search;
+    CommandRunner& m_others;
+};
+
+} // namespace quillane

@@ -1,0 +1,341 @@
+#include "FakeMetadata.h"
+#include "ForwardingFileSystem.h"
+#include "IndexedItem.h"
+#include "MetadataSearch.h"
+#include "PosixFileSystem.h"
+#include "StandingClock.h"
+#include "TemporaryFolder.h"
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace quillane {
+namespace {
+
+constexpr Date kNow{800'000'000};
+
+// Counts what a search asks the disk for beyond the walk itself.
+class CountingFileSystem final : public ForwardingFileSystem {
+  public:
+    using ForwardingFileSystem::ForwardingFileSystem;
+
+    mutable int existenceAsked = 0;
+    mutable int resourcesAsked = 0;
+
+    bool exists(const FileURL& url) const override {
+        ++existenceAsked;
+        return ForwardingFileSystem::exists(url);
+    }
+    Result<ResourceValues> resourceValues(const FileURL& url) const override {
+        ++resourcesAsked;
+        return ForwardingFileSystem::resourceValues(url);
+    }
+};
+
+std::vector<std::string> split(const std::string& text, char end) {
+    std::vector<std::string> parts;
+    std::size_t begin = 0;
+    for (auto at = text.find(end); at != std::string::npos; at = text.find(end, begin)) {
+        parts.push_back(text.substr(begin, at - begin));
+        begin = at + 1;
+    }
+    EXPECT_EQ(begin, text.size()) << "every line has its end";
+    return parts;
+}
+
+const std::string kApplications = "kMDItemContentType == 'com.apple.application-bundle'";
+const std::string kEverything = "kMDItemFSName == *";
+
+// A volume with one user, and a search over it.
+class MetadataSearchTest : public testing::Test {
+  protected:
+    using Lines = std::vector<std::string>;
+
+    TemporaryFolder m_volume;
+    PosixFileSystem m_disk{m_volume.path(), FileURL("/Users/alex")};
+    CountingFileSystem m_files{m_disk};
+    FakeMetadata m_metadata;
+    StandingClock m_clock{kNow};
+    MetadataSearch m_search{m_files, m_metadata, m_clock, {FileURL("/")}};
+
+    void application(const std::string& path) { m_volume.file(path + "/Contents/Info.plist", "<plist/>"); }
+    Lines find(const std::string& query) const { return split(m_search.answer({query}), '\n'); }
+    Lines findIn(const std::string& folder, const std::string& query) const {
+        return split(m_search.answer({"-onlyin", folder, query}), '\n');
+    }
+};
+
+TEST_F(MetadataSearchTest, ApplicationsAreFoundWhereverTheyLie) {
+    application("Applications/Editor.app");
+    application("Applications/Vendor/Suite/Tool.app");
+    application("System/Applications/Clock.app");
+    application("Users/alex/Applications/Mine.app");
+    application("Users/alex/Downloads/New.app");
+    application("Users/sam/Desktop/Other.app");
+    application("Volumes/Disk/Portable.app");
+    EXPECT_EQ(find(kApplications),
+              (Lines{"/Applications/Editor.app", "/Applications/Vendor/Suite/Tool.app",
+                     "/System/Applications/Clock.app", "/Users/alex/Applications/Mine.app",
+                     "/Users/alex/Downloads/New.app", "/Users/sam/Desktop/Other.app",
+                     "/Volumes/Disk/Portable.app"}));
+}
+
+TEST_F(MetadataSearchTest, AFolderNamedLikeAnApplicationIsOneOnlyWithItsPropertyList) {
+    m_volume.folder("Applications/Empty.app")
+        .file("Applications/File.app")
+        .folder("Applications/Half.app/Contents");
+    EXPECT_EQ(find(kApplications), Lines{});
+    EXPECT_EQ(find("kMDItemContentType == 'public.folder' && kMDItemFSName == \"*.app\""),
+              (Lines{"/Applications/Empty.app", "/Applications/Half.app"}));
+}
+
+TEST_F(MetadataSearchTest, WhatLiesInsideAPackageIsNotFound) {
+    application("Applications/Outer.app");
+    application("Applications/Outer.app/Contents/Inner.app");
+    m_volume.file("Users/alex/Pictures/Mine.photoslibrary/originals/a.jpg");
+    EXPECT_EQ(find(kApplications), Lines{"/Applications/Outer.app"});
+    EXPECT_EQ(find("kMDItemContentTypeTree == 'public.image'"), Lines{});
+    EXPECT_EQ(find("kMDItemContentTypeTree == 'com.apple.package'"),
+              (Lines{"/Applications/Outer.app", "/Users/alex/Pictures/Mine.photoslibrary"}));
+}
+
+TEST_F(MetadataSearchTest, AFrameworkIsAFolderLikeAnyOther) {
+    m_volume.file("Applications/Kit.framework/Resources/a.png");
+    EXPECT_EQ(find("kMDItemContentType == 'public.png'"),
+              Lines{"/Applications/Kit.framework/Resources/a.png"});
+}
+
+TEST_F(MetadataSearchTest, HiddenAndUnindexedThingsAreNotFound) {
+    m_volume.file("Users/alex/.hidden/a.txt")
+        .file("Users/alex/.b.txt")
+        .file("Users/alex/Build.noindex/c.txt")
+        .file("Users/alex/Build.NOINDEX/c.txt")
+        .file("Users/alex/Library/Caches/d.txt")
+        .file("Users/sam/Library/e.txt")
+        .file(".f/g.txt")
+        .file("private/h.txt")
+        .file("usr/share/i.txt")
+        .file("Users/alex/noindex/seen.txt");
+    EXPECT_EQ(find("kMDItemContentType == 'public.plain-text'"), Lines{"/Users/alex/noindex/seen.txt"});
+}
+
+TEST_F(MetadataSearchTest, ALibraryFolderThatIsNoUsersIsSearched) {
+    m_volume.file("Library/a.txt").file("Users/alex/Documents/Library/b.txt").file("Users/Library/c.txt");
+    EXPECT_EQ(find("kMDItemContentType == 'public.plain-text'"),
+              (Lines{"/Library/a.txt", "/Users/Library/c.txt", "/Users/alex/Documents/Library/b.txt"}));
+}
+
+TEST_F(MetadataSearchTest, TheHomesLibraryIsLeftOutWhereverTheHomeIs) {
+    m_volume.file("home/me/Library/a.txt").file("home/me/b.txt");
+    const PosixFileSystem files(m_volume.path(), FileURL("/home/me"));
+    const MetadataSearch search(files, m_metadata, m_clock, {FileURL("/home/me")});
+    EXPECT_EQ(search.answer({"kMDItemFSName == \"*.txt\""}), "/home/me/b.txt\n");
+}
+
+TEST_F(MetadataSearchTest, OnlyInGivesEverythingBelowAndNotTheFolderItself) {
+    m_volume.file("Users/alex/Documents/a/b/c.txt").file("Users/alex/d.txt");
+    EXPECT_EQ(
+        findIn("/Users/alex/Documents", kEverything),
+        (Lines{"/Users/alex/Documents/a", "/Users/alex/Documents/a/b", "/Users/alex/Documents/a/b/c.txt"}));
+    EXPECT_EQ(findIn("/Users/alex/Documents/", "kMDItemFSName == 'a'"), Lines{"/Users/alex/Documents/a"});
+}
+
+TEST_F(MetadataSearchTest, OnlyInAMissingFolderAFileOrARelativePathGivesNothing) {
+    m_volume.file("Users/alex/a.txt");
+    EXPECT_EQ(findIn("/Users/alex/None", kEverything), Lines{});
+    EXPECT_EQ(findIn("/Users/alex/a.txt", kEverything), Lines{});
+    EXPECT_EQ(findIn("Users/alex", kEverything), Lines{});
+    EXPECT_EQ(findIn("", kEverything), Lines{});
+}
+
+TEST_F(MetadataSearchTest, OnlyInWhatTheIndexDoesNotHoldGivesNothing) {
+    application("Applications/Editor.app");
+    m_volume.file("Users/alex/Library/Caches/a.txt")
+        .file("Users/alex/.b/c.txt")
+        .file("Users/alex/d.noindex/e/f.txt");
+    for (const char* folder :
+         {"/Applications/Editor.app", "/Applications/Editor.app/Contents", "/Users/alex/Library",
+          "/Users/alex/Library/Caches", "/Users/alex/.b", "/Users/alex/d.noindex/e"}) {
+        EXPECT_EQ(findIn(folder, kEverything), Lines{}) << folder;
+    }
+}
+
+TEST_F(MetadataSearchTest, OnlyInAFolderOfTheSystemIsAnswered) {
+    m_volume.file("private/tmp/a.txt");
+    EXPECT_EQ(findIn("/private/tmp", kEverything), Lines{"/private/tmp/a.txt"});
+}
+
+TEST_F(MetadataSearchTest, OnlyInALinkAnswersByTheRealPlace) {
+    m_volume.file("Volumes/Disk/Papers/a.txt").link("Users/alex/Documents", "/Volumes/Disk/Papers");
+    EXPECT_EQ(findIn("/Users/alex/Documents", kEverything), Lines{"/Volumes/Disk/Papers/a.txt"});
+}
+
+TEST_F(MetadataSearchTest, SeveralFoldersAreOneSearchAndNothingIsToldTwice) {
+    m_volume.file("a/b/1.txt").file("c/2.txt");
+    EXPECT_EQ(
+        m_search.answer({"-onlyin", "/a", "-onlyin", "/a/b", "-onlyin", "/c", "kMDItemFSName == '*.txt'"}),
+        "/a/b/1.txt\n/c/2.txt\n");
+}
+
+TEST_F(MetadataSearchTest, LinksAreFoundAsLinksAndNeverFollowed) {
+    m_volume.file("Users/alex/real/a.jpg")
+        .link("Users/alex/b.jpg", "real/a.jpg")
+        .link("Users/alex/loop", ".");
+    EXPECT_EQ(find("kMDItemContentType == 'public.jpeg'"), Lines{"/Users/alex/real/a.jpg"});
+    EXPECT_EQ(find("kMDItemContentType == 'public.symlink'"),
+              (Lines{"/Users/alex/b.jpg", "/Users/alex/loop"}));
+}
+
+TEST_F(MetadataSearchTest, LargeFilesAreFoundByTheirLogicalSizeAndPlainFoldersHaveNone) {
+    m_volume.sparse("Users/alex/Movies/big.mov", 100'000'000)
+        .sparse("Users/alex/Movies/small.mov", 99'999'999)
+        .folder("Users/alex/Movies/folder");
+    EXPECT_EQ(
+        findIn("/Users/alex/Movies", "kMDItemFSSize >= 100000000 && kMDItemContentType != 'public.folder'"),
+        Lines{"/Users/alex/Movies/big.mov"});
+    EXPECT_EQ(findIn("/Users/alex/Movies", "kMDItemFSSize >= 0"),
+              (Lines{"/Users/alex/Movies/big.mov", "/Users/alex/Movies/small.mov"}));
+}
+
+TEST_F(MetadataSearchTest, APackagesSizeIsTheSumOfItsFiles) {
+    m_volume.sparse("Users/alex/Notes.rtfd/TXT.rtf", 600).sparse("Users/alex/Notes.rtfd/deep/.hidden", 400);
+    EXPECT_EQ(m_search.answer({"-attr", "kMDItemFSSize", "kMDItemFSSize == 1000"}),
+              "/Users/alex/Notes.rtfd   kMDItemFSSize = 1000\n");
+}
+
+TEST_F(MetadataSearchTest, AttributesArePrintedBehindThePathUnquoted) {
+    m_volume.file("Users/alex/a b.txt", "12345").modified("Users/alex/a b.txt", Date::fromUnix(1791586264));
+    m_metadata.setLastUsed(FileURL("/Users/alex/a b.txt"), Date::fromUnix(-1));
+    EXPECT_EQ(
+        m_search.answer({"-onlyin", "/Users/alex", "-attr", "kMDItemFSSize", "-attr",
+                         "kMDItemFSContentChangeDate", "-attr", "kMDItemLastUsedDate", "-attr",
+                         "kMDItemContentType", kEverything}),
+        "/Users/alex/a b.txt   kMDItemFSSize = 5   kMDItemFSContentChangeDate = 2026-10-09 22:51:04 +0000"
+        "   kMDItemLastUsedDate = 1969-12-31 23:59:59 +0000   kMDItemContentType = public.plain-text\n");
+}
+
+TEST_F(MetadataSearchTest, AMissingAttributeIsPrintedAsNull) {
+    m_volume.file("a/b.txt", "written").folder("a/c");
+    EXPECT_EQ(m_search.answer({"-attr", "kMDItemFSSize", "-onlyin", "/a", kEverything}),
+              "/a/b.txt   kMDItemFSSize = 7\n/a/c   kMDItemFSSize = (null)\n");
+    for (const char* name : {"kMDItemLastUsedDate", "kMDItemIsScreenCapture", "kMDItemTextContent", "x"}) {
+        EXPECT_EQ(m_search.answer({"-attr", name, "-onlyin", "/a", "kMDItemFSName == 'b.txt'"}),
+                  "/a/b.txt   " + std::string(name) + " = (null)\n");
+    }
+}
+
+TEST_F(MetadataSearchTest, AListIsPrintedAMemberALine) {
+    m_volume.file("a/b.jpg");
+    EXPECT_EQ(m_search.answer({"-attr", "kMDItemContentTypeTree", "-onlyin", "/a", kEverything}),
+              "/a/b.jpg   kMDItemContentTypeTree = (\n    \"public.jpeg\",\n    \"public.image\",\n"
+              "    \"public.data\",\n    \"public.content\",\n    \"public.item\"\n)\n");
+}
+
+TEST_F(MetadataSearchTest, NamesWithLineFeedsBreakTheirLineUnlessNulsAreAskedFor) {
+    m_volume.file("a/one\ntwo.txt").file("a/\xFF.txt");
+    EXPECT_EQ(m_search.answer({"-onlyin", "/a", kEverything}), "/a/one\ntwo.txt\n/a/\xFF.txt\n");
+    EXPECT_EQ(split(m_search.answer({"-0", "-onlyin", "/a", kEverything}), '\0'),
+              (Lines{"/a/one\ntwo.txt", "/a/\xFF.txt"}));
+}
+
+TEST_F(MetadataSearchTest, NamesAreFoundWithoutRegardToCaseAndAccents) {
+    m_volume.file("a/My R\u00C9SUM\u00C9.pdf").file("a/re\u0301sume\u0301.txt").file("a/sum.txt");
+    EXPECT_EQ(findIn("/a", "kMDItemDisplayName == \"*resume*\"cd"),
+              (Lines{"/a/My R\u00C9SUM\u00C9.pdf", "/a/re\u0301sume\u0301.txt"}));
+}
+
+TEST_F(MetadataSearchTest, AnApplicationIsShownWithoutItsExtension) {
+    application("Applications/Editor.app");
+    m_volume.file("Applications/notes.txt");
+    EXPECT_EQ(m_search.answer({"-attr", "kMDItemDisplayName", "-attr", "kMDItemFSName", "-onlyin",
+                               "/Applications", kEverything}),
+              "/Applications/Editor.app   kMDItemDisplayName = Editor   kMDItemFSName = Editor.app\n"
+              "/Applications/notes.txt   kMDItemDisplayName = notes.txt   kMDItemFSName = notes.txt\n");
+}
+
+TEST_F(MetadataSearchTest, ContentIsFoundInTextsAndNowhereElse) {
+    m_volume.file("a/letter.txt", "Dear Ren\u00E9e, the Invoice of May")
+        .file("a/page.html", "<p>invoice</p>")
+        .file("a/picture.png", "invoice")
+        .file("a/invoice.key", "nothing")
+        .file("a/other.txt", "voice");
+    EXPECT_EQ(
+        findIn("/a", "(kMDItemDisplayName == \"*invoice*\"cd || kMDItemTextContent == \"*invoice*\"cd)"),
+        (Lines{"/a/invoice.key", "/a/letter.txt", "/a/page.html"}));
+    EXPECT_EQ(findIn("/a", "kMDItemTextContent == \"renee\"cd"), Lines{"/a/letter.txt"});
+}
+
+TEST_F(MetadataSearchTest, ContentIsReadOnlyFromTheStartOfAFile) {
+    std::string text(TextBudget::kBytesOfFile, 'x');
+    m_volume.file("a/within.txt", text.substr(0, text.size() - 6) + "needle");
+    m_volume.file("a/beyond.txt", text + "needle");
+    EXPECT_EQ(findIn("/a", "kMDItemTextContent == \"*needle*\""), Lines{"/a/within.txt"});
+}
+
+TEST_F(MetadataSearchTest, ScreenCapturesAreNotKnown) {
+    m_volume.file("a/Screenshot.png");
+    EXPECT_EQ(findIn("/a", "kMDItemIsScreenCapture == 1"), Lines{});
+}
+
+TEST_F(MetadataSearchTest, RecentlyUsedThingsAreFoundByTheMetadata) {
+    m_volume.file("a/new.txt").file("a/old.txt").file("a/never.txt");
+    m_metadata.setLastUsed(FileURL("/a/new.txt"), kNow.addingSeconds(-50));
+    m_metadata.setLastUsed(FileURL("/a/old.txt"), kNow.addingSeconds(-500));
+    EXPECT_EQ(findIn("/a", "kMDItemLastUsedDate >= $time.now(-100)"), Lines{"/a/new.txt"});
+}
+
+TEST_F(MetadataSearchTest, ASearchByTypeAsksTheDiskForNamesAlone) {
+    application("Applications/Editor.app");
+    for (int i = 0; i < 50; ++i) {
+        m_volume.file("Users/alex/file " + std::to_string(i) + ".txt");
+    }
+    EXPECT_EQ(find(kApplications).size(), 1U);
+    EXPECT_LE(m_files.resourcesAsked, 1); // the root
+    EXPECT_EQ(m_files.existenceAsked, 1); // the property list
+}
+
+TEST_F(MetadataSearchTest, NoMatchIsTheEmptyText) {
+    EXPECT_EQ(m_search.answer({kApplications}), "");
+}
+
+TEST_F(MetadataSearchTest, WhatCantBeReadIsToldOnTheOutput) {
+    EXPECT_EQ(m_search.answer({"kMDItemFSSize >>> 1"}),
+              "Failed to create query for 'kMDItemFSSize >>> 1'.\n");
+    EXPECT_EQ(m_search.answer({"-onlyin", "/", "x\ny"}), "Failed to create query for 'x\ny'.\n");
+}
+
+TEST_F(MetadataSearchTest, TheQueryMayComeInParts) {
+    m_volume.file("a/b.txt");
+    EXPECT_EQ(m_search.answer({"kMDItemFSName", "==", "'b.txt'"}), "/a/b.txt\n");
+}
+
+TEST_F(MetadataSearchTest, WithoutAQueryOrWithAnUnknownOptionThereIsNoAnswer) {
+    m_volume.file("a/b.txt");
+    for (const auto& arguments : std::vector<Lines>{{},
+                                                    {""},
+                                                    {"-0"},
+                                                    {"-onlyin"},
+                                                    {"-onlyin", "/a"},
+                                                    {"-attr"},
+                                                    {"-live", kEverything},
+                                                    {"-", kEverything}}) {
+        EXPECT_EQ(m_search.answer(arguments), "");
+    }
+}
+
+TEST_F(MetadataSearchTest, SeveralThreadsSearchAtOnce) {
+    m_volume.file("a/b.txt", "words");
+    std::vector<std::string> answers(4);
+    const MetadataSearch search(m_disk, m_metadata, m_clock, {FileURL("/")});
+    std::vector<std::thread> threads;
+    for (auto& answer : answers) {
+        threads.emplace_back([&] { answer = search.answer({"kMDItemTextContent == 'words'"}); });
+    }
+    for (auto& thread : threads) {
+        thread.join();
+    }
+    EXPECT_THAT(answers, testing::Each("/a/b.txt\n"));
+}
+
+} // namespace
+} // namespace quillane

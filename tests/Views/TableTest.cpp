@@ -1,0 +1,256 @@
+#include "EmptyState.h"
+#include "Gallery.h"
+#include "HeaderView.h"
+#include "Look.h"
+#include "TableDelegate.h"
+#include "TableRole.h"
+#include "TableView.h"
+#include "Tokens.h"
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QStandardItemModel>
+#include <QTest>
+#include <gtest/gtest.h>
+#include <numeric>
+
+namespace quillane {
+namespace {
+
+// Startup's columns: the widest set there is, with every rule of giving way.
+std::vector<TableColumn> startupColumns() {
+    return {{.width = 86},
+            {.width = 180, .stretches = true},
+            {.width = 114, .narrowest = 76, .narrowRank = 1},
+            {.width = 124, .narrowest = 84, .narrowRank = 2},
+            {.width = 134, .narrowest = 80, .narrowRank = 3},
+            {.width = 60, .narrowest = 54, .narrowRank = 4}};
+}
+
+TEST(ColumnWidths, TheStretchingColumnTakesTheRest) {
+    EXPECT_EQ(columnWidths(startupColumns(), 720), (std::vector<int>{86, 202, 114, 124, 134, 60}));
+}
+
+TEST(ColumnWidths, OthersGiveWayInTheirOrderBeforeItFallsUnderItsLeast) {
+    EXPECT_EQ(columnWidths(startupColumns(), 698), (std::vector<int>{86, 180, 114, 124, 134, 60}));
+    EXPECT_EQ(columnWidths(startupColumns(), 678), (std::vector<int>{86, 180, 94, 124, 134, 60}));
+    EXPECT_EQ(columnWidths(startupColumns(), 650), (std::vector<int>{86, 180, 76, 114, 134, 60}));
+    EXPECT_EQ(columnWidths(startupColumns(), 600), (std::vector<int>{86, 180, 76, 84, 114, 60}));
+    EXPECT_EQ(columnWidths(startupColumns(), 560), (std::vector<int>{86, 180, 76, 84, 80, 54}));
+}
+
+TEST(ColumnWidths, OnlyThenDoesTheStretchingColumnGiveSoNothingScrollsSideways) {
+    const std::vector<int> widths = columnWidths(startupColumns(), 520);
+    EXPECT_EQ(std::accumulate(widths.begin(), widths.end(), 0), 520);
+    EXPECT_EQ(widths[1], 140);
+}
+
+TEST(ColumnWidths, AStretchingColumnStopsAtItsWidest) {
+    const std::vector<TableColumn> orphans{{.width = 200, .stretches = true, .widest = 280}, {.width = 90}};
+    EXPECT_EQ(columnWidths(orphans, 340), (std::vector<int>{250, 90}));
+    EXPECT_EQ(columnWidths(orphans, 700), (std::vector<int>{280, 90}));
+}
+
+TEST(ColumnWidths, NoColumnsNeedNoWidth) {
+    EXPECT_TRUE(columnWidths({}, 500).empty());
+}
+
+class TableTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        m_model.setHorizontalHeaderLabels({"Name", "Size"});
+        for (const char* name : {"Alder", "Birch", "Cedar", "Cypress", "Elm", "Banyan"}) {
+            m_model.appendRow({new QStandardItem(name), new QStandardItem("1 GB")});
+        }
+        auto* row = new QHBoxLayout(&m_window);
+        m_table = new TableView("Trees");
+        m_table->setModel(&m_model);
+        m_table->setColumns({{.width = 180, .stretches = true}, {.width = 88}});
+        row->addWidget(m_table);
+        m_field = new QLineEdit;
+        row->addWidget(m_field);
+        m_window.resize(600, 400);
+        m_window.show();
+        m_window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
+        m_table->setFocus();
+    }
+    void TearDown() override { Look::setReducedMotion(false); }
+
+    void select(int row) { m_table->setCurrentIndex(m_model.index(row, 0)); }
+    int currentRow() const { return m_table->currentIndex().row(); }
+    QColor ground(int row) {
+        const QRect rect = m_table->visualRect(m_model.index(row, 1));
+        const QPoint corner = m_table->viewport()->mapTo(&m_window, rect.topRight() + QPoint(-11, 5));
+        return drawn(m_window).pixelColor(corner * 2);
+    }
+
+    QStandardItemModel m_model;
+    QWidget m_window;
+    TableView* m_table = nullptr;
+    QLineEdit* m_field = nullptr;
+};
+
+TEST_F(TableTest, RowsAreThirtyHighBelowAHeaderOfTwentyEightAndFour) {
+    EXPECT_EQ(m_table->visualRect(m_model.index(0, 0)).height(), 30);
+    EXPECT_EQ(m_table->header()->height(), 32);
+}
+
+TEST_F(TableTest, TheSelectionIsBrightWithFocusAndQuietWithout) {
+    select(1);
+    EXPECT_EQ(ground(1), Tokens::current().sel);
+    m_field->setFocus();
+    EXPECT_EQ(ground(1), Tokens::current().selIdle);
+}
+
+TEST_F(TableTest, EverySecondRowHasItsGround) {
+    m_table->clearSelection();
+    EXPECT_EQ(ground(0), Tokens::current().base);
+    EXPECT_EQ(ground(1), Tokens::current().alt);
+}
+
+TEST_F(TableTest, NeighbouringSelectedRowsJoinIntoOneBlock) {
+    const auto cornerBetween = [&] {
+        const QRect row = m_table->visualRect(m_model.index(2, 0));
+        const QPoint corner = m_table->viewport()->mapTo(&m_window, QPoint(8, row.top()));
+        return drawn(m_window).pixelColor(corner * 2 + QPoint(1, 1));
+    };
+    select(2);
+    EXPECT_NE(cornerBetween(), Tokens::current().sel);
+    m_table->selectionModel()->select(m_model.index(1, 0),
+                                      QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    EXPECT_EQ(cornerBetween(), Tokens::current().sel);
+}
+
+TEST_F(TableTest, TabLeavesTheTable) {
+    select(0);
+    QTest::keyClick(m_table, Qt::Key_Tab);
+    EXPECT_TRUE(m_field->hasFocus());
+}
+
+TEST_F(TableTest, ArrowsHomeAndEndMoveAndShiftExtends) {
+    select(1);
+    QTest::keyClick(m_table, Qt::Key_Down);
+    EXPECT_EQ(currentRow(), 2);
+    QTest::keyClick(m_table, Qt::Key_End);
+    EXPECT_EQ(currentRow(), 5);
+    QTest::keyClick(m_table, Qt::Key_Home);
+    EXPECT_EQ(currentRow(), 0);
+    QTest::keyClick(m_table, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(m_table->selectionModel()->selectedRows().size(), 2);
+    QTest::keyClick(m_table, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(m_table->selectionModel()->selectedRows().size(), 6);
+}
+
+TEST_F(TableTest, TypedLettersFindARow) {
+    select(0);
+    QTest::keyClicks(m_table, "cy");
+    EXPECT_EQ(currentRow(), 3);
+}
+
+TEST_F(TableTest, TheSameLetterStepsThroughItsRowsAndWraps) {
+    select(0);
+    QTest::keyClick(m_table, Qt::Key_B);
+    EXPECT_EQ(currentRow(), 1);
+    QTest::keyClick(m_table, Qt::Key_B);
+    EXPECT_EQ(currentRow(), 5);
+    QTest::keyClick(m_table, Qt::Key_B);
+    EXPECT_EQ(currentRow(), 1);
+}
+
+TEST_F(TableTest, TypedLettersSearchTheColumnThatIsTold) {
+    m_model.item(4, 1)->setText("Large");
+    m_table->setTypeAheadColumn(1);
+    select(0);
+    QTest::keyClick(m_table, Qt::Key_L);
+    EXPECT_EQ(currentRow(), 4);
+}
+
+TEST_F(TableTest, SpaceIsToldAndKeepsTheSelection) {
+    QSignalSpy pressed(m_table, &TableView::spacePressed);
+    select(2);
+    QTest::keyClick(m_table, Qt::Key_Space);
+    EXPECT_EQ(pressed.size(), 1);
+    EXPECT_TRUE(m_table->selectionModel()->isRowSelected(2, {}));
+}
+
+TEST_F(TableTest, SpaceWhileTypingBelongsToTheWord) {
+    m_model.item(4, 0)->setText("El Capitan");
+    select(0);
+    QSignalSpy pressed(m_table, &TableView::spacePressed);
+    QTest::keyClicks(m_table, "el c");
+    EXPECT_EQ(currentRow(), 4);
+    EXPECT_TRUE(pressed.isEmpty());
+}
+
+TEST_F(TableTest, TheEmptyStateCoversAnEmptyTableOnly) {
+    auto* empty = new EmptyState("magnifyingglass", "Nothing", "No trees.");
+    m_table->setEmptyState(empty);
+    EXPECT_TRUE(empty->isHidden());
+    m_model.removeRows(0, m_model.rowCount());
+    EXPECT_TRUE(empty->isVisible());
+    EXPECT_EQ(empty->size(), m_table->size());
+    m_model.appendRow(new QStandardItem("Ash"));
+    EXPECT_TRUE(empty->isHidden());
+}
+
+TEST_F(TableTest, ColumnsFillTheWidthWheneverItChanges) {
+    const auto sum = [&] { return m_table->header()->sectionSize(0) + m_table->header()->sectionSize(1); };
+    EXPECT_EQ(sum(), m_table->viewport()->width());
+    m_window.resize(900, 400);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(sum(), m_table->viewport()->width());
+    EXPECT_EQ(m_table->header()->sectionSize(1), 88);
+}
+
+TEST_F(TableTest, AWidthThatTheUserDragsIsKept) {
+    m_table->header()->resizeSection(1, 120);
+    m_window.resize(900, 400);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_table->header()->sectionSize(1), 120);
+    EXPECT_EQ(m_table->header()->sectionSize(0), m_table->viewport()->width() - 120);
+}
+
+TEST_F(TableTest, ASpinnerInACellMovesOnlyWhileItIsThere) {
+    const int before = m_table->spinnerStep();
+    m_model.item(0, 1)->setData(true, kBusyRole);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_table->spinnerStep() != before; }, 5000));
+    m_model.item(0, 1)->setData(false, kBusyRole);
+    m_table->viewport()->repaint();
+    EXPECT_FALSE(m_table->isSpinning());
+}
+
+TEST_F(TableTest, ASpinnerInACellStandsStillWithReducedMotion) {
+    Look::setReducedMotion(true);
+    m_model.item(0, 1)->setData(true, kBusyRole);
+    m_table->viewport()->repaint();
+    EXPECT_FALSE(m_table->isSpinning());
+}
+
+TEST_F(TableTest, ATextThatDoesNotFitIsElidedWhereTheModelSays) {
+    const TableDelegate delegate(m_table);
+    m_model.item(0, 0)->setText("com.oldink.Sketchpad.sync.and.more.words.behind.it");
+    const QRect cell(0, 0, 120, 30);
+    const auto atEnd = delegate.layout(cell, m_model.index(0, 0));
+    EXPECT_TRUE(atEnd.elided);
+    EXPECT_TRUE(atEnd.shown.endsWith(QChar(0x2026)));
+    m_model.item(0, 0)->setData(int(Qt::ElideMiddle), kElideRole);
+    const auto inMiddle = delegate.layout(cell, m_model.index(0, 0));
+    EXPECT_TRUE(inMiddle.elided);
+    EXPECT_TRUE(inMiddle.shown.endsWith("t"));
+    EXPECT_FALSE(delegate.layout(QRect(0, 0, 900, 30), m_model.index(0, 0)).elided);
+}
+
+TEST_F(TableTest, ATrailingSymbolFollowsItsTextAndStaysInTheCell) {
+    const TableDelegate delegate(m_table);
+    m_model.item(0, 0)->setData("bag.fill", kTrailingSymbolRole);
+    const auto roomy = delegate.layout(QRect(0, 0, 400, 30), m_model.index(0, 0));
+    EXPECT_LT(roomy.trailing.left(), 120);
+    m_model.item(0, 0)->setText("A name that is much longer than its column");
+    const auto tight = delegate.layout(QRect(0, 0, 120, 30), m_model.index(0, 0));
+    EXPECT_LE(tight.trailing.right(), 120);
+    EXPECT_TRUE(tight.elided);
+}
+
+} // namespace
+} // namespace quillane

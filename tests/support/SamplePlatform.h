@@ -1,0 +1,81 @@
+#pragma once
+#include "FakeMetadata.h"
+#include "FakeWorkspace.h"
+#include "FaultFileSystem.h"
+#include "ManualClock.h"
+#include "MetadataSearch.h"
+#include "Platform.h"
+#include "PosixFileSystem.h"
+#include "SampleMac.h"
+#include "ScriptedCommandRunner.h"
+#include "SearchingCommandRunner.h"
+#include "StepTaskRunner.h"
+#include "TemporaryFolder.h"
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace quillane {
+
+// Who answers searches on a sample Mac.
+enum class SampleSpotlight {
+    scripted, // a table: exactly what the Mac declares as indexed, stale entries and all, in declared order
+    embedded  // the program's own search, which walks the volume
+};
+
+// A sample Mac laid in a folder of its own, and a platform on top of it: files really on the disk (and able to
+// fail on demand), time and threads in the test's hand. All of it goes with this.
+class SamplePlatform {
+  public:
+    explicit SamplePlatform(SampleMac sampleMac, SampleSpotlight spotlight = SampleSpotlight::scripted)
+        : mac(std::move(sampleMac))
+        , m_spotlight(spotlight) {
+        mac.build(disk.path());
+        for (const auto& [path, date] : mac.lastUses()) {
+            metadata.setLastUsed(FileURL(path), date);
+        }
+        clock.setNow(mac.now());
+        answerSpotlight(mac.spotlightOutput());
+    }
+
+    // The scripted search prints this when asked for applications.
+    void answerSpotlight(std::string output) {
+        commands.answer(kSearch, applicationQuery(), std::move(output));
+    }
+    // The search program can't be started.
+    void withoutSpotlight() { commands.fail(kSearch, applicationQuery()); }
+
+    std::vector<ExpectedApp> expectedApplications() const { return mac.expectedApplications(disk.path()); }
+
+    static constexpr const char* kSearch = "/usr/bin/mdfind";
+    static std::vector<std::string> applicationQuery() {
+        return {"kMDItemContentType == 'com.apple.application-bundle'"};
+    }
+
+    const SampleMac mac;
+    TemporaryFolder disk; // the volume, by paths of the machine
+    PosixFileSystem volume{disk.path(), FileURL(std::string(SampleMac::kHome))};
+    FaultFileSystem files{volume}; // the volume, by its own paths
+    FakeMetadata metadata;
+    ScriptedCommandRunner commands;
+    FakeWorkspace workspace;
+    StepTaskRunner runner;
+    ManualClock clock{runner};
+
+  private:
+    SampleSpotlight m_spotlight;
+    MetadataSearch m_search{volume, metadata, clock, {FileURL("/")}};
+    SearchingCommandRunner m_searching{volume, m_search, commands};
+
+  public:
+    const Platform platform{files,
+                            m_spotlight == SampleSpotlight::embedded
+                                ? static_cast<CommandRunner&>(m_searching)
+                                : static_cast<CommandRunner&>(commands),
+                            metadata,
+                            clock,
+                            runner,
+                            workspace};
+};
+
+} // namespace quillane
