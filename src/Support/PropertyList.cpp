@@ -133,6 +133,14 @@ const T* held(const Value* value) {
 
 } // namespace
 
+// Here, where an entry is complete.
+Dictionary::Dictionary() = default;
+Dictionary::~Dictionary() = default;
+Dictionary::Dictionary(const Dictionary&) = default;
+Dictionary::Dictionary(Dictionary&&) noexcept = default;
+Dictionary& Dictionary::operator=(const Dictionary&) = default;
+Dictionary& Dictionary::operator=(Dictionary&&) noexcept = default;
+
 Dictionary::Dictionary(std::vector<Entry> entries) {
     // Entries are large, so their places are sorted and each entry moves once.
     std::vector<std::size_t> order(entries.size());
