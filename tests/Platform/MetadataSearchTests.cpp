@@ -1,9 +1,9 @@
 #include "FakeMetadata.h"
 #include "ForwardingFileSystem.h"
 #include "IndexedItem.h"
+#include "ManualClock.h"
 #include "MetadataSearch.h"
 #include "PosixFileSystem.h"
-#include "StandingClock.h"
 #include "TemporaryFolder.h"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,8 +11,6 @@
 
 namespace quillane {
 namespace {
-
-constexpr Date kNow{800'000'000};
 
 // Counts what a search asks the disk for beyond the walk itself.
 class CountingFileSystem final : public ForwardingFileSystem {
@@ -55,7 +53,8 @@ class MetadataSearchTest : public testing::Test {
     PosixFileSystem m_disk{m_volume.path(), FileURL("/Users/alex")};
     CountingFileSystem m_files{m_disk};
     FakeMetadata m_metadata;
-    StandingClock m_clock{kNow};
+    StepTaskRunner m_tasks;
+    ManualClock m_clock{m_tasks};
     MetadataSearch m_search{m_files, m_metadata, m_clock, {FileURL("/")}};
 
     void application(const std::string& path) { m_volume.file(path + "/Contents/Info.plist", "<plist/>"); }
@@ -279,8 +278,8 @@ TEST_F(MetadataSearchTest, ScreenCapturesAreNotKnown) {
 
 TEST_F(MetadataSearchTest, RecentlyUsedThingsAreFoundByTheMetadata) {
     m_volume.file("a/new.txt").file("a/old.txt").file("a/never.txt");
-    m_metadata.setLastUsed(FileURL("/a/new.txt"), kNow.addingSeconds(-50));
-    m_metadata.setLastUsed(FileURL("/a/old.txt"), kNow.addingSeconds(-500));
+    m_metadata.setLastUsed(FileURL("/a/new.txt"), m_clock.now().addingSeconds(-50));
+    m_metadata.setLastUsed(FileURL("/a/old.txt"), m_clock.now().addingSeconds(-500));
     EXPECT_EQ(findIn("/a", "kMDItemLastUsedDate >= $time.now(-100)"), Lines{"/a/new.txt"});
 }
 

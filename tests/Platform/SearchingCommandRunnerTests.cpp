@@ -1,9 +1,9 @@
 #include "AbsentCommandRunner.h"
 #include "FakeMetadata.h"
+#include "ManualClock.h"
 #include "PosixFileSystem.h"
 #include "ScriptedCommandRunner.h"
 #include "SearchingCommandRunner.h"
-#include "StandingClock.h"
 #include "TemporaryFolder.h"
 #include <gtest/gtest.h>
 
@@ -17,7 +17,8 @@ class SearchingCommandRunnerTest : public testing::Test {
     TemporaryFolder m_volume;
     PosixFileSystem m_files{m_volume.path(), FileURL("/Users/alex")};
     FakeMetadata m_metadata;
-    StandingClock m_clock;
+    StepTaskRunner m_tasks;
+    ManualClock m_clock{m_tasks};
     MetadataSearch m_search{m_files, m_metadata, m_clock, {FileURL("/")}};
     ScriptedCommandRunner m_others;
     SearchingCommandRunner m_runner{m_files, m_search, m_others};

@@ -1,0 +1,34 @@
+#include "PrivateBus.h"
+#include <atomic>
+#include <gtest/gtest.h>
+
+namespace quillane {
+
+PrivateBus::PrivateBus() {
+    m_folder.file("bus.conf", "<busconfig><type>session</type><listen>unix:dir=" + m_folder.path() +
+                                  "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
+                                  "<allow receive_sender=\"*\"/><allow own=\"*\"/></policy></busconfig>");
+    m_daemon.start(QStringLiteral("dbus-daemon"),
+                   {QStringLiteral("--nofork"), QStringLiteral("--print-address"),
+                    QStringLiteral("--config-file=") + QString::fromStdString(m_folder.at("bus.conf"))});
+    while (!m_daemon.canReadLine() && m_daemon.waitForReadyRead()) {
+    }
+    m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
+    EXPECT_FALSE(m_address.isEmpty()) << "the bus did not start";
+}
+
+PrivateBus::~PrivateBus() {
+    for (const auto& name : m_names) {
+        QDBusConnection::disconnectFromBus(name);
+    }
+    m_daemon.kill();
+    m_daemon.waitForFinished();
+}
+
+QDBusConnection PrivateBus::connect() {
+    static std::atomic<int> count = 0; // names of connections are the process's
+    m_names.append(QStringLiteral("private %1").arg(++count));
+    return QDBusConnection::connectToBus(m_address, m_names.last());
+}
+
+} // namespace quillane

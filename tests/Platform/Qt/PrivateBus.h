@@ -1,0 +1,30 @@
+#pragma once
+#include "SessionBus.h"
+#include "TemporaryFolder.h"
+#include <QProcess>
+#include <QString>
+
+namespace quillane {
+
+// A message bus of the test's own, on which nothing lives but what the test puts there.
+class PrivateBus {
+  public:
+    PrivateBus();
+    ~PrivateBus();
+    PrivateBus(const PrivateBus&) = delete;
+    PrivateBus& operator=(const PrivateBus&) = delete;
+
+    // A new connection each time, closed when the bus goes.
+    QDBusConnection connect();
+    SessionBus reach() {
+        return [connection = connect()] { return connection; };
+    }
+
+  private:
+    TemporaryFolder m_folder;
+    QProcess m_daemon;
+    QString m_address;
+    QStringList m_names;
+};
+
+} // namespace quillane
