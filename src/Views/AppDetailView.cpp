@@ -72,7 +72,7 @@ AppDetailView::AppDetailView(const Platform& platform, QWidget* parent)
     m_blocks->addWidget(makeChips());
     makeFootprint();
     makeDetails();
-    m_blocks->addStretch();
+    m_blocks->addStretch(1);
 
     m_scroll->setWidget(content);
     m_scroll->setWidgetResizable(true);
@@ -108,8 +108,11 @@ void AppDetailView::makeFootprint() {
     m_rosettaNote = new Note(
         QStringLiteral("info.circle"),
         QStringLiteral("This app has no Apple Silicon build and runs through Rosetta 2 translation."));
+    auto* const content = new QVBoxLayout; // leaves no gap where one of them is hidden
+    content->setSpacing(12);
     for (auto* const widget : std::initializer_list<QWidget*>{m_measuring, m_stats, m_rosettaNote})
-        m_footprint->addSpaced(widget);
+        content->addWidget(widget);
+    m_footprint->contentLayout()->addLayout(content);
     m_blocks->addWidget(m_footprint);
 }
 

@@ -41,6 +41,7 @@ ApplicationsTable::ApplicationsTable(AppLibrary& library, ContentState& state, Q
     column->setSpacing(0);
     column->addWidget(m_table, 1);
     column->addWidget(m_statusLine);
+    setFocusProxy(m_table);
 
     showSortOrder();
     m_table->setSortingEnabled(true);

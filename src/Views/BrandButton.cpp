@@ -23,7 +23,7 @@ BrandButton::BrandButton(QWidget* parent)
     : QAbstractButton(parent) {
     setText(QStringLiteral("Quillane"));
     setFixedHeight(ToolbarRow::kHeight);
-    setAttribute(Qt::WA_Hover);
+    setMouseTracking(true);
     setFocusPolicy(Qt::NoFocus);
     connect(this, &QAbstractButton::clicked, this, &BrandButton::openMenu);
 }
@@ -52,7 +52,7 @@ void BrandButton::paintEvent(QPaintEvent*) {
     const Tokens& tokens = Tokens::current();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (m_menu && (underMouse() || isDown())) {
+    if (m_menu && (isDown() || contentRect().contains(mapFromGlobal(QCursor::pos())))) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(isDown() ? tokens.side : faded(tokens.side, 0.45));
         painter.drawRoundedRect(contentRect(), kRadius, kRadius);
@@ -65,6 +65,20 @@ void BrandButton::paintEvent(QPaintEvent*) {
                      text());
     if (hasFocus() && FocusRing::isShownFor(this))
         FocusRing::drawInside(painter, contentRect(), kRadius);
+}
+
+void BrandButton::mouseMoveEvent(QMouseEvent* event) {
+    QAbstractButton::mouseMoveEvent(event);
+    update();
+}
+
+void BrandButton::leaveEvent(QEvent* event) {
+    QAbstractButton::leaveEvent(event);
+    update();
+}
+
+bool BrandButton::hitButton(const QPoint& position) const {
+    return m_menu && contentRect().contains(position);
 }
 
 void BrandButton::keyPressEvent(QKeyEvent* event) {

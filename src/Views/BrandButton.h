@@ -20,9 +20,12 @@ class BrandButton : public QAbstractButton {
   protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    bool hitButton(const QPoint& position) const override;
 
   private:
-    QRect contentRect() const; // what lights up under the pointer
+    QRect contentRect() const; // what lights up under the pointer and takes the click
 
     QMenu* m_menu = nullptr;
 };

@@ -2,6 +2,7 @@
 #include "AppLibrary.h"
 #include "BrandButton.h"
 #include "ColumnGround.h"
+#include "ColumnSplitter.h"
 #include "LibraryObserver.h"
 #include "Rule.h"
 #include "SearchField.h"
@@ -11,7 +12,6 @@
 #include "ToolbarRow.h"
 #include "WindowCommands.h"
 #include <QHBoxLayout>
-#include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -51,6 +51,7 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
     makeCommands();
     m_sectionObserver = new LibraryObserver([this] { renderSection(); }, this);
     m_sectionObserver->renderNow();
+    m_sections->currentWidget()->setFocus();
 }
 
 ContentView::~ContentView() = default;
@@ -86,9 +87,7 @@ void ContentView::makeColumns() {
         m_details->addWidget(screen.detail);
     }
 
-    m_columns = new QSplitter;
-    m_columns->setChildrenCollapsible(false);
-    m_columns->setHandleWidth(1);
+    m_columns = new ColumnSplitter;
     m_columns->addWidget(middle);
     m_columns->addWidget(right);
     m_columns->setStretchFactor(0, 1);

@@ -144,7 +144,7 @@ TEST_F(AppDetail, SupportFilesAreListedInTheirOrder) {
     ASSERT_EQ(listed.size(), 2);
     EXPECT_EQ(listed[0]->title(), "co.tessel.studio");
     EXPECT_EQ(listed[0]->subtitle(), "Application Support");
-    EXPECT_EQ(listed[0]->size(), "5.92 GB");
+    EXPECT_EQ(listed[0]->sizeText(), "5.92 GB");
     EXPECT_EQ(listed[0]->findChild<SymbolView*>()->symbol(), "doc");
     EXPECT_EQ(listed[1]->subtitle(), "Caches, name match");
     EXPECT_EQ(listed[1]->findChild<SymbolView*>()->symbol(), "lock.fill");
@@ -179,7 +179,8 @@ TEST_F(AppDetail, RevealShowsTheBundleInTheFileManager) {
                                                               : view.revealButton()->accessibleName(),
               "Reveal in Finder");
     QTest::mouseClick(view.revealButton(), Qt::LeftButton);
-    EXPECT_EQ(workspace.revealed, (std::vector{std::vector{FileURL("/Applications/Tessel Studio.app")}}));
+    EXPECT_EQ(workspace.revealed,
+              (std::vector<std::vector<FileURL>>{{FileURL("/Applications/Tessel Studio.app")}}));
 }
 
 TEST_F(AppDetail, WhereTheButtonsDoNotFitRevealShrinksToItsSymbol) {

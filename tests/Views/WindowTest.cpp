@@ -37,7 +37,8 @@ ContentView& WindowTest::open(AppLibrary::Phase phase, std::vector<InstalledApp>
     library.apps = std::move(apps);
     window = std::make_unique<ContentView>(library, notifications);
     window->show();
-    QApplication::setActiveWindow(window.get());
+    window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
     turn();
     return *window;
 }

@@ -1,10 +1,10 @@
 #pragma once
-#include "AbsentMetadata.h"
 #include "AppLibrary.h"
 #include "AppRecords.h"
 #include "ContentView.h"
 #include "IconCache.h"
 #include "ManualClock.h"
+#include "Metadata.h"
 #include "NotificationCenter.h"
 #include "Platform.h"
 #include "PosixFileSystem.h"
@@ -33,6 +33,12 @@ class RecordedWorkspace final : public Workspace {
     std::shared_ptr<const IconImage> icon(const FileURL& url, int side) override;
     void open(const FileURL& url) override { opened.push_back(url); }
     void reveal(const std::vector<FileURL>& urls) override { revealed.push_back(urls); }
+};
+
+// An index that knows nothing.
+class EmptyMetadata final : public Metadata {
+  public:
+    std::optional<Date> lastUsed(const FileURL& /*url*/) const override { return std::nullopt; }
 };
 
 // The window over a library that the test fills by hand, on a machine with an empty disk, whose time and jobs
@@ -71,7 +77,7 @@ class WindowTest : public testing::Test {
     ManualClock clock{runner};
     PosixFileSystem files{disk.path(), FileURL("/Users/alex")};
     ScriptedCommandRunner commands;
-    AbsentMetadata metadata;
+    EmptyMetadata metadata;
     RecordedWorkspace workspace;
     Platform platform{.files = files,
                       .commands = commands,

@@ -17,6 +17,21 @@ namespace quillane {
 
 namespace {
 constexpr double kBarRadius = 6;
+
+// Whether the key alone puts the selection on one row.
+bool movesCursor(const QKeyEvent& event) {
+    switch (event.key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        return (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    default:
+        return false;
+    }
+}
 }
 
 TableView::TableView(const QString& name, QWidget* parent)
@@ -238,7 +253,13 @@ void TableView::keyboardSearch(const QString& search) {
 
 void TableView::keyPressEvent(QKeyEvent* event) {
     if (event->key() != Qt::Key_Space || event->modifiers() != Qt::NoModifier) {
+        const QModelIndex before = currentIndex();
         QTreeView::keyPressEvent(event);
+        // The base leaves the selection alone when there is nowhere further to go.
+        if (movesCursor(*event) && currentIndex() == before && before.isValid()) {
+            selectionModel()->setCurrentIndex(before, QItemSelectionModel::ClearAndSelect |
+                                                          QItemSelectionModel::Rows);
+        }
         return;
     }
     if (isTyping()) {
