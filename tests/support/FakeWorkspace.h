@@ -32,6 +32,8 @@ class FakeWorkspace final : public Workspace {
     std::vector<IconRequest> iconRequests() const { return copyOf(m_iconRequests); }
     std::vector<FileURL> opened() const { return copyOf(m_opened); }
     std::vector<std::vector<FileURL>> revealed() const { return copyOf(m_revealed); }
+    int settingsOpened() const { return copyOf(m_settingsOpened); }
+    int relaunches() const { return copyOf(m_relaunches); }
 
     std::shared_ptr<const IconImage> icon(const FileURL& url, int side) override {
         const std::lock_guard lock(m_mutex);
@@ -47,6 +49,14 @@ class FakeWorkspace final : public Workspace {
         const std::lock_guard lock(m_mutex);
         m_revealed.push_back(urls);
     }
+    void openFullDiskAccessSettings() override {
+        const std::lock_guard lock(m_mutex);
+        ++m_settingsOpened;
+    }
+    void relaunch() override {
+        const std::lock_guard lock(m_mutex);
+        ++m_relaunches;
+    }
 
   private:
     template <class T>
@@ -61,6 +71,8 @@ class FakeWorkspace final : public Workspace {
     std::vector<IconRequest> m_iconRequests;
     std::vector<FileURL> m_opened;
     std::vector<std::vector<FileURL>> m_revealed;
+    int m_settingsOpened = 0;
+    int m_relaunches = 0;
 };
 
 } // namespace quillane

@@ -1,0 +1,137 @@
+#include "SweepTest.h"
+
+namespace quillane {
+namespace {
+
+using namespace std::chrono_literals;
+
+struct Access : SweepTest {
+    void scan() {
+        library->refresh(AppLibrary::ScanReason::user);
+        world.runner.runAll();
+    }
+    void refuse() { world.trash.refuseListing(PlatformError{ErrorCode::kReadNoPermission, 1}); }
+    void grant() { world.trash.refuseListing(std::nullopt); }
+    // How often the Trash has been measured since the last call.
+    std::size_t measures() {
+        std::size_t count = 0;
+        for (const auto priority : world.runner.history()) {
+            count += priority == Priority::utility ? 1U : 0U;
+        }
+        world.runner.clearHistory();
+        return count;
+    }
+    void reprobe() {
+        library->appBecameActive();
+        world.runner.runAll();
+    }
+};
+
+TEST_F(Access, AScanMeasuresTheTrashAndAReadableOneStartsNoWatch) {
+    file(".Trash/a");
+    scan();
+    EXPECT_EQ(*library->trashState, TrashSweeper::State::measured(4096, 1));
+    EXPECT_FALSE(library->accessWatch->has_value());
+    EXPECT_EQ(world.clock.sleepers(), 0U);
+}
+
+TEST_F(Access, ARefusedTrashStartsAWatchThatPollsEveryThreeSecondsAndSlowsAfterAMinute) {
+    refuse();
+    scan();
+    EXPECT_TRUE(library->trashState->needsFullDiskAccess);
+    EXPECT_TRUE(library->accessWatch->has_value());
+    measures();
+    world.clock.advance(2999ms);
+    EXPECT_EQ(measures(), 0U);
+    world.clock.advance(1ms);
+    EXPECT_EQ(measures(), 1U);
+    world.clock.advance(57s);
+    EXPECT_EQ(measures(), 19U);
+    world.clock.advance(3s); // elapsed is above 60 seconds only now
+    EXPECT_EQ(measures(), 1U);
+    world.clock.advance(29999ms);
+    EXPECT_EQ(measures(), 0U);
+    world.clock.advance(1ms);
+    EXPECT_EQ(measures(), 1U);
+}
+
+TEST_F(Access, AccessThatIsFoundEndsTheWatchScansAgainAndIsShownForEightSeconds) {
+    refuse();
+    scan();
+    grant();
+    world.clock.advance(3s);
+    EXPECT_FALSE(library->trashState->needsFullDiskAccess);
+    EXPECT_FALSE(library->accessWatch->has_value());
+    EXPECT_TRUE(*library->accessJustGranted);
+    EXPECT_EQ(library->phase->kind, Phase::Kind::ready);
+    world.clock.advance(7999ms);
+    EXPECT_TRUE(*library->accessJustGranted);
+    world.clock.advance(1ms);
+    EXPECT_FALSE(*library->accessJustGranted);
+    EXPECT_EQ(world.clock.sleepers(), 0U);
+}
+
+TEST_F(Access, TheApplicationComingToTheFrontLooksAtOnce) {
+    refuse();
+    scan();
+    grant();
+    reprobe();
+    EXPECT_FALSE(library->trashState->needsFullDiskAccess);
+    EXPECT_FALSE(library->accessWatch->has_value());
+}
+
+TEST_F(Access, WhileTheTrashCanBeReadComingToTheFrontDoesNothing) {
+    scan();
+    measures();
+    reprobe();
+    EXPECT_EQ(measures(), 0U);
+    EXPECT_EQ(world.clock.sleepers(), 0U);
+}
+
+TEST_F(Access, DuringAScanThereIsNoProbeAndTheWatchGoesOnPolling) {
+    refuse();
+    scan();
+    library->refresh(AppLibrary::ScanReason::user); // stands before its first job
+    world.runner.settle();
+    grant();
+    world.runner.clearHistory();
+    world.clock.advanceWithoutRunning(3s);
+    world.runner.settle();
+    EXPECT_TRUE(library->trashState->needsFullDiskAccess);
+    EXPECT_TRUE(library->accessWatch->has_value());
+    world.runner.runAll(); // the scan makes its own measure
+    EXPECT_FALSE(library->trashState->needsFullDiskAccess);
+    world.clock.advance(3s);
+    EXPECT_FALSE(library->accessWatch->has_value());
+}
+
+TEST_F(Access, AMeasureThatANewerScanHasOvertakenChangesNothing) {
+    refuse();
+    scan();
+    EXPECT_EQ(*library->trashState, TrashSweeper::State::refused());
+}
+
+TEST_F(Access, TheLibraryMayEndWhileTheWatchSleeps) {
+    refuse();
+    scan();
+    library.reset();
+    world.runner.runAll();
+    EXPECT_EQ(world.clock.sleepers(), 0U);
+}
+
+TEST_F(Access, QuittingWithoutAnIdentifierDoesNothing) {
+    AppLibrary::quit(world.platform, std::nullopt);
+    EXPECT_TRUE(world.running.asked.empty());
+    AppLibrary::quit(world.platform, "com.example.tool");
+    EXPECT_EQ(world.running.asked, std::vector<std::string>{"com.example.tool"});
+}
+
+TEST_F(Access, TheSettingsAndANewInstanceAreTheDesktopsBusiness) {
+    AppLibrary::openFullDiskAccessSettings(world.platform);
+    AppLibrary::relaunch(world.platform);
+    EXPECT_EQ(world.workspace.settingsOpened(), 1);
+    EXPECT_EQ(world.workspace.relaunches(), 1);
+}
+
+} // namespace
+} // namespace quillane

@@ -1,0 +1,162 @@
+#include "SweepTest.h"
+
+namespace quillane {
+namespace {
+
+struct Plans : SweepTest {
+    LeftoverItem item(const std::string& below, Bytes bytes, bool isCache = true) {
+        return {home(below), "Caches", LeftoverItem::Confidence::high, bytes, false, isCache};
+    }
+};
+
+TEST_F(Plans, TheCachePlanHoldsTheCachesOfEachApplicationInOrder) {
+    library->apps = {app("One", {item("Library/Caches/one", 10), item("Library/Preferences/one", 99, false),
+                                 item("Library/Logs/one", 5)}),
+                     app("Two", {item("Library/Caches/two", 7)})};
+    const auto plan = library->plan(SweepCategory::caches);
+    ASSERT_EQ(plan.size(), 3U);
+    EXPECT_EQ(plan[0],
+              (SweepEntry{home("Library/Caches/one"), SweepCategory::caches, "One", "Caches - one", 10}));
+    EXPECT_EQ(plan[1].url, home("Library/Logs/one"));
+    EXPECT_EQ(plan[2].title, "Two");
+    EXPECT_EQ(library->bytes(SweepCategory::caches), 22);
+    EXPECT_EQ(library->itemCount(SweepCategory::caches), 2);
+}
+
+TEST_F(Plans, AProtectedApplicationHasNoRowsAndIsNotCounted) {
+    library->apps = {app("One", {item("Library/Caches/one", 10)}),
+                     app("Two", {item("Library/Caches/two", 7)})};
+    library->setProtected(FileURL("/Applications/One.app"), true);
+    EXPECT_EQ(library->plan(SweepCategory::caches).size(), 1U);
+    EXPECT_EQ(library->itemCount(SweepCategory::caches), 1);
+    EXPECT_EQ(library->apps->front().cacheItems().size(), 1U);
+    EXPECT_TRUE(library->reclaimableCache(library->apps->front()).empty());
+}
+
+TEST_F(Plans, AProtectedCacheDropsOutAloneAndByItsExactPath) {
+    library->apps = {app("One", {item("Library/Caches/one", 10), item("Library/Logs/one", 5)})};
+    library->setProtected(home("Library/Caches/one"), true);
+    library->setProtected(home("Library/Logs"), true); // a folder does not protect what lies in it
+    EXPECT_EQ(library->reclaimableCacheBytes(library->apps->front()), 5);
+}
+
+TEST_F(Plans, AnUnreachableCacheLeavesThePlanUntilTheNextScan) {
+    library->apps = {app("One", {item("Library/Caches/one", 10)})};
+    library->inaccessible = std::unordered_set{home("Library/Caches/one")};
+    EXPECT_EQ(library->bytes(SweepCategory::caches), 0);
+    library->refresh(AppLibrary::ScanReason::user);
+    world.runner.runAll();
+    EXPECT_TRUE(library->inaccessible->empty());
+}
+
+TEST_F(Plans, TheTrashIsOneRowWithItsCountAndSize) {
+    library->trashState = TrashSweeper::State::measured(1500000, 3);
+    EXPECT_EQ(library->plan(SweepCategory::trash),
+              (std::vector{SweepEntry{FileURL("/.Trash"), SweepCategory::trash, "Everything in the Trash",
+                                      "3 item(s), deleted permanently", 1500000}}));
+    EXPECT_EQ(library->itemCount(SweepCategory::trash), 3);
+}
+
+TEST_F(Plans, ATrashThatIsEmptyOrCannotBeReadIsNotPlanned) {
+    EXPECT_TRUE(library->plan(SweepCategory::trash).empty());
+    library->trashState = TrashSweeper::State::refused();
+    EXPECT_TRUE(library->plan(SweepCategory::trash).empty());
+    EXPECT_EQ(library->bytes(SweepCategory::trash), 0);
+    EXPECT_EQ(library->itemCount(SweepCategory::trash), 0);
+}
+
+TEST_F(Plans, TheFullPlanWalksTheTickedCategoriesInDeclaredOrder) {
+    library->apps = {app("One", {item("Library/Caches/one", 10)})};
+    library->trashState = TrashSweeper::State::measured(100, 1);
+    EXPECT_EQ(library->selectedSweepBytes(), 10);
+    EXPECT_EQ(library->fullPlan().size(), 1U);
+    library->sweepSelection = std::set{SweepCategory::trash, SweepCategory::caches};
+    ASSERT_EQ(library->fullPlan().size(), 2U);
+    EXPECT_EQ(library->fullPlan()[1].category, SweepCategory::trash);
+    EXPECT_EQ(library->selectedSweepBytes(), 110);
+    library->sweepSelection = std::set<SweepCategory>();
+    EXPECT_EQ(library->selectedSweepBytes(), 0);
+    EXPECT_TRUE(library->fullPlan().empty());
+}
+
+TEST_F(Plans, ApplicationsFilesAndStartupItemsAreNeverPlannedWithoutBeingAsked) {
+    library->apps = {app("One", {item("Library/Caches/one", 10)})};
+    for (const auto category : {SweepCategory::apps, SweepCategory::files, SweepCategory::startup}) {
+        EXPECT_TRUE(library->plan(category).empty());
+        EXPECT_EQ(library->itemCount(category), 0);
+    }
+}
+
+TEST_F(Plans, UninstallingThreeApplicationsOfWhichOneIsTheSystemsHasRowsForTwo) {
+    auto system = app("System");
+    system.source = AppSource::system;
+    const auto removal = library->removalForApps({app("One"), system, app("Two")});
+    EXPECT_EQ(removal.label, "Uninstall 3 apps");
+    ASSERT_EQ(removal.entries.size(), 2U);
+    EXPECT_EQ(removal.entries[0].subtitle, "Application bundle");
+    EXPECT_EQ(removal.entries[1].title, "Two");
+}
+
+TEST_F(Plans, UninstallingNothingHasALabelAndNoRows) {
+    const auto removal = library->removalForApps({});
+    EXPECT_EQ(removal.label, "Uninstall 0 apps");
+    EXPECT_TRUE(removal.entries.empty());
+}
+
+TEST_F(Plans, UninstallingListsTheBundleAndWhatBelongsToItButNothingProtectedOrOfAdministrators) {
+    auto one = app("One", {item("Library/Caches/one", 10), item("Library/Logs/one", 5),
+                           LeftoverItem{FileURL("/Library/Caches/one"), "Caches (shared)",
+                                        LeftoverItem::Confidence::high, 3, true, true}});
+    one.bundleBytes = 1000;
+    library->setProtected(home("Library/Logs/one"), true);
+    const auto removal = library->removalForApps({one});
+    EXPECT_EQ(removal.label, "Uninstall One");
+    ASSERT_EQ(removal.entries.size(), 2U);
+    EXPECT_EQ(removal.entries[0],
+              (SweepEntry{one.url, SweepCategory::apps, "One", "Application bundle", 1000}));
+    EXPECT_EQ(removal.entries[1],
+              (SweepEntry{home("Library/Caches/one"), SweepCategory::apps, "One", "Caches - one", 10}));
+    EXPECT_TRUE(removal.initiallyExcluded.empty());
+}
+
+TEST_F(Plans, AProtectedApplicationIsLeftOutWithAllItsLeftovers) {
+    const auto one = app("One", {item("Library/Caches/one", 10)});
+    library->setProtected(one.url, true);
+    EXPECT_TRUE(library->removalForApps({one}).entries.empty());
+}
+
+TEST_F(Plans, AMatchByNameAloneIsListedButStartsUnticked) {
+    auto byName = item("Library/Application Support/One", 10);
+    byName.confidence = LeftoverItem::Confidence::medium;
+    const auto removal = library->removalForApps({app("One", {byName})});
+    EXPECT_EQ(removal.entries.size(), 2U);
+    EXPECT_EQ(removal.initiallyExcluded, std::unordered_set{byName.url});
+}
+
+TEST_F(Plans, CleaningACacheTakesWhatIsReclaimableAndNothingElse) {
+    const auto one = app("One", {item("Library/Caches/one", 10), item("Library/Preferences/one", 99, false)});
+    const auto removal = library->removalForCache(one);
+    EXPECT_EQ(removal.label, "Clean One cache");
+    ASSERT_EQ(removal.entries.size(), 1U);
+    EXPECT_EQ(removal.entries[0].category, SweepCategory::caches);
+    EXPECT_TRUE(removal.initiallyExcluded.empty());
+}
+
+TEST_F(Plans, EachRemovalHasAnIdOfItsOwn) {
+    EXPECT_NE(library->removalForApps({}).id, library->removalForApps({}).id);
+}
+
+TEST_F(Plans, ProtectionIsStoredSortedAndReadBackAtTheNextLaunch) {
+    library->setProtected(FileURL("/b"), true);
+    library->setProtected(FileURL("/a"), true);
+    library->setProtected(FileURL("/a"), true);
+    EXPECT_EQ(world.defaults.stringArray("protectedPaths"), (std::vector<std::string>{"/a", "/b"}));
+    library = std::make_unique<AppLibrary>(world.platform);
+    EXPECT_TRUE(library->isProtected(FileURL("/a")));
+    library->setProtected(FileURL("/a"), false);
+    EXPECT_EQ(world.defaults.stringArray("protectedPaths"), (std::vector<std::string>{"/b"}));
+    EXPECT_FALSE(library->isProtected(FileURL("/a")));
+}
+
+} // namespace
+} // namespace quillane

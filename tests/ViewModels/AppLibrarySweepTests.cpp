@@ -1,0 +1,337 @@
+#include "StoredRecords.h"
+#include "SweepTest.h"
+#include <cmath>
+
+namespace quillane {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr PlatformError kNoAccess{ErrorCode::kWriteNoPermission, 1};
+constexpr PlatformError kOther{ErrorCode::kWriteUnknown, 18};
+
+struct Sweep : SweepTest {};
+
+TEST_F(Sweep, EachRowMovesToTheTrashAndIsCreditedByItsSize) {
+    const auto a = file("a");
+    const auto b = file("b");
+    const auto done = sweep({entry(a, SweepCategory::caches, 10), entry(b, SweepCategory::apps, 100)});
+    EXPECT_EQ(done.bytesByCategory,
+              (std::map<SweepCategory, Bytes>{{SweepCategory::caches, 10}, {SweepCategory::apps, 100}}));
+    EXPECT_EQ(done.itemsMovedToTrash, 2);
+    EXPECT_EQ(done.totalBytes(), 110);
+    EXPECT_FALSE(world.isThere(a));
+    EXPECT_EQ(library->trashState->count, 2);
+    EXPECT_FALSE(*library->isSweeping);
+    EXPECT_FALSE(library->sweepStatus->has_value());
+    EXPECT_EQ(*library->sweepProcessed, 2);
+    EXPECT_EQ(*library->sweepTotal, 2);
+    EXPECT_EQ(*library->sweepReclaimedSoFar, 110);
+}
+
+TEST_F(Sweep, CategoriesAreWorkedInTheirOrderAndRowsInTheirs) {
+    std::vector<FileURL> order;
+    world.trash.before = [&](int, const FileURL& url) { order.push_back(url); };
+    const auto files = file("files");
+    const auto appsRow = file("apps");
+    const auto first = file("first");
+    const auto second = file("second");
+    sweep({entry(files, SweepCategory::files, 1), entry(appsRow, SweepCategory::apps, 1),
+           entry(first, SweepCategory::caches, 1), entry(second, SweepCategory::caches, 1)});
+    EXPECT_EQ(order, (std::vector{first, second, appsRow, files}));
+}
+
+TEST_F(Sweep, TheTrashIsEmptiedFirstSoThatWhatMovesStaysRecoverable) {
+    file(".Trash/old");
+    const auto a = file("a");
+    const auto done = sweep({entry(a, SweepCategory::caches, 10), trashRow()});
+    EXPECT_EQ(done.itemsDeleted, 1);
+    EXPECT_EQ(done.bytesByCategory.at(SweepCategory::trash), 4096);
+    EXPECT_FALSE(world.isThere(home(".Trash/old")));
+    EXPECT_TRUE(world.isThere(home(".Trash/a")));
+    ASSERT_TRUE(library->lastOperation->has_value());
+    EXPECT_EQ((*library->lastOperation)->bytes, 10); // what was emptied can't come back
+}
+
+TEST_F(Sweep, AListWithOnlyTheTrashIsOneStepAndRecordsNothing) {
+    file(".Trash/old");
+    const auto before = UndoableOperation{"Before", Date{1}, {}, 5};
+    library->lastOperation = before;
+    const auto done = sweep({trashRow()});
+    EXPECT_EQ(*library->sweepProcessed, 1);
+    EXPECT_EQ(done.totalBytes(), 4096);
+    EXPECT_EQ(*library->lastOperation, before);
+    EXPECT_FALSE(world.defaults.isStored("lastOperation"));
+}
+
+TEST_F(Sweep, AFailureToEmptyTheTrashIsReportedAndMakesNothingInaccessible) {
+    file(".Trash/old");
+    world.trash.refuseListing(kNoAccess);
+    const auto done = sweep({trashRow()});
+    ASSERT_EQ(done.failures.size(), 1U);
+    EXPECT_TRUE(done.failures[0].isAccessDenied);
+    EXPECT_TRUE(library->inaccessible->empty());
+    EXPECT_TRUE(library->trashState->needsFullDiskAccess);
+    EXPECT_TRUE(world.isThere(home(".Trash/old")));
+}
+
+TEST_F(Sweep, APathProtectedDuringTheReviewStaysAndIsNeitherCountedNorReported) {
+    const auto a = file("a");
+    const auto b = file("b");
+    library->setProtected(a, true);
+    const auto done = sweep({entry(a, SweepCategory::caches, 10), entry(b, SweepCategory::caches, 5)});
+    EXPECT_TRUE(world.isThere(a));
+    EXPECT_EQ(*library->sweepProcessed, 1);
+    EXPECT_EQ(*library->sweepTotal, 2);
+    EXPECT_TRUE(done.failures.empty());
+    EXPECT_EQ(done.totalBytes(), 5);
+}
+
+TEST_F(Sweep, APathProtectedWhileTheSweepRunsStaysToo) {
+    const auto a = file("a");
+    const auto b = file("b");
+    startSweep({entry(a, SweepCategory::caches, 10), entry(b, SweepCategory::caches, 5)});
+    world.runner.settle();
+    library->setProtected(b, true); // the first move is under way
+    world.runner.runAll();
+    EXPECT_FALSE(world.isThere(a));
+    EXPECT_TRUE(world.isThere(b));
+}
+
+TEST_F(Sweep, OneMoveIsInFlightAtATimeAtThePriorityOfTheUser) {
+    const auto a = file("a");
+    const auto b = file("b");
+    startSweep({entry(a, SweepCategory::caches, 10), entry(b, SweepCategory::caches, 5)});
+    world.runner.settle();
+    EXPECT_EQ(world.runner.waitingJobs(), 1U);
+    EXPECT_EQ(world.runner.waitingPriority(0), Priority::userInitiated);
+    EXPECT_EQ(*library->sweepStatus, "a");
+    EXPECT_TRUE(*library->isSweeping);
+    world.runner.runJob();
+    world.runner.settle();
+    EXPECT_EQ(world.runner.waitingJobs(), 1U);
+    EXPECT_EQ(*library->sweepProcessed, 1);
+    EXPECT_EQ(*library->sweepReclaimedSoFar, 10);
+    world.runner.runAll();
+}
+
+TEST_F(Sweep, ACategoryWhoseMovesAllFailedHasAKeyWithNothingInIt) {
+    const auto a = file("a");
+    world.trash.failStep(0, kOther);
+    const auto done = sweep({entry(a, SweepCategory::caches, 10)});
+    EXPECT_EQ(done.bytesByCategory, (std::map<SweepCategory, Bytes>{{SweepCategory::caches, 0}}));
+    EXPECT_EQ(done.failures, (std::vector{Uninstaller::Failure{a, "Failed", false}}));
+    EXPECT_EQ(*library->sweepProcessed, 1);
+    EXPECT_FALSE(library->lastOperation->has_value());
+}
+
+TEST_F(Sweep, TwoRowsOfOneLocationCountOnceAndTheSecondFails) {
+    const auto a = file("a");
+    const auto done = sweep({entry(a, SweepCategory::caches, 10), entry(a, SweepCategory::caches, 10)});
+    EXPECT_EQ(done.totalBytes(), 10);
+    EXPECT_EQ(done.failures, (std::vector{Uninstaller::Failure{a, "Failed", false}}));
+}
+
+TEST_F(Sweep, ARefusedPathBecomesInaccessibleAndOneThatFailedOtherwiseDoesNot) {
+    const auto a = file("a");
+    const auto b = file("b");
+    world.trash.failStep(0, kNoAccess);
+    sweep({entry(a, SweepCategory::caches, 10)});
+    EXPECT_EQ(*library->inaccessible, std::unordered_set{a});
+    world.trash.failStep(1, kOther);
+    sweep({entry(b, SweepCategory::caches, 10)});
+    EXPECT_EQ(*library->inaccessible, std::unordered_set{a});
+}
+
+TEST_F(Sweep, WhatMovedLeavesTheListsAtOnce) {
+    library->apps = {app("One", {cache("Library/Caches/one", 10), cache("Library/Logs/one", 5)}), app("Two")};
+    world.disk.file("Applications/Two.app/x", "x");
+    startSweep({entry(home("Library/Caches/one"), SweepCategory::caches, 10),
+                entry(FileURL("/Applications/Two.app"), SweepCategory::apps, 1)});
+    world.runner.settle();
+    world.runner.runJob();
+    world.runner.settle();
+    EXPECT_EQ(library->apps->size(), 2U);
+    EXPECT_EQ(library->apps->front().leftovers.size(), 1U);
+    world.runner.runAll();
+    ASSERT_EQ(library->apps->size(), 1U);
+    EXPECT_EQ(library->apps->front().name, "One");
+    EXPECT_EQ(*library->phase, Phase{}); // no rescan follows
+}
+
+TEST_F(Sweep, AnApplicationIsAskedToQuitBeforeAnythingMovesAndAnEndlessOneIsMovedAllTheSame) {
+    auto one = app("One");
+    library->apps = {one};
+    world.disk.file("Applications/One.app/x", "x");
+    world.running.start("com.example.One", true);
+    const auto a = file("a");
+    startSweep({entry(a, SweepCategory::caches, 1), entry(one.url, SweepCategory::apps, 1)});
+    world.runner.runAll();
+    EXPECT_EQ(*library->sweepStatus, "Quitting One");
+    EXPECT_TRUE(world.isThere(a));
+    world.clock.advance(2999ms);
+    EXPECT_TRUE(world.isThere(a));
+    world.clock.advance(1ms);
+    EXPECT_FALSE(world.isThere(a));
+    EXPECT_FALSE(world.isThere(one.url));
+}
+
+TEST_F(Sweep, LeftoversOfApplicationsAreNotAskedToQuit) {
+    library->apps = {app("One", {cache("Library/Caches/one", 10)})};
+    world.running.start("com.example.One");
+    sweep({entry(home("Library/Caches/one"), SweepCategory::apps, 10)});
+    EXPECT_TRUE(world.running.asked.empty());
+}
+
+TEST_F(Sweep, TheOperationIsRecordedWithLabelDateMovesAndBytesAndSurvivesARestart) {
+    const auto a = file("a");
+    sweep({entry(a, SweepCategory::caches, 10)}, "Clean One cache");
+    const UndoableOperation expected{"Clean One cache", world.clock.now(), {{a, home(".Trash/a")}}, 10};
+    EXPECT_EQ(*library->lastOperation, expected);
+    library = std::make_unique<AppLibrary>(world.platform);
+    EXPECT_EQ(*library->lastOperation, expected);
+    EXPECT_EQ(undo().trashed, std::vector{a});
+    EXPECT_EQ(world.content(a), "a");
+}
+
+TEST_F(Sweep, ANewSweepReplacesTheOperationAndOneThatMovedNothingDoesNot) {
+    const auto a = file("a");
+    const auto b = file("b");
+    sweep({entry(a, SweepCategory::caches, 10)}, "First");
+    world.trash.failStep(1, kOther);
+    sweep({entry(b, SweepCategory::caches, 10)}, "Nothing moved");
+    EXPECT_EQ((*library->lastOperation)->label, "First");
+    sweep({entry(b, SweepCategory::caches, 10)}, "Second");
+    EXPECT_EQ((*library->lastOperation)->label, "Second");
+}
+
+TEST_F(Sweep, APutBackRestoresEverythingForgetsTheOperationAndScansAgain) {
+    const auto a = file("a");
+    const auto b = file("deep/b");
+    sweep({entry(a, SweepCategory::caches, 10), entry(b, SweepCategory::caches, 5)});
+    const auto undone = undo();
+    EXPECT_EQ(undone.trashed.size(), 2U);
+    EXPECT_EQ(world.content(b), "deep/b");
+    EXPECT_FALSE(library->lastOperation->has_value());
+    EXPECT_FALSE(world.defaults.isStored("lastOperation"));
+    EXPECT_EQ(library->phase->kind, Phase::Kind::ready);
+}
+
+TEST_F(Sweep, APartlyFailedPutBackForgetsTheOperationAllTheSame) {
+    const auto a = file("a");
+    const auto b = file("b");
+    sweep({entry(a, SweepCategory::caches, 10), entry(b, SweepCategory::caches, 5)});
+    file("a");
+    const auto undone = undo();
+    EXPECT_EQ(undone.trashed, std::vector{b});
+    EXPECT_EQ(undone.failures.size(), 1U);
+    EXPECT_FALSE(library->lastOperation->has_value());
+}
+
+TEST_F(Sweep, PuttingBackWithNothingRecordedStartsNoScan) {
+    EXPECT_EQ(undo(), Uninstaller::Report{});
+    EXPECT_EQ(library->phase->kind, Phase::Kind::idle);
+}
+
+TEST_F(Sweep, DamagedOrTamperedDataIsNoOperationAndStaysUntilItIsOverwritten) {
+    for (const std::string text :
+         {"", "garbage", "[]", "{}", R"({"label":1,"date":0,"moves":[],"bytes":0})",
+          R"({"label":"x","date":"0","moves":[],"bytes":0})",
+          R"({"label":"x","date":0,"moves":{},"bytes":0})",
+          R"({"label":"x","date":0,"moves":[{"from":"file:///a"}],"bytes":0})",
+          R"({"label":"x","date":0,"moves":[{"from":"/a","to":"/b"}],"bytes":0})",
+          R"({"label":"x","date":0,"moves":[],"bytes":1.5})", R"({"label":"x","date":0,"moves":[]})"}) {
+        world.defaults.set("lastOperation", Defaults::Data(text.begin(), text.end()));
+        library = std::make_unique<AppLibrary>(world.platform);
+        EXPECT_FALSE(library->lastOperation->has_value()) << text;
+        EXPECT_TRUE(world.defaults.isStored("lastOperation"));
+    }
+    world.defaults.set("lastOperation", std::string("no data"));
+    library = std::make_unique<AppLibrary>(world.platform);
+    EXPECT_FALSE(library->lastOperation->has_value());
+}
+
+TEST_F(Sweep, ATamperedRecordMovesNothingThatIsNotInTheTrash) {
+    const auto secret = file("secret");
+    library->lastOperation = UndoableOperation{"x", Date{0}, {{home("stolen"), secret}}, 0};
+    const auto undone = undo();
+    EXPECT_EQ(undone.failures.size(), 1U);
+    EXPECT_TRUE(world.isThere(secret));
+    EXPECT_FALSE(world.isThere(home("stolen")));
+}
+
+TEST_F(Sweep, EachStepThatFailsInTurnEndsWithATrueReport) {
+    const std::vector<PlatformError> errors = {
+        {ErrorCode::kWriteNoPermission, 13}, {ErrorCode::kWriteReadOnlyVolume, 30},
+        {ErrorCode::kWriteNoSpace, 28},      {ErrorCode::kNoSuchFileWriting, 2},
+        {ErrorCode::kWriteUnknown, 18},      {ErrorCode::kWriteFileExists, 17}};
+    int round = 0;
+    for (const auto& error : errors) {
+        for (int step = 0; step < 4; ++step) {
+            std::vector<SweepEntry> entries;
+            for (int i = 0; i < 4; ++i) {
+                const auto name = "r" + std::to_string(round) + "-" + std::to_string(i);
+                entries.push_back(entry(file(name), SweepCategory::caches, 1));
+            }
+            ++round;
+            world.trash.failStep(world.trash.steps() + step, error);
+            const auto done = sweep(entries);
+            EXPECT_EQ(done.itemsMovedToTrash, 3);
+            ASSERT_EQ(done.failures.size(), 1U);
+            EXPECT_EQ(done.failures[0].url, entries[static_cast<std::size_t>(step)].url);
+            EXPECT_EQ(done.totalBytes(), 3);
+            EXPECT_EQ(*library->sweepProcessed, 4);
+            for (int i = 0; i < 4; ++i) {
+                EXPECT_EQ(world.isThere(entries[static_cast<std::size_t>(i)].url), i == step);
+            }
+            EXPECT_EQ((*library->lastOperation)->moves.size(), 3U);
+        }
+    }
+}
+
+TEST_F(Sweep, AFileThatVanishesRightBeforeItsMoveIsReportedAndTheRestGoesOn) {
+    const auto a = file("a");
+    const auto b = file("b");
+    world.trash.before = [&](int step, const FileURL& url) {
+        if (step == 0) {
+            (void)world.realTrash.moveToTrash(url);
+        }
+    };
+    const auto done = sweep({entry(a, SweepCategory::caches, 10), entry(b, SweepCategory::caches, 5)});
+    EXPECT_EQ(done.failures, (std::vector{Uninstaller::Failure{a, "Failed", false}}));
+    EXPECT_EQ(done.totalBytes(), 5);
+}
+
+TEST_F(Sweep, APathSwappedForALinkMovesTheLinkAndNotWhatItPointsTo) {
+    const auto a = file("folder/a");
+    world.trash.before = [&](int, const FileURL&) {
+        (void)world.realTrash.moveToTrash(home("folder/a"));
+        world.disk.file("Users/alex/precious", "kept").link("Users/alex/folder/a", "../precious");
+        world.trash.before = nullptr;
+    };
+    sweep({entry(a, SweepCategory::caches, 10)});
+    EXPECT_EQ(world.content(home("precious")), "kept");
+}
+
+TEST(StoredRecords, AnOperationReadsBackWithAllItsFields) {
+    const UndoableOperation operation{
+        "Clean \"é\" / \n cache", Date{738000000.125}, {{FileURL("/a b/é"), FileURL("/t/1%")}}, INT64_MAX};
+    const auto data = StoredRecords::encode(operation);
+    ASSERT_TRUE(data);
+    EXPECT_EQ(StoredRecords::decodeUndoableOperation(*data), operation);
+}
+
+TEST(StoredRecords, TheTextIsWhatThePlatformsEncoderWrites) {
+    const UndoableOperation operation{"a/b", Date{700000000}, {{FileURL("/a b"), FileURL("/t/é")}}, 42};
+    const auto data = StoredRecords::encode(operation).value();
+    EXPECT_EQ(
+        std::string(data.begin(), data.end()),
+        R"({"label":"a\/b","date":700000000,"moves":[{"from":"file:\/\/\/a%20b","to":"file:\/\/\/t\/%C3%A9"}],"bytes":42})");
+}
+
+TEST(StoredRecords, ADateThatIsNoNumberCannotBeStored) {
+    EXPECT_FALSE(StoredRecords::encode(UndoableOperation{"x", Date{std::nan("")}, {}, 0}));
+}
+
+} // namespace
+} // namespace quillane
