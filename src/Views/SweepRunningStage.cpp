@@ -6,7 +6,7 @@
 #include "LibraryObserver.h"
 #include "Look.h"
 #include "ProgressBar.h"
-#include "Ring.h"
+#include "ProgressRing.h"
 #include "ShownText.h"
 #include <QVBoxLayout>
 #include <chrono>
@@ -24,7 +24,7 @@ SweepRunningStage::SweepRunningStage(AppLibrary& library, std::size_t total, QWi
     : QWidget(parent)
     , m_library(library)
     , m_total(static_cast<int>(total))
-    , m_ring(new Ring(QStringLiteral("sparkles")))
+    , m_ring(new ProgressRing(QStringLiteral("sparkles")))
     , m_figure(new Label({}, TextStyle::figure()))
     , m_caption(new Label(QStringLiteral("reclaimed so far"), TextStyle::bodySecondary()))
     , m_bar(new ProgressBar(kBarWidth))
@@ -58,7 +58,7 @@ SweepRunningStage::SweepRunningStage(AppLibrary& library, std::size_t total, QWi
     }
     m_easing.setEasingCurve(QEasingCurve::OutCubic);
     connect(&m_easing, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant& value) { showSteps(value.toInt()); });
+            [this](const QVariant& value) { m_bar->setValue(value.toInt()); });
     m_observer->renderNow();
 }
 
@@ -84,22 +84,23 @@ void SweepRunningStage::render() {
 
 void SweepRunningStage::showFraction(double fraction) {
     const int steps = static_cast<int>(std::lround(fraction * kSteps));
-    m_easing.stop();
-    if (Look::reducedMotion() || !isVisible()) {
-        showSteps(steps);
-        return;
-    }
     if (steps != m_ring->value()) {
-        m_easing.setDuration(Look::duration(kMilliseconds));
-        m_easing.setStartValue(m_ring->value());
-        m_easing.setEndValue(steps);
-        m_easing.start();
+        m_ring->setValue(steps); // which eases by itself
+        easeBar(steps);
     }
 }
 
-void SweepRunningStage::showSteps(int steps) {
-    m_ring->setValue(steps);
-    m_bar->setValue(steps);
+void SweepRunningStage::easeBar(int steps) {
+    m_easing.stop();
+    const int milliseconds = isVisible() ? Look::duration(kMilliseconds) : 0;
+    if (milliseconds == 0) {
+        m_bar->setValue(steps);
+        return;
+    }
+    m_easing.setDuration(milliseconds);
+    m_easing.setStartValue(m_bar->value());
+    m_easing.setEndValue(steps);
+    m_easing.start();
 }
 
 void SweepRunningStage::announceProgress() {

@@ -11,7 +11,7 @@ class ElidedLabel;
 class Label;
 class LibraryObserver;
 class ProgressBar;
-class Ring;
+class ProgressRing;
 
 // The second stage of the review sheet: how far the sweep has come. It follows the library by itself.
 class SweepRunningStage : public QWidget {
@@ -20,14 +20,14 @@ class SweepRunningStage : public QWidget {
     // `total` rows will be worked; it is shown until the library has begun. The library outlives the stage.
     SweepRunningStage(AppLibrary& library, std::size_t total, QWidget* parent = nullptr);
 
-    static constexpr int kMilliseconds = 180; // to a new value
+    static constexpr int kMilliseconds = 180; // of the bar to a new value, as in the ring
     // The steps of ring and bar: fine enough for their pixels.
     static constexpr int kSteps = 1000;
 
     // Of what is done, 0 to 1; 0 when there is nothing to do.
     static double progressFraction(int processed, int total);
 
-    Ring* ring() const { return m_ring; }
+    ProgressRing* ring() const { return m_ring; }
     ProgressBar* bar() const { return m_bar; }
     Label* figure() const { return m_figure; }
     Label* caption() const { return m_caption; }
@@ -39,13 +39,13 @@ class SweepRunningStage : public QWidget {
   private:
     void render();
     void showFraction(double fraction);
-    void showSteps(int steps);
+    void easeBar(int steps);
     void announceProgress();
 
     AppLibrary& m_library;
     int m_total;
     bool m_hasBegun = false;
-    Ring* m_ring;
+    ProgressRing* m_ring;
     Label* m_figure;
     Label* m_caption;
     ProgressBar* m_bar;
