@@ -2,7 +2,9 @@
 #include "MainQueue.h"
 #include <chrono>
 #include <ctime>
+#include <future>
 #include <gtest/gtest.h>
+#include <optional>
 #include <time.h> // clock_gettime, which <ctime> need not declare
 
 namespace quillane {
@@ -49,6 +51,19 @@ TEST(ContinuousClock, AThousandTimersSetAndTakenBackLeaveTheOneThatStays) {
     clock.callAt(clock.instant() + 2ms, [&] { done = true; });
     EXPECT_TRUE(queue.runUntil([&] { return done; }, kLimit));
     EXPECT_EQ(ran, 0);
+}
+
+TEST(ContinuousClock, ATimerThatWasPostedBeforeTheClockWentDoesNotRun) {
+    MainQueue queue;
+    std::promise<void> posted;
+    queue.setWake([&] { posted.set_value(); });
+    std::optional<ContinuousClock> clock(std::in_place, queue);
+    bool ran = false;
+    clock->callAt(clock->instant(), [&] { ran = true; });
+    ASSERT_EQ(posted.get_future().wait_for(kLimit), std::future_status::ready);
+    clock.reset();
+    EXPECT_TRUE(queue.drain());
+    EXPECT_FALSE(ran);
 }
 
 } // namespace

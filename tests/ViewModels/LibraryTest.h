@@ -1,10 +1,10 @@
 #pragma once
 #include "AppLibrary.h"
 #include "AppLibraryTesting.h"
+#include "FakeMetadata.h"
 #include "FakeWorkspace.h"
 #include "IconCache.h"
 #include "ManualClock.h"
-#include "Metadata.h"
 #include "PosixFileSystem.h"
 #include "ScriptedCommandRunner.h"
 #include "StepTaskRunner.h"
@@ -17,12 +17,6 @@
 #include <vector>
 
 namespace quillane {
-
-// An index that knows nothing: dates come from the files.
-class EmptyMetadata final : public Metadata {
-  public:
-    std::optional<Date> lastUsed(const FileURL&) const override { return std::nullopt; }
-};
 
 // Keeps every phase that is published.
 class PhaseLog final : public Observer {
@@ -128,7 +122,7 @@ class LibraryTest : public testing::Test {
     TemporaryFolder disk;
     PosixFileSystem files{disk.path(), FileURL("/Users/alex")};
     ScriptedCommandRunner commands; // nothing can be started
-    EmptyMetadata metadata;
+    FakeMetadata metadata;          // an empty table: dates come from the files
     FakeWorkspace workspace;
     StepTaskRunner runner;
     ManualClock clock{runner};

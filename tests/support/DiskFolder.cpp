@@ -19,16 +19,28 @@ void require(bool worked, const std::string& what) {
     }
 }
 
-void makeParents(const std::string& path) {
-    for (auto slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1)) {
-        const auto parent = path.substr(0, slash);
-        require(::mkdir(parent.c_str(), 0755) == 0 || errno == EEXIST, parent);
+// Makes a folder and what is missing above it. Asks for the whole path first, since most often all but the
+// last folder is there.
+void makeFolder(const std::string& path) {
+    if (path.empty() || ::mkdir(path.c_str(), 0755) == 0 || errno == EEXIST) {
+        return;
     }
+    require(errno == ENOENT, path);
+    makeFolder(path.substr(0, path.rfind('/')));
+    require(::mkdir(path.c_str(), 0755) == 0 || errno == EEXIST, path);
+}
+
+void makeParent(const std::string& path) {
+    makeFolder(path.substr(0, path.rfind('/')));
 }
 
 int create(const std::string& path) {
-    makeParents(path);
-    const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    constexpr int kFlags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
+    int fd = ::open(path.c_str(), kFlags, 0644);
+    if (fd < 0 && errno == ENOENT) {
+        makeParent(path);
+        fd = ::open(path.c_str(), kFlags, 0644);
+    }
     require(fd >= 0, path);
     return fd;
 }
@@ -37,7 +49,7 @@ int create(const std::string& path) {
 
 DiskFolder::DiskFolder(std::string path)
     : m_path(std::move(path)) {
-    makeParents(m_path + "/");
+    makeFolder(m_path);
 }
 
 std::string DiskFolder::at(std::string_view below) const {
@@ -49,7 +61,7 @@ std::string DiskFolder::at(std::string_view below) const {
 }
 
 DiskFolder& DiskFolder::folder(std::string_view below) {
-    makeParents(at(below) + "/");
+    makeFolder(at(below));
     return *this;
 }
 
@@ -82,19 +94,19 @@ DiskFolder& DiskFolder::sparse(std::string_view below, std::int64_t length) {
 }
 
 DiskFolder& DiskFolder::link(std::string_view below, std::string_view target) {
-    makeParents(at(below));
+    makeParent(at(below));
     require(::symlink(std::string(target).c_str(), at(below).c_str()) == 0, at(below));
     return *this;
 }
 
 DiskFolder& DiskFolder::hardLink(std::string_view below, std::string_view existing) {
-    makeParents(at(below));
+    makeParent(at(below));
     require(::link(at(existing).c_str(), at(below).c_str()) == 0, at(below));
     return *this;
 }
 
 DiskFolder& DiskFolder::fifo(std::string_view below) {
-    makeParents(at(below));
+    makeParent(at(below));
     require(::mkfifo(at(below).c_str(), 0644) == 0, at(below));
     return *this;
 }

@@ -334,13 +334,20 @@ void SampleApp::layContent(DiskFolder& disk, bool largeIcons) const {
 
 SampleMac::SampleMac(Date now)
     : m_now(now) {
+    for (const char* path : {"/Applications", "Library", ".Trash"}) {
+        folder(path);
+    }
+}
+
+SampleMac& SampleMac::usualFolders() {
     for (const auto& place : kPlaces) {
         folder(std::string(place.folder));
     }
     for (const char* path : {"/Applications/Utilities", "/System/Applications/Utilities", "/Volumes",
-                             "Applications", "Desktop", "Documents", "Downloads", "Pictures", ".Trash"}) {
+                             "Applications", "Desktop", "Documents", "Downloads", "Pictures"}) {
         folder(path);
     }
+    return *this;
 }
 
 SampleApp& SampleMac::app(std::string path) {

@@ -176,7 +176,7 @@ class SampleMac {
     // A fixed moment for tests: 2024-05-15 12:00:00 UTC.
     static constexpr Date kNow = Date::fromUnix(1'715'774'400);
 
-    // A volume with the folders that every Mac has and nothing in them.
+    // A volume with an empty home folder, Trash and folder of applications.
     explicit SampleMac(Date now = kNow);
 
     // The believable Mac of the tour: some sixty applications, 3 GB allocated at most.
@@ -188,6 +188,9 @@ class SampleMac {
 
     // Declares an application. The reference is good until the Mac goes; go on declaring through it.
     SampleApp& app(std::string path);
+
+    // The folders that every Mac has, empty: those of the Library, of the system and of the user.
+    SampleMac& usualFolders();
 
     // Plain entries. A path without a leading slash lies in the home folder; bytes are really allocated.
     SampleMac& folder(std::string path);

@@ -466,6 +466,7 @@ void addOddPlaces(SampleMac& mac) {
 
 SampleMac SampleMac::full(Date now) {
     SampleMac mac(now);
+    mac.usualFolders();
     const Scale mb;
     addLargeApplications(mac, mb);
     addEverydayApplications(mac, mb);
@@ -479,6 +480,7 @@ SampleMac SampleMac::full(Date now) {
 
 SampleMac SampleMac::small(Date now) {
     SampleMac mac(now);
+    mac.usualFolders();
     const Scale kb{1'000};
     addLargeApplications(mac, kb);
     addEverydayApplications(mac, kb);
@@ -493,6 +495,7 @@ SampleMac SampleMac::small(Date now) {
 
 SampleMac SampleMac::manyApplications(int count, Date now) {
     SampleMac mac(now);
+    mac.usualFolders();
     for (int i = 0; i < count; ++i) {
         const auto identifier = fmt::format("com.vendor{}.app{}", i / 4, i);
         auto& app = mac.app(fmt::format("/Applications/Application {}.app", i));

@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <cstring>
 
 namespace quillane::Pictures {
@@ -58,6 +60,57 @@ void drawFolder(QPainter& painter) {
     painter.drawRoundedRect(QRectF(5, 24, 54, 30), 4, 4);
 }
 
+// The checksum of PNG's chunks.
+std::uint32_t crc32(std::string_view bytes) {
+    static constexpr auto kTable = [] {
+        std::array<std::uint32_t, 256> table{};
+        for (std::uint32_t i = 0; i < table.size(); ++i) {
+            std::uint32_t value = i;
+            for (int bit = 0; bit < 8; ++bit) {
+                value = (value & 1U) != 0 ? 0xEDB88320U ^ (value >> 1U) : value >> 1U;
+            }
+            table[i] = value;
+        }
+        return table;
+    }();
+    std::uint32_t crc = 0xFFFFFFFFU;
+    for (const char c : bytes) {
+        crc = kTable[(crc ^ static_cast<unsigned char>(c)) & 0xFFU] ^ (crc >> 8U);
+    }
+    return ~crc;
+}
+
+std::uint32_t bigEndian(std::string_view fourBytes) {
+    std::uint32_t value = 0;
+    for (const char c : fourBytes) {
+        value = value << 8U | static_cast<unsigned char>(c);
+    }
+    return value;
+}
+
+// A signature and whole chunks with their right checksums, up to the end chunk. The decoder writes to the
+// standard error when it meets anything else, and what never reaches it can't harm it.
+bool isIntactPng(std::string_view bytes) {
+    constexpr std::string_view kSignature = "\x89PNG\r\n\x1A\n";
+    constexpr std::size_t kFrame = 12; // of a chunk: length, type, checksum
+    if (!bytes.starts_with(kSignature)) {
+        return false;
+    }
+    bytes.remove_prefix(kSignature.size());
+    while (bytes.size() >= kFrame) {
+        const std::size_t length = bigEndian(bytes.substr(0, 4));
+        if (length > bytes.size() - kFrame ||
+            crc32(bytes.substr(4, 4 + length)) != bigEndian(bytes.substr(8 + length, 4))) {
+            return false;
+        }
+        if (bytes.substr(4, 4) == "IEND") {
+            return true;
+        }
+        bytes.remove_prefix(kFrame + length);
+    }
+    return false;
+}
+
 } // namespace
 
 IconImage fromImage(const QImage& image) {
@@ -73,11 +126,15 @@ IconImage fromImage(const QImage& image) {
 }
 
 std::optional<IconImage> decoded(std::string_view bytes, const char* form) {
+    if (form == std::string_view("png") && !isIntactPng(bytes)) {
+        return std::nullopt;
+    }
     QByteArray data = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
     QBuffer buffer(&data);
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer, form);
-    const QSize size = reader.size(); // from the head, before anything is laid out
+    reader.setAutoDetectImageFormat(false); // no other reader gets the bytes
+    const QSize size = reader.size();       // from the head, before anything is laid out
     if (size.isEmpty() || size.width() > kMostSide || size.height() > kMostSide) {
         return std::nullopt;
     }

@@ -56,13 +56,13 @@ TEST(Pictures, DamagedBytesAreNoPicture) {
     EXPECT_FALSE(Pictures::decoded(whole, "no such form"));
 }
 
-TEST(Pictures, EveryBrokenByteIsSurvived) {
+TEST(Pictures, APngWithAnyByteBrokenIsNoPicture) {
     const auto whole = png(filled(8, 8, QColor(10, 200, 30)));
+    ASSERT_TRUE(Pictures::decoded(whole, "png"));
     for (std::size_t i = 0; i < whole.size(); ++i) {
         auto broken = whole;
-        broken[i] = static_cast<char>(~broken[i]);
-        const auto icon = Pictures::decoded(broken, "png");
-        EXPECT_TRUE(!icon || icon->width <= Pictures::kMostSide);
+        broken[i] = static_cast<char>(broken[i] ^ 0x10);
+        EXPECT_FALSE(Pictures::decoded(broken, "png")) << i;
     }
 }
 

@@ -1,0 +1,35 @@
+#pragma once
+#include "ColorScheme.h"
+#include "ContinuousClock.h"
+#include "MainQueue.h"
+#include "QtMainLoop.h"
+#include <optional>
+
+class QApplication;
+
+namespace quillane {
+
+class TaskRunner;
+
+// What a program with a window stands on, besides its ports: the look, time, and Qt's loop as the main
+// thread. Made after the QApplication and before the task runner, which posts to its queue.
+class DesktopSession {
+  public:
+    explicit DesktopSession(QApplication& application);
+    DesktopSession(const DesktopSession&) = delete;
+    DesktopSession& operator=(const DesktopSession&) = delete;
+
+    MainQueue& mainQueue() { return m_mainQueue; }
+    ContinuousClock& clock() { return m_clock; }
+    // From now on the window is light or dark as the desktop wants it. Stop before the runner goes.
+    void followColorScheme(TaskRunner& tasks);
+    void stopFollowing() { m_colorScheme.reset(); }
+
+  private:
+    MainQueue m_mainQueue;
+    QtMainLoop m_loop{m_mainQueue};
+    ContinuousClock m_clock{m_mainQueue};
+    std::optional<ColorScheme> m_colorScheme;
+};
+
+} // namespace quillane

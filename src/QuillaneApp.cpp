@@ -1,0 +1,28 @@
+#include "QuillaneApp.h"
+#include "ContentView.h"
+#include "IconCache.h"
+
+namespace quillane {
+
+QuillaneApp::QuillaneApp(const Platform& platform)
+    : m_platform(platform)
+    , m_library(m_platform) {
+    IconCache::shared().attach(&m_platform);
+}
+
+QuillaneApp::~QuillaneApp() {
+    delete m_window;
+    IconCache::shared().attach(nullptr);
+}
+
+void QuillaneApp::showWindow() {
+    if (!m_window) {
+        m_window = new ContentView(m_library, m_notifications);
+        m_window->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
+}
+
+} // namespace quillane

@@ -1,0 +1,37 @@
+// Quillane on Linux: the window over this machine.
+#include "AbsentMetadata.h"
+#include "DesktopSession.h"
+#include "DesktopWorkspace.h"
+#include "MetadataSearch.h"
+#include "PosixCommandRunner.h"
+#include "PosixFileSystem.h"
+#include "QuillaneApp.h"
+#include "SearchingCommandRunner.h"
+#include "ThreadTaskRunner.h"
+#include <QApplication>
+#include <cstdlib>
+
+int main(int argc, char** argv) {
+    using namespace quillane;
+    QApplication application(argc, argv);
+    DesktopSession session(application);
+    PosixFileSystem files;
+    AbsentMetadata metadata;
+    PosixCommandRunner programs;
+    const MetadataSearch search(files, metadata, session.clock(), {files.home(), FileURL("/Applications")});
+    SearchingCommandRunner commands(files, search, programs);
+    ThreadTaskRunner tasks(session.mainQueue());
+    DesktopWorkspace workspace(files, tasks, DesktopWorkspace::Reach::machine);
+    session.followColorScheme(tasks);
+
+    QuillaneApp app({.files = files,
+                     .commands = commands,
+                     .metadata = metadata,
+                     .clock = session.clock(),
+                     .tasks = tasks,
+                     .workspace = workspace});
+    app.showWindow();
+    // Work ends with the process: nobody who quits waits for a walk to come to its end. Everything that is
+    // kept was written when it changed.
+    std::_Exit(QApplication::exec());
+}
