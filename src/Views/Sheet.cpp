@@ -64,9 +64,16 @@ void Sheet::showEvent(QShowEvent* event) {
         m_scrim = new Scrim(parentWidget());
         centre();
     }
-    // Whoever came by keyboard goes on by keyboard and wants to see where the focus is.
-    if (parentWidget()->testAttribute(Qt::WA_KeyboardFocusChange)) {
-        setAttribute(Qt::WA_KeyboardFocusChange);
+}
+
+// A dialog takes every opening for a step by Tab. Whoever came by keyboard goes on by keyboard and wants to see
+// where the focus is, and nobody else.
+void Sheet::setVisible(bool visible) {
+    QDialog::setVisible(visible);
+    if (visible) {
+        const auto* window = parentWidget();
+        setAttribute(Qt::WA_KeyboardFocusChange,
+                     window != nullptr && window->testAttribute(Qt::WA_KeyboardFocusChange));
     }
 }
 
@@ -84,8 +91,9 @@ bool Sheet::eventFilter(QObject* object, QEvent* event) {
 }
 
 void Sheet::centre() {
-    const QRect window = parentWidget()->geometry();
-    move(window.center().x() - width() / 2, window.center().y() - height() / 2);
+    QRect place(QPoint(), size());
+    place.moveCenter(parentWidget()->geometry().center());
+    move(place.topLeft());
 }
 
 void SheetFooter::paintEvent(QPaintEvent*) {

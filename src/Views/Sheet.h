@@ -20,6 +20,8 @@ class Sheet : public QDialog {
     // What dims the window; null while the sheet is closed and where the platform does it.
     QWidget* scrim() const;
 
+    void setVisible(bool visible) override;
+
   protected:
     void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;

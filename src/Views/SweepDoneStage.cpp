@@ -44,7 +44,6 @@ SweepDoneStage::SweepDoneStage(const SweepReport& report, std::function<void()> 
     area->widget()->setAutoFillBackground(false);
     column->addWidget(area, 1);
     column->addWidget(makeFooter());
-    m_done->setDefault(true);
     setFocusProxy(m_done);
     connect(m_done, &QPushButton::clicked, this, &SweepDoneStage::finished);
 }

@@ -2,6 +2,7 @@
 #include "Announcement.h"
 #include "AppLibrary.h"
 #include "Label.h"
+#include "PushButton.h"
 #include "SweepDoneStage.h"
 #include "SweepReviewList.h"
 #include "SweepReviewModel.h"
@@ -24,10 +25,9 @@ SweepPreviewSheet::SweepPreviewSheet(AppLibrary& library, std::vector<SweepEntry
     , m_review(new SweepReviewStage(*m_model))
     , m_stages(new QStackedLayout(this)) {
     setWindowTitle(QStringLiteral("Review"));
-    setFocusPolicy(Qt::StrongFocus); // keeps the focus while a sweep runs and there is nothing to press
     connect(m_review, &SweepReviewStage::cancelled, this, &SweepPreviewSheet::reject);
     connect(m_review, &SweepReviewStage::confirmed, this, &SweepPreviewSheet::start);
-    showStage(m_review);
+    showStage(m_review, m_review->mainButton());
     m_review->list()->setFocus();
 }
 
@@ -43,9 +43,14 @@ SweepPreviewSheet* SweepPreviewSheet::present(AppLibrary& library, BulkRemoval r
     return sheet;
 }
 
-void SweepPreviewSheet::showStage(QWidget* stage) {
+void SweepPreviewSheet::showStage(QWidget* stage, PushButton* defaultButton) {
     m_stages->addWidget(stage);
     m_stages->setCurrentWidget(stage);
+    // Only now: a dialog does not hear of a default button that became one before it joined, and would choose
+    // one for itself.
+    if (defaultButton != nullptr) {
+        defaultButton->setDefault(true);
+    }
 }
 
 void SweepPreviewSheet::start() {
@@ -55,8 +60,8 @@ void SweepPreviewSheet::start() {
     m_stage = Stage::running;
     auto included = m_model->review().included();
     m_running = new SweepRunningStage(m_library, included.size());
-    showStage(m_running);
-    setFocus();
+    showStage(m_running, nullptr);
+    m_running->setFocus(); // there is nothing to press, and the focus must not stay behind
     // The sheet may be gone at the end, so the task holds no more of it than a guarded pointer.
     m_library.tasks().start([onConfirm = std::move(m_onConfirm), included = std::move(included),
                              sheet = QPointer(this)](StopToken) mutable -> Task<> {
@@ -72,7 +77,7 @@ void SweepPreviewSheet::finish(const SweepReport& report) {
     m_done =
         new SweepDoneStage(report, [this] { AppLibrary::openFullDiskAccessSettings(m_library.platform()); });
     connect(m_done, &SweepDoneStage::finished, this, &SweepPreviewSheet::accept);
-    showStage(m_done);
+    showStage(m_done, m_done->doneButton());
     m_done->setFocus();
     announce(*m_done, m_done->figure()->text() + QStringLiteral(" ") + m_done->caption()->text());
 }

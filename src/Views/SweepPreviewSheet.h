@@ -14,6 +14,7 @@ class QStackedLayout;
 namespace quillane {
 
 class AppLibrary;
+class PushButton;
 class SweepDoneStage;
 class SweepReviewModel;
 class SweepReviewStage;
@@ -57,7 +58,8 @@ class SweepPreviewSheet : public Sheet {
   private:
     void start();
     void finish(const SweepReport& report);
-    void showStage(QWidget* stage);
+    // `defaultButton` may be null.
+    void showStage(QWidget* stage, PushButton* defaultButton);
 
     AppLibrary& m_library;
     OnConfirm m_onConfirm;

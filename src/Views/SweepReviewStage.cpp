@@ -45,7 +45,6 @@ SweepReviewStage::SweepReviewStage(SweepReviewModel& model, QWidget* parent)
     setTabOrder(m_cancel, m_main);
     setFocusProxy(m_list);
 
-    m_main->setDefault(true);
     // Return on a button that the user has gone to presses that button and never the one that removes.
     m_cancel->setAutoDefault(true);
     connect(m_cancel, &QPushButton::clicked, this, &SweepReviewStage::cancelled);

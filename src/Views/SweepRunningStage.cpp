@@ -56,6 +56,7 @@ SweepRunningStage::SweepRunningStage(AppLibrary& library, std::size_t total, QWi
         gauge->setValue(0);
         gauge->setAccessibleName(QStringLiteral("Progress"));
     }
+    setFocusPolicy(Qt::StrongFocus);
     m_easing.setEasingCurve(QEasingCurve::OutCubic);
     connect(&m_easing, &QVariantAnimation::valueChanged, this,
             [this](const QVariant& value) { m_bar->setValue(value.toInt()); });

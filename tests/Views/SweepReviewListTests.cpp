@@ -16,9 +16,9 @@ class SweepReviewListTest : public SheetTest {
         std::vector<SweepEntry> rows;
         for (int i = 0; i < 40; ++i) {
             rows.push_back(
-                reviewRow("/c/" + std::to_string(i), SweepCategory::caches, 1, "Cache " + std::to_string(i)));
+                reviewRow("/c/" + std::to_string(i), SweepCategory::caches, 1, "Cache-" + std::to_string(i)));
             rows.push_back(reviewRow("/o/" + std::to_string(i), SweepCategory::orphans, 1,
-                                     "Orphan " + std::to_string(i)));
+                                     "Orphan-" + std::to_string(i)));
         }
         return rows;
     }
@@ -53,19 +53,19 @@ TEST_F(SweepReviewListTest, TheArrowsGoFromRowToRowAndPassTheCategoriesBy) {
 TEST_F(SweepReviewListTest, HomeEndAndThePageKeysLandOnRows) {
     open(longPlan());
     press(Qt::Key_End);
-    EXPECT_EQ(current(), "Orphan 39");
+    EXPECT_EQ(current(), "Orphan-39");
     press(Qt::Key_Home);
-    EXPECT_EQ(current(), "Cache 0");
+    EXPECT_EQ(current(), "Cache-0");
     for (int i = 0; i < 20; ++i) {
         press(Qt::Key_PageDown);
         ASSERT_TRUE(SweepReviewModel::isEntry(list().currentIndex()));
     }
-    EXPECT_EQ(current(), "Orphan 39");
+    EXPECT_EQ(current(), "Orphan-39");
     for (int i = 0; i < 20; ++i) {
         press(Qt::Key_PageUp);
         ASSERT_TRUE(SweepReviewModel::isEntry(list().currentIndex()));
     }
-    EXPECT_EQ(current(), "Cache 0");
+    EXPECT_EQ(current(), "Cache-0");
 }
 
 TEST_F(SweepReviewListTest, LeftAndRightStayWhereTheyAre) {
@@ -89,14 +89,14 @@ TEST_F(SweepReviewListTest, TheFirstRowOfACategoryBringsItsHeaderWithIt) {
 
 TEST_F(SweepReviewListTest, TypedLettersFindARow) {
     open(longPlan());
-    QTest::keyClicks(&list(), "Orphan 7");
-    EXPECT_EQ(current(), "Orphan 7");
+    QTest::keyClicks(&list(), "Orphan-7");
+    EXPECT_EQ(current(), "Orphan-7");
 }
 
 TEST_F(SweepReviewListTest, LettersThatFindACategoryGoToItsFirstRow) {
     open(longPlan());
     QTest::keyClicks(&list(), "Orphaned");
-    EXPECT_EQ(current(), "Orphan 0");
+    EXPECT_EQ(current(), "Orphan-0");
 }
 
 TEST_F(SweepReviewListTest, SpaceTicksTheCurrentRowAndNoOther) {
