@@ -77,7 +77,8 @@ QWidget* SweepReviewStage::makeFooter() {
     m_trashNote->setFixedWidth(kNoteWidth);
     texts->addWidget(m_count);
     texts->addWidget(m_trashNote);
-    row->addLayout(texts, 1);
+    row->addLayout(texts);
+    row->addStretch();
     row->addWidget(m_cancel);
     row->addWidget(m_main);
     return footer;
