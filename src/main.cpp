@@ -1,7 +1,10 @@
 // Quillane on Linux: the window over this machine.
 #include "AbsentMetadata.h"
+#include "BundleProcesses.h"
 #include "DesktopSession.h"
 #include "DesktopWorkspace.h"
+#include "FileDefaults.h"
+#include "FreedesktopTrash.h"
 #include "MetadataSearch.h"
 #include "PosixCommandRunner.h"
 #include "PosixFileSystem.h"
@@ -22,6 +25,9 @@ int main(int argc, char** argv) {
     SearchingCommandRunner commands(files, search, programs);
     ThreadTaskRunner tasks(session.mainQueue());
     DesktopWorkspace workspace(files, tasks, DesktopWorkspace::Reach::machine);
+    FreedesktopTrash trash(FreedesktopTrash::Places::ofThisUser(files.home()), session.clock());
+    BundleProcesses running(files);
+    FileDefaults defaults(FileDefaults::userPath(files.home().path()));
     session.followColorScheme(tasks);
 
     QuillaneApp app({.files = files,
@@ -29,7 +35,10 @@ int main(int argc, char** argv) {
                      .metadata = metadata,
                      .clock = session.clock(),
                      .tasks = tasks,
-                     .workspace = workspace});
+                     .workspace = workspace,
+                     .trash = trash,
+                     .runningApplications = running,
+                     .defaults = defaults});
     app.showWindow();
     // Work ends with the process: nobody who quits waits for a walk to come to its end. Everything that is
     // kept was written when it changed.

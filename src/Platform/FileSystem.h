@@ -43,7 +43,7 @@ struct WalkEntry {
     std::string_view name;
     EntryType type = EntryType::other;
     int level = 1; // the children of the root are level 1
-    // Allocated bytes of a regular file when the walk measures; otherwise 0.
+    // Allocated bytes of a regular file when the walk measures; otherwise 0, and 0 for what can't be measured.
     Bytes allocated = 0;
 };
 
@@ -79,10 +79,11 @@ class FileSystem {
 
     virtual Result<ResourceValues> resourceValues(const FileURL& url) const = 0;
 
-    // Walks everything below `root`, folders before their content; the root itself is not told. Links are
-    // told and never entered; a root that is a link, a file or missing yields nothing. Folders that can't be
-    // read are skipped and the walk goes on. Mount points are crossed. Memory does not grow with the number
-    // of files. Fails only when the root can't be opened as a folder.
+    // Walks everything below `root`, each folder right before its content, so that names and levels give the
+    // path of each entry; the root itself is not told. Links are told and never entered; a root that is a
+    // link, a file or missing yields nothing. Folders that can't be read are skipped and the walk goes on.
+    // Mount points are crossed. Memory does not grow with the number of files. Fails only when the root can't
+    // be opened as a folder.
     virtual Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const = 0;
 
     // Up to `limit` bytes from the start of a file, links followed. Fails for a folder and for what is

@@ -2,13 +2,6 @@
 #include "FileSystem.h"
 
 namespace quillane::FootprintCalculator {
-namespace {
-
-Bytes allocatedBytes(const ResourceValues& values) {
-    return values.totalAllocated.value_or(values.allocated.value_or(0));
-}
-
-} // namespace
 
 Bytes size(const Platform& platform, const FileURL& url, const StopToken& stop) {
     const auto values = platform.files.resourceValues(url);
@@ -16,17 +9,20 @@ Bytes size(const Platform& platform, const FileURL& url, const StopToken& stop) 
         return 0;
     }
     if (values->type == EntryType::regular) {
-        return allocatedBytes(*values);
+        return values->totalAllocated.value_or(values->allocated.value_or(0));
     }
     Bytes sum = 0;
-    // A root that can't be walked has nothing to add.
-    (void)platform.files.walk(url, {.measures = true}, [&](const WalkEntry& entry) {
+    const auto add = [&](const WalkEntry& entry) {
         if (stop.stopRequested()) {
             return WalkAnswer::stop;
         }
-        sum = checkedSum(sum, entry.allocated);
+        if (entry.type == EntryType::regular) {
+            sum = checkedSum(sum, entry.allocated);
+        }
         return WalkAnswer::proceed;
-    });
+    };
+    // A walk that can't begin leaves the sum at 0, which is the answer for it.
+    static_cast<void>(platform.files.walk(url, {.measures = true}, add));
     return sum;
 }
 

@@ -285,7 +285,8 @@ TEST(LeftoverFinder, AMachineWithoutLibraryFoldersGivesNothing) {
     SamplePlatform sample{SampleMac()};
     PosixFileSystem files(sample.disk.path(), FileURL("/Users/nobody"));
     const Platform platform{files,        sample.commands, sample.metadata,
-                            sample.clock, sample.runner,   sample.workspace};
+                            sample.clock, sample.runner,   sample.workspace,
+                            sample.trash, sample.running,  sample.defaults};
     EXPECT_TRUE(LeftoverFinder::leftovers(platform, kTool).empty());
 }
 

@@ -53,7 +53,8 @@ TEST(SupportFileLocations, TheFirstFifteenRowsFollowTheHomeFolder) {
     SamplePlatform sample{SampleMac()};
     PosixFileSystem files(sample.disk.path(), FileURL("/Users/robin"));
     const Platform platform{files,        sample.commands, sample.metadata,
-                            sample.clock, sample.runner,   sample.workspace};
+                            sample.clock, sample.runner,   sample.workspace,
+                            sample.trash, sample.running,  sample.defaults};
     const auto locations = SupportFileLocations::all(platform);
     ASSERT_EQ(locations.size(), 21U);
     for (std::size_t i = 0; i < 15; ++i) {

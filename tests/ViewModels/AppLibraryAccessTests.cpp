@@ -1,3 +1,4 @@
+#include "AppLibraryTesting.h"
 #include "SweepTest.h"
 
 namespace quillane {
@@ -106,9 +107,18 @@ TEST_F(Access, DuringAScanThereIsNoProbeAndTheWatchGoesOnPolling) {
 }
 
 TEST_F(Access, AMeasureThatANewerScanHasOvertakenChangesNothing) {
-    refuse();
+    const auto a = file("a");
     scan();
-    EXPECT_EQ(*library->trashState, TrashSweeper::State::refused());
+    refuse();
+    startSweep({entry(a, SweepCategory::caches, 1)});
+    world.runner.settle();
+    world.runner.runJob(); // the move; the sweep's own measure waits next
+    world.runner.settle();
+    ASSERT_EQ(world.runner.waitingJobs(), 1U);
+    AppLibraryTesting::supersede(*library);
+    world.runner.runAll();
+    EXPECT_FALSE(library->trashState->needsFullDiskAccess);
+    EXPECT_FALSE(library->accessWatch->has_value());
 }
 
 TEST_F(Access, TheLibraryMayEndWhileTheWatchSleeps) {

@@ -101,6 +101,7 @@ TEST_P(AppLibraryScanPace, TheReasonSetsPrioritiesAndBatchSizeOfTheWholeScan) {
     runner.runAll();
     std::vector<Priority> expected{row.searching};
     expected.insert(expected.end(), 7, row.measuring);
+    expected.push_back(Priority::utility); // the Trash, whoever asked
     EXPECT_EQ(runner.history(), expected);
 }
 
@@ -152,9 +153,10 @@ TEST_P(AppLibraryParking, TheParkedScanRunsAtThePriorityOfItsOwnReason) {
     library->refresh(ScanReason::automatic);
     request();
     runner.runAll();
-    EXPECT_EQ(runner.history(), (std::vector{Priority::background, GetParam().parked == ScanReason::user
-                                                                       ? Priority::userInitiated
-                                                                       : Priority::background}));
+    const auto parked =
+        GetParam().parked == ScanReason::user ? Priority::userInitiated : Priority::background;
+    EXPECT_EQ(runner.history(),
+              (std::vector{Priority::background, Priority::utility, parked, Priority::utility}));
 }
 
 constexpr auto kUser = AppLibrary::ScanReason::user;

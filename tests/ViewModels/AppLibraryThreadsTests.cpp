@@ -26,7 +26,8 @@ class AppLibraryThreads : public LibraryTest {
     MainQueue queue;
     ContinuousClock machineClock{queue};
     std::optional<ThreadTaskRunner> threads{std::in_place, queue};
-    const Platform machine{files, commands, metadata, machineClock, *threads, workspace};
+    const Platform machine{files,     commands, metadata, machineClock, *threads,
+                           workspace, trash,    running,  defaults};
 };
 
 TEST_F(AppLibraryThreads, ScansOfBothKindsOneAfterAnother) {

@@ -1,10 +1,14 @@
 #pragma once
 #include "AppLibrary.h"
 #include "AppLibraryTesting.h"
+#include "FakeRunningApplications.h"
 #include "FakeMetadata.h"
 #include "FakeWorkspace.h"
+#include "FolderTrash.h"
 #include "IconCache.h"
 #include "ManualClock.h"
+#include "MemoryDefaults.h"
+#include "Metadata.h"
 #include "PosixFileSystem.h"
 #include "ScriptedCommandRunner.h"
 #include "StepTaskRunner.h"
@@ -126,7 +130,11 @@ class LibraryTest : public testing::Test {
     FakeWorkspace workspace;
     StepTaskRunner runner;
     ManualClock clock{runner};
-    const Platform platform{files, commands, metadata, clock, runner, workspace};
+    FolderTrash trash{disk.path(), FileURL("/Users/alex")};
+    FakeRunningApplications running;
+    MemoryDefaults defaults;
+    const Platform platform{files,     commands, metadata, clock,   runner,
+                            workspace, trash,    running,  defaults};
     std::unique_ptr<AppLibrary> library = std::make_unique<AppLibrary>(platform);
 };
 

@@ -1,9 +1,9 @@
 #include "DiskFolder.h"
+#include "TreeRemoval.h"
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,7 +14,7 @@ namespace {
 
 void require(bool worked, const std::string& what) {
     if (!worked) {
-        std::fprintf(stderr, "disk folder: %s: %s\n", what.c_str(), std::strerror(errno));
+        std::perror(what.c_str());
         std::abort();
     }
 }
@@ -45,6 +45,14 @@ int create(const std::string& path) {
     return fd;
 }
 
+void writeAll(int fd, std::string_view content, const std::string& path) {
+    while (!content.empty()) {
+        const auto written = ::write(fd, content.data(), content.size());
+        require(written > 0, path);
+        content.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
 } // namespace
 
 DiskFolder::DiskFolder(std::string path)
@@ -67,11 +75,7 @@ DiskFolder& DiskFolder::folder(std::string_view below) {
 
 DiskFolder& DiskFolder::file(std::string_view below, std::string_view content) {
     const int fd = create(at(below));
-    while (!content.empty()) {
-        const auto written = ::write(fd, content.data(), content.size());
-        require(written > 0, at(below));
-        content.remove_prefix(static_cast<std::size_t>(written));
-    }
+    writeAll(fd, content, at(below));
     ::close(fd);
     return *this;
 }
@@ -124,6 +128,47 @@ DiskFolder& DiskFolder::modified(std::string_view below, Date date) {
 DiskFolder& DiskFolder::executable(std::string_view below) {
     require(::chmod(at(below).c_str(), 0755) == 0, at(below));
     return *this;
+}
+
+DiskFolder& DiskFolder::chain(std::string_view below, int levels, std::string_view content) {
+    folder(below);
+    int place = ::open(at(below).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    for (int level = 0; level < levels; ++level) {
+        require(::mkdirat(place, "d", 0755) == 0, at(below));
+        const int next = ::openat(place, "d", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        require(next >= 0, at(below));
+        ::close(place);
+        place = next;
+    }
+    const int leaf = ::openat(place, "leaf", O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
+    require(leaf >= 0, at(below));
+    writeAll(leaf, content, at(below));
+    ::close(leaf);
+    ::close(place);
+    return *this;
+}
+
+DiskFolder& DiskFolder::permissions(std::string_view below, unsigned int mode) {
+    require(::chmod(at(below).c_str(), static_cast<mode_t>(mode)) == 0, at(below));
+    return *this;
+}
+
+DiskFolder& DiskFolder::rename(std::string_view from, std::string_view to) {
+    require(::rename(at(from).c_str(), at(to).c_str()) == 0, at(from));
+    return *this;
+}
+
+DiskFolder& DiskFolder::remove(std::string_view below) {
+    if (::unlink(at(below).c_str()) != 0) {
+        removeTree(at(below));
+    }
+    return *this;
+}
+
+std::int64_t DiskFolder::allocationOf(std::string_view below) const {
+    struct stat status = {};
+    require(::lstat(at(below).c_str(), &status) == 0, at(below));
+    return std::int64_t{status.st_blocks} * 512;
 }
 
 } // namespace quillane

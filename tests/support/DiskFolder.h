@@ -1,5 +1,6 @@
 #pragma once
 #include "Date.h"
+#include "FileURL.h"
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -17,6 +18,9 @@ class DiskFolder {
     // Without a trailing slash.
     const std::string& path() const { return m_path; }
     std::string at(std::string_view below) const;
+    FileURL url(std::string_view below = "") const { return FileURL(at(below)); }
+    // What a file takes on the disk: st_blocks * 512.
+    std::int64_t allocationOf(std::string_view below) const;
 
     DiskFolder& folder(std::string_view below);
     DiskFolder& file(std::string_view below, std::string_view content = "");
@@ -28,11 +32,19 @@ class DiskFolder {
     DiskFolder& link(std::string_view below, std::string_view target);
     DiskFolder& hardLink(std::string_view below, std::string_view existing);
     DiskFolder& fifo(std::string_view below);
+    // A chain of `levels` folders called "d" below a folder, each in the one before, with a file called "leaf" in
+    // the last. The path may be far too long for one call of the system.
+    DiskFolder& chain(std::string_view below, int levels, std::string_view content = "");
     // The modification date of a file or folder; links are not followed. Content that comes later moves a
     // folder's date again.
     DiskFolder& modified(std::string_view below, Date date);
     // The right to run a file.
     DiskFolder& executable(std::string_view below);
+    DiskFolder& permissions(std::string_view below, unsigned int mode);
+    // As another program would, in the middle of something.
+    DiskFolder& rename(std::string_view from, std::string_view to);
+    // A file or a folder with all it holds.
+    DiskFolder& remove(std::string_view below);
 
   private:
     std::string m_path;

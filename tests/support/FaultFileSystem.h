@@ -1,78 +1,64 @@
 #pragma once
+#include "FileCall.h"
 #include "ForwardingFileSystem.h"
 #include <functional>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <set>
+#include <utility>
 
 namespace quillane {
 
-// A file system in which chosen paths fail, and which can do something when a path is touched: take a file
-// away between a listing and a reading, for one. Set up before use; calls may come from any thread.
+// A file system in which chosen calls fail, and which can do something when a path is touched: take a file
+// away between a listing and a reading, for one. Without any of that it answers exactly as the other does.
+// Calls may come from any thread; hooks are set before use.
 class FaultFileSystem final : public ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;
 
-    // Every call on this very path fails so.
-    void fail(const FileURL& url, PlatformError error) { m_errors[url] = error; }
+    // Every call on this very path fails so; a walk from above still tells it.
+    void fail(const FileURL& url, PlatformError error);
+    // Every call of this kind fails so.
+    void failEvery(FileCall call, PlatformError error);
+    // The n-th call of this kind from now on fails so, counted from 1, and no other.
+    void failNth(FileCall call, int n, PlatformError error);
+    // A folder whose content can't be read: listing and walking it fail, a walk from above tells it and goes on.
+    void deny(const FileURL& folder);
+    // Still named by its folder but gone, with all below it, when it is touched: as when it is removed between
+    // the two.
+    void vanish(const FileURL& url);
     // Called before each call on this path.
     void before(const FileURL& url, std::function<void()> hook) { m_hooks[url] = std::move(hook); }
     // The paths that were listed, walked, read or asked about, in their order.
-    std::vector<FileURL> touched() const {
-        const std::lock_guard lock(m_mutex);
-        return m_touched;
-    }
+    std::vector<FileURL> touched() const;
 
-    bool exists(const FileURL& url) const override {
-        return !touch(url) && ForwardingFileSystem::exists(url);
-    }
-    Result<std::vector<DirectoryEntry>> list(const FileURL& folder) const override {
-        if (const auto error = touch(folder)) {
-            return *error;
-        }
-        return ForwardingFileSystem::list(folder);
-    }
-    Result<ResourceValues> resourceValues(const FileURL& url) const override {
-        if (const auto error = touch(url)) {
-            return *error;
-        }
-        return ForwardingFileSystem::resourceValues(url);
-    }
-    Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const override {
-        if (const auto error = touch(root)) {
-            return *error;
-        }
-        return ForwardingFileSystem::walk(root, options, visit);
-    }
-    Result<std::string> read(const FileURL& url, std::size_t limit) const override {
-        if (const auto error = touch(url)) {
-            return *error;
-        }
-        return ForwardingFileSystem::read(url, limit);
-    }
-    Result<> createDirectories(const FileURL& url) override {
-        if (const auto error = touch(url)) {
-            return *error;
-        }
-        return ForwardingFileSystem::createDirectories(url);
-    }
+    bool exists(const FileURL& url) const override;
+    Result<std::vector<DirectoryEntry>> list(const FileURL& folder) const override;
+    Result<ResourceValues> resourceValues(const FileURL& url) const override;
+    Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const override;
+    Result<std::string> read(const FileURL& url, std::size_t limit) const override;
+    Result<> createDirectories(const FileURL& url) override;
 
   private:
-    std::optional<PlatformError> touch(const FileURL& url) const {
-        {
-            const std::lock_guard lock(m_mutex);
-            m_touched.push_back(url);
-        }
-        if (const auto hook = m_hooks.find(url); hook != m_hooks.end()) {
-            hook->second();
-        }
-        const auto error = m_errors.find(url);
-        return error == m_errors.end() ? std::nullopt : std::optional(error->second);
-    }
+    struct Nth {
+        int left = 0;
+        PlatformError error;
+    };
+    // Notes the call and tells how it fails, if it does.
+    std::optional<PlatformError> touch(FileCall call, const FileURL& url) const;
+    std::optional<PlatformError> failure(FileCall call, const FileURL& url) const;
+    bool isDenied(const FileURL& url) const;
+    // Whether this or a folder above it has vanished.
+    bool isGone(const FileURL& url) const;
 
-    std::map<FileURL, PlatformError> m_errors;
     std::map<FileURL, std::function<void()>> m_hooks;
-    mutable std::mutex m_mutex; // guards the record
+    mutable std::mutex m_mutex; // guards all below
+    std::map<FileURL, PlatformError> m_errors;
+    std::map<FileCall, PlatformError> m_every;
+    mutable std::map<FileCall, Nth> m_nth;
+    std::set<FileURL> m_denied;
+    std::set<FileURL> m_gone;
     mutable std::vector<FileURL> m_touched;
 };
 

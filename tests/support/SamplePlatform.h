@@ -1,8 +1,12 @@
 #pragma once
 #include "FakeMetadata.h"
+#include "FakeRunningApplications.h"
 #include "FakeWorkspace.h"
 #include "FaultFileSystem.h"
+#include "FaultTrash.h"
+#include "FolderTrash.h"
 #include "ManualClock.h"
+#include "MemoryDefaults.h"
 #include "MetadataSearch.h"
 #include "Platform.h"
 #include "PosixFileSystem.h"
@@ -59,6 +63,10 @@ class SamplePlatform {
     FakeMetadata metadata;
     ScriptedCommandRunner commands;
     FakeWorkspace workspace;
+    FolderTrash volumeTrash{disk.path(), FileURL(std::string(SampleMac::kHome))};
+    FaultTrash trash{volumeTrash};
+    FakeRunningApplications running;
+    MemoryDefaults defaults;
     StepTaskRunner runner;
     ManualClock clock{runner};
 
@@ -75,7 +83,10 @@ class SamplePlatform {
                             metadata,
                             clock,
                             runner,
-                            workspace};
+                            workspace,
+                            trash,
+                            running,
+                            defaults};
 };
 
 } // namespace quillane

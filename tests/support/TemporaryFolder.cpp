@@ -1,19 +1,25 @@
 #include "TemporaryFolder.h"
+#include "TreeRemoval.h"
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <system_error>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace quillane {
 namespace {
 
 std::string makeTemporary() {
     std::string pattern = (std::filesystem::temp_directory_path() / "quillane-XXXXXX").string();
-    if (::mkdtemp(pattern.data()) == nullptr) {
+    char resolved[PATH_MAX] = {};
+    // Open to others, so that a test can look at it as an ordinary user.
+    if (::mkdtemp(pattern.data()) == nullptr || ::chmod(pattern.c_str(), 0755) != 0 ||
+        ::realpath(pattern.c_str(), resolved) == nullptr) {
         std::perror(pattern.c_str());
         std::abort();
     }
-    return pattern;
+    return resolved;
 }
 
 } // namespace
@@ -22,8 +28,7 @@ TemporaryFolder::TemporaryFolder()
     : DiskFolder(makeTemporary()) {}
 
 TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path(), ignored);
+    removeTree(path());
 }
 
 } // namespace quillane

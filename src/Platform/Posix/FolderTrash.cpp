@@ -15,6 +15,11 @@ namespace {
 constexpr std::string_view kName = ".Trash";
 constexpr mode_t kOwnerOnly = 0700;
 
+// Links on the way to the folder are followed.
+Descriptor openFolder(const Volume& volume, const std::string& path) {
+    return volume.open(path, O_RDONLY | O_DIRECTORY);
+}
+
 } // namespace
 
 FolderTrash::FolderTrash(const std::string& hostRoot, FileURL home)
@@ -59,7 +64,7 @@ Result<Descriptor> FolderTrash::openForMoving() {
 }
 
 Result<std::optional<FileURL>> FolderTrash::moveToTrash(const FileURL& url) {
-    const auto parent = m_root.openParent(url);
+    const auto parent = openFolder(m_root, url.deletingLastPathComponent().path());
     if (!parent) {
         return PosixError::writing(errno);
     }
@@ -86,7 +91,8 @@ Result<> FolderTrash::moveOut(const FileURL& inTrash, const FileURL& original) {
         return PosixError::writing(EINVAL); // records that were tampered with move nothing else
     }
     const auto trash = m_root.open(m_folder.path(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW);
-    const auto parent = trash ? m_root.openParent(original) : Descriptor();
+    const auto parent =
+        trash ? openFolder(m_root, original.deletingLastPathComponent().path()) : Descriptor();
     if (!parent) {
         return PosixError::writing(errno);
     }

@@ -1,6 +1,6 @@
 #pragma once
-#include "RootFolder.h"
 #include "Trash.h"
+#include "Volume.h"
 #include <string>
 
 namespace quillane {
@@ -21,7 +21,7 @@ class FolderTrash final : public Trash {
   private:
     Result<Descriptor> openForMoving();
 
-    RootFolder m_root;
+    Volume m_root;
     FileURL m_home;
     FileURL m_folder;
 };

@@ -1,279 +1,252 @@
 #include "PosixFileSystem.h"
 #include "DirectoryReader.h"
 #include "PosixError.h"
-#include "Walk.h"
+#include "TreeWalk.h"
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <climits>
 #include <cstdlib>
-#include <deque>
 #include <fcntl.h>
 #include <pwd.h>
 #include <string_view>
 #include <sys/stat.h>
-#include <utility>
+#include <unistd.h>
 
 namespace quillane {
 namespace {
 
-constexpr Bytes kBlockBytes = 512;   // what st_blocks counts
-constexpr int kMaxLinks = 40;        // as many as the kernel follows
+constexpr std::size_t kListBatch = std::size_t{32} * 1024;
+constexpr std::size_t kFirstRead = std::size_t{64} * 1024;
+constexpr Bytes kBlock = 512; // the unit of st_blocks on every system, whatever the volume's own blocks
 constexpr mode_t kFolderMode = 0777; // default attributes: the user's mask decides
 
+// Other names under which macOS shows the same files, longest first.
+constexpr std::array<std::string_view, 3> kAliasPrefixes = {"/private/var/automount", "/var/automount",
+                                                            "/private"};
+// Folders of the root for which a path below such a prefix means something else.
+constexpr std::array<std::string_view, 12> kOwnFolders = {"/Applications", "/Library", "/System", "/Users",
+                                                          "/Volumes",      "/bin",     "/cores",  "/dev",
+                                                          "/opt",          "/private", "/sbin",   "/usr"};
+
+PlatformError readingError() {
+    return PosixError::reading(errno);
+}
+
 FileURL accountHome() {
-    if (const char* home = std::getenv("HOME");
-        home != nullptr && home[0] == '/') { // NOLINT(concurrency-mt-unsafe)
-        return FileURL(home);
+    passwd account = {};
+    passwd* found = nullptr;
+    std::array<char, 16384> texts = {};
+    if (::getpwuid_r(::getuid(), &account, texts.data(), texts.size(), &found) == 0 && found != nullptr &&
+        account.pw_dir != nullptr) {
+        return FileURL(account.pw_dir);
     }
-    const passwd* account = ::getpwuid(::getuid()); // NOLINT(concurrency-mt-unsafe): before any thread
-    return FileURL(account != nullptr ? account->pw_dir : "/");
+    return {};
 }
 
-EntryType typeOf(mode_t mode) {
-    return S_ISREG(mode)   ? EntryType::regular
-           : S_ISDIR(mode) ? EntryType::directory
-           : S_ISLNK(mode) ? EntryType::symbolicLink
-                           : EntryType::other;
+FileURL userHome() {
+    const char* home = std::getenv("HOME"); // NOLINT(concurrency-mt-unsafe): the header says when
+    return home != nullptr && home[0] == '/' ? FileURL(home) : accountHome();
 }
 
-ResourceValues valuesOf(const struct stat& status) {
-    ResourceValues values;
-    values.type = typeOf(status.st_mode);
-    values.fileSize = static_cast<Bytes>(status.st_size);
-    if (values.type == EntryType::regular) {
-        values.allocated = static_cast<Bytes>(status.st_blocks) * kBlockBytes;
-        values.totalAllocated = values.allocated;
-    }
-    values.contentModified = Date::fromUnix(status.st_mtim.tv_sec, status.st_mtim.tv_nsec);
-    values.device = status.st_dev;
-    values.inode = status.st_ino;
-    return values;
+Date modifiedOf(const struct stat& status) {
+#ifdef __APPLE__
+    return Date::fromUnix(status.st_mtimespec.tv_sec, status.st_mtimespec.tv_nsec);
+#else
+    return Date::fromUnix(status.st_mtim.tv_sec, status.st_mtim.tv_nsec);
+#endif
 }
 
-// The components of a path, empty ones left out.
-std::deque<std::string> componentsOf(std::string_view path) {
-    std::deque<std::string> components;
-    for (std::size_t begin = 0; begin < path.size();) {
-        const auto end = std::min(path.find('/', begin), path.size());
-        if (end > begin) {
-            components.emplace_back(path.substr(begin, end - begin));
+bool beginsWithComponents(std::string_view path, std::string_view prefix) {
+    return path.starts_with(prefix) && (path.size() == prefix.size() || path[prefix.size()] == '/');
+}
+
+bool holdsParentComponent(std::string_view path) {
+    return path.find("/../") != std::string_view::npos || path.ends_with("/..");
+}
+
+// Grows with what is really there, not with what the file or the caller claims.
+Result<std::string> readUpTo(int file, std::size_t limit) {
+    std::string bytes;
+    std::size_t length = 0;
+    while (length < limit) {
+        if (length == bytes.size()) {
+            bytes.resize(std::min(limit, std::max(kFirstRead, length * 2)));
         }
-        begin = end + 1;
-    }
-    return components;
-}
-
-std::string joined(const std::deque<std::string>& components) {
-    std::string path;
-    for (const auto& component : components) {
-        path += "/" + component;
-    }
-    return path.empty() ? "/" : path;
-}
-
-std::string parentOf(const std::string& path) {
-    return path.substr(0, std::max<std::size_t>(path.rfind('/'), 1));
-}
-
-// "." and ".." removed as text.
-std::string withoutDots(std::string_view path) {
-    std::deque<std::string> kept;
-    for (auto& component : componentsOf(path)) {
-        if (component == "..") {
-            if (!kept.empty()) {
-                kept.pop_back();
-            }
-        } else if (component != ".") {
-            kept.push_back(std::move(component));
+        const auto count = ::read(file, bytes.data() + length, bytes.size() - length);
+        if (count < 0 && errno == EINTR) {
+            continue;
         }
+        if (count < 0) {
+            return readingError();
+        }
+        if (count == 0) {
+            break;
+        }
+        length += static_cast<std::size_t>(count);
     }
-    return joined(kept);
-}
-
-bool beginsWithFolder(std::string_view path, std::string_view folder) {
-    return path.starts_with(folder) && (path.size() == folder.size() || path[folder.size()] == '/');
+    bytes.resize(length);
+    bytes.shrink_to_fit();
+    return bytes;
 }
 
 } // namespace
 
 PosixFileSystem::PosixFileSystem()
-    : m_home(accountHome()) {}
+    : m_home(userHome()) {}
 
-PosixFileSystem::PosixFileSystem(const std::string& hostFolder, FileURL home)
-    : m_root(hostFolder)
+PosixFileSystem::PosixFileSystem(const std::string& folder, FileURL home)
+    : m_volume(folder)
     , m_home(std::move(home)) {}
 
 bool PosixFileSystem::exists(const FileURL& url) const {
-    return static_cast<bool>(m_root.open(url.path(), O_PATH));
+    struct stat status = {};
+    return m_volume.status(url.path(), LastLink::follow, status);
 }
 
 Result<std::vector<DirectoryEntry>> PosixFileSystem::list(const FileURL& folder) const {
-    const auto fd = m_root.open(folder.path(), O_RDONLY | O_DIRECTORY | O_NONBLOCK);
-    if (!fd) {
-        return PosixError::reading(errno);
+    const auto opened = m_volume.open(folder.path(), O_RDONLY | O_DIRECTORY | O_NONBLOCK);
+    if (!opened) {
+        return readingError();
     }
-    DirectoryReader reader;
-    DirectoryReader::Entry entry;
     std::vector<DirectoryEntry> entries;
-    while (reader.fill(fd.get())) {
-        while (reader.next(entry)) {
-            if (entry.view().starts_with("._")) {
+    DirectoryReader reader(kListBatch);
+    auto filled = DirectoryReader::Filled::entries;
+    do {
+        filled = reader.fill(opened.get(), kListBatch);
+        if (filled == DirectoryReader::Filled::failure) {
+            return readingError();
+        }
+        RawEntry raw;
+        while (reader.next(raw)) {
+            const std::string_view name(raw.name, raw.length);
+            struct stat status = {};
+            if (name.size() > 2 && name.starts_with("._")) {
                 continue;
             }
-            struct stat status = {};
-            if (!entry.type && ::fstatat(fd.get(), entry.name, &status, AT_SYMLINK_NOFOLLOW) != 0) {
-                continue; // vanished meanwhile
+            if (!raw.type && !statusBelow(opened.get(), raw.name, status)) {
+                continue; // gone since it was listed
             }
-            entries.push_back({std::string(entry.view()), entry.type.value_or(typeOf(status.st_mode))});
+            entries.push_back({std::string(name), raw.type ? *raw.type : entryTypeOfMode(status.st_mode)});
         }
-    }
-    if (errno != 0) {
-        return PosixError::reading(errno);
-    }
+    } while (filled == DirectoryReader::Filled::entries && !reader.exhausted());
     return entries;
 }
 
 Result<ResourceValues> PosixFileSystem::resourceValues(const FileURL& url) const {
-    const auto fd = m_root.open(url.path(), O_PATH | O_NOFOLLOW);
     struct stat status = {};
-    if (!fd || ::fstat(fd.get(), &status) != 0) {
-        return PosixError::reading(errno);
+    if (!m_volume.status(url.path(), LastLink::keep, status)) {
+        return readingError();
     }
-    return valuesOf(status);
+    ResourceValues values;
+    values.type = entryTypeOfMode(status.st_mode);
+    values.fileSize = status.st_size;
+    if (values.type == EntryType::regular) {
+        values.allocated = Bytes{status.st_blocks} * kBlock;
+        values.totalAllocated = values.allocated;
+    }
+    values.contentModified = modifiedOf(status);
+    values.device = static_cast<std::uint64_t>(status.st_dev);
+    values.inode = static_cast<std::uint64_t>(status.st_ino);
+    return values;
 }
 
 Result<> PosixFileSystem::walk(const FileURL& root, WalkOptions options, Visitor visit) const {
-    auto fd = m_root.open(root.path(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK);
-    if (!fd) {
-        return PosixError::reading(errno);
+    auto opened = m_volume.open(root.path(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK);
+    if (!opened) {
+        return readingError();
     }
-    walkBelow(std::move(fd), options, visit);
+    walkTree(std::move(opened), options, visit);
     return success();
 }
 
 Result<std::string> PosixFileSystem::read(const FileURL& url, std::size_t limit) const {
-    // A pipe or a device must not hold us, so nothing blocks before we know what it is.
-    const auto fd = m_root.open(url.path(), O_RDONLY | O_NONBLOCK | O_NOCTTY);
     struct stat status = {};
-    if (!fd || ::fstat(fd.get(), &status) != 0) {
-        return PosixError::reading(errno);
+    if (!m_volume.status(url.path(), LastLink::follow, status)) {
+        return readingError();
     }
+    // Asked before it is opened: opening a device or a pipe can have an effect, or wait.
     if (!S_ISREG(status.st_mode)) {
         return PosixError::reading(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
     }
-    std::string bytes;
-    std::array<char, 65536> buffer;
-    while (bytes.size() < limit) {
-        const auto count = ::read(fd.get(), buffer.data(), std::min(buffer.size(), limit - bytes.size()));
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count < 0) {
-            return PosixError::reading(errno);
-        }
-        if (count == 0) {
-            break;
-        }
-        bytes.append(buffer.data(), static_cast<std::size_t>(count));
+    const auto file = m_volume.open(url.path(), O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    if (!file || ::fstat(file.get(), &status) != 0) {
+        return readingError();
     }
-    return bytes;
+    // And once more for what was opened, should it have been replaced.
+    if (!S_ISREG(status.st_mode)) {
+        return PosixError::reading(EINVAL);
+    }
+    return readUpTo(file.get(), limit);
 }
 
-// Nothing unless every component exists.
-std::optional<std::string> PosixFileSystem::resolved(const std::string& path) const {
-    auto left = componentsOf(path);
-    std::string done = "/";
-    int links = 0;
-    while (!left.empty()) {
-        const std::string component = std::move(left.front());
-        left.pop_front();
-        if (component == ".") {
-            continue;
-        }
-        if (component == "..") {
-            done = parentOf(done);
-            continue;
-        }
-        const std::string next = (done == "/" ? "" : done) + "/" + component;
-        const auto fd = m_root.open(next, O_PATH | O_NOFOLLOW);
-        struct stat status = {};
-        if (!fd || ::fstat(fd.get(), &status) != 0) {
-            return std::nullopt;
-        }
-        if (!S_ISLNK(status.st_mode)) {
-            done = next;
-            continue;
-        }
-        std::array<char, PATH_MAX> target{};
-        const auto length = ::readlinkat(fd.get(), "", target.data(), target.size());
-        if (length <= 0 || ++links > kMaxLinks) {
-            return std::nullopt;
-        }
-        const std::string_view text(target.data(), static_cast<std::size_t>(length));
-        auto components = componentsOf(text);
-        left.insert(left.begin(), std::make_move_iterator(components.begin()),
-                    std::make_move_iterator(components.end()));
-        if (text.starts_with('/')) {
-            done = "/";
+Result<> PosixFileSystem::createDirectories(const FileURL& url) {
+    const auto& path = url.path();
+    for (std::size_t end = 0; end < path.size();) {
+        const auto begin = end + 1;
+        end = std::min(path.find('/', begin), path.size());
+        if (end > begin) {
+            if (const int error = makeFolder(path.substr(0, end), path.substr(begin, end - begin))) {
+                return PosixError::writing(error == EEXIST && end < path.size() ? ENOTDIR : error);
+            }
         }
     }
-    return exists(FileURL(done)) ? std::optional(done) : std::nullopt;
+    return success();
 }
 
-// "/private" and its kin are left out of a path where the rest is there too and is not the system's own.
-std::string PosixFileSystem::withoutPrivatePrefix(std::string path) const {
-    static constexpr std::array<std::string_view, 3> kPrefixes = {"/private/var/automount", "/var/automount",
-                                                                  "/private"};
-    static constexpr std::array<std::string_view, 12> kKept = {
-        "/Applications", "/Library", "/System", "/Users",   "/Volumes", "/bin",
-        "/cores",        "/dev",     "/opt",    "/private", "/sbin",    "/usr"};
-    for (const auto prefix : kPrefixes) {
-        if (!beginsWithFolder(path, prefix) || path.size() == prefix.size()) {
-            continue;
-        }
-        const std::string rest = path.substr(prefix.size());
-        const bool isKept =
-            std::ranges::any_of(kKept, [&](auto folder) { return beginsWithFolder(rest, folder); });
-        if (!isKept && exists(FileURL(rest))) {
-            return rest;
-        }
-        return path;
+// The folder above exists. Returns an errno; 0 when the folder is there in the end.
+int PosixFileSystem::makeFolder(const std::string& path, const std::string& name) {
+    struct stat status = {};
+    if (m_volume.status(path, LastLink::follow, status)) {
+        return S_ISDIR(status.st_mode) ? 0 : EEXIST;
     }
-    return path;
+    if (errno != ENOENT) {
+        return errno;
+    }
+    const auto parent = m_volume.open(path.substr(0, path.size() - name.size()), O_RDONLY | O_DIRECTORY);
+    if (!parent) {
+        return errno;
+    }
+    if (::mkdirat(parent.get(), name.c_str(), kFolderMode) == 0) {
+        return 0;
+    }
+    const int error = errno;
+    // Somebody else may just have made it.
+    const bool isThere = m_volume.status(path, LastLink::follow, status) && S_ISDIR(status.st_mode);
+    return isThere ? 0 : error;
+}
+
+FileURL PosixFileSystem::resolvingSymlinks(const FileURL& url) const {
+    if (auto resolved = m_volume.realPath(url.path())) {
+        return FileURL(droppingAliasPrefixes(std::move(*resolved)));
+    }
+    return standardized(url);
 }
 
 FileURL PosixFileSystem::standardized(const FileURL& url) const {
     std::string path = url.path();
-    const auto components = componentsOf(path);
-    if (std::ranges::find(components, "..") != components.end()) {
-        path = resolved(path).value_or(path);
+    if (holdsParentComponent(path)) {
+        path = m_volume.realPath(path).value_or(path);
     }
-    return FileURL(withoutPrivatePrefix(withoutDots(path)));
+    return FileURL(droppingAliasPrefixes(lexicallyNormal(path)));
 }
 
-FileURL PosixFileSystem::resolvingSymlinks(const FileURL& url) const {
-    return standardized(FileURL(resolved(url.path()).value_or(url.path())));
+std::string PosixFileSystem::droppingAliasPrefixes(std::string path) const {
+    for (const auto prefix : kAliasPrefixes) {
+        if (!beginsWithComponents(path, prefix)) {
+            continue;
+        }
+        const FileURL rest(path.substr(prefix.size()));
+        const bool meansItself = std::ranges::any_of(
+            kOwnFolders, [&](std::string_view own) { return beginsWithComponents(rest.path(), own); });
+        if (path.size() > prefix.size() && !meansItself && exists(rest)) {
+            return rest.path();
+        }
+    }
+    return path;
 }
 
-Result<> PosixFileSystem::createDirectories(const FileURL& url) {
-    std::string path;
-    for (const auto& component : componentsOf(url.path())) {
-        // Each folder is opened by its path, so that links on the way keep to the volume.
-        const auto parent = m_root.open(path.empty() ? "/" : path, O_RDONLY | O_DIRECTORY);
-        if (!parent) {
-            return PosixError::writing(errno);
-        }
-        if (::mkdirat(parent.get(), component.c_str(), kFolderMode) != 0 && errno != EEXIST) {
-            return PosixError::writing(errno);
-        }
-        path += "/" + component;
-    }
-    const auto made = m_root.open(url.path(), O_RDONLY | O_DIRECTORY);
-    if (!made) {
-        return PosixError::writing(errno == ENOTDIR ? EEXIST : errno);
-    }
-    return success();
+std::string PosixFileSystem::hostPath(const FileURL& url) const {
+    return m_volume.hostPath(url.path());
 }
 
 } // namespace quillane

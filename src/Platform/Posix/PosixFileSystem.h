@@ -1,18 +1,19 @@
 #pragma once
 #include "FileSystem.h"
-#include "RootFolder.h"
-#include <memory>
-#include <string>
+#include "Volume.h"
 
 namespace quillane {
 
-// Files and folders by POSIX calls: of the machine, or of a volume that is a folder of the machine. Any thread.
+// Files and folders through POSIX calls: those of the machine, or those of a volume that lies in one of its
+// folders. The same code serves both; only where a path begins differs.
 class PosixFileSystem final : public FileSystem {
   public:
-    // The machine's own root; the home folder is $HOME, else the account's.
+    // The machine's own files; home is $HOME, or what the account says when that is no absolute path. Reads
+    // the environment, so it is made before other threads run.
     PosixFileSystem();
-    // The volume below `hostFolder`; `home` is a path of that volume. No path of it leads out.
-    PosixFileSystem(const std::string& hostFolder, FileURL home);
+    // The volume that begins at `folder`, a path of the machine. `home` is a path inside the volume. No path
+    // leads out of the folder.
+    PosixFileSystem(const std::string& folder, FileURL home);
 
     FileURL home() const override { return m_home; }
     bool exists(const FileURL& url) const override;
@@ -24,11 +25,16 @@ class PosixFileSystem final : public FileSystem {
     FileURL standardized(const FileURL& url) const override;
     Result<> createDirectories(const FileURL& url) override;
 
-  private:
-    std::optional<std::string> resolved(const std::string& path) const;
-    std::string withoutPrivatePrefix(std::string path) const;
+    // The path of the machine for a path of the volume, for what must hand a path to another program, such as
+    // showing a file of the sample. Equal to the path where nothing is rooted. Links before the last component
+    // are resolved inside the volume at this moment only: nothing that moves or deletes goes by it.
+    std::string hostPath(const FileURL& url) const;
 
-    RootFolder m_root;
+  private:
+    int makeFolder(const std::string& path, const std::string& name);
+    std::string droppingAliasPrefixes(std::string path) const;
+
+    Volume m_volume;
     FileURL m_home;
 };
 

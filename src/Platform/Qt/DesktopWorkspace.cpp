@@ -3,6 +3,7 @@
 #include "ContentTypes.h"
 #include "IcnsReader.h"
 #include "Pictures.h"
+#include <QCoreApplication>
 #include <QDBusMessage>
 #include <QProcess>
 #include <QStringList>
@@ -110,6 +111,11 @@ void DesktopWorkspace::reveal(const std::vector<FileURL>& urls) {
             openFolders(urls);
         }
     });
+}
+
+void DesktopWorkspace::relaunch() {
+    QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
+    QCoreApplication::quit();
 }
 
 } // namespace quillane

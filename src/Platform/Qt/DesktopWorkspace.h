@@ -25,6 +25,10 @@ class DesktopWorkspace final : public Workspace {
     std::shared_ptr<const IconImage> icon(const FileURL& url, int side) override;
     void open(const FileURL& url) override;
     void reveal(const std::vector<FileURL>& urls) override;
+    // Linux has no such page: nothing happens.
+    void openFullDiskAccessSettings() override {}
+    // Ends by the event loop's ordinary way.
+    void relaunch() override;
 
   private:
     const FileSystem& m_files;

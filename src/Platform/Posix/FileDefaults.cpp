@@ -1,0 +1,225 @@
+#include "FileDefaults.h"
+#include "AtomicFile.h"
+#include "Descriptor.h"
+#include "PropertyListDocument.h"
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <type_traits>
+#include <utility>
+
+namespace quillane {
+namespace {
+
+constexpr mode_t kFolderMode = 0700;
+constexpr mode_t kLockMode = 0600;
+constexpr std::string_view kFileName = "/quillane/defaults.plist";
+
+PropertyList::Value toStored(const Defaults::Value& value) {
+    return std::visit(
+        [](const auto& held) -> PropertyList::Value {
+            using Held = std::decay_t<decltype(held)>;
+            if constexpr (std::is_same_v<Held, Defaults::Data>) {
+                return PropertyList::Value(PropertyList::Data{std::string(held.begin(), held.end())});
+            } else if constexpr (std::is_same_v<Held, std::vector<std::string>>) {
+                PropertyList::Array array;
+                for (const auto& text : held) {
+                    array.emplace_back(PropertyList::Value::Variant(text));
+                }
+                return PropertyList::Value(std::move(array));
+            } else {
+                return PropertyList::Value(PropertyList::Value::Variant(held));
+            }
+        },
+        value);
+}
+
+// Nothing for kinds that settings don't have.
+std::optional<Defaults::Value> fromStored(const PropertyList::Value& value) {
+    return std::visit(
+        [&](const auto& held) -> std::optional<Defaults::Value> {
+            using Held = std::decay_t<decltype(held)>;
+            if constexpr (std::is_same_v<Held, PropertyList::Data>) {
+                return Defaults::Data(held.bytes.begin(), held.bytes.end());
+            } else if constexpr (std::is_same_v<Held, PropertyList::Array>) {
+                auto texts = PropertyList::asStringArray(&value);
+                return texts ? std::optional<Defaults::Value>(std::move(*texts)) : std::nullopt;
+            } else if constexpr (std::is_constructible_v<Defaults::Value, Held> &&
+                                 !std::is_same_v<Held, PropertyList::BigNumber>) {
+                return Defaults::Value(held);
+            } else {
+                return std::nullopt;
+            }
+        },
+        value.variant());
+}
+
+// The texts of a value as they were before the file's form.
+PropertyList::Value restored(const PropertyList::Value& value) {
+    if (const auto text = PropertyList::asString(&value)) {
+        return PropertyList::Value(PropertyList::Value::Variant(PropertyListDocument::restored(*text)));
+    }
+    if (const auto texts = PropertyList::asStringArray(&value)) {
+        PropertyList::Array array;
+        for (const auto& text : *texts) {
+            array.emplace_back(PropertyList::Value::Variant(PropertyListDocument::restored(text)));
+        }
+        return PropertyList::Value(std::move(array));
+    }
+    return value;
+}
+
+std::optional<std::string> readAll(const std::string& path) {
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status = {};
+    const auto limit = static_cast<off_t>(PropertyList::Limits().bytes);
+    if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > limit) {
+        return std::nullopt;
+    }
+    std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
+    std::size_t filled = 0;
+    while (filled < bytes.size()) {
+        const auto count = ::read(file.get(), bytes.data() + filled, bytes.size() - filled);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            break;
+        }
+        filled += static_cast<std::size_t>(count);
+    }
+    bytes.resize(filled);
+    return bytes;
+}
+
+void makeFolders(const std::string& path) {
+    for (auto slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1)) {
+        ::mkdir(path.substr(0, slash).c_str(), kFolderMode);
+    }
+}
+
+} // namespace
+
+FileDefaults::FileDefaults(std::string path)
+    : m_path(std::move(path)) {}
+
+std::string FileDefaults::userPath(const std::string& home) {
+    const char* config = std::getenv("XDG_CONFIG_HOME"); // NOLINT(concurrency-mt-unsafe): nobody sets it
+    const bool usable = config != nullptr && config[0] == '/'; // a relative path is to be ignored
+    return (usable ? std::string(config) : home + "/.config") + std::string(kFileName);
+}
+
+FileDefaults::Stamp FileDefaults::stampOfFile() const {
+    struct stat status = {};
+    if (::stat(m_path.c_str(), &status) != 0) {
+        return {};
+    }
+    return {true,           status.st_dev,         status.st_ino,
+            status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
+void FileDefaults::reloadIfChanged() const {
+    const Stamp stamp = stampOfFile();
+    if (stamp == m_stamp) {
+        return;
+    }
+    m_stamp = stamp;
+    m_stored.clear();
+    const auto bytes = readAll(m_path);
+    if (!bytes) {
+        return;
+    }
+    const auto parsed = PropertyList::parse(*bytes);
+    const auto* root = parsed.ok() ? PropertyList::asDictionary(&parsed.value()) : nullptr;
+    if (root == nullptr) {
+        return;
+    }
+    for (const auto& entry : root->entries()) {
+        m_stored.emplace(entry.key, restored(entry.value));
+    }
+}
+
+std::optional<Defaults::Value> FileDefaults::value(std::string_view key) const {
+    reloadIfChanged();
+    for (const auto* stored : {&m_unwritten, static_cast<const Stored*>(&m_stored)}) {
+        if (const auto found = stored->find(key); found != stored->end()) {
+            return fromStored(found->second);
+        }
+    }
+    const auto found = m_registered.find(key);
+    return found == m_registered.end() ? std::nullopt : std::optional(found->second);
+}
+
+bool FileDefaults::write() const {
+    std::vector<PropertyList::Entry> entries;
+    entries.reserve(m_stored.size());
+    for (const auto& [key, value] : m_stored) {
+        entries.push_back({key, value});
+    }
+    return AtomicFile::write(m_path, PropertyListDocument::text(PropertyList::Dictionary(std::move(entries))))
+        .ok();
+}
+
+void FileDefaults::change(std::string_view key, std::optional<PropertyList::Value> value) {
+    makeFolders(m_path);
+    // The lock is a file of its own, as the list itself is replaced. It goes when it is closed, also by a crash.
+    const std::string lockPath = m_path + ".lock";
+    const Descriptor lock(::open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kLockMode));
+    if (lock) {
+        while (::flock(lock.get(), LOCK_EX) != 0 && errno == EINTR) {
+        }
+    }
+    reloadIfChanged();
+    const Stored before = m_stored;
+    m_unwritten.erase(std::string(key));
+    m_stored.erase(std::string(key));
+    if (value) {
+        m_stored.emplace(std::string(key), *value);
+    }
+    if (write()) {
+        m_stamp = stampOfFile();
+    } else {
+        m_stored = before;
+        if (value) {
+            m_unwritten.emplace(std::string(key), std::move(*value));
+        }
+    }
+}
+
+void FileDefaults::set(std::string_view key, Value value) {
+    change(key, toStored(value));
+    tell(std::string(key));
+}
+
+void FileDefaults::remove(std::string_view key) {
+    change(key, std::nullopt);
+    tell(std::string(key));
+}
+
+void FileDefaults::registerDefaults(const std::map<std::string, Value>& values) {
+    for (const auto& [key, value] : values) {
+        m_registered.insert_or_assign(key, value);
+    }
+}
+
+Defaults::SubscriptionId FileDefaults::subscribe(std::function<void(const std::string& key)> changed) {
+    m_subscribers.emplace(++m_lastSubscription, std::move(changed));
+    return m_lastSubscription;
+}
+
+void FileDefaults::unsubscribe(SubscriptionId id) {
+    m_subscribers.erase(id);
+}
+
+void FileDefaults::tell(const std::string& key) {
+    const auto subscribers = m_subscribers; // one may leave or join meanwhile
+    for (const auto& [id, changed] : subscribers) {
+        if (m_subscribers.contains(id)) {
+            changed(key);
+        }
+    }
+}
+
+} // namespace quillane

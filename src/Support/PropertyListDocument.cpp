@@ -1,0 +1,174 @@
+#include "PropertyListDocument.h"
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <fmt/format.h>
+#include <type_traits>
+#include <unicode/utf8.h>
+
+namespace quillane::PropertyListDocument {
+namespace {
+
+constexpr std::string_view kHead = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                   "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+                                   "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+                                   "<plist version=\"1.0\">\n";
+constexpr std::string_view kTail = "</plist>\n";
+
+// A byte that XML can't hold becomes the private character of this plus its value: the last of all planes,
+// which nobody's file names use.
+constexpr UChar32 kEscapeBase = 0x10FE00;
+
+bool isXmlCharacter(UChar32 c) {
+    return c == '\t' || c == '\n' || (c >= 0x20 && c <= 0xD7FF) || (c >= 0xE000 && c <= 0xFFFD) ||
+           c >= 0x10000;
+}
+
+void appendCodePoint(std::string& out, UChar32 c) {
+    std::array<char, U8_MAX_LENGTH> bytes{};
+    int32_t length = 0;
+    U8_APPEND_UNSAFE(bytes.data(), length, c);
+    out.append(bytes.data(), static_cast<std::size_t>(length));
+}
+
+void appendText(std::string& out, std::string_view text) {
+    const auto length = static_cast<int32_t>(text.size());
+    for (int32_t i = 0; i < length;) {
+        const int32_t begin = i;
+        UChar32 c = 0;
+        U8_NEXT(text.data(), i, length, c);
+        if (c < 0 || !isXmlCharacter(c)) {
+            for (int32_t at = begin; at < i; ++at) {
+                appendCodePoint(out,
+                                kEscapeBase + static_cast<unsigned char>(text[static_cast<std::size_t>(at)]));
+            }
+        } else if (c == '<') {
+            out += "&lt;";
+        } else if (c == '>') {
+            out += "&gt;";
+        } else if (c == '&') {
+            out += "&amp;";
+        } else {
+            out += text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(i - begin));
+        }
+    }
+}
+
+std::string base64(std::string_view bytes) {
+    static constexpr std::string_view kDigits =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string out;
+    out.reserve((bytes.size() + 2) / 3 * 4);
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        std::uint32_t group = 0;
+        for (std::size_t k = 0; k < 3; ++k) {
+            group = group << 8 | (i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0U);
+        }
+        for (std::size_t k = 0; k < 4; ++k) {
+            out += i + k <= bytes.size() ? kDigits[group >> (18 - 6 * k) & 63U] : '=';
+        }
+    }
+    return out;
+}
+
+std::string dateText(Date date) {
+    using namespace std::chrono;
+    const auto whole = sys_seconds(seconds(static_cast<std::int64_t>(std::floor(date.secondsSince1970()))));
+    const auto day = floor<days>(whole);
+    const year_month_day civil(day);
+    const hh_mm_ss time(whole - day);
+    return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}Z", static_cast<int>(civil.year()),
+                       static_cast<unsigned>(civil.month()), static_cast<unsigned>(civil.day()),
+                       time.hours().count(), time.minutes().count(), time.seconds().count());
+}
+
+std::string realText(double value) {
+    if (std::isnan(value)) {
+        return "nan";
+    }
+    if (std::isinf(value)) {
+        return value > 0 ? "+infinity" : "-infinity";
+    }
+    std::array<char, 64> buffer{};
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+    return {buffer.data(), end.ptr};
+}
+
+class Writer {
+  public:
+    void value(const PropertyList::Value& value, int depth) {
+        std::visit([&](const auto& held) { write(held, depth); }, value.variant());
+    }
+    void write(const PropertyList::Dictionary& dictionary, int depth) {
+        line(depth, "<dict>");
+        for (const auto& entry : dictionary.entries()) {
+            if (std::holds_alternative<PropertyList::Opaque>(entry.value.variant())) {
+                continue; // no text form exists
+            }
+            element(depth + 1, "key", entry.key);
+            value(entry.value, depth + 1);
+        }
+        line(depth, "</dict>");
+    }
+    std::string out{kHead};
+
+  private:
+    void write(bool flag, int depth) { line(depth, flag ? "<true/>" : "<false/>"); }
+    void write(std::int64_t number, int depth) { element(depth, "integer", std::to_string(number)); }
+    void write(const PropertyList::BigNumber& number, int depth) {
+        element(depth, "integer", std::to_string(number.value));
+    }
+    void write(double real, int depth) { element(depth, "real", realText(real)); }
+    void write(const std::string& text, int depth) { element(depth, "string", text); }
+    void write(Date date, int depth) { element(depth, "date", dateText(date)); }
+    void write(const PropertyList::Data& data, int depth) { element(depth, "data", base64(data.bytes)); }
+    void write(const PropertyList::Opaque&, int) {}
+    void write(const PropertyList::Array& array, int depth) {
+        line(depth, "<array>");
+        for (const auto& item : array) {
+            value(item, depth + 1);
+        }
+        line(depth, "</array>");
+    }
+    void line(int depth, std::string_view text) {
+        out.append(static_cast<std::size_t>(depth), '\t');
+        out += text;
+        out += '\n';
+    }
+    void element(int depth, std::string_view tag, std::string_view text) {
+        out.append(static_cast<std::size_t>(depth), '\t');
+        out += fmt::format("<{}>", tag);
+        appendText(out, text);
+        out += fmt::format("</{}>\n", tag);
+    }
+};
+
+} // namespace
+
+std::string text(const PropertyList::Dictionary& root) {
+    Writer writer;
+    writer.write(root, 0);
+    writer.out += kTail;
+    return std::move(writer.out);
+}
+
+std::string restored(const std::string& read) {
+    std::string out;
+    out.reserve(read.size());
+    const auto length = static_cast<int32_t>(read.size());
+    for (int32_t i = 0; i < length;) {
+        const int32_t begin = i;
+        UChar32 c = 0;
+        U8_NEXT(read.data(), i, length, c);
+        if (c >= kEscapeBase && c <= kEscapeBase + 0xFF) {
+            out += static_cast<char>(c - kEscapeBase);
+        } else {
+            out.append(read, static_cast<std::size_t>(begin), static_cast<std::size_t>(i - begin));
+        }
+    }
+    return out;
+}
+
+} // namespace quillane::PropertyListDocument

@@ -1,0 +1,142 @@
+#include "FaultFileSystem.h"
+#include "WalkedPaths.h"
+#include <cerrno>
+
+namespace quillane {
+namespace {
+
+constexpr PlatformError kGone = {ErrorCode::kReadNoSuchFile, ENOENT};
+constexpr PlatformError kDenied = {ErrorCode::kReadNoPermission, EACCES};
+
+} // namespace
+
+void FaultFileSystem::fail(const FileURL& url, PlatformError error) {
+    const std::lock_guard lock(m_mutex);
+    m_errors[url] = error;
+}
+
+void FaultFileSystem::failEvery(FileCall call, PlatformError error) {
+    const std::lock_guard lock(m_mutex);
+    m_every[call] = error;
+}
+
+void FaultFileSystem::failNth(FileCall call, int n, PlatformError error) {
+    const std::lock_guard lock(m_mutex);
+    m_nth[call] = {n, error};
+}
+
+void FaultFileSystem::deny(const FileURL& folder) {
+    const std::lock_guard lock(m_mutex);
+    m_denied.insert(folder);
+}
+
+void FaultFileSystem::vanish(const FileURL& url) {
+    const std::lock_guard lock(m_mutex);
+    m_gone.insert(url);
+}
+
+std::vector<FileURL> FaultFileSystem::touched() const {
+    const std::lock_guard lock(m_mutex);
+    return m_touched;
+}
+
+bool FaultFileSystem::isDenied(const FileURL& url) const {
+    const std::lock_guard lock(m_mutex);
+    return m_denied.contains(url);
+}
+
+bool FaultFileSystem::isGone(const FileURL& url) const {
+    const std::lock_guard lock(m_mutex);
+    for (FileURL at = url; !m_gone.empty(); at = at.deletingLastPathComponent()) {
+        if (m_gone.contains(at)) {
+            return true;
+        }
+        if (at.path() == "/") {
+            break;
+        }
+    }
+    return false;
+}
+
+std::optional<PlatformError> FaultFileSystem::touch(FileCall call, const FileURL& url) const {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_touched.push_back(url);
+    }
+    if (const auto hook = m_hooks.find(url); hook != m_hooks.end()) {
+        hook->second();
+    }
+    return failure(call, url);
+}
+
+std::optional<PlatformError> FaultFileSystem::failure(FileCall call, const FileURL& url) const {
+    if (isGone(url)) {
+        return kGone;
+    }
+    const std::lock_guard lock(m_mutex);
+    if (const auto nth = m_nth.find(call); nth != m_nth.end() && --nth->second.left == 0) {
+        const auto error = nth->second.error;
+        m_nth.erase(nth);
+        return error;
+    }
+    if (const auto every = m_every.find(call); every != m_every.end()) {
+        return every->second;
+    }
+    if (const auto error = m_errors.find(url); error != m_errors.end()) {
+        return error->second;
+    }
+    if ((call == FileCall::list || call == FileCall::walk) && m_denied.contains(url)) {
+        return kDenied;
+    }
+    return std::nullopt;
+}
+
+bool FaultFileSystem::exists(const FileURL& url) const {
+    return !touch(FileCall::exists, url) && ForwardingFileSystem::exists(url);
+}
+
+Result<std::vector<DirectoryEntry>> FaultFileSystem::list(const FileURL& folder) const {
+    if (const auto error = touch(FileCall::list, folder)) {
+        return *error;
+    }
+    return ForwardingFileSystem::list(folder);
+}
+
+Result<ResourceValues> FaultFileSystem::resourceValues(const FileURL& url) const {
+    if (const auto error = touch(FileCall::resourceValues, url)) {
+        return *error;
+    }
+    return ForwardingFileSystem::resourceValues(url);
+}
+
+Result<> FaultFileSystem::walk(const FileURL& root, WalkOptions options, Visitor visit) const {
+    if (const auto error = touch(FileCall::walk, root)) {
+        return *error;
+    }
+    WalkedPaths paths(root);
+    return ForwardingFileSystem::walk(root, options, [&](const WalkEntry& entry) {
+        const FileURL url = paths.told(entry);
+        const bool gone = isGone(url);
+        WalkEntry told = entry;
+        told.allocated = gone ? 0 : entry.allocated;
+        const auto answer = visit(told);
+        const bool closed = entry.type == EntryType::directory && (gone || isDenied(url));
+        return closed && answer == WalkAnswer::proceed ? WalkAnswer::skipBelow : answer;
+    });
+}
+
+Result<std::string> FaultFileSystem::read(const FileURL& url, std::size_t limit) const {
+    if (const auto error = touch(FileCall::read, url)) {
+        return *error;
+    }
+    return ForwardingFileSystem::read(url, limit);
+}
+
+Result<> FaultFileSystem::createDirectories(const FileURL& url) {
+    if (const auto error = touch(FileCall::createDirectories, url)) {
+        return *error;
+    }
+    return ForwardingFileSystem::createDirectories(url);
+}
+
+} // namespace quillane

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace quillane {
+
+// The calls of the file system that can fail, for the wrappers that watch or disturb them.
+enum class FileCall { exists, list, resourceValues, walk, read, createDirectories };
+
+} // namespace quillane

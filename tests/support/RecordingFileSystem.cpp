@@ -1,0 +1,91 @@
+#include "RecordingFileSystem.h"
+#include "WalkedPaths.h"
+
+namespace quillane {
+
+void RecordingFileSystem::note(FileCall call, const FileURL& url) const {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_calls.push_back({call, url});
+    }
+    if (m_beforeCall) {
+        m_beforeCall({call, url});
+    }
+}
+
+void RecordingFileSystem::noteEntered(const FileURL& folder) const {
+    const std::lock_guard lock(m_mutex);
+    m_entered.push_back(folder);
+}
+
+std::vector<RecordingFileSystem::Call> RecordingFileSystem::calls() const {
+    const std::lock_guard lock(m_mutex);
+    return m_calls;
+}
+
+std::vector<FileURL> RecordingFileSystem::calls(FileCall call) const {
+    const std::lock_guard lock(m_mutex);
+    std::vector<FileURL> urls;
+    for (const auto& made : m_calls) {
+        if (made.call == call) {
+            urls.push_back(made.url);
+        }
+    }
+    return urls;
+}
+
+std::vector<FileURL> RecordingFileSystem::entered() const {
+    const std::lock_guard lock(m_mutex);
+    return m_entered;
+}
+
+void RecordingFileSystem::clear() {
+    const std::lock_guard lock(m_mutex);
+    m_calls.clear();
+    m_entered.clear();
+}
+
+bool RecordingFileSystem::exists(const FileURL& url) const {
+    note(FileCall::exists, url);
+    return ForwardingFileSystem::exists(url);
+}
+
+Result<std::vector<DirectoryEntry>> RecordingFileSystem::list(const FileURL& folder) const {
+    note(FileCall::list, folder);
+    noteEntered(folder);
+    return ForwardingFileSystem::list(folder);
+}
+
+Result<ResourceValues> RecordingFileSystem::resourceValues(const FileURL& url) const {
+    note(FileCall::resourceValues, url);
+    return ForwardingFileSystem::resourceValues(url);
+}
+
+Result<> RecordingFileSystem::walk(const FileURL& root, WalkOptions options, Visitor visit) const {
+    note(FileCall::walk, root);
+    noteEntered(root);
+    WalkedPaths paths(root);
+    return ForwardingFileSystem::walk(root, options, [&](const WalkEntry& entry) {
+        const FileURL url = paths.told(entry);
+        if (m_beforeEntry) {
+            m_beforeEntry(url);
+        }
+        const auto answer = visit(entry);
+        if (entry.type == EntryType::directory && answer == WalkAnswer::proceed) {
+            noteEntered(url);
+        }
+        return answer;
+    });
+}
+
+Result<std::string> RecordingFileSystem::read(const FileURL& url, std::size_t limit) const {
+    note(FileCall::read, url);
+    return ForwardingFileSystem::read(url, limit);
+}
+
+Result<> RecordingFileSystem::createDirectories(const FileURL& url) {
+    note(FileCall::createDirectories, url);
+    return ForwardingFileSystem::createDirectories(url);
+}
+
+} // namespace quillane
