@@ -48,7 +48,7 @@ class RowModel : public QAbstractTableModel {
   private:
     void dropDuplicates(std::vector<Row>& rows) const;
     std::vector<Key> keysOf(const std::vector<Row>& rows) const;
-    void remove(const RowSteps::Range& range);
+    void removeRange(const RowSteps::Range& range);
     void move(const RowSteps::Move& move);
     void reorder(const std::vector<Row>& target);
     void insert(const RowSteps::Range& range, const std::vector<Row>& source);
@@ -65,7 +65,7 @@ void RowModel<Row, Key>::update(std::vector<Row> rows) {
     dropDuplicates(rows);
     const RowSteps steps = rowSteps(keysOf(m_rows), keysOf(rows));
     for (const auto& range : steps.removals)
-        remove(range);
+        removeRange(range);
     if (steps.reorders)
         reorder(rows);
     for (const auto& step : steps.moves)
@@ -92,7 +92,7 @@ std::vector<Key> RowModel<Row, Key>::keysOf(const std::vector<Row>& rows) const 
 }
 
 template <class Row, class Key>
-void RowModel<Row, Key>::remove(const RowSteps::Range& range) {
+void RowModel<Row, Key>::removeRange(const RowSteps::Range& range) {
     beginRemoveRows({}, range.first, range.first + range.count - 1);
     m_rows.erase(iteratorAt(range.first), iteratorAt(range.first + range.count));
     endRemoveRows();

@@ -5,6 +5,7 @@
 #include "SearchField.h"
 #include "ShownText.h"
 #include "Sidebar.h"
+#include "SystemLook.h"
 #include <QAction>
 #include <QApplication>
 #include <QKeySequence>
@@ -55,19 +56,19 @@ void WindowCommands::makeSectionKeys() {
 }
 
 void WindowCommands::makeMenu(QAction* rescan, QAction* quit) {
-#ifdef Q_OS_MACOS
-    auto* const bar = new QMenuBar(&m_window);
-    auto* const file = bar->addMenu(QStringLiteral("File"));
-    file->addAction(rescan);
-    file->addAction(quit); // the system moves it to the application's menu
-#else
-    m_windowMenu = new QMenu(&m_window);
-    m_windowMenu->addAction(rescan);
-    m_windowMenu->addSeparator();
-    m_windowMenu->addAction(quit);
-    auto* const open = command(QStringLiteral("Menu"), QKeySequence(Qt::Key_F10));
-    connect(open, &QAction::triggered, this, [this] { m_window.sidebar()->brand()->openMenu(); });
-#endif
+    if (SystemLook::hasMenuBar()) {
+        auto* const bar = new QMenuBar(&m_window);
+        auto* const file = bar->addMenu(QStringLiteral("File"));
+        file->addAction(rescan);
+        file->addAction(quit); // the system moves it to the application's menu
+    } else {
+        m_windowMenu = new QMenu(&m_window);
+        m_windowMenu->addAction(rescan);
+        m_windowMenu->addSeparator();
+        m_windowMenu->addAction(quit);
+        auto* const open = command(QStringLiteral("Menu"), QKeySequence(Qt::Key_F10));
+        connect(open, &QAction::triggered, this, [this] { m_window.sidebar()->brand()->openMenu(); });
+    }
 }
 
 } // namespace quillane
