@@ -72,7 +72,7 @@ TYPED_TEST(DefaultsContract, AStoredValueBeatsARegisteredOneAndRemovingItBringsT
     EXPECT_EQ(this->defaults->integer("hours"), 24);
     this->defaults->set("flag", false);
     EXPECT_FALSE(this->defaults->boolean("flag"));
-    this->defaults->remove("flag");
+    this->defaults->clear("flag");
     EXPECT_TRUE(this->defaults->boolean("flag"));
 }
 
@@ -87,7 +87,7 @@ TYPED_TEST(DefaultsContract, SubscribersHearOfEachChangeUntilTheyLeave) {
     std::vector<std::string> heard;
     const auto id = this->defaults->subscribe([&](const std::string& key) { heard.push_back(key); });
     this->defaults->set("a", true);
-    this->defaults->remove("a");
+    this->defaults->clear("a");
     this->defaults->unsubscribe(id);
     this->defaults->set("b", true);
     EXPECT_EQ(heard, (std::vector<std::string>{"a", "a"}));
@@ -183,7 +183,7 @@ TEST_F(FileDefaultsTest, ValuesOfKindsThatSettingsDoNotHaveAreKept) {
     const FileDefaults next(path);
     EXPECT_TRUE(next.boolean("flag"));
     EXPECT_EQ(next.value("nested"), std::nullopt);
-    FileDefaults(path).remove("flag");
+    FileDefaults(path).clear("flag");
     std::string text(4096, '\0');
     FILE* file = std::fopen(path.c_str(), "rb");
     text.resize(std::fread(text.data(), 1, text.size(), file));
@@ -208,7 +208,7 @@ TEST_F(FileDefaultsTest, AChangeThatCannotBeWrittenStaysTrueForThisProcess) {
     FileDefaults defaults(path);
     defaults.set("flag", true);
     EXPECT_TRUE(defaults.boolean("flag"));
-    defaults.remove("flag");
+    defaults.clear("flag");
     EXPECT_FALSE(defaults.boolean("flag"));
 }
 
