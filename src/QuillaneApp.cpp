@@ -25,4 +25,8 @@ void QuillaneApp::showWindow() {
     m_window->activateWindow();
 }
 
+ContentView* QuillaneApp::window() const {
+    return m_window;
+}
+
 } // namespace quillane

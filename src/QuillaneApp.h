@@ -1,12 +1,11 @@
 #pragma once
 #include "AppLibrary.h"
+#include "ContentView.h"
 #include "NotificationCenter.h"
 #include "Platform.h"
 #include <QPointer>
 
 namespace quillane {
-
-class ContentView;
 
 // The application: the one library, what steers the window, and the window itself, which may be closed and
 // opened again while the library lives on. Main thread only; there is one at a time.
@@ -21,7 +20,7 @@ class QuillaneApp {
     // Opens the window, or brings the one that is open to the front.
     void showWindow();
     // Null while it is closed.
-    ContentView* window() const { return m_window; }
+    ContentView* window() const;
 
     AppLibrary& library() { return m_library; }
     NotificationCenter& notifications() { return m_notifications; }

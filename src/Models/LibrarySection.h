@@ -8,9 +8,10 @@ namespace quillane {
 // The sections of the window, in the order of the sidebar.
 enum class LibrarySection { overview, applications, orphans, developer, files, duplicates, startup };
 
-inline constexpr std::array kAllLibrarySections = {
-    LibrarySection::overview, LibrarySection::applications, LibrarySection::orphans, LibrarySection::developer,
-    LibrarySection::files,    LibrarySection::duplicates,   LibrarySection::startup};
+inline constexpr std::array kAllLibrarySections = {LibrarySection::overview, LibrarySection::applications,
+                                                   LibrarySection::orphans,  LibrarySection::developer,
+                                                   LibrarySection::files,    LibrarySection::duplicates,
+                                                   LibrarySection::startup};
 
 // The title, such as "Orphaned Files".
 std::string_view rawValue(LibrarySection section);

@@ -60,8 +60,9 @@ AppDetailView::AppDetailView(const Platform& platform, QWidget* parent)
     m_toolbar->addControl(m_reveal);
     m_toolbar->setShrinking(m_reveal);
     connect(m_reveal, &QPushButton::clicked, this, [this] {
-        if (m_url)
+        if (m_url) {
             m_platform.workspace.reveal({*m_url});
+        }
     });
 
     auto* const content = new QWidget;
@@ -95,8 +96,9 @@ QWidget* AppDetailView::makeChips() {
     auto* const row = new QHBoxLayout(chips);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(6);
-    for (auto* const chip : {m_architecture, m_store, m_source})
+    for (auto* const chip : {m_architecture, m_store, m_source}) {
         row->addWidget(chip);
+    }
     row->addStretch();
     return chips;
 }
@@ -110,8 +112,9 @@ void AppDetailView::makeFootprint() {
         QStringLiteral("This app has no Apple Silicon build and runs through Rosetta 2 translation."));
     auto* const content = new QVBoxLayout; // leaves no gap where one of them is hidden
     content->setSpacing(12);
-    for (auto* const widget : std::initializer_list<QWidget*>{m_measuring, m_stats, m_rosettaNote})
+    for (auto* const widget : std::initializer_list<QWidget*>{m_measuring, m_stats, m_rosettaNote}) {
         content->addWidget(widget);
+    }
     m_footprint->contentLayout()->addLayout(content);
     m_blocks->addWidget(m_footprint);
 }
@@ -122,14 +125,16 @@ void AppDetailView::makeDetails() {
     m_lastUsed = new DetailRow(QStringLiteral("Last Used"), {});
     m_minimumSystem = new DetailRow(QStringLiteral("Minimum macOS"), {});
     m_details = new Panel(QStringLiteral("Details"));
-    for (auto* const row : {m_bundleID, m_location, m_lastUsed, m_minimumSystem})
+    for (auto* const row : {m_bundleID, m_location, m_lastUsed, m_minimumSystem}) {
         m_details->addRow(row);
+    }
     m_blocks->addWidget(m_details);
 }
 
 void AppDetailView::show(const InstalledApp& app) {
-    if (m_url != app.url)
+    if (m_url != app.url) {
         m_scroll->verticalScrollBar()->setValue(0);
+    }
     m_url = app.url;
     showHead(app);
     showFootprint(app);
@@ -166,15 +171,18 @@ void AppDetailView::showDetails(const InstalledApp& app) {
 }
 
 void AppDetailView::showSupportFiles(const std::vector<LeftoverItem>& leftovers) {
-    if (m_leftovers == leftovers)
+    if (m_leftovers == leftovers) {
         return;
+    }
     m_leftovers = leftovers;
     delete std::exchange(m_supportFiles, nullptr);
-    if (leftovers.empty())
+    if (leftovers.empty()) {
         return;
+    }
     m_supportFiles = new Panel(QStringLiteral("Support Files (%1)").arg(leftovers.size()));
-    for (const auto& item : leftovers)
+    for (const auto& item : leftovers) {
         m_supportFiles->addRow(leftoverRow(item));
+    }
     m_blocks->insertWidget(m_blocks->count() - 1, m_supportFiles); // above the stretch
 }
 
@@ -186,9 +194,11 @@ QString AppDetailView::leftoverSubtitle(const LeftoverItem& item) {
 
 std::vector<const Badge*> AppDetailView::chips() const {
     std::vector<const Badge*> shown;
-    for (const Badge* const chip : {m_architecture, m_store, m_source})
-        if (!chip->isHidden())
+    for (const Badge* const chip : {m_architecture, m_store, m_source}) {
+        if (!chip->isHidden()) {
             shown.push_back(chip);
+        }
+    }
     return shown;
 }
 

@@ -30,14 +30,16 @@ AppTableModel::AppTableModel(const Clock& clock, QObject* parent)
 void AppTableModel::setApps(const std::vector<InstalledApp>& apps) {
     std::vector<AppRow> next;
     next.reserve(apps.size());
-    for (const auto& app : apps)
+    for (const auto& app : apps) {
         next.push_back(appRow(app));
+    }
     update(std::move(next));
 }
 
 void AppTableModel::iconsArrived() {
-    if (rowCount() > 0)
+    if (rowCount() > 0) {
         emit dataChanged(index(0, kName), index(rowCount() - 1, kName), {Qt::DecorationRole});
+    }
 }
 
 int AppTableModel::columnCount(const QModelIndex& parent) const {
@@ -45,8 +47,9 @@ int AppTableModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant AppTableModel::data(const QModelIndex& index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
         return {};
+    }
     const AppRow& app = row(index.row());
     switch (index.column()) {
     case kName:
@@ -135,8 +138,9 @@ QVariant AppTableModel::headerData(int section, Qt::Orientation orientation, int
     static const std::array kTitles = {QStringLiteral("Name"), QStringLiteral("Size"),
                                        QStringLiteral("Last Used"), QStringLiteral("Architecture"),
                                        QStringLiteral("Version")};
-    if (orientation != Qt::Horizontal || section < 0 || section >= kColumnCount)
+    if (orientation != Qt::Horizontal || section < 0 || section >= kColumnCount) {
         return {};
+    }
     switch (role) {
     case Qt::DisplayRole:
         return kTitles[static_cast<std::size_t>(section)];
@@ -150,8 +154,9 @@ QVariant AppTableModel::headerData(int section, Qt::Orientation orientation, int
 }
 
 void AppTableModel::sort(int column, Qt::SortOrder order) {
-    if (column >= 0 && column < kColumnCount)
+    if (column >= 0 && column < kColumnCount) {
         emit orderWanted({sortKey(static_cast<Column>(column)), order == Qt::DescendingOrder});
+    }
 }
 
 } // namespace quillane

@@ -75,28 +75,34 @@ void ApplicationsTable::restoreSelection() {
     QItemSelection missing;
     for (const FileURL& url : wanted) {
         const auto row = m_model->rowOf(url);
-        if (row && !selection->isRowSelected(*row))
+        if (row && !selection->isRowSelected(*row)) {
             missing.select(m_model->index(*row, 0), m_model->index(*row, AppTableModel::kColumnCount - 1));
+        }
     }
-    if (!missing.isEmpty())
+    if (!missing.isEmpty()) {
         selection->select(missing, QItemSelectionModel::Select);
+    }
 }
 
 void ApplicationsTable::takeOverSelection() {
-    if (m_isRendering)
+    if (m_isRendering) {
         return;
+    }
     std::unordered_set<FileURL> urls;
-    for (const auto& index : m_table->selectionModel()->selectedRows())
+    for (const auto& index : m_table->selectionModel()->selectedRows()) {
         urls.insert(m_model->keyAt(index.row()));
+    }
     m_state.selection = std::move(urls);
 }
 
 void ApplicationsTable::showSortOrder() {
     const AppComparator& first = m_state.sortOrder.get().front();
-    for (int column = 0; column < AppTableModel::kColumnCount; ++column)
-        if (AppTableModel::sortKey(static_cast<AppTableModel::Column>(column)) == first.key)
+    for (int column = 0; column < AppTableModel::kColumnCount; ++column) {
+        if (AppTableModel::sortKey(static_cast<AppTableModel::Column>(column)) == first.key) {
             m_table->header()->setSortIndicator(column,
                                                 first.isReverse ? Qt::DescendingOrder : Qt::AscendingOrder);
+        }
+    }
 }
 
 void ApplicationsTable::changeSortOrder(const AppComparator& comparator) {
@@ -105,8 +111,9 @@ void ApplicationsTable::changeSortOrder(const AppComparator& comparator) {
 
 void ApplicationsTable::openSelected() {
     const auto& selection = m_state.selection.get();
-    if (selection.size() == 1 && m_model->rowOf(*selection.begin()))
+    if (selection.size() == 1 && m_model->rowOf(*selection.begin())) {
         m_library.platform().workspace.open(*selection.begin());
+    }
 }
 
 } // namespace quillane

@@ -15,8 +15,9 @@ void BulkSummary::show(const QString& title, const Rows& rows, const std::option
         {QStringLiteral("Rows"), words(Formatting::number(static_cast<std::int64_t>(rows.size())))},
     };
     content.note = note;
-    for (const auto& [label, bytes] : rows)
+    for (const auto& [label, bytes] : rows) {
         content.rows.push_back({label, bytes, std::nullopt});
+    }
     setContent(content);
 }
 

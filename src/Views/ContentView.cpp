@@ -108,8 +108,9 @@ void ContentView::bindSearch() {
     m_searchObserver = new LibraryObserver(
         [this] {
             const QString text = words(m_library.searchText.get());
-            if (m_search->text() != text)
+            if (m_search->text() != text) {
                 m_search->setText(text);
+            }
         },
         this);
     m_searchObserver->renderNow();
@@ -137,14 +138,16 @@ int ContentView::indexOf(LibrarySection section) const {
 }
 
 void ContentView::showSection(LibrarySection section) {
-    if (indexOf(section) >= 0)
+    if (indexOf(section) >= 0) {
         m_state.section = section;
+    }
 }
 
 void ContentView::receive(const NotificationCenter::Object& title) {
     const auto section = title ? librarySectionFromRawValue(*title) : std::nullopt;
-    if (section)
+    if (section) {
         showSection(*section);
+    }
 }
 
 void ContentView::renderSection() {
@@ -157,8 +160,9 @@ void ContentView::renderSection() {
 
 void ContentView::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    if (m_library.phase.get().kind == AppLibrary::Phase::Kind::idle)
+    if (m_library.phase.get().kind == AppLibrary::Phase::Kind::idle) {
         m_library.refresh(AppLibrary::ScanReason::user);
+    }
 }
 
 void ContentView::resizeEvent(QResizeEvent* event) {

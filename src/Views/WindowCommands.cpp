@@ -5,6 +5,7 @@
 #include "SearchField.h"
 #include "ShownText.h"
 #include "Sidebar.h"
+#include "SystemLook.h"
 #include <QAction>
 #include <QApplication>
 #include <QKeySequence>
@@ -46,8 +47,9 @@ QAction* WindowCommands::command(const QString& text, const QKeySequence& keys) 
 void WindowCommands::makeSectionKeys() {
     for (std::size_t i = 0; i < kAllLibrarySections.size(); ++i) {
         const auto section = kAllLibrarySections[i];
-        if (!m_window.content(section))
+        if (!m_window.content(section)) {
             continue;
+        }
         auto* const go =
             command(words(rawValue(section)), QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + i)));
         connect(go, &QAction::triggered, this, [this, section] { m_window.showSection(section); });
@@ -55,19 +57,19 @@ void WindowCommands::makeSectionKeys() {
 }
 
 void WindowCommands::makeMenu(QAction* rescan, QAction* quit) {
-#ifdef Q_OS_MACOS
-    auto* const bar = new QMenuBar(&m_window);
-    auto* const file = bar->addMenu(QStringLiteral("File"));
-    file->addAction(rescan);
-    file->addAction(quit); // the system moves it to the application's menu
-#else
-    m_windowMenu = new QMenu(&m_window);
-    m_windowMenu->addAction(rescan);
-    m_windowMenu->addSeparator();
-    m_windowMenu->addAction(quit);
-    auto* const open = command(QStringLiteral("Menu"), QKeySequence(Qt::Key_F10));
-    connect(open, &QAction::triggered, this, [this] { m_window.sidebar()->brand()->openMenu(); });
-#endif
+    if (SystemLook::hasMenuBar()) {
+        auto* const bar = new QMenuBar(&m_window);
+        auto* const file = bar->addMenu(QStringLiteral("File"));
+        file->addAction(rescan);
+        file->addAction(quit); // the system moves it to the application's menu
+    } else {
+        m_windowMenu = new QMenu(&m_window);
+        m_windowMenu->addAction(rescan);
+        m_windowMenu->addSeparator();
+        m_windowMenu->addAction(quit);
+        auto* const open = command(QStringLiteral("Menu"), QKeySequence(Qt::Key_F10));
+        connect(open, &QAction::triggered, this, [this] { m_window.sidebar()->brand()->openMenu(); });
+    }
 }
 
 } // namespace quillane

@@ -1,4 +1,5 @@
 #pragma once
+#include "BigEndian.h"
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -16,10 +17,8 @@ struct BinaryListBuilder {
 
     // The number as `size` bytes, the most significant first.
     static std::string number(std::uint64_t value, std::size_t size) {
-        std::string bytes(size, '\0');
-        for (std::size_t i = 0; i < size; ++i) {
-            bytes[size - 1 - i] = static_cast<char>(value >> (8 * i) & 0xFF);
-        }
+        std::string bytes;
+        appendBigEndian(bytes, value, size);
         return bytes;
     }
 

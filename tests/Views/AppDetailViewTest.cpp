@@ -179,7 +179,7 @@ TEST_F(AppDetail, RevealShowsTheBundleInTheFileManager) {
                                                               : view.revealButton()->accessibleName(),
               "Reveal in Finder");
     QTest::mouseClick(view.revealButton(), Qt::LeftButton);
-    EXPECT_EQ(workspace.revealed,
+    EXPECT_EQ(workspace.revealed(),
               (std::vector<std::vector<FileURL>>{{FileURL("/Applications/Tessel Studio.app")}}));
 }
 

@@ -233,7 +233,7 @@ TEST_F(ApplicationsScreen, TypedLettersGoToTheNameWhicheverColumnWasClicked) {
 TEST_F(ApplicationsScreen, ADoubleClickOpensTheApplication) {
     openReady(three());
     doubleClick("Cedar");
-    EXPECT_EQ(workspace.opened, std::vector{FileURL("/Applications/Cedar.app")});
+    EXPECT_EQ(workspace.opened(), std::vector{FileURL("/Applications/Cedar.app")});
 }
 
 TEST_F(ApplicationsScreen, ReturnOpensTheOneThatIsSelected) {
@@ -241,7 +241,7 @@ TEST_F(ApplicationsScreen, ReturnOpensTheOneThatIsSelected) {
     click("Birch");
     table().setFocus();
     press(Qt::Key_Return);
-    EXPECT_EQ(workspace.opened, std::vector{FileURL("/Applications/Birch.app")});
+    EXPECT_EQ(workspace.opened(), std::vector{FileURL("/Applications/Birch.app")});
 }
 
 TEST_F(ApplicationsScreen, SeveralSelectedOpenNothing) {
@@ -250,7 +250,7 @@ TEST_F(ApplicationsScreen, SeveralSelectedOpenNothing) {
     click("Cedar", Qt::ControlModifier);
     table().setFocus();
     press(Qt::Key_Return);
-    EXPECT_TRUE(workspace.opened.empty());
+    EXPECT_TRUE(workspace.opened().empty());
 }
 
 TEST_F(ApplicationsScreen, WhatTheSearchHidesIsNotOpened) {
@@ -260,7 +260,7 @@ TEST_F(ApplicationsScreen, WhatTheSearchHidesIsNotOpened) {
     turn();
     table().setFocus();
     press(Qt::Key_Return);
-    EXPECT_TRUE(workspace.opened.empty());
+    EXPECT_TRUE(workspace.opened().empty());
 }
 
 // What a scan must not disturb

@@ -20,6 +20,8 @@ class Pictures : public WindowTest {
 
     QImage keep(const QString& name) {
         finish();
+        window->activateWindow(); // what was drawn before may have cost the window its focus
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
         QImage picture(window->size() * 1.5, QImage::Format_RGB32);
         picture.setDevicePixelRatio(1.5);
         window->render(&picture);

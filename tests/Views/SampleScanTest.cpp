@@ -6,16 +6,15 @@
 #include "IconCache.h"
 #include "Label.h"
 #include "NotificationCenter.h"
+#include "PanePlaceholder.h"
 #include "SamplePlatform.h"
 #include "ShownText.h"
-#include "Spinner.h"
 #include "StatusLine.h"
 #include "TableRole.h"
 #include "TableView.h"
 #include <QApplication>
-#include <QTest>
+#include <filesystem>
 #include <gtest/gtest.h>
-#include <map>
 #include <memory>
 #include <set>
 
@@ -135,16 +134,16 @@ TEST_F(SampleScan, AnApplicationThatIsGoneAtTheNextScanLeavesTheTableAndThePane)
     ASSERT_TRUE(runUntilStatus("Measuring"));
     sample.runner.runAll();
     draw();
-    const auto doomed = library.visibleApps().front();
-    window->state().selection = {doomed.url};
+    const FileURL doomed = library.visibleApps().front().url;
+    window->state().selection = {doomed};
     draw();
-    sample.answerSpotlight("");
-    sample.files.fail(FileURL("/Applications"), PlatformError{ErrorCode::kReadNoPermission, std::nullopt});
+    auto* const detail = qobject_cast<ApplicationsDetail*>(window->detail(LibrarySection::applications));
+    ASSERT_EQ(detail->currentWidget(), detail->one());
+    std::filesystem::remove_all(sample.disk.path() + doomed.path());
     library.refresh(AppLibrary::ScanReason::user);
     sample.runner.runAll();
     draw();
-    auto* const detail = qobject_cast<ApplicationsDetail*>(window->detail(LibrarySection::applications));
-    EXPECT_FALSE(library.appWithID(doomed.url).has_value());
-    EXPECT_EQ(static_cast<QWidget*>(detail->placeholder()->parentWidget()), static_cast<QWidget*>(detail));
-    EXPECT_EQ(detail->currentIndex(), 0);
+    ASSERT_FALSE(library.appWithID(doomed).has_value());
+    EXPECT_EQ(static_cast<QWidget*>(detail->placeholder()), detail->currentWidget());
+    EXPECT_TRUE(table().selectionModel()->selectedRows().isEmpty());
 }

@@ -7,18 +7,6 @@
 
 namespace quillane {
 
-std::shared_ptr<const IconImage> RecordedWorkspace::icon(const FileURL& /*url*/, int side) {
-    auto image = std::make_shared<IconImage>();
-    image->width = side;
-    image->height = side;
-    for (int i = 0; i < side * side; ++i) {
-        for (const int channel : {0x34, 0x57, 0xD5, 0xFF}) {
-            image->rgba.push_back(static_cast<std::uint8_t>(channel));
-        }
-    }
-    return image;
-}
-
 WindowTest::WindowTest() {
     IconCache::shared().attach(&platform);
 }

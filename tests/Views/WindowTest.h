@@ -2,16 +2,16 @@
 #include "AppLibrary.h"
 #include "AppRecords.h"
 #include "ContentView.h"
+#include "FakeMetadata.h"
+#include "FakeWorkspace.h"
 #include "IconCache.h"
 #include "ManualClock.h"
-#include "Metadata.h"
 #include "NotificationCenter.h"
 #include "Platform.h"
 #include "PosixFileSystem.h"
 #include "ScriptedCommandRunner.h"
 #include "StepTaskRunner.h"
 #include "TemporaryFolder.h"
-#include "Workspace.h"
 #include <QApplication>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -23,23 +23,6 @@ namespace quillane {
 class ApplicationsDetail;
 class ApplicationsTable;
 class TableView;
-
-// Remembers what was opened and shown, and gives every location a blue square for an icon.
-class RecordedWorkspace final : public Workspace {
-  public:
-    std::vector<FileURL> opened;
-    std::vector<std::vector<FileURL>> revealed;
-
-    std::shared_ptr<const IconImage> icon(const FileURL& url, int side) override;
-    void open(const FileURL& url) override { opened.push_back(url); }
-    void reveal(const std::vector<FileURL>& urls) override { revealed.push_back(urls); }
-};
-
-// An index that knows nothing.
-class EmptyMetadata final : public Metadata {
-  public:
-    std::optional<Date> lastUsed(const FileURL& /*url*/) const override { return std::nullopt; }
-};
 
 // The window over a library that the test fills by hand, on a machine with an empty disk, whose time and jobs
 // move only when the test says so.
@@ -77,8 +60,8 @@ class WindowTest : public testing::Test {
     ManualClock clock{runner};
     PosixFileSystem files{disk.path(), FileURL("/Users/alex")};
     ScriptedCommandRunner commands;
-    EmptyMetadata metadata;
-    RecordedWorkspace workspace;
+    FakeMetadata metadata;
+    FakeWorkspace workspace;
     Platform platform{.files = files,
                       .commands = commands,
                       .metadata = metadata,

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -15,7 +14,7 @@ namespace {
 
 void require(bool worked, const std::string& what) {
     if (!worked) {
-        std::fprintf(stderr, "disk folder: %s: %s\n", what.c_str(), std::strerror(errno));
+        std::perror(what.c_str());
         std::abort();
     }
 }

@@ -123,6 +123,7 @@ class SampleApp {
   private:
     friend class SampleMac;
 
+    enum class ListForm { xml, binary, raw, none };
     struct Support {
         std::string path;
         Bytes bytes;
@@ -147,24 +148,23 @@ class SampleApp {
     std::optional<std::string> m_build;
     std::optional<std::string> m_minimumSystem;
     Plist::Dictionary m_properties;
-    enum class ListForm { xml, binary, raw, none };
-    ListForm m_listForm = ListForm::xml;
     std::string m_rawList;
-    bool m_namesExecutable = true;
     std::optional<std::string> m_head;
-    Architecture m_architecture = Architecture::appleSilicon;
     Bytes m_size = 0;
-    std::optional<SampleIcon> m_icon;
-    bool m_isStore = false;
-    int m_levels = 0;
     Bytes m_sparse = 0;
     std::vector<std::string> m_helpers;
     std::optional<Ago> m_lastUsed;
     Ago m_modified = daysAgo(400);
-    bool m_indexed = true;
     std::optional<std::string> m_link;
-    bool m_isListed = true;
     std::vector<Support> m_support;
+    std::optional<SampleIcon> m_icon;
+    ListForm m_listForm = ListForm::xml;
+    Architecture m_architecture = Architecture::appleSilicon;
+    int m_levels = 0;
+    bool m_namesExecutable = true;
+    bool m_isStore = false;
+    bool m_indexed = true;
+    bool m_isListed = true;
 };
 
 // A Mac's volume, declared in words and then laid on disk below any folder. The home folder is "/Users/alex".

@@ -1,56 +1,30 @@
 // The window over a sample Mac, which is laid beside this program and goes with it.
-#include "AbsentCommandRunner.h"
-#include "DesktopSession.h"
-#include "DesktopWorkspace.h"
-#include "FakeMetadata.h"
-#include "MetadataSearch.h"
-#include "PosixFileSystem.h"
+#include "ContentView.h"
 #include "QuillaneApp.h"
-#include "SampleMac.h"
-#include "SearchingCommandRunner.h"
-#include "ThreadTaskRunner.h"
+#include "SampleSession.h"
 #include <QApplication>
+#include <QSocketNotifier>
 #include <QTemporaryDir>
+#include <csignal>
+#include <unistd.h>
 
 namespace quillane {
 namespace {
 
-// The ports of the sample. The runner comes last, so that its jobs have ended when the others go.
-class SampleSession {
-  public:
-    SampleSession(DesktopSession& session, const SampleMac& mac, const std::string& hostFolder)
-        : m_session(session)
-        , m_files(hostFolder, FileURL(std::string(SampleMac::kHome)))
-        , m_tasks(session.mainQueue()) {
-        mac.build(hostFolder);
-        for (const auto& [path, date] : mac.lastUses()) {
-            m_metadata.setLastUsed(FileURL(path), date);
-        }
-        session.followColorScheme(m_tasks);
-    }
-    ~SampleSession() { m_session.stopFollowing(); }
-    SampleSession(const SampleSession&) = delete;
-    SampleSession& operator=(const SampleSession&) = delete;
+int g_interrupts[2] = {-1, -1}; // a pipe: all that a signal handler may touch
 
-    Platform platform() {
-        return {.files = m_files,
-                .commands = m_commands,
-                .metadata = m_metadata,
-                .clock = m_session.clock(),
-                .tasks = m_tasks,
-                .workspace = m_workspace};
+// Leaves by the ordinary way when interrupted, so that the volume goes too.
+void quitOnInterrupt(QApplication& application) {
+    if (::pipe(g_interrupts) != 0) {
+        return;
     }
-
-  private:
-    DesktopSession& m_session;
-    PosixFileSystem m_files;
-    FakeMetadata m_metadata;
-    AbsentCommandRunner m_programs;
-    MetadataSearch m_search{m_files, m_metadata, m_session.clock(), {FileURL("/")}};
-    SearchingCommandRunner m_commands{m_files, m_search, m_programs};
-    DesktopWorkspace m_workspace{m_files, m_tasks, DesktopWorkspace::Reach::volume};
-    ThreadTaskRunner m_tasks;
-};
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        std::signal(number,
+                    [](int) { [[maybe_unused]] const auto written = ::write(g_interrupts[1], "", 1); });
+    }
+    auto* const notifier = new QSocketNotifier(g_interrupts[0], QSocketNotifier::Read, &application);
+    QObject::connect(notifier, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
+}
 
 } // namespace
 } // namespace quillane
@@ -58,6 +32,7 @@ class SampleSession {
 int main(int argc, char** argv) {
     using namespace quillane;
     QApplication application(argc, argv);
+    quitOnInterrupt(application);
     DesktopSession desktop(application);
     const QTemporaryDir volume(QApplication::applicationDirPath() + QStringLiteral("/volume-XXXXXX"));
     if (!volume.isValid()) {

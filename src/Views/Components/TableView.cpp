@@ -32,7 +32,7 @@ bool movesCursor(const QKeyEvent& event) {
         return false;
     }
 }
-}
+} // namespace
 
 TableView::TableView(const QString& name, QWidget* parent)
     : QTreeView(parent)

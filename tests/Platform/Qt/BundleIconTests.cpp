@@ -71,10 +71,12 @@ TEST_F(BundleIcon, IsFoundWithoutAPropertyListThatCanBeRead) {
 }
 
 TEST_F(BundleIcon, LiesInTheResourcesAndNowhereElse) {
+    resource("a.icns", "a"); // two, so that neither is taken for want of a name
+    resource("b.icns", "b");
     m_volume.file("Users/alex/secret.icns", "secret");
     m_volume.file("Applications/Editor.app/Contents/secret.icns", "secret");
-    for (const char* name :
-         {"/Users/alex/secret.icns", "../secret.icns", "../../../../Users/alex/secret", "..", ""}) {
+    for (const char* name : {"/Users/alex/secret.icns", "../secret.icns", "../../../../Users/alex/secret",
+                             "../secret", "..", ""}) {
         list("<key>CFBundleIconFile</key><string>" + std::string(name) + "</string>");
         EXPECT_EQ(icon(), "none") << name;
     }

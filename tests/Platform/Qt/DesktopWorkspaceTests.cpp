@@ -9,6 +9,7 @@
 #include <QBuffer>
 #include <QImage>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -18,13 +19,13 @@ namespace {
 
 using Reach = DesktopWorkspace::Reach;
 
-// A folder at the front of the search path, with an "xdg-open" that writes what it was given into a pipe.
+// A folder at the front of the search path, with an "xdg-open" that leaves what it was given in a file.
 class Opener {
   public:
     Opener() {
-        m_folder.fifo("opened");
-        m_folder.file("xdg-open",
-                      "#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" >> '" + m_folder.at("opened") + "'\n");
+        const auto quoted = "'" + m_folder.at("opened") + "'";
+        m_folder.file("xdg-open", "#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" > " + quoted + ".new && mv " +
+                                      quoted + ".new " + quoted);
         ::chmod(m_folder.at("xdg-open").c_str(), 0755);
         ::setenv("PATH", (m_folder.path() + ":" + m_previous).c_str(), 1);
     }
@@ -32,14 +33,17 @@ class Opener {
     Opener(const Opener&) = delete;
     Opener& operator=(const Opener&) = delete;
 
-    // The one argument of the next call. Comes back when there was one.
+    // The one argument of the next call. Comes back when there was one, or fails in the end.
     std::string next() {
-        std::ifstream pipe(m_folder.at("opened"));
+        const std::filesystem::path file = m_folder.at("opened");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(file); })) << "nothing was opened";
+        std::ifstream stream(file);
         std::string count;
         std::string argument;
-        std::getline(pipe, count);
-        std::getline(pipe, argument);
+        std::getline(stream, count);
+        std::getline(stream, argument);
         EXPECT_EQ(count, "1");
+        std::filesystem::remove(file);
         return argument;
     }
 

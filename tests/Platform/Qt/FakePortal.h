@@ -3,6 +3,7 @@
 #include <QDBusVariant>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 namespace quillane {
 
@@ -40,6 +41,26 @@ class FakePortal : public QObject {
 
   signals:
     void SettingChanged(const QString& group, const QString& key, const QDBusVariant& value); // NOLINT
+};
+
+// Hears what a client's connection hears. What arrives here has arrived at all who listened before.
+class PortalListener : public QObject {
+    Q_OBJECT
+
+  public:
+    explicit PortalListener(QDBusConnection bus) {
+        bus.connect(QStringLiteral("org.freedesktop.portal.Desktop"),
+                    QStringLiteral("/org/freedesktop/portal/desktop"),
+                    QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("SettingChanged"), this,
+                    SLOT(hear(QString, QString, QDBusVariant)));
+    }
+
+    QStringList keys;
+
+  public slots:
+    void hear(const QString& /*group*/, const QString& key, const QDBusVariant& /*value*/) {
+        keys.append(key);
+    }
 };
 
 } // namespace quillane

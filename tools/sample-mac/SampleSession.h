@@ -1,0 +1,53 @@
+#pragma once
+#include "AbsentCommandRunner.h"
+#include "DesktopSession.h"
+#include "DesktopWorkspace.h"
+#include "FakeMetadata.h"
+#include "MetadataSearch.h"
+#include "Platform.h"
+#include "PosixFileSystem.h"
+#include "SampleMac.h"
+#include "SearchingCommandRunner.h"
+#include "ThreadTaskRunner.h"
+#include <string>
+
+namespace quillane {
+
+// The ports of the sample. The runner comes last, so that its jobs have ended when the others go.
+class SampleSession {
+  public:
+    SampleSession(DesktopSession& session, const SampleMac& mac, const std::string& hostFolder)
+        : m_session(session)
+        , m_files(hostFolder, FileURL(std::string(SampleMac::kHome)))
+        , m_tasks(session.mainQueue()) {
+        mac.build(hostFolder);
+        for (const auto& [path, date] : mac.lastUses()) {
+            m_metadata.setLastUsed(FileURL(path), date);
+        }
+        session.followColorScheme(m_tasks);
+    }
+    ~SampleSession() { m_session.stopFollowing(); }
+    SampleSession(const SampleSession&) = delete;
+    SampleSession& operator=(const SampleSession&) = delete;
+
+    Platform platform() {
+        return {.files = m_files,
+                .commands = m_commands,
+                .metadata = m_metadata,
+                .clock = m_session.clock(),
+                .tasks = m_tasks,
+                .workspace = m_workspace};
+    }
+
+  private:
+    DesktopSession& m_session;
+    PosixFileSystem m_files;
+    FakeMetadata m_metadata;
+    AbsentCommandRunner m_programs;
+    MetadataSearch m_search{m_files, m_metadata, m_session.clock(), {FileURL("/")}};
+    SearchingCommandRunner m_commands{m_files, m_search, m_programs};
+    DesktopWorkspace m_workspace{m_files, m_tasks, DesktopWorkspace::Reach::volume};
+    ThreadTaskRunner m_tasks;
+};
+
+} // namespace quillane

@@ -1,0 +1,55 @@
+#pragma once
+#include "SampleMac.h"
+#include <QString>
+#include <QStringList>
+#include <string>
+#include <vector>
+
+class QTreeView;
+
+namespace quillane {
+
+class ContentView;
+class QuillaneApp;
+
+// A walk through the window over a sample Mac, as a person would take it. What stands on the screen is
+// compared with what lies on disk, which is read here without the program's own services.
+class Tour {
+  public:
+    // `hostFolder` is where the Mac was laid; pictures go to `pictures`.
+    Tour(QuillaneApp& app, const SampleMac& mac, std::string hostFolder, QString pictures);
+
+    // Visits everything that stands. The findings are printed; true when there was nothing to complain of.
+    bool run();
+
+  private:
+    void waitForScan();
+    void visitSections();
+    void compareTable();
+    void sortByEachColumn();
+    void selectOne();
+    void selectSeveral();
+    void search();
+    void shrink();
+    void switchToDark();
+
+    ContentView& window() const;
+    QTreeView* table() const;
+    const ExpectedApp* expected(const QString& name) const;
+    int rowOf(const QString& name) const;
+    void take(const QString& name);
+    void say(const QString& line) const;
+    // Complains unless it holds.
+    void check(bool holds, const QString& what);
+    // Complains unless the words stand in the window.
+    void checkSeen(const QStringList& seen, const QString& words);
+
+    QuillaneApp& m_app;
+    const SampleMac& m_mac;
+    const std::string m_hostFolder;
+    const QString m_pictures;
+    std::vector<ExpectedApp> m_shown; // the applications that the table must show
+    QStringList m_complaints;
+};
+
+} // namespace quillane

@@ -1,0 +1,101 @@
+#include "Visitor.h"
+#include <QAccessible>
+#include <QAccessibleInterface>
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QTest>
+#include <QTreeView>
+
+namespace quillane::Visitor {
+namespace {
+
+constexpr int kStepMilliseconds = 10;
+
+// Keys go to whoever has the focus, as on a real keyboard.
+QWidget* target(QWidget* window) {
+    QWidget* const focused = window->window()->focusWidget();
+    return focused != nullptr ? focused : window;
+}
+
+} // namespace
+
+bool waitUntil(const std::function<bool()>& done, int seconds) {
+    QElapsedTimer timer;
+    timer.start();
+    while (!done()) {
+        if (timer.elapsed() > seconds * 1000LL) {
+            return false;
+        }
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, kStepMilliseconds);
+        QTest::qWait(1);
+    }
+    return true;
+}
+
+void settle() {
+    for (int turn = 0; turn < 5; ++turn) {
+        QTest::qWait(kStepMilliseconds);
+    }
+}
+
+QStringList words(const QWidget* widget) {
+    QStringList found;
+    for (auto* const child : widget->findChildren<QWidget*>()) {
+        if (!child->isVisibleTo(widget)) {
+            continue;
+        }
+        if (const auto* const interface = QAccessible::queryAccessibleInterface(child)) {
+            for (const auto kind : {QAccessible::Name, QAccessible::Value}) {
+                if (const auto text = interface->text(kind); !text.isEmpty()) {
+                    found.append(text);
+                }
+            }
+        }
+    }
+    return found;
+}
+
+QStringList column(const QTreeView* table, int column) {
+    QStringList texts;
+    const auto* const model = table->model();
+    for (int row = 0; row < model->rowCount(); ++row) {
+        texts.append(model->index(row, column).data().toString());
+    }
+    return texts;
+}
+
+void click(QTreeView* table, int row, int column, Qt::KeyboardModifiers modifiers) {
+    const auto index = table->model()->index(row, column);
+    table->scrollTo(index);
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, modifiers, table->visualRect(index).center());
+    settle();
+}
+
+void clickHeader(QTreeView* table, int column) {
+    auto* const header = table->header();
+    const QPoint at(header->sectionViewportPosition(column) + header->sectionSize(column) / 2,
+                    header->height() / 2);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    settle();
+}
+
+void type(QWidget* window, const QString& text) {
+    QTest::keyClicks(target(window), text);
+    settle();
+}
+
+void press(QWidget* window, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    QTest::keyClick(target(window), key, modifiers);
+    settle();
+}
+
+bool picture(QWidget* window, const QString& file) {
+    settle();
+    QDir().mkpath(QFileInfo(file).path());
+    return window->window()->grab().save(file);
+}
+
+} // namespace quillane::Visitor
