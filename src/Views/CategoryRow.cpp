@@ -76,7 +76,7 @@ QWidget* CategoryRow::makeTexts() {
 
     auto* const texts = new QWidget;
     auto* const column = new QVBoxLayout(texts);
-    column->setContentsMargins(0, 0, 12, 0);
+    column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(1);
     column->addLayout(heading);
     column->addWidget(m_sentence);

@@ -150,7 +150,7 @@ void OverviewView::grantAccess() const {
 }
 
 void OverviewView::openReview() {
-    if (m_review || !Hero::canSweep(m_library))
+    if ((m_review && m_review->isVisible()) || !Hero::canSweep(m_library))
         return;
     m_review = SweepPreviewSheet::present(m_library, BulkRemoval::make(kLabel, m_library.fullPlan()), this);
 }

@@ -24,6 +24,7 @@
 #include "ToolbarRow.h"
 #include "WindowPicture.h"
 #include "WindowTest.h"
+#include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
 #include <QScrollArea>
@@ -321,6 +322,29 @@ TEST_F(Overview, ACheckBoxReadsItsTitleItsSizeAndWhatCannotComeBack) {
     EXPECT_EQ(name(SweepCategory::trash), "Empty the Trash, Can't see inside the Trash, permanent");
 }
 
+TEST_F(Overview, EveryControlThatTakesTheFocusHasAName) {
+    library.trashState = TrashSweeper::State::refused();
+    library.inaccessible = std::unordered_set{FileURL("/a")};
+    library.lastOperation = operation();
+    openReady(caches(1));
+    for (auto* const widget : window->findChildren<QWidget*>()) {
+        if (!widget->isVisible() || !(widget->focusPolicy() & Qt::TabFocus) || widget->focusProxy())
+            continue;
+        auto* const accessible = QAccessible::queryAccessibleInterface(widget);
+        ASSERT_NE(accessible, nullptr);
+        EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty()) << widget->metaObject()->className();
+    }
+}
+
+TEST_F(Overview, ReturnPressesTheButtonThatHasTheFocus) {
+    library.inaccessible = std::unordered_set{FileURL("/a")};
+    openReady(caches(1));
+    view().accessNotice()->grantButton()->setFocus();
+    press(Qt::Key_Return);
+    EXPECT_EQ(workspace.settingsOpened(), 1);
+    EXPECT_EQ(view().review(), nullptr);
+}
+
 // The review
 
 TEST_F(Overview, TheButtonOpensTheReviewOfAllThatIsTicked) {
@@ -586,7 +610,8 @@ TEST(OverviewOnDisk, ASweepIsToldInTheCardAndPutBackFromThere) {
     EXPECT_TRUE(world.isThere(FileURL(path)));
     EXPECT_FALSE(view.putBackCard()->isVisible());
     ASSERT_NE(view.putBackAlert(), nullptr);
-    EXPECT_EQ(view.putBackAlert()->message()->text(), "Restored 1 item(s) to their original locations, reclaiming Zero KB.");
+    EXPECT_EQ(view.putBackAlert()->message()->text(),
+              "Restored 1 item(s) to their original locations, reclaiming Zero KB.");
 }
 
 // Layout
