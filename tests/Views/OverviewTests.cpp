@@ -499,6 +499,7 @@ TEST_F(Overview, WhatFailedForLackOfAccessOffersTheSettings) {
     const QPointer alert =
         ResultAlert::presentPutBack(report, [this] { workspace.openFullDiskAccessSettings(); }, window.get());
     ASSERT_EQ(alert->buttons()->buttons().size(), 2U);
+    EXPECT_TRUE(keepPicture(pictureOf(*alert), "put-back-alert"));
     click(alert->buttons()->buttons().front());
     EXPECT_EQ(workspace.settingsOpened(), 1);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
