@@ -10,6 +10,7 @@ class QStackedWidget;
 
 namespace quillane {
 
+class AccessBanner;
 class AppLibrary;
 class ColumnGround;
 class LibraryObserver;
@@ -36,6 +37,7 @@ class ContentView : public QWidget {
     Sidebar* sidebar() const { return m_sidebar; }
     SearchField* searchField() const { return m_search; }
     ToolbarRow* header() const { return m_header; }
+    AccessBanner* accessBanner() const { return m_banner; }
     QSplitter* columns() const { return m_columns; }
     // What the section shows; null for a section that the window does not have.
     QWidget* content(LibrarySection section) const;
@@ -55,6 +57,8 @@ class ContentView : public QWidget {
     void bindSearch();
     void receive(const NotificationCenter::Object& title);
     void renderSection();
+    void renderBanner();
+    void noticeActivation();
     int indexOf(LibrarySection section) const; // into m_screens; -1 for none
 
     AppLibrary& m_library;
@@ -63,12 +67,16 @@ class ContentView : public QWidget {
     Sidebar* m_sidebar = nullptr;
     ToolbarRow* m_header = nullptr;
     SearchField* m_search = nullptr;
+    ColumnGround* m_middle = nullptr;
+    AccessBanner* m_banner = nullptr;
     QSplitter* m_columns = nullptr;
     QStackedWidget* m_sections = nullptr;
     QStackedWidget* m_details = nullptr;
     LibraryObserver* m_sectionObserver = nullptr;
     LibraryObserver* m_searchObserver = nullptr;
+    LibraryObserver* m_bannerObserver = nullptr;
     NotificationCenter::Subscription m_showSection;
+    NotificationCenter::Subscription m_showOverview;
 };
 
 } // namespace quillane
