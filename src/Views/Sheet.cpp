@@ -1,0 +1,112 @@
+#include "Sheet.h"
+#include "Scrim.h"
+#include "Tokens.h"
+#include <QEvent>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace quillane {
+
+namespace {
+
+#ifdef Q_OS_MACOS
+constexpr bool kNative = true;
+#else
+constexpr bool kNative = false;
+#endif
+
+constexpr double kRadius = 14;
+
+} // namespace
+
+Sheet::Sheet(QSize size, QWidget* over)
+    : QDialog(over != nullptr ? over->window() : nullptr) {
+    setWindowModality(Qt::WindowModal);
+    setFixedSize(size);
+    if (kNative) {
+        setWindowFlag(Qt::Sheet);
+    } else {
+        setWindowFlag(Qt::FramelessWindowHint);
+        setAttribute(Qt::WA_TranslucentBackground); // for the round corners
+    }
+    if (parentWidget() != nullptr) {
+        parentWidget()->installEventFilter(this);
+    }
+}
+
+Sheet::~Sheet() {
+    delete m_scrim;
+}
+
+double Sheet::radius() {
+    return kNative ? 0 : kRadius;
+}
+
+QWidget* Sheet::scrim() const {
+    return m_scrim;
+}
+
+void Sheet::paintEvent(QPaintEvent*) {
+    const Tokens& tokens = Tokens::current();
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(tokens.page);
+    painter.drawRoundedRect(rect(), radius(), radius());
+}
+
+void Sheet::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (parentWidget() == nullptr) {
+        return;
+    }
+    if (!kNative && m_scrim == nullptr) {
+        m_scrim = new Scrim(parentWidget());
+        centre();
+    }
+}
+
+// A dialog takes every opening for a step by Tab. Whoever came by keyboard goes on by keyboard and wants to see
+// where the focus is, and nobody else.
+void Sheet::setVisible(bool visible) {
+    QDialog::setVisible(visible);
+    if (visible) {
+        const auto* window = parentWidget();
+        setAttribute(Qt::WA_KeyboardFocusChange,
+                     window != nullptr && window->testAttribute(Qt::WA_KeyboardFocusChange));
+    }
+}
+
+void Sheet::hideEvent(QHideEvent* event) {
+    QDialog::hideEvent(event);
+    delete m_scrim;
+}
+
+bool Sheet::eventFilter(QObject* object, QEvent* event) {
+    const bool moved = event->type() == QEvent::Move || event->type() == QEvent::Resize;
+    if (object == parent() && moved && m_scrim != nullptr) {
+        centre();
+    }
+    return QDialog::eventFilter(object, event);
+}
+
+void Sheet::centre() {
+    QRect place(QPoint(), size());
+    place.moveCenter(parentWidget()->geometry().center());
+    move(place.topLeft());
+}
+
+void SheetFooter::paintEvent(QPaintEvent*) {
+    const Tokens& tokens = Tokens::current();
+    const double radius = Sheet::radius();
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(tokens.base);
+    painter.setClipRect(rect());
+    // Round below only: what overhangs at the top is clipped away.
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0, -radius, 0, 0), radius, radius);
+    painter.fillRect(QRect(0, 0, width(), 1), tokens.line);
+}
+
+} // namespace quillane

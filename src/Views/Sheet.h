@@ -1,0 +1,47 @@
+#pragma once
+#include <QDialog>
+#include <QPointer>
+
+namespace quillane {
+
+class Scrim;
+
+// A dialog of fixed size that belongs to one window and blocks it. macOS slides it from the title bar; elsewhere
+// it lies without a frame over the middle of the window, which is dimmed meanwhile.
+class Sheet : public QDialog {
+    Q_OBJECT
+  public:
+    // `over` is any widget of the window; the sheet is its child. Without it the sheet stands alone.
+    Sheet(QSize size, QWidget* over);
+    ~Sheet() override;
+
+    // Of the corners; 0 where the platform draws the sheet's edge.
+    static double radius();
+    // What dims the window; null while the sheet is closed and where the platform does it.
+    QWidget* scrim() const;
+
+    void setVisible(bool visible) override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+  private:
+    void centre();
+
+    QPointer<Scrim> m_scrim;
+};
+
+// The lowest part of a sheet, on the lightest ground, with a line above it.
+class SheetFooter : public QWidget {
+    Q_OBJECT
+  public:
+    using QWidget::QWidget;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace quillane
