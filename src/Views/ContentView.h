@@ -2,6 +2,7 @@
 #include "ContentState.h"
 #include "NotificationCenter.h"
 #include "Screen.h"
+#include <QPointer>
 #include <QWidget>
 #include <vector>
 
@@ -15,6 +16,7 @@ class ColumnGround;
 class LibraryObserver;
 class SearchField;
 class Sidebar;
+class SweepPreviewSheet;
 class ToolbarRow;
 
 // The main screen: the sidebar, the section in the middle and its pane at the right. It starts the first scan
@@ -44,6 +46,12 @@ class ContentView : public QWidget {
     // Goes to the section; one that the window does not have is ignored.
     void showSection(LibrarySection section);
 
+    // Opens the review sheet for a request. Nothing opens for a request without rows, while another sheet is
+    // open, and while a sweep runs: the request is dropped then.
+    void presentRemoval(BulkRemoval removal);
+    // Null while no review is open.
+    SweepPreviewSheet* removalSheet() const;
+
   protected:
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -55,6 +63,8 @@ class ContentView : public QWidget {
     void bindSearch();
     void receive(const NotificationCenter::Object& title);
     void renderSection();
+    void renderRemoval();
+    void endRemoval();
     int indexOf(LibrarySection section) const; // into m_screens; -1 for none
 
     AppLibrary& m_library;
@@ -68,6 +78,8 @@ class ContentView : public QWidget {
     QStackedWidget* m_details = nullptr;
     LibraryObserver* m_sectionObserver = nullptr;
     LibraryObserver* m_searchObserver = nullptr;
+    LibraryObserver* m_removalObserver = nullptr;
+    QPointer<SweepPreviewSheet> m_removalSheet;
     NotificationCenter::Subscription m_showSection;
 };
 
