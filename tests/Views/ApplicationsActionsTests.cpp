@@ -62,6 +62,11 @@ class ApplicationsActions : public WindowTest {
     }
     QMenu* menuBelowTheRows() { return menuAt(QPoint(100, table().viewport()->height() - 5)); }
     static QMenu* openMenu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
+    static void closeMenu() {
+        if (auto* const menu = openMenu()) {
+            menu->close();
+        }
+    }
     // The menu for one application that the window opens with.
     QMenu* menuOf(const InstalledApp& app) {
         openReady({app});
@@ -91,7 +96,6 @@ class ApplicationsActions : public WindowTest {
         auto* const action = entry(menu, text);
         ASSERT_TRUE(action->isEnabled());
         action->trigger();
-        turn();
     }
     static QString pasted() { return QGuiApplication::clipboard()->text(); }
 
@@ -103,7 +107,8 @@ class ApplicationsActions : public WindowTest {
     }
     SweepPreviewSheet* sheet() const { return window->removalSheet(); }
     // The paths that are under review, a minus before those that are not ticked.
-    QStringList reviewed() const {
+    QStringList reviewed() {
+        turn();
         QStringList paths;
         if (sheet() == nullptr) {
             return paths;
@@ -118,7 +123,8 @@ class ApplicationsActions : public WindowTest {
                       std::ranges::count_if(paths, [](const QString& p) { return p[0] != '-'; })));
         return paths;
     }
-    std::string label() const {
+    std::string label() {
+        turn();
         const auto& removal = window->state().removal.get();
         return removal ? removal->label : std::string();
     }
@@ -257,7 +263,7 @@ TEST_F(ApplicationsActions, AProtectedApplicationKeepsItsCacheAndItself) {
 TEST_F(ApplicationsActions, ProtectionIsSetAndTakenBack) {
     choose(menuOf(tessel()), "Never Touch This App");
     EXPECT_TRUE(library.isProtected(FileURL(kTesselPath)));
-    openMenu()->close();
+    closeMenu();
     choose(menuOn("Tessel Studio"), "Remove Protection");
     EXPECT_FALSE(library.isProtected(FileURL(kTesselPath)));
 }
@@ -276,7 +282,7 @@ TEST_F(ApplicationsActions, MoveToTrashIsDisabledUntilTheApplicationIsMeasured) 
     EXPECT_FALSE(entry(menuOf(app), "Move to Trash…")->isEnabled());
     publish({tessel()});
     turn();
-    openMenu()->close();
+    closeMenu();
     EXPECT_TRUE(entry(menuOn("Tessel Studio"), "Move to Trash…")->isEnabled());
 }
 
@@ -290,7 +296,6 @@ TEST_F(ApplicationsActions, AnApplicationThatWentWhileTheMenuWasOpenIsNotReviewe
     auto* const trash = entry(menu, "Move to Trash…");
     auto* const clean = entry(menu, "Clean Cache (1.26 GB)");
     publish({cedar()});
-    turn();
     trash->trigger();
     clean->trigger();
     turn();
@@ -300,7 +305,6 @@ TEST_F(ApplicationsActions, AnApplicationThatWentWhileTheMenuWasOpenIsNotReviewe
 TEST_F(ApplicationsActions, AnApplicationThatIsMeasuredAnewWhileTheMenuIsOpenIsNotReviewed) {
     auto* const trash = entry(menuOf(tessel()), "Move to Trash…");
     publish({unmeasuredApp("Tessel Studio")});
-    turn();
     trash->trigger();
     turn();
     EXPECT_EQ(sheet(), nullptr) << "its files are not known now";
