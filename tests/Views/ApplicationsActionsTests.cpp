@@ -414,6 +414,18 @@ TEST_F(ApplicationsActions, WithoutASelectionTheKeysOpenTheMenuOfTheTable) {
     EXPECT_EQ(entries(openMenu()), QStringList({"Rescan Applications"}));
 }
 
+TEST_F(ApplicationsActions, AMenuStaysOpenWhileAScanGoesOnBehindIt) {
+    openReady({tessel(), cedar()});
+    click("Tessel Studio");
+    menuOn("Tessel Studio");
+    auto measured = tessel();
+    measured.leftovers.push_back(leftover("/Users/alex/Library/Logs/Tessel", "Logs", 1));
+    publish({measured, alder()});
+    turn();
+    ASSERT_NE(openMenu(), nullptr);
+    EXPECT_EQ(entries(openMenu()).front(), "Open");
+}
+
 // The pane for one application
 
 TEST_F(ApplicationsActions, ThePaneOffersToUninstall) {

@@ -156,11 +156,11 @@ TEST_F(Pictures, TheMenuOfAnApplication) {
         menu->close();
     };
     table().setFocus();
-    press(Qt::Key_F10, Qt::ShiftModifier);
+    QTest::keyClick(&table(), Qt::Key_F10, Qt::ShiftModifier);
     picture("applications-menu");
     Look::setDark(true);
     turn();
-    press(Qt::Key_F10, Qt::ShiftModifier);
+    QTest::keyClick(&table(), Qt::Key_F10, Qt::ShiftModifier);
     picture("applications-menu-dark");
 }
 
