@@ -6,6 +6,7 @@
 #include "Badge.h"
 #include "DetailHeader.h"
 #include "DetailRow.h"
+#include "FlowLayout.h"
 #include "Formatting.h"
 #include "Label.h"
 #include "ListRow.h"
@@ -67,7 +68,7 @@ AppDetailView::AppDetailView(AppLibrary& library, QWidget* parent)
     m_blocks = new QVBoxLayout(content);
     m_blocks->setContentsMargins(16, 16, 16, 16);
     m_blocks->setSpacing(12);
-    m_blocks->addWidget(m_header);
+    m_blocks->addLayout(makeHead());
     m_blocks->addWidget(makeChips());
     makeFootprint();
     makeDetails();
@@ -99,19 +100,22 @@ void AppDetailView::makeToolbar() {
     connect(m_uninstall, &QPushButton::clicked, this, &AppDetailView::uninstall);
 }
 
+QLayout* AppDetailView::makeHead() {
+    m_protected = new ProtectedMark(20);
+    auto* const row = new QHBoxLayout;
+    row->addWidget(m_header, 1);
+    row->addWidget(m_protected, 0, Qt::AlignVCenter);
+    return row;
+}
+
 QWidget* AppDetailView::makeChips() {
     m_architecture = new Badge({}, {});
     m_store = new Badge(QStringLiteral("App Store"), QStringLiteral("bag.fill"));
     m_source = new Badge({}, {});
     auto* const chips = new QWidget;
-    auto* const row = new QHBoxLayout(chips);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(6);
+    auto* const row = new FlowLayout(chips, 6);
     for (auto* const chip : {m_architecture, m_store, m_source})
         row->addWidget(chip);
-    m_protected = new ProtectedMark;
-    row->addWidget(m_protected);
-    row->addStretch();
     return chips;
 }
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-class QHBoxLayout;
+class QLayout;
 class QVBoxLayout;
 
 namespace quillane {
@@ -58,6 +58,7 @@ class AppDetailView : public QWidget {
 
   private:
     void makeToolbar();
+    QLayout* makeHead();
     QWidget* makeChips();
     void makeFootprint();
     void makeDetails();

@@ -3,9 +3,11 @@
 #include "AppTableModel.h"
 #include "ApplicationsDetail.h"
 #include "ApplicationsTable.h"
+#include "Badge.h"
 #include "BulkSummary.h"
 #include "MultiSelectionSummary.h"
 #include "PanePlaceholder.h"
+#include "Panel.h"
 #include "ProtectedMark.h"
 #include "PushButton.h"
 #include "SweepPreviewSheet.h"
@@ -542,6 +544,28 @@ TEST_F(ApplicationsActions, UninstallKeepsItsWordInTheNarrowestPane) {
     turn();
     EXPECT_TRUE(view.revealButton()->isCompact());
     EXPECT_FALSE(view.uninstallButton()->isCompact());
+}
+
+TEST_F(ApplicationsActions, ChipsThatDoNotFitGoOnInTheNextRow) {
+    auto app = tessel();
+    app.architecture = Architecture::appleSilicon;
+    app.isMacAppStore = true;
+    openReady({app});
+    click("Tessel Studio");
+    library.setProtected(app.url, true);
+    turn();
+    const auto& view = *detail().one();
+    const auto right = [&](const QWidget* widget) {
+        return widget->mapTo(&view, QPoint(widget->width(), 0)).x();
+    };
+    const auto chips = view.chips();
+    ASSERT_EQ(chips.size(), 3U);
+    EXPECT_GT(chips[2]->y(), chips[0]->y());
+    EXPECT_EQ(chips[2]->x(), chips[0]->x());
+    EXPECT_EQ(chips[1]->y(), chips[0]->y());
+    EXPECT_LE(right(view.footprint()), view.width() - 16) << "nothing is pushed out of the pane";
+    EXPECT_LE(right(view.protectedMark()), view.width() - 16);
+    EXPECT_GE(view.footprint()->y(), chips[2]->parentWidget()->geometry().bottom());
 }
 
 // The pane for several
