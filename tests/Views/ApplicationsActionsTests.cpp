@@ -13,6 +13,7 @@
 #include "SweepPreviewSheet.h"
 #include "SweepReviewModel.h"
 #include "SweepReviewStage.h"
+#include "TableDelegate.h"
 #include "TableRole.h"
 #include "TableView.h"
 #include "ToolbarRow.h"
@@ -628,6 +629,23 @@ TEST_F(ApplicationsActions, AProtectedRowBearsTheMarkBesideThatOfTheStore) {
     EXPECT_EQ(name.data(kTrailingSymbolRole).toString(), "bag.fill");
     EXPECT_EQ(name.data(Qt::AccessibleDescriptionRole).toString(),
               "Installed from the Mac App Store. Protected - Quillane will never remove this");
+}
+
+TEST_F(ApplicationsActions, TheMarksStandBehindTheNameWithinTheCell) {
+    auto app = cedar();
+    app.name = "An application with a name that is longer than its column could ever be";
+    app.isMacAppStore = true;
+    library.setProtected(app.url, true);
+    openReady({app});
+    const QModelIndex name = table().model()->index(0, AppTableModel::kName);
+    const auto* delegate = qobject_cast<const TableDelegate*>(table().itemDelegate());
+    ASSERT_NE(delegate, nullptr);
+    const QRect cell = table().visualRect(name);
+    const auto parts = delegate->layout(cell, name);
+    EXPECT_TRUE(parts.elided);
+    EXPECT_LT(parts.text.left(), parts.trailing.left());
+    EXPECT_GT(parts.protectedMark.left(), parts.trailing.right());
+    EXPECT_LE(parts.protectedMark.right(), cell.right() + 1);
 }
 
 // The review
