@@ -1,14 +1,18 @@
 #include "AppDetailView.h"
+#include "AppActions.h"
 #include "AppIcon.h"
+#include "AppLibrary.h"
 #include "AppWords.h"
 #include "Badge.h"
 #include "DetailHeader.h"
 #include "DetailRow.h"
+#include "FlowLayout.h"
 #include "Formatting.h"
 #include "Label.h"
 #include "ListRow.h"
 #include "Note.h"
 #include "Panel.h"
+#include "ProtectedMark.h"
 #include "PushButton.h"
 #include "ShownText.h"
 #include "Spinner.h"
@@ -49,27 +53,22 @@ ListRow* leftoverRow(const LeftoverItem& item) {
 
 } // namespace
 
-AppDetailView::AppDetailView(const Platform& platform, QWidget* parent)
+AppDetailView::AppDetailView(AppLibrary& library, QWidget* parent)
     : QWidget(parent)
-    , m_platform(platform)
+    , m_library(library)
     , m_toolbar(new ToolbarRow)
     , m_reveal(new PushButton(QStringLiteral("Reveal in Finder"), QStringLiteral("folder")))
+    , m_uninstall(
+          new PushButton(QStringLiteral("Uninstall"), QStringLiteral("trash"), PushButton::Role::Destructive))
     , m_icon(new AppIcon(kIconSide))
     , m_header(new DetailHeader(m_icon, {}))
     , m_scroll(new QScrollArea) {
-    m_toolbar->addControl(m_reveal);
-    m_toolbar->setShrinking(m_reveal);
-    connect(m_reveal, &QPushButton::clicked, this, [this] {
-        if (m_url) {
-            m_platform.workspace.reveal({*m_url});
-        }
-    });
-
+    makeToolbar();
     auto* const content = new QWidget;
     m_blocks = new QVBoxLayout(content);
     m_blocks->setContentsMargins(16, 16, 16, 16);
     m_blocks->setSpacing(12);
-    m_blocks->addWidget(m_header);
+    m_blocks->addLayout(makeHead());
     m_blocks->addWidget(makeChips());
     makeFootprint();
     makeDetails();
@@ -88,18 +87,36 @@ AppDetailView::AppDetailView(const Platform& platform, QWidget* parent)
     column->addWidget(m_scroll, 1);
 }
 
+void AppDetailView::makeToolbar() {
+    m_toolbar->addControl(m_reveal);
+    m_toolbar->addControl(m_uninstall);
+    m_toolbar->setShrinking(m_reveal);
+    m_uninstall->setToolTip(QStringLiteral("System apps cannot be removed"));
+    m_uninstall->setAccessibleDescription(m_uninstall->toolTip());
+    connect(m_reveal, &QPushButton::clicked, this, [this] {
+        if (m_url)
+            m_library.platform().workspace.reveal({*m_url});
+    });
+    connect(m_uninstall, &QPushButton::clicked, this, &AppDetailView::uninstall);
+}
+
+QLayout* AppDetailView::makeHead() {
+    m_protected = new ProtectedMark(20);
+    auto* const row = new QHBoxLayout;
+    row->addWidget(m_header, 1);
+    row->addWidget(m_protected, 0, Qt::AlignVCenter);
+    return row;
+}
+
 QWidget* AppDetailView::makeChips() {
     m_architecture = new Badge({}, {});
     m_store = new Badge(QStringLiteral("App Store"), QStringLiteral("bag.fill"));
     m_source = new Badge({}, {});
     auto* const chips = new QWidget;
-    auto* const row = new QHBoxLayout(chips);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(6);
+    auto* const row = new FlowLayout(chips, 6);
     for (auto* const chip : {m_architecture, m_store, m_source}) {
         row->addWidget(chip);
     }
-    row->addStretch();
     return chips;
 }
 
@@ -110,13 +127,24 @@ void AppDetailView::makeFootprint() {
     m_rosettaNote = new Note(
         QStringLiteral("info.circle"),
         QStringLiteral("This app has no Apple Silicon build and runs through Rosetta 2 translation."));
+    makeCleanCache();
     auto* const content = new QVBoxLayout; // leaves no gap where one of them is hidden
     content->setSpacing(12);
-    for (auto* const widget : std::initializer_list<QWidget*>{m_measuring, m_stats, m_rosettaNote}) {
+    for (auto* const widget :
+         std::initializer_list<QWidget*>{m_measuring, m_stats, m_rosettaNote, m_cleanCache}) {
         content->addWidget(widget);
     }
     m_footprint->contentLayout()->addLayout(content);
     m_blocks->addWidget(m_footprint);
+}
+
+void AppDetailView::makeCleanCache() {
+    m_cleanCache = new PushButton({}, QStringLiteral("sparkles"));
+    m_cleanCache->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    m_cleanCache->setToolTip(
+        QStringLiteral("Trash caches, logs and saved window state. Settings and user data are untouched."));
+    m_cleanCache->setAccessibleDescription(m_cleanCache->toolTip());
+    connect(m_cleanCache, &QPushButton::clicked, this, &AppDetailView::cleanCache);
 }
 
 void AppDetailView::makeDetails() {
@@ -138,6 +166,8 @@ void AppDetailView::show(const InstalledApp& app) {
     m_url = app.url;
     showHead(app);
     showFootprint(app);
+    showCleanCache(app);
+    m_uninstall->setEnabled(AppActions::canUninstall(m_library, app));
     showDetails(app);
     showSupportFiles(app.leftovers);
 }
@@ -151,6 +181,7 @@ void AppDetailView::showHead(const InstalledApp& app) {
                                AppWords::architectureSymbol(app.architecture),
                                AppWords::architectureTint(app.architecture));
     m_store->setVisible(app.isMacAppStore);
+    m_protected->setVisible(m_library.isProtected(app.url));
     m_source->setContent(words(rawValue(app.source)), QStringLiteral("internaldrive"), Tint::Secondary);
 }
 
@@ -163,10 +194,31 @@ void AppDetailView::showFootprint(const InstalledApp& app) {
     m_rosettaNote->setVisible(app.architecture == Architecture::intel);
 }
 
+// While it is being measured nobody knows yet what there is to clean.
+void AppDetailView::showCleanCache(const InstalledApp& app) {
+    const Bytes bytes = m_library.reclaimableCacheBytes(app);
+    m_cleanCache->setVisible(app.isMeasured);
+    m_cleanCache->setEnabled(bytes > 0);
+    m_cleanCache->setLabel(bytes > 0 ? AppActions::cleanCacheTitle(bytes)
+                                     : QStringLiteral("No Cache to Clean"));
+}
+
+// What is shown may be a turn behind the library, so both ask for the application as it is now.
+void AppDetailView::uninstall() {
+    const auto app = m_library.appWithID(m_url);
+    if (app && AppActions::canUninstall(m_library, *app))
+        emit removalWanted(m_library.removalForApps({*app}));
+}
+
+void AppDetailView::cleanCache() {
+    if (const auto app = m_library.appWithID(m_url))
+        emit removalWanted(m_library.removalForCache(*app));
+}
+
 void AppDetailView::showDetails(const InstalledApp& app) {
     m_bundleID->setValue(AppWords::orDash(app.bundleIdentifier));
     m_location->setValue(shownName(app.url.deletingLastPathComponent().path()));
-    m_lastUsed->setValue(AppWords::lastUsed(app.lastUsed, m_platform.clock));
+    m_lastUsed->setValue(AppWords::lastUsed(app.lastUsed, m_library.platform().clock));
     m_minimumSystem->setValue(AppWords::orDash(app.minimumSystemVersion));
 }
 

@@ -1,21 +1,23 @@
 #pragma once
+#include "BulkRemoval.h"
 #include "InstalledApp.h"
-#include "Platform.h"
 #include <QWidget>
 #include <optional>
 #include <vector>
 
-class QHBoxLayout;
+class QLayout;
 class QVBoxLayout;
 
 namespace quillane {
 
 class AppIcon;
+class AppLibrary;
 class Badge;
 class DetailHeader;
 class DetailRow;
 class Note;
 class Panel;
+class ProtectedMark;
 class PushButton;
 class StatGrid;
 class ToolbarRow;
@@ -25,10 +27,11 @@ class ToolbarRow;
 class AppDetailView : public QWidget {
     Q_OBJECT
   public:
-    // The ports must outlive the view.
-    explicit AppDetailView(const Platform& platform, QWidget* parent = nullptr);
+    // The library outlives the view.
+    explicit AppDetailView(AppLibrary& library, QWidget* parent = nullptr);
 
     using QWidget::show;
+    // Reads from the library what may be removed of it, and is observed.
     void show(const InstalledApp& app);
 
     // The words of the second line of a leftover's row: "Caches, name match".
@@ -36,6 +39,9 @@ class AppDetailView : public QWidget {
 
     ToolbarRow* toolbar() const { return m_toolbar; }
     PushButton* revealButton() const { return m_reveal; }
+    PushButton* uninstallButton() const { return m_uninstall; }
+    PushButton* cleanCacheButton() const { return m_cleanCache; }
+    ProtectedMark* protectedMark() const { return m_protected; }
     DetailHeader* header() const { return m_header; }
     std::vector<const Badge*> chips() const;
     Panel* footprint() const { return m_footprint; }
@@ -46,30 +52,43 @@ class AppDetailView : public QWidget {
     // Null without leftovers.
     Panel* supportFiles() const { return m_supportFiles; }
 
+  signals:
+    // A review is wanted.
+    void removalWanted(const quillane::BulkRemoval& removal);
+
   private:
+    void makeToolbar();
+    QLayout* makeHead();
     QWidget* makeChips();
     void makeFootprint();
     void makeDetails();
+    void makeCleanCache();
+    void uninstall();
+    void cleanCache();
     void showHead(const InstalledApp& app);
     void showFootprint(const InstalledApp& app);
+    void showCleanCache(const InstalledApp& app);
     void showDetails(const InstalledApp& app);
     void showSupportFiles(const std::vector<LeftoverItem>& leftovers);
 
-    const Platform m_platform;
+    AppLibrary& m_library;
     std::optional<FileURL> m_url;
     std::vector<LeftoverItem> m_leftovers; // those that m_supportFiles shows
 
     ToolbarRow* m_toolbar;
     PushButton* m_reveal;
+    PushButton* m_uninstall;
     AppIcon* m_icon;
     DetailHeader* m_header;
     Badge* m_architecture = nullptr;
     Badge* m_store = nullptr;
     Badge* m_source = nullptr;
+    ProtectedMark* m_protected = nullptr;
     Panel* m_footprint = nullptr;
     QWidget* m_measuring = nullptr;
     StatGrid* m_stats = nullptr;
     Note* m_rosettaNote = nullptr;
+    PushButton* m_cleanCache = nullptr;
     Panel* m_details = nullptr;
     DetailRow* m_bundleID = nullptr;
     DetailRow* m_location = nullptr;

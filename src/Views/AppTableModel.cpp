@@ -1,6 +1,7 @@
 #include "AppTableModel.h"
 #include "AppWords.h"
 #include "Formatting.h"
+#include "ProtectedMark.h"
 #include "ShownText.h"
 #include "TableRole.h"
 #include <QGuiApplication>
@@ -12,9 +13,19 @@ namespace {
 
 const QString kStoreHelp = QStringLiteral("Installed from the Mac App Store");
 
-AppRow appRow(const InstalledApp& app) {
-    return {app.url,          app.name,     app.isMacAppStore, app.isMeasured,
-            app.totalBytes(), app.lastUsed, app.architecture,  app.version};
+AppRow appRow(const InstalledApp& app, bool isProtected) {
+    return {app.url,      app.name,         app.isMacAppStore, app.isMeasured, app.totalBytes(),
+            app.lastUsed, app.architecture, app.version,       isProtected};
+}
+
+// What the marks behind a name tell, for those who do not see them.
+QString marksAloud(const AppRow& row) {
+    QStringList told;
+    if (row.isMacAppStore)
+        told << kStoreHelp;
+    if (row.isProtected)
+        told << ProtectedMark::helpText();
+    return told.join(QStringLiteral(". "));
 }
 
 QVariant tinted(Tint tint) {
@@ -27,11 +38,12 @@ AppTableModel::AppTableModel(const Clock& clock, QObject* parent)
     : RowModel(parent)
     , m_clock(clock) {}
 
-void AppTableModel::setApps(const std::vector<InstalledApp>& apps) {
+void AppTableModel::setApps(const std::vector<InstalledApp>& apps,
+                            const std::set<std::string>& protectedPaths) {
     std::vector<AppRow> next;
     next.reserve(apps.size());
     for (const auto& app : apps) {
-        next.push_back(appRow(app));
+        next.push_back(appRow(app, protectedPaths.contains(app.url.path())));
     }
     update(std::move(next));
 }
@@ -75,8 +87,12 @@ QVariant AppTableModel::nameData(const AppRow& row, int role) const {
         return row.isMacAppStore ? QVariant(QStringLiteral("bag.fill")) : QVariant();
     case kTrailingHelpRole:
         return row.isMacAppStore ? QVariant(kStoreHelp) : QVariant();
-    case Qt::AccessibleDescriptionRole:
-        return row.isMacAppStore ? QVariant(kStoreHelp) : QVariant();
+    case kProtectedRole:
+        return row.isProtected;
+    case Qt::AccessibleDescriptionRole: {
+        const QString told = marksAloud(row);
+        return told.isEmpty() ? QVariant() : QVariant(told);
+    }
     default:
         return {};
     }

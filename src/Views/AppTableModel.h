@@ -4,6 +4,7 @@
 #include "InstalledApp.h"
 #include "RowModel.h"
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,7 @@ struct AppRow {
     std::optional<Date> lastUsed;
     Architecture architecture = Architecture::unknown;
     std::string version;
+    bool isProtected = false;
     friend bool operator==(const AppRow&, const AppRow&) = default;
 };
 
@@ -34,8 +36,8 @@ class AppTableModel : public RowModel<AppRow, FileURL> {
     // The clock must outlive the model.
     explicit AppTableModel(const Clock& clock, QObject* parent = nullptr);
 
-    // In the order of the screen.
-    void setApps(const std::vector<InstalledApp>& apps);
+    // In the order of the screen. `protectedPaths` are those of the library.
+    void setApps(const std::vector<InstalledApp>& apps, const std::set<std::string>& protectedPaths = {});
     // Icons have come: those that were missing are asked for again.
     void iconsArrived();
 

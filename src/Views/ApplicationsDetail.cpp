@@ -1,4 +1,5 @@
 #include "ApplicationsDetail.h"
+#include "AppActions.h"
 #include "AppDetailView.h"
 #include "AppLibrary.h"
 #include "ContentState.h"
@@ -17,12 +18,16 @@ ApplicationsDetail::ApplicationsDetail(AppLibrary& library, ContentState& state,
     , m_none(new PanePlaceholder(words(symbol(LibrarySection::applications)),
                                  QStringLiteral("No App Selected"),
                                  QStringLiteral("Pick an app to see its full disk footprint.")))
-    , m_one(new AppDetailView(library.platform()))
+    , m_one(new AppDetailView(library))
     , m_several(new MultiSelectionSummary)
     , m_observer(new LibraryObserver([this] { render(); }, this)) {
     addWidget(m_none);
     addWidget(m_one);
     addWidget(m_several);
+    connect(m_one, &AppDetailView::removalWanted, this,
+            [this](const BulkRemoval& removal) { m_state.removal = removal; });
+    connect(m_several, &SelectionSummary::removeWanted, this,
+            [this] { m_state.removal = m_library.removalForApps(selectedApps()); });
     m_observer->renderNow();
 }
 
@@ -34,7 +39,7 @@ void ApplicationsDetail::render() {
         m_one->show(apps.front());
         setCurrentWidget(m_one);
     } else {
-        m_several->show(apps);
+        m_several->show(apps, !AppActions::removable(m_library, apps).empty());
         setCurrentWidget(m_several);
     }
 }

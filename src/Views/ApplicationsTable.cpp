@@ -1,4 +1,5 @@
 #include "ApplicationsTable.h"
+#include "AppActions.h"
 #include "AppLibrary.h"
 #include "AppTableModel.h"
 #include "ContentState.h"
@@ -8,6 +9,7 @@
 #include "TableView.h"
 #include "Workspace.h"
 #include <QHeaderView>
+#include <QMenu>
 #include <QScopedValueRollback>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -49,6 +51,7 @@ ApplicationsTable::ApplicationsTable(AppLibrary& library, ContentState& state, Q
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ApplicationsTable::takeOverSelection);
     connect(m_table, &QAbstractItemView::doubleClicked, this, &ApplicationsTable::openSelected);
+    connect(m_table, &TableView::menuWanted, this, &ApplicationsTable::openMenu);
     for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
         auto* const enter = new QShortcut(key, m_table, nullptr, nullptr, Qt::WidgetShortcut);
         connect(enter, &QShortcut::activated, this, &ApplicationsTable::openSelected);
@@ -62,7 +65,7 @@ ApplicationsTable::~ApplicationsTable() = default;
 void ApplicationsTable::render() {
     const QScopedValueRollback rendering(m_isRendering, true);
     const auto apps = m_library.visibleApps();
-    m_model->setApps(sorted(apps, m_state.sortOrder.get()));
+    m_model->setApps(sorted(apps, m_state.sortOrder.get()), m_library.protectedPaths.get());
     restoreSelection();
     const auto phase = m_library.phase.get();
     const bool isReady = phase.kind == AppLibrary::Phase::Kind::ready;
@@ -107,6 +110,17 @@ void ApplicationsTable::showSortOrder() {
 
 void ApplicationsTable::changeSortOrder(const AppComparator& comparator) {
     m_state.sortOrder = {comparator};
+}
+
+void ApplicationsTable::openMenu(bool forRows, const QPoint& globalPosition) {
+    std::vector<InstalledApp> apps;
+    for (int row = 0; forRows && row < m_model->rowCount(); ++row)
+        if (m_table->selectionModel()->isRowSelected(row))
+            if (auto app = m_library.appWithID(m_model->keyAt(row)))
+                apps.push_back(*std::move(app));
+    auto* const menu = AppActions::makeMenu(
+        m_library, apps, [this](BulkRemoval removal) { m_state.removal = std::move(removal); }, m_table);
+    menu->popup(globalPosition);
 }
 
 void ApplicationsTable::openSelected() {

@@ -27,6 +27,8 @@ class ApplicationsTable : public QWidget {
     void takeOverSelection();
     void showSortOrder();
     void changeSortOrder(const AppComparator& comparator);
+    // For the rows that are selected and can be seen, or for the empty table.
+    void openMenu(bool forRows, const QPoint& globalPosition);
     // Opens the selected application when it is the only one and can be seen.
     void openSelected();
 

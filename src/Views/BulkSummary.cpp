@@ -15,6 +15,7 @@ void BulkSummary::show(const QString& title, const Rows& rows, const std::option
         {QStringLiteral("Rows"), words(Formatting::number(static_cast<std::int64_t>(rows.size())))},
     };
     content.note = note;
+    content.remove = QStringLiteral("Move All to Trash…");
     for (const auto& [label, bytes] : rows) {
         content.rows.push_back({label, bytes, std::nullopt});
     }

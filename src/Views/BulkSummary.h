@@ -8,7 +8,7 @@
 
 namespace quillane {
 
-// The pane for several selected rows of any section but applications.
+// The pane for several selected rows of any section but applications. removeWanted() asks for their removal.
 class BulkSummary : public SelectionSummary {
     Q_OBJECT
   public:

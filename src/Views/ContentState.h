@@ -1,9 +1,11 @@
 #pragma once
 #include "AppComparator.h"
+#include "BulkRemoval.h"
 #include "FileURL.h"
 #include "LibrarySection.h"
 #include "NotificationCenter.h"
 #include "Published.h"
+#include <optional>
 #include <unordered_set>
 #include <vector>
 
@@ -23,6 +25,9 @@ struct ContentState {
     // Rows of the applications table, hidden ones included: what a search hides stays selected.
     Published<std::unordered_set<FileURL>> selection;
     Published<std::vector<AppComparator>> sortOrder{kInitialSortOrder};
+    // What waits for its review or is being reviewed: a section stores a request here, the window opens the
+    // sheet for it and takes it away when the sheet closes.
+    Published<std::optional<BulkRemoval>> removal;
 };
 
 } // namespace quillane

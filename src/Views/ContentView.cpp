@@ -10,6 +10,7 @@
 #include "ShownText.h"
 #include "Sidebar.h"
 #include "SidebarView.h"
+#include "SweepPreviewSheet.h"
 #include "ToolbarRow.h"
 #include "WindowCommands.h"
 #include <QGuiApplication>
@@ -61,10 +62,15 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
     m_sectionObserver->renderNow();
     m_bannerObserver = new LibraryObserver([this] { renderBanner(); }, this);
     m_bannerObserver->renderNow();
+    m_removalObserver = new LibraryObserver([this] { renderRemoval(); }, this);
+    m_removalObserver->renderNow();
     m_sections->currentWidget()->setFocus();
 }
 
-ContentView::~ContentView() = default;
+ContentView::~ContentView() {
+    if (m_removalSheet)
+        m_removalSheet->disconnect(this); // it goes after the state that its end would write to
+}
 
 void ContentView::makeScreens() {
     std::vector<Sidebar::Entry> entries;
@@ -186,6 +192,32 @@ void ContentView::renderSection() {
                                                             : ColumnGround::Ground::Base);
     m_sections->setCurrentIndex(index);
     m_details->setCurrentIndex(index);
+}
+
+void ContentView::presentRemoval(BulkRemoval removal) {
+    m_state.removal = std::move(removal);
+    m_removalObserver->renderNow();
+}
+
+SweepPreviewSheet* ContentView::removalSheet() const {
+    return m_removalSheet;
+}
+
+void ContentView::renderRemoval() {
+    const auto removal = m_state.removal.get(); // a copy: opening the sheet may change the field
+    if (!removal || m_removalSheet)
+        return;
+    if (removal->entries.empty() || m_library.isSweeping.get()) {
+        m_state.removal = std::nullopt;
+        return;
+    }
+    m_removalSheet = SweepPreviewSheet::present(m_library, *removal, this);
+    connect(m_removalSheet, &QDialog::finished, this, &ContentView::endRemoval);
+}
+
+void ContentView::endRemoval() {
+    m_removalSheet.clear();
+    m_state.removal = std::nullopt;
 }
 
 void ContentView::showEvent(QShowEvent* event) {

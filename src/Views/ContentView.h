@@ -2,6 +2,7 @@
 #include "ContentState.h"
 #include "NotificationCenter.h"
 #include "Screen.h"
+#include <QPointer>
 #include <QWidget>
 #include <vector>
 
@@ -16,6 +17,7 @@ class ColumnGround;
 class LibraryObserver;
 class SearchField;
 class Sidebar;
+class SweepPreviewSheet;
 class ToolbarRow;
 
 // The main screen: the sidebar, the section in the middle and its pane at the right. It starts the first scan
@@ -46,6 +48,12 @@ class ContentView : public QWidget {
     // Goes to the section; one that the window does not have is ignored.
     void showSection(LibrarySection section);
 
+    // Opens the review sheet for a request. Nothing opens for a request without rows, while another sheet is
+    // open, and while a sweep runs: the request is dropped then.
+    void presentRemoval(BulkRemoval removal);
+    // Null while no review is open.
+    SweepPreviewSheet* removalSheet() const;
+
   protected:
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -59,6 +67,8 @@ class ContentView : public QWidget {
     void renderSection();
     void renderBanner();
     void noticeActivation();
+    void renderRemoval();
+    void endRemoval();
     int indexOf(LibrarySection section) const; // into m_screens; -1 for none
 
     AppLibrary& m_library;
@@ -75,6 +85,8 @@ class ContentView : public QWidget {
     LibraryObserver* m_sectionObserver = nullptr;
     LibraryObserver* m_searchObserver = nullptr;
     LibraryObserver* m_bannerObserver = nullptr;
+    LibraryObserver* m_removalObserver = nullptr;
+    QPointer<SweepPreviewSheet> m_removalSheet;
     NotificationCenter::Subscription m_showSection;
     NotificationCenter::Subscription m_showOverview;
 };

@@ -1,4 +1,5 @@
 #include "MultiSelectionSummary.h"
+#include "AppActions.h"
 #include "AppWords.h"
 #include "Formatting.h"
 #include "ShownText.h"
@@ -9,7 +10,7 @@ namespace quillane {
 MultiSelectionSummary::MultiSelectionSummary(QWidget* parent)
     : SelectionSummary(QStringLiteral("Selected applications"), parent) {}
 
-void MultiSelectionSummary::show(const std::vector<InstalledApp>& apps) {
+void MultiSelectionSummary::show(const std::vector<InstalledApp>& apps, bool canUninstall) {
     const auto number = [](auto count) {
         return words(Formatting::number(static_cast<std::int64_t>(count)));
     };
@@ -29,6 +30,8 @@ void MultiSelectionSummary::show(const std::vector<InstalledApp>& apps) {
     if (intel > 0) {
         content.stats.push_back({QStringLiteral("Intel Only"), number(intel)});
     }
+    content.remove = AppActions::uninstallTitle(apps.size());
+    content.canRemove = canUninstall;
     for (const auto& app : apps) {
         content.rows.push_back({shownName(app.name), app.totalBytes(), app.url});
     }

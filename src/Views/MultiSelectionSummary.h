@@ -12,7 +12,8 @@ class MultiSelectionSummary : public SelectionSummary {
     explicit MultiSelectionSummary(QWidget* parent = nullptr);
 
     using QWidget::show;
-    void show(const std::vector<InstalledApp>& apps);
+    // `canUninstall` is false when none of them can go: they are parts of the system or protected.
+    void show(const std::vector<InstalledApp>& apps, bool canUninstall = true);
 };
 
 } // namespace quillane

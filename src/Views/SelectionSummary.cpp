@@ -2,6 +2,7 @@
 #include "Label.h"
 #include "Note.h"
 #include "Panel.h"
+#include "PushButton.h"
 #include "TextStyle.h"
 #include "ToolbarRow.h"
 #include <QVBoxLayout>
@@ -20,14 +21,19 @@ SelectionSummary::SelectionSummary(const QString& listName, QWidget* parent)
     , m_heading(new Label({}, TextStyle::detailTitle()))
     , m_stats(new StatGrid)
     , m_note(new Note(kWarningSymbol, {}, Tint::Orange))
+    , m_remove(
+          new PushButton({}, QStringLiteral("trash"), PushButton::Role::Destructive, PushButton::Size::Sheet))
     , m_list(new SummaryList(listName)) {
     m_note->hide();
+    m_remove->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    connect(m_remove, &QPushButton::clicked, this, &SelectionSummary::removeWanted);
     auto* const content = new QVBoxLayout;
     content->setContentsMargins(16, 16, 16, 16);
     content->setSpacing(12);
     content->addWidget(m_heading);
     content->addWidget(m_note);
     content->addWidget(new Panel(std::nullopt, m_stats));
+    content->addWidget(m_remove);
     content->addWidget(m_list, 1);
     content->addStretch(0);
 
@@ -44,6 +50,8 @@ void SelectionSummary::setContent(const Content& content) {
     m_stats->setStats(content.stats);
     m_note->setVisible(content.note.has_value());
     m_note->setContent(kWarningSymbol, content.note.value_or(QString()), Tint::Orange);
+    m_remove->setLabel(content.remove);
+    m_remove->setEnabled(content.canRemove);
     m_list->setRows(content.rows);
 }
 

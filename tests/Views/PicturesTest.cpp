@@ -4,9 +4,11 @@
 #include "Sidebar.h"
 #include "SidebarView.h"
 #include "TableView.h"
+#include "WindowPicture.h"
 #include "WindowTest.h"
 #include <QDir>
 #include <QImage>
+#include <QMenu>
 
 using namespace quillane;
 using Kind = AppLibrary::Phase::Kind;
@@ -79,6 +81,7 @@ class Pictures : public WindowTest {
                             leftover("/Users/alex/Library/Application Support/Tessel Studio",
                                      "Application Support", 284'600'000),
                             leftover("/Library/Preferences/co.tessel.studio.plist", "Preferences", 4'000)};
+        tessel.leftovers[1].isCache = true;
         tessel.leftovers[2].confidence = LeftoverItem::Confidence::medium;
         tessel.leftovers[3].requiresAdmin = true;
         return apps;
@@ -125,6 +128,42 @@ TEST_F(Pictures, AScanIsSeenInTheRowsAndInTheStatusLine) {
     const QImage measuring = keep("applications-measuring");
     library.phase = AppLibrary::Phase{Kind::findingOrphans};
     EXPECT_NE(keep("applications-finding"), measuring);
+}
+
+TEST_F(Pictures, AProtectedApplicationIsMarkedAndOffersNothing) {
+    auto apps = shelf();
+    apps[1].architecture = Architecture::appleSilicon; // the longest chips
+    openReady(apps);
+    click("Northlight RAW");
+    table().setFocus();
+    const QImage free = keep("applications-free");
+    library.setProtected(FileURL("/Applications/Northlight RAW.app"), true);
+    library.setProtected(FileURL("/Applications/Cadenza.app"), true);
+    library.setProtected(FileURL("/Applications/Halyard.app"), true);
+    EXPECT_NE(keep("applications-protected"), free);
+    Look::setDark(true);
+    keep("applications-protected-dark");
+}
+
+TEST_F(Pictures, TheMenuOfAnApplication) {
+    openReady(shelf());
+    fakes.running.start("co.tessel.studio");
+    click("Tessel Studio");
+    const auto picture = [&](const QString& name) {
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        menu->setActiveAction(menu->actions().at(1));
+        turn();
+        EXPECT_TRUE(keepPicture(pictureOf(*menu), name));
+        menu->close();
+    };
+    table().setFocus();
+    QTest::keyClick(&table(), Qt::Key_F10, Qt::ShiftModifier);
+    picture("applications-menu");
+    Look::setDark(true);
+    turn();
+    QTest::keyClick(&table(), Qt::Key_F10, Qt::ShiftModifier);
+    picture("applications-menu-dark");
 }
 
 TEST_F(Pictures, SearchedToNothingAndReachedByTab) {

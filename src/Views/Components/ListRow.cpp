@@ -20,12 +20,13 @@ ListRow::ListRow(const QString& symbol, const QString& title, const QString& sub
     texts->setSpacing(1);
     texts->addWidget(m_title);
     texts->addWidget(m_subtitle);
-    m_subtitle->setVisible(!subtitle.isEmpty());
     m_row->addLayout(texts, 1);
     m_size->setTabular(true);
     m_size->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_size->setVisible(!size.isEmpty());
     m_row->addWidget(m_size);
+    // Only now that they lie in the row: on their own they would be windows, and a window closes open menus.
+    m_subtitle->setVisible(!subtitle.isEmpty());
+    m_size->setVisible(!size.isEmpty());
     QStringList spoken{title, subtitle, size};
     spoken.removeAll(QString());
     setAccessibleName(spoken.join(QStringLiteral(", ")));

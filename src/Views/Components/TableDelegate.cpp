@@ -2,6 +2,7 @@
 #include "Badge.h"
 #include "Fonts.h"
 #include "HeaderView.h"
+#include "ProtectedMark.h"
 #include "Spinner.h"
 #include "Symbols.h"
 #include "TableRole.h"
@@ -74,7 +75,9 @@ TableDelegate::Layout TableDelegate::layout(const QRect& cell, const QModelIndex
         rest.setLeft(rest.left() + kSymbol + kGap);
     }
     const bool trailing = !index.data(kTrailingSymbolRole).toString().isEmpty();
-    const double room = std::max(0.0, rest.width() - (trailing ? kTrailing + kGap : 0));
+    const bool isProtected = index.data(kProtectedRole).toBool();
+    const double marks = (trailing ? kTrailing + kGap : 0) + (isProtected ? kTrailing + kGap : 0);
+    const double room = std::max(0.0, rest.width() - marks);
     const QFontMetricsF metrics(Fonts::of(13));
     const bool tabular = index.data(kTabularRole).toBool();
     const double width = tabular ? TabularText::width(metrics, text) : metrics.horizontalAdvance(text);
@@ -83,9 +86,13 @@ TableDelegate::Layout TableDelegate::layout(const QRect& cell, const QModelIndex
                    : tabular      ? TabularText::elided(metrics, text, room)
                                   : metrics.elidedText(text, elideOf(index), room);
     result.text = QRectF(rest.left(), rest.top(), room, rest.height());
+    double end = result.text.left() + (tabular ? room : metrics.horizontalAdvance(result.shown));
     if (trailing) {
-        const double end = result.text.left() + (tabular ? room : metrics.horizontalAdvance(result.shown));
         result.trailing = centred(rest, end + kGap, kTrailing);
+        end = result.trailing.right();
+    }
+    if (isProtected) {
+        result.protectedMark = centred(rest, end + kGap, kTrailing);
     }
     return result;
 }
@@ -141,6 +148,10 @@ void TableDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                       index.data(kTrailingSymbolRole).toString(),
                       colour(tintOf(index, kTrailingTintRole, Tint::Tertiary)));
     }
+    if (!parts.protectedMark.isEmpty()) {
+        Symbols::draw(*painter, parts.protectedMark.topLeft(), kTrailing, ProtectedMark::symbolName(),
+                      colour(Tint::Green));
+    }
     painter->restore();
 }
 
@@ -151,7 +162,9 @@ bool TableDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
     }
     const Layout parts = layout(option.rect, index);
     QString help = index.data(Qt::ToolTipRole).toString();
-    if (parts.trailing.adjusted(-3, -3, 3, 3).contains(event->pos())) {
+    if (parts.protectedMark.adjusted(-3, -3, 3, 3).contains(event->pos())) {
+        help = ProtectedMark::helpText();
+    } else if (parts.trailing.adjusted(-3, -3, 3, 3).contains(event->pos())) {
         const QString trailing = index.data(kTrailingHelpRole).toString();
         help = trailing.isEmpty() ? help : trailing;
     }

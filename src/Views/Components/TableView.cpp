@@ -7,6 +7,7 @@
 #include "TableRole.h"
 #include "Tokens.h"
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -57,6 +58,7 @@ TableView::TableView(const QString& name, QWidget* parent)
     setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_header, &QHeaderView::sectionResized, this,
             [this](int column, int, int newWidth) { sectionDragged(column, newWidth); });
+    connect(this, &QWidget::customContextMenuRequested, this, &TableView::wantMenuAtPointer);
 }
 
 TableView::~TableView() = default;
@@ -251,7 +253,39 @@ void TableView::keyboardSearch(const QString& search) {
     }
 }
 
+bool TableView::event(QEvent* event) {
+    if (event->type() == QEvent::ContextMenu &&
+        static_cast<QContextMenuEvent*>(event)->reason() == QContextMenuEvent::Keyboard) {
+        wantMenuByKey();
+        event->accept();
+        return true;
+    }
+    return QTreeView::event(event);
+}
+
+void TableView::wantMenuAtPointer(const QPoint& position) {
+    const QModelIndex index = indexAt(position);
+    emit menuWanted(index.isValid() && selectionModel()->isSelected(index.siblingAtColumn(0)),
+                    viewport()->mapToGlobal(position));
+}
+
+// Beside the current row where it can be seen, else in the upper left corner of the rows.
+void TableView::wantMenuByKey() {
+    const QRect row = visualRect(currentIndex().siblingAtColumn(0));
+    const bool isSeen = row.isValid() && viewport()->rect().intersects(row);
+    const QPoint beside = isSeen ? QPoint(row.left() + kRowHeight, row.bottom()) : QPoint(kRowHeight, 0);
+    emit menuWanted(selectionModel() != nullptr && selectionModel()->hasSelection(),
+                    viewport()->mapToGlobal(beside));
+}
+
 void TableView::keyPressEvent(QKeyEvent* event) {
+    // Not every platform makes a request of these keys.
+    if (event->key() == Qt::Key_Menu ||
+        (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)) {
+        wantMenuByKey();
+        event->accept();
+        return;
+    }
     if (event->key() != Qt::Key_Space || event->modifiers() != Qt::NoModifier) {
         const QModelIndex before = currentIndex();
         QTreeView::keyPressEvent(event);

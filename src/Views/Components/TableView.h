@@ -42,6 +42,10 @@ class TableView : public QTreeView {
   signals:
     // Space was pressed on the current row.
     void spacePressed();
+    // The context menu is wanted, at a place of the screen: for the selected rows, a row under the pointer
+    // being selected by then, or for the empty table. The menu key and Shift+F10 ask for it too, beside the
+    // current row.
+    void menuWanted(bool forRows, const QPoint& globalPosition);
 
   protected:
     void drawRow(QPainter* painter, const QStyleOptionViewItem& options,
@@ -51,6 +55,7 @@ class TableView : public QTreeView {
     void resizeEvent(QResizeEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    bool event(QEvent* event) override;
 
   private:
     void layOutColumns();
@@ -58,6 +63,8 @@ class TableView : public QTreeView {
     void sectionDragged(int column, int newWidth);
     void drawBar(QPainter& painter, const QRect& row, const QModelIndex& index, bool selected) const;
     bool isTyping() const;
+    void wantMenuAtPointer(const QPoint& position);
+    void wantMenuByKey();
 
     HeaderView* m_header;
     TableDelegate* m_delegate;
