@@ -4,17 +4,23 @@
 #include "ApplicationsTable.h"
 #include "ContentView.h"
 #include "Formatting.h"
+#include "Hashing.h"
 #include "Look.h"
+#include "OverviewView.h"
 #include "QuillaneApp.h"
 #include "Screen.h"
 #include "SearchField.h"
 #include "ShownText.h"
+#include "SweepPreviewSheet.h"
+#include "SweepReviewModel.h"
 #include "TableView.h"
 #include "TextComparison.h"
 #include "Visitor.h"
 #include <QScrollBar>
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <utility>
 
 namespace quillane {
@@ -44,6 +50,42 @@ QStringList rowOf(const ExpectedApp& app) {
             shownName(app.version)};
 }
 
+// Everything that a tree holds: kinds, names, link texts and the content of files, in one text. The folder of
+// the Trash itself may come into being; what lies in it counts.
+std::string fingerprint(const std::string& hostFolder) {
+    namespace fs = std::filesystem;
+    constexpr std::size_t kChunk = std::size_t{1} << 20U;
+    std::vector<std::string> lines;
+    std::string chunk(kChunk, '\0');
+    for (const auto& entry : fs::recursive_directory_iterator(hostFolder)) {
+        std::string line = fs::relative(entry.path(), hostFolder).string();
+        if (line == std::string(SampleMac::kHome).substr(1) + "/.Trash") {
+            continue;
+        }
+        if (entry.is_symlink()) {
+            line += " -> " + fs::read_symlink(entry.path()).string();
+        } else if (entry.is_regular_file()) {
+            std::ifstream file(entry.path(), std::ios::binary);
+            std::size_t hash = 0;
+            while (file.read(chunk.data(), kChunk) || file.gcount() > 0) {
+                const auto count = static_cast<std::size_t>(file.gcount());
+                hash = hashCombine(hash,
+                                   std::hash<std::string_view>{}(std::string_view(chunk).substr(0, count)));
+            }
+            line += " " + std::to_string(entry.file_size()) + " " + std::to_string(hash);
+        } else {
+            line += "/";
+        }
+        lines.push_back(std::move(line));
+    }
+    std::ranges::sort(lines);
+    std::string all;
+    for (const auto& line : lines) {
+        all += line + "\n";
+    }
+    return all;
+}
+
 } // namespace
 
 Tour::Tour(QuillaneApp& app, const SampleMac& mac, std::string hostFolder, QString pictures)
@@ -70,6 +112,7 @@ bool Tour::run() {
         search();
         shrink();
         switchToDark();
+        cleanAndPutBack();
     }
     for (const auto& complaint : std::as_const(m_complaints)) {
         say(QStringLiteral("WRONG: ") + complaint);
@@ -238,6 +281,78 @@ void Tour::switchToDark() {
     Visitor::settle();
 }
 
+void Tour::cleanAndPutBack() {
+    window().showSection(LibrarySection::overview);
+    Visitor::settle();
+    auto* const overview = window().content(LibrarySection::overview)->findChild<OverviewView*>();
+    auto* const screen = overview != nullptr
+                             ? overview
+                             : qobject_cast<OverviewView*>(window().content(LibrarySection::overview));
+    if (screen == nullptr) {
+        check(false, QStringLiteral("the Overview is not there"));
+        return;
+    }
+    const auto treeBefore = fingerprint(m_hostFolder);
+    screen->openReview();
+    Visitor::settle();
+    auto* const sheet = screen->review();
+    if (sheet == nullptr) {
+        check(false, QStringLiteral("the review did not open"));
+        return;
+    }
+    takeOf(*sheet, QStringLiteral("review"));
+    const auto all = sheet->model().review().entries();
+    Visitor::press(sheet, Qt::Key_Space); // the row that has the focus stays
+    const auto included = sheet->model().review().included();
+    check(included.size() + 1 == all.size(), QStringLiteral("Space does not untick one row"));
+    takeOf(*sheet, QStringLiteral("review-one-kept"));
+    const auto kept = std::ranges::find_if(
+        all, [&](const SweepEntry& entry) { return std::ranges::find(included, entry) == included.end(); });
+    Visitor::press(sheet, Qt::Key_Return);
+    check(Visitor::waitUntil([&] { return sheet->stage() == SweepPreviewSheet::Stage::done; }),
+          QStringLiteral("the sweep did not end"));
+    takeOf(*sheet, QStringLiteral("done"));
+    if (kept != all.end()) {
+        compareWithTrash(included, *kept);
+    }
+    Visitor::press(sheet, Qt::Key_Return);
+    take(QStringLiteral("overview-cleaned"));
+    putBack(treeBefore);
+}
+
+void Tour::compareWithTrash(const std::vector<SweepEntry>& moved, const SweepEntry& kept) {
+    namespace fs = std::filesystem;
+    const auto host = [&](const FileURL& url) { return fs::path(m_hostFolder + url.path()); };
+    for (const auto& entry : moved) {
+        check(!fs::exists(fs::symlink_status(host(entry.url))),
+              QStringLiteral("still in its place: ") + shownName(entry.url.path()));
+    }
+    check(fs::exists(host(kept.url)),
+          QStringLiteral("gone, though it was kept: ") + shownName(kept.url.path()));
+    const fs::path trash = m_hostFolder + std::string(SampleMac::kHome) + "/.Trash";
+    const auto inTrash = std::distance(fs::directory_iterator(trash), fs::directory_iterator());
+    check(inTrash == static_cast<std::ptrdiff_t>(moved.size()),
+          QStringLiteral("the Trash holds %1 items").arg(inTrash));
+    say(QStringLiteral("Reviewed %1 rows, kept %2, and found the other %3 in the Trash on disk.")
+            .arg(moved.size() + 1)
+            .arg(shownName(kept.url.lastPathComponent()))
+            .arg(inTrash));
+}
+
+void Tour::putBack(const std::string& treeBefore) {
+    auto& library = m_app.library();
+    check(library.lastOperation->has_value(), QStringLiteral("there is nothing to put back"));
+    Visitor::press(&window(), Qt::Key_Z, Qt::ControlModifier);
+    check(Visitor::waitUntil([&] {
+              return !library.lastOperation->has_value() &&
+                     library.phase->kind == AppLibrary::Phase::Kind::ready;
+          }),
+          QStringLiteral("the last cleanup was not put back"));
+    Visitor::settle();
+    check(fingerprint(m_hostFolder) == treeBefore, QStringLiteral("the tree on disk is not what it was"));
+    say(QStringLiteral("Put back: every file is in its old place, byte for byte."));
+}
+
 ContentView& Tour::window() const {
     return *m_app.window();
 }
@@ -260,6 +375,11 @@ void Tour::take(const QString& name) {
     file.replace(QLatin1Char(' '), QLatin1Char('-'));
     check(Visitor::picture(&window(), m_pictures + QLatin1Char('/') + file + QStringLiteral(".png")),
           QStringLiteral("the picture %1 could not be written").arg(file));
+}
+
+void Tour::takeOf(QWidget& sheet, const QString& name) {
+    check(Visitor::picture(&sheet, m_pictures + QLatin1Char('/') + name + QStringLiteral(".png")),
+          QStringLiteral("the picture %1 could not be written").arg(name));
 }
 
 void Tour::say(const QString& line) const {

@@ -1,11 +1,13 @@
 #pragma once
 #include "SampleMac.h"
+#include "SweepEntry.h"
 #include <QString>
 #include <QStringList>
 #include <string>
 #include <vector>
 
 class QTreeView;
+class QWidget;
 
 namespace quillane {
 
@@ -32,12 +34,17 @@ class Tour {
     void search();
     void shrink();
     void switchToDark();
+    // The main job: review, keep one row, move the rest, look into the Trash on disk, and put it all back.
+    void cleanAndPutBack();
+    void compareWithTrash(const std::vector<SweepEntry>& moved, const SweepEntry& kept);
+    void putBack(const std::string& treeBefore);
 
     ContentView& window() const;
     QTreeView* table() const;
     const ExpectedApp* expected(const QString& name) const;
     int rowOf(const QString& name) const;
     void take(const QString& name);
+    void takeOf(QWidget& sheet, const QString& name);
     void say(const QString& line) const;
     // Complains unless it holds.
     void check(bool holds, const QString& what);
