@@ -129,9 +129,10 @@ class FileSystemContract : public testing::TestWithParam<Arrangement> {
         folder.file(path + "/0");
         for (int i = 1; i < count; ++i) {
             const auto number = std::to_string(i);
-            const auto name = std::string(250 - number.size(), 'n') + number;
+            std::string name(250 - number.size(), 'n');
+            name += number;
             folder.hardLink(path + "/" + name, path + "/0");
-            names.insert(name);
+            names.insert(std::move(name));
         }
         names.insert("0");
         return names;

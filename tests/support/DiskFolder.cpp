@@ -133,6 +133,7 @@ DiskFolder& DiskFolder::executable(std::string_view below) {
 DiskFolder& DiskFolder::chain(std::string_view below, int levels, std::string_view content) {
     folder(below);
     int place = ::open(at(below).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    require(place >= 0, at(below));
     for (int level = 0; level < levels; ++level) {
         require(::mkdirat(place, "d", 0755) == 0, at(below));
         const int next = ::openat(place, "d", O_RDONLY | O_DIRECTORY | O_CLOEXEC);

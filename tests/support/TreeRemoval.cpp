@@ -16,7 +16,9 @@ constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 // The names in an open folder, without "." and "..".
 std::vector<std::string> namesIn(int folder) {
     std::vector<std::string> names;
-    const std::unique_ptr<DIR, decltype(&::closedir)> stream(::fdopendir(::dup(folder)), &::closedir);
+    const int again = ::openat(folder, ".", kFolderFlags); // the stream closes it
+    const std::unique_ptr<DIR, decltype(&::closedir)> stream(again < 0 ? nullptr : ::fdopendir(again),
+                                                             &::closedir);
     while (const dirent* entry =
                stream ? ::readdir(stream.get()) : nullptr) { // NOLINT(concurrency-mt-unsafe)
         const std::string_view name = entry->d_name;

@@ -73,13 +73,15 @@ std::optional<std::string> resolveBelow(const std::string& folder, std::string_v
             dropLast(resolved);
             continue;
         }
-        const auto target = linkText(folder + resolved + '/' + component);
+        std::string next = resolved;
+        next += '/';
+        next += component;
+        const auto target = linkText(folder + next);
         if (!target) {
             return std::nullopt;
         }
         if (target->empty() || (left.empty() && lastLink == LastLink::keep)) {
-            resolved += '/';
-            resolved += component;
+            resolved = std::move(next);
             continue;
         }
         if (++links > kMostLinks) {

@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <string>
-#include <string_view>
 #include <sys/stat.h>
 #include <vector>
 
@@ -111,14 +110,15 @@ class TreeWalk {
         const auto end = m_pending.size() - 1;
         const auto before = end == 0 ? std::string::npos : m_pending.rfind('\0', end - 1);
         const auto begin = before == std::string::npos ? 0 : before + 1;
-        const std::string_view name(m_pending.data() + begin, end - begin);
-        const auto answer = m_visit({.name = name, .type = EntryType::directory, .level = level()});
+        const char* name = m_pending.data() + begin;
+        const auto answer =
+            m_visit({.name = {name, end - begin}, .type = EntryType::directory, .level = level()});
         if (answer == WalkAnswer::stop) {
             return false;
         }
         Descriptor folder;
         if (answer == WalkAnswer::proceed) {
-            folder = openChild(name.data());
+            folder = openChild(name);
         }
         m_pending.resize(begin);
         if (folder) {
