@@ -26,7 +26,7 @@ class Defaults {
     // Stores durably before it returns. A failure to write keeps the value in memory and is silent.
     virtual void set(std::string_view key, Value value) = 0;
     // Takes the stored value away; a registered one shows again.
-    virtual void remove(std::string_view key) = 0;
+    virtual void clear(std::string_view key) = 0;
     // Values for keys that are not stored. In memory only; later calls win key by key.
     virtual void registerDefaults(const std::map<std::string, Value>& values) = 0;
     // Calls back on the main thread after the value of a key has changed.

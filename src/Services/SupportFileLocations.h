@@ -10,7 +10,7 @@ namespace quillane::SupportFileLocations {
 
 struct Location {
     FileURL url;
-    std::string category;        // the word shown to the user
+    std::string category;         // the word shown to the user
     bool allowsNameMatch = false; // an entry named like the application itself counts as a match here
     bool isCache = false;         // the entries are regenerable
     friend bool operator==(const Location&, const Location&) = default;

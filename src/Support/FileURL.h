@@ -13,7 +13,8 @@ namespace quillane {
 // Two locations are equal when their paths are the same bytes; nothing here looks at the disk.
 class FileURL {
   public:
-    FileURL() : m_path("/") {}
+    FileURL()
+        : m_path("/") {}
     // A trailing slash is dropped, except from "/". The path is otherwise kept as it stands.
     explicit FileURL(std::string path);
 

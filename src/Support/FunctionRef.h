@@ -13,7 +13,8 @@ template <class R, class... Args>
 class FunctionRef<R(Args...)> {
   public:
     template <class F>
-        requires(!std::is_same_v<std::remove_cvref_t<F>, FunctionRef> && std::is_invocable_r_v<R, F&, Args...>)
+        requires(!std::is_same_v<std::remove_cvref_t<F>, FunctionRef> &&
+                 std::is_invocable_r_v<R, F&, Args...>)
     FunctionRef(F&& f) // NOLINT(google-explicit-constructor,bugprone-forwarding-reference-overload)
         : m_object(const_cast<void*>(static_cast<const void*>(std::addressof(f))))
         , m_call([](void* object, Args... args) -> R {

@@ -86,8 +86,8 @@ class Reader {
         const std::uint64_t table = bigEndian(trailer.substr(24, 8));
         const std::uint64_t tableEnd = m_bytes.size() - kTrailerSize;
         const auto isNumberSize = [](std::size_t size) { return size >= 1 && size <= sizeof(std::uint64_t); };
-        if (!isNumberSize(m_offsetSize) || !isNumberSize(m_referenceSize) || table <= kHeaderSize ||
-            table > tableEnd || m_objectCount == 0 || m_objectCount > (tableEnd - table) / m_offsetSize) {
+        if (!isNumberSize(m_offsetSize) || !isNumberSize(m_referenceSize) || table > tableEnd ||
+            m_objectCount == 0 || m_objectCount > (tableEnd - table) / m_offsetSize) {
             return false;
         }
         m_table = static_cast<std::size_t>(table);

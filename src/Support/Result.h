@@ -35,8 +35,10 @@ inline constexpr int kUnreadable = 3840; // a property list or JSON text that ca
 template <class T = std::monostate>
 class [[nodiscard]] Result {
   public:
-    Result(T value) : m_value(std::in_place_index<0>, std::move(value)) {} // NOLINT(google-explicit-constructor)
-    Result(PlatformError error) : m_value(std::in_place_index<1>, error) {} // NOLINT(google-explicit-constructor)
+    Result(T value)
+        : m_value(std::in_place_index<0>, std::move(value)) {} // NOLINT(google-explicit-constructor)
+    Result(PlatformError error)
+        : m_value(std::in_place_index<1>, error) {} // NOLINT(google-explicit-constructor)
 
     bool ok() const { return m_value.index() == 0; }
     explicit operator bool() const { return ok(); }

@@ -148,7 +148,7 @@ void AppLibrary::record(std::optional<UndoableOperation> operation) {
     if (data) {
         m_platform.defaults.set(DefaultsKeys::kLastOperation, *data);
     } else {
-        m_platform.defaults.remove(DefaultsKeys::kLastOperation);
+        m_platform.defaults.clear(DefaultsKeys::kLastOperation);
     }
 }
 

@@ -15,8 +15,9 @@ void NotificationCenter::post(std::string_view name, const Object& object) {
     const std::vector<std::weak_ptr<Entry>> told = m_entries;
     for (const auto& weak : told) {
         const auto entry = weak.lock(); // kept alive while its handler runs, which may let it go
-        if (entry && entry->name == name)
+        if (entry && entry->name == name) {
             entry->handler(object);
+        }
     }
 }
 

@@ -18,24 +18,28 @@ template <class KeyOf>
 Ranks ranksBy(const std::vector<InstalledApp>& apps, KeyOf keyOf) {
     std::vector<std::pair<decltype(keyOf(apps.front())), std::size_t>> keys;
     keys.reserve(apps.size());
-    for (std::size_t i = 0; i < apps.size(); ++i)
+    for (std::size_t i = 0; i < apps.size(); ++i) {
         keys.emplace_back(keyOf(apps[i]), i);
+    }
     std::ranges::sort(keys, [](const auto& a, const auto& b) { return a.first < b.first; });
     Ranks ranks(apps.size());
-    for (std::size_t i = 1; i < keys.size(); ++i)
+    for (std::size_t i = 1; i < keys.size(); ++i) {
         ranks[keys[i].second] = ranks[keys[i - 1].second] + (keys[i - 1].first < keys[i].first ? 1 : 0);
+    }
     return ranks;
 }
 
 Ranks ranksByName(const std::vector<InstalledApp>& apps) {
     std::vector<std::string> names;
     names.reserve(apps.size());
-    for (const auto& app : apps)
+    for (const auto& app : apps) {
         names.push_back(app.name);
+    }
     const auto order = Text::localizedStandardOrder(names);
     Ranks ranks(apps.size());
-    for (std::size_t i = 1; i < order.size(); ++i) // only identical names are equal in that order
+    for (std::size_t i = 1; i < order.size(); ++i) { // only identical names are equal in that order
         ranks[order[i]] = ranks[order[i - 1]] + (names[order[i - 1]] == names[order[i]] ? 0 : 1);
+    }
     return ranks;
 }
 
@@ -59,22 +63,26 @@ Ranks ranksBy(const std::vector<InstalledApp>& apps, AppComparator::Key key) {
 
 std::vector<InstalledApp> sorted(std::vector<InstalledApp> apps, const std::vector<AppComparator>& order) {
     std::vector<std::pair<Ranks, bool>> steps;
-    for (const auto& comparator : order)
+    for (const auto& comparator : order) {
         steps.emplace_back(ranksBy(apps, comparator.key), comparator.isReverse);
+    }
 
     std::vector<std::size_t> places(apps.size());
     std::iota(places.begin(), places.end(), std::size_t{0});
     std::ranges::sort(places, [&](std::size_t a, std::size_t b) {
-        for (const auto& [ranks, isReverse] : steps)
-            if (ranks[a] != ranks[b])
+        for (const auto& [ranks, isReverse] : steps) {
+            if (ranks[a] != ranks[b]) {
                 return (ranks[a] < ranks[b]) != isReverse;
+            }
+        }
         return a < b;
     });
 
     std::vector<InstalledApp> result;
     result.reserve(apps.size());
-    for (const auto place : places)
+    for (const auto place : places) {
         result.push_back(std::move(apps[place]));
+    }
     return result;
 }
 

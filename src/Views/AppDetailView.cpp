@@ -64,6 +64,7 @@ AppDetailView::AppDetailView(AppLibrary& library, QWidget* parent)
     , m_header(new DetailHeader(m_icon, {}))
     , m_scroll(new QScrollArea) {
     makeToolbar();
+
     auto* const content = new QWidget;
     m_blocks = new QVBoxLayout(content);
     m_blocks->setContentsMargins(16, 16, 16, 16);
@@ -94,8 +95,9 @@ void AppDetailView::makeToolbar() {
     m_uninstall->setToolTip(QStringLiteral("System apps cannot be removed"));
     m_uninstall->setAccessibleDescription(m_uninstall->toolTip());
     connect(m_reveal, &QPushButton::clicked, this, [this] {
-        if (m_url)
+        if (m_url) {
             m_library.platform().workspace.reveal({*m_url});
+        }
     });
     connect(m_uninstall, &QPushButton::clicked, this, &AppDetailView::uninstall);
 }
@@ -114,8 +116,9 @@ QWidget* AppDetailView::makeChips() {
     m_source = new Badge({}, {});
     auto* const chips = new QWidget;
     auto* const row = new FlowLayout(chips, 6);
-    for (auto* const chip : {m_architecture, m_store, m_source})
+    for (auto* const chip : {m_architecture, m_store, m_source}) {
         row->addWidget(chip);
+    }
     return chips;
 }
 
@@ -130,8 +133,9 @@ void AppDetailView::makeFootprint() {
     auto* const content = new QVBoxLayout; // leaves no gap where one of them is hidden
     content->setSpacing(12);
     for (auto* const widget :
-         std::initializer_list<QWidget*>{m_measuring, m_stats, m_rosettaNote, m_cleanCache})
+         std::initializer_list<QWidget*>{m_measuring, m_stats, m_rosettaNote, m_cleanCache}) {
         content->addWidget(widget);
+    }
     m_footprint->contentLayout()->addLayout(content);
     m_blocks->addWidget(m_footprint);
 }
@@ -151,14 +155,16 @@ void AppDetailView::makeDetails() {
     m_lastUsed = new DetailRow(QStringLiteral("Last Used"), {});
     m_minimumSystem = new DetailRow(QStringLiteral("Minimum macOS"), {});
     m_details = new Panel(QStringLiteral("Details"));
-    for (auto* const row : {m_bundleID, m_location, m_lastUsed, m_minimumSystem})
+    for (auto* const row : {m_bundleID, m_location, m_lastUsed, m_minimumSystem}) {
         m_details->addRow(row);
+    }
     m_blocks->addWidget(m_details);
 }
 
 void AppDetailView::show(const InstalledApp& app) {
-    if (m_url != app.url)
+    if (m_url != app.url) {
         m_scroll->verticalScrollBar()->setValue(0);
+    }
     m_url = app.url;
     showHead(app);
     showFootprint(app);
@@ -202,13 +208,15 @@ void AppDetailView::showCleanCache(const InstalledApp& app) {
 // What is shown may be a turn behind the library, so both ask for the application as it is now.
 void AppDetailView::uninstall() {
     const auto app = m_library.appWithID(m_url);
-    if (app && AppActions::canUninstall(m_library, *app))
+    if (app && AppActions::canUninstall(m_library, *app)) {
         emit removalWanted(m_library.removalForApps({*app}));
+    }
 }
 
 void AppDetailView::cleanCache() {
-    if (const auto app = m_library.appWithID(m_url))
+    if (const auto app = m_library.appWithID(m_url)) {
         emit removalWanted(m_library.removalForCache(*app));
+    }
 }
 
 void AppDetailView::showDetails(const InstalledApp& app) {
@@ -219,15 +227,18 @@ void AppDetailView::showDetails(const InstalledApp& app) {
 }
 
 void AppDetailView::showSupportFiles(const std::vector<LeftoverItem>& leftovers) {
-    if (m_leftovers == leftovers)
+    if (m_leftovers == leftovers) {
         return;
+    }
     m_leftovers = leftovers;
     delete std::exchange(m_supportFiles, nullptr);
-    if (leftovers.empty())
+    if (leftovers.empty()) {
         return;
+    }
     m_supportFiles = new Panel(QStringLiteral("Support Files (%1)").arg(leftovers.size()));
-    for (const auto& item : leftovers)
+    for (const auto& item : leftovers) {
         m_supportFiles->addRow(leftoverRow(item));
+    }
     m_blocks->insertWidget(m_blocks->count() - 1, m_supportFiles); // above the stretch
 }
 
@@ -239,9 +250,11 @@ QString AppDetailView::leftoverSubtitle(const LeftoverItem& item) {
 
 std::vector<const Badge*> AppDetailView::chips() const {
     std::vector<const Badge*> shown;
-    for (const Badge* const chip : {m_architecture, m_store, m_source})
-        if (!chip->isHidden())
+    for (const Badge* const chip : {m_architecture, m_store, m_source}) {
+        if (!chip->isHidden()) {
             shown.push_back(chip);
+        }
+    }
     return shown;
 }
 

@@ -19,20 +19,23 @@ AppIcon::AppIcon(int side, QWidget* parent)
 }
 
 void AppIcon::setURL(const FileURL& url) {
-    if (m_url == url)
+    if (m_url == url) {
         return;
+    }
     m_url = url;
     m_pixmaps.clear();
     update();
 }
 
 void AppIcon::paintEvent(QPaintEvent*) {
-    if (!m_url)
+    if (!m_url) {
         return;
+    }
     QPainter painter(this);
     const QPixmap icon = m_pixmaps.at(*m_url, devicePixelRatioF());
-    if (!icon.isNull())
+    if (!icon.isNull()) {
         painter.drawPixmap(0, 0, icon);
+    }
 }
 
 } // namespace quillane

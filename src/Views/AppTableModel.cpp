@@ -21,10 +21,12 @@ AppRow appRow(const InstalledApp& app, bool isProtected) {
 // What the marks behind a name tell, for those who do not see them.
 QString marksAloud(const AppRow& row) {
     QStringList told;
-    if (row.isMacAppStore)
+    if (row.isMacAppStore) {
         told << kStoreHelp;
-    if (row.isProtected)
+    }
+    if (row.isProtected) {
         told << ProtectedMark::helpText();
+    }
     return told.join(QStringLiteral(". "));
 }
 
@@ -42,14 +44,16 @@ void AppTableModel::setApps(const std::vector<InstalledApp>& apps,
                             const std::set<std::string>& protectedPaths) {
     std::vector<AppRow> next;
     next.reserve(apps.size());
-    for (const auto& app : apps)
+    for (const auto& app : apps) {
         next.push_back(appRow(app, protectedPaths.contains(app.url.path())));
+    }
     update(std::move(next));
 }
 
 void AppTableModel::iconsArrived() {
-    if (rowCount() > 0)
+    if (rowCount() > 0) {
         emit dataChanged(index(0, kName), index(rowCount() - 1, kName), {Qt::DecorationRole});
+    }
 }
 
 int AppTableModel::columnCount(const QModelIndex& parent) const {
@@ -57,8 +61,9 @@ int AppTableModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant AppTableModel::data(const QModelIndex& index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
         return {};
+    }
     const AppRow& app = row(index.row());
     switch (index.column()) {
     case kName:
@@ -151,8 +156,9 @@ QVariant AppTableModel::headerData(int section, Qt::Orientation orientation, int
     static const std::array kTitles = {QStringLiteral("Name"), QStringLiteral("Size"),
                                        QStringLiteral("Last Used"), QStringLiteral("Architecture"),
                                        QStringLiteral("Version")};
-    if (orientation != Qt::Horizontal || section < 0 || section >= kColumnCount)
+    if (orientation != Qt::Horizontal || section < 0 || section >= kColumnCount) {
         return {};
+    }
     switch (role) {
     case Qt::DisplayRole:
         return kTitles[static_cast<std::size_t>(section)];
@@ -166,8 +172,9 @@ QVariant AppTableModel::headerData(int section, Qt::Orientation orientation, int
 }
 
 void AppTableModel::sort(int column, Qt::SortOrder order) {
-    if (column >= 0 && column < kColumnCount)
+    if (column >= 0 && column < kColumnCount) {
         emit orderWanted({sortKey(static_cast<Column>(column)), order == Qt::DescendingOrder});
+    }
 }
 
 } // namespace quillane

@@ -23,8 +23,9 @@ QString architectureSymbol(Architecture architecture) {
 }
 
 Tint architectureTint(Architecture architecture) {
-    if (isDead(architecture))
+    if (isDead(architecture)) {
         return Tint::Red;
+    }
     return architecture == Architecture::intel ? Tint::Orange : Tint::Secondary;
 }
 

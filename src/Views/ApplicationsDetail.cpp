@@ -48,9 +48,11 @@ std::vector<InstalledApp> ApplicationsDetail::selectedApps() const {
     const auto& selection = m_state.selection.get();
     std::vector<InstalledApp> selected;
     std::unordered_set<FileURL> seen; // the first application at a location is the one that counts
-    for (const auto& app : m_library.apps.get())
-        if (selection.contains(app.url) && seen.insert(app.url).second)
+    for (const auto& app : m_library.apps.get()) {
+        if (selection.contains(app.url) && seen.insert(app.url).second) {
             selected.push_back(app);
+        }
+    }
     return selected;
 }
 

@@ -78,28 +78,34 @@ void ApplicationsTable::restoreSelection() {
     QItemSelection missing;
     for (const FileURL& url : wanted) {
         const auto row = m_model->rowOf(url);
-        if (row && !selection->isRowSelected(*row))
+        if (row && !selection->isRowSelected(*row)) {
             missing.select(m_model->index(*row, 0), m_model->index(*row, AppTableModel::kColumnCount - 1));
+        }
     }
-    if (!missing.isEmpty())
+    if (!missing.isEmpty()) {
         selection->select(missing, QItemSelectionModel::Select);
+    }
 }
 
 void ApplicationsTable::takeOverSelection() {
-    if (m_isRendering)
+    if (m_isRendering) {
         return;
+    }
     std::unordered_set<FileURL> urls;
-    for (const auto& index : m_table->selectionModel()->selectedRows())
+    for (const auto& index : m_table->selectionModel()->selectedRows()) {
         urls.insert(m_model->keyAt(index.row()));
+    }
     m_state.selection = std::move(urls);
 }
 
 void ApplicationsTable::showSortOrder() {
     const AppComparator& first = m_state.sortOrder.get().front();
-    for (int column = 0; column < AppTableModel::kColumnCount; ++column)
-        if (AppTableModel::sortKey(static_cast<AppTableModel::Column>(column)) == first.key)
+    for (int column = 0; column < AppTableModel::kColumnCount; ++column) {
+        if (AppTableModel::sortKey(static_cast<AppTableModel::Column>(column)) == first.key) {
             m_table->header()->setSortIndicator(column,
                                                 first.isReverse ? Qt::DescendingOrder : Qt::AscendingOrder);
+        }
+    }
 }
 
 void ApplicationsTable::changeSortOrder(const AppComparator& comparator) {
@@ -108,10 +114,13 @@ void ApplicationsTable::changeSortOrder(const AppComparator& comparator) {
 
 void ApplicationsTable::openMenu(bool forRows, const QPoint& globalPosition) {
     std::vector<InstalledApp> apps;
-    for (int row = 0; forRows && row < m_model->rowCount(); ++row)
-        if (m_table->selectionModel()->isRowSelected(row))
-            if (auto app = m_library.appWithID(m_model->keyAt(row)))
+    for (int row = 0; forRows && row < m_model->rowCount(); ++row) {
+        if (m_table->selectionModel()->isRowSelected(row)) {
+            if (auto app = m_library.appWithID(m_model->keyAt(row))) {
                 apps.push_back(*std::move(app));
+            }
+        }
+    }
     auto* const menu = AppActions::makeMenu(
         m_library, apps, [this](BulkRemoval removal) { m_state.removal = std::move(removal); }, m_table);
     menu->popup(globalPosition);
@@ -119,8 +128,9 @@ void ApplicationsTable::openMenu(bool forRows, const QPoint& globalPosition) {
 
 void ApplicationsTable::openSelected() {
     const auto& selection = m_state.selection.get();
-    if (selection.size() == 1 && m_model->rowOf(*selection.begin()))
+    if (selection.size() == 1 && m_model->rowOf(*selection.begin())) {
         m_library.platform().workspace.open(*selection.begin());
+    }
 }
 
 } // namespace quillane

@@ -35,8 +35,9 @@ void BrandButton::setMenu(QMenu* menu) {
 }
 
 void BrandButton::openMenu() {
-    if (m_menu)
+    if (m_menu) {
         m_menu->popup(mapToGlobal(QPoint(kLeft - 6, contentRect().bottom() + 3)));
+    }
 }
 
 QSize BrandButton::sizeHint() const {
@@ -63,8 +64,9 @@ void BrandButton::paintEvent(QPaintEvent*) {
     painter.setPen(tokens.text);
     painter.drawText(rect().adjusted(kLeft + kMarkSide + kGap, 0, 0, 0), Qt::AlignVCenter | Qt::AlignLeft,
                      text());
-    if (hasFocus() && FocusRing::isShownFor(this))
+    if (hasFocus() && FocusRing::isShownFor(this)) {
         FocusRing::drawInside(painter, contentRect(), kRadius);
+    }
 }
 
 void BrandButton::mouseMoveEvent(QMouseEvent* event) {

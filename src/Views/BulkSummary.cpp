@@ -16,8 +16,9 @@ void BulkSummary::show(const QString& title, const Rows& rows, const std::option
     };
     content.note = note;
     content.remove = QStringLiteral("Move All to Trash…");
-    for (const auto& [label, bytes] : rows)
+    for (const auto& [label, bytes] : rows) {
         content.rows.push_back({label, bytes, std::nullopt});
+    }
     setContent(content);
 }
 

@@ -3,6 +3,7 @@
 #include "BulkRemoval.h"
 #include "FileURL.h"
 #include "LibrarySection.h"
+#include "NotificationCenter.h"
 #include "Published.h"
 #include <optional>
 #include <unordered_set>
@@ -17,6 +18,10 @@ struct ContentState {
         : section(initialSection) {}
 
     Published<LibrarySection> section;
+    // Through which the rest of the program steers the window; null where nobody does.
+    NotificationCenter* notifications = nullptr;
+    // From the press of "Put Back" to its end, wherever it was asked for.
+    Published<bool> isPuttingBack{false};
     // Rows of the applications table, hidden ones included: what a search hides stays selected.
     Published<std::unordered_set<FileURL>> selection;
     Published<std::vector<AppComparator>> sortOrder{kInitialSortOrder};

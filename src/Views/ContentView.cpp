@@ -1,4 +1,5 @@
 #include "ContentView.h"
+#include "AccessBanner.h"
 #include "AppLibrary.h"
 #include "BrandButton.h"
 #include "ColumnGround.h"
@@ -12,6 +13,7 @@
 #include "SweepPreviewSheet.h"
 #include "ToolbarRow.h"
 #include "WindowCommands.h"
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -42,7 +44,12 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
     , m_state(initialSection())
     , m_showSection(
           notifications.observe(NotificationName::kShowSection,
-                                [this](const NotificationCenter::Object& title) { receive(title); })) {
+                                [this](const NotificationCenter::Object& title) { receive(title); }))
+    , m_showOverview(
+          notifications.observe(NotificationName::kShowOverview, [this](const NotificationCenter::Object&) {
+              showSection(LibrarySection::overview);
+          })) {
+    m_state.notifications = &notifications;
     setWindowTitle(QStringLiteral("Quillane"));
     setMinimumSize(kMinimumSize);
     resize(kDefaultSize);
@@ -50,16 +57,20 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
     makeColumns();
     bindSearch();
     makeCommands();
+    noticeActivation();
     m_sectionObserver = new LibraryObserver([this] { renderSection(); }, this);
     m_sectionObserver->renderNow();
     m_removalObserver = new LibraryObserver([this] { renderRemoval(); }, this);
     m_removalObserver->renderNow();
+    m_bannerObserver = new LibraryObserver([this] { renderBanner(); }, this);
+    m_bannerObserver->renderNow();
     m_sections->currentWidget()->setFocus();
 }
 
 ContentView::~ContentView() {
-    if (m_removalSheet)
+    if (m_removalSheet) {
         m_removalSheet->disconnect(this); // it goes after the state that its end would write to
+    }
 }
 
 void ContentView::makeScreens() {
@@ -73,14 +84,18 @@ void ContentView::makeScreens() {
 
 // The order of construction is the order of Tab: sidebar, search, section, pane.
 void ContentView::makeColumns() {
-    auto* const middle = new ColumnGround(ColumnGround::Ground::Base);
-    middle->setMinimumWidth(kMiddleNarrowest);
+    m_middle = new ColumnGround(ColumnGround::Ground::Base);
+    m_middle->setMinimumWidth(kMiddleNarrowest);
     m_search = new SearchField;
     m_header = new ToolbarRow;
     m_header->addControl(m_search);
+    const Platform& platform = m_library.platform();
+    m_banner = new AccessBanner([platform] { AppLibrary::openFullDiskAccessSettings(platform); },
+                                [platform] { AppLibrary::relaunch(platform); });
     m_sections = new QStackedWidget;
-    auto* const middleColumn = columnLayout(middle);
+    auto* const middleColumn = columnLayout(m_middle);
     middleColumn->addWidget(m_header);
+    middleColumn->addWidget(m_banner);
     middleColumn->addWidget(m_sections, 1);
 
     auto* const right = new ColumnGround(ColumnGround::Ground::Page);
@@ -94,7 +109,7 @@ void ContentView::makeColumns() {
     }
 
     m_columns = new ColumnSplitter;
-    m_columns->addWidget(middle);
+    m_columns->addWidget(m_middle);
     m_columns->addWidget(right);
     m_columns->setStretchFactor(0, 1);
     m_columns->setStretchFactor(1, 0);
@@ -114,11 +129,26 @@ void ContentView::bindSearch() {
     m_searchObserver = new LibraryObserver(
         [this] {
             const QString text = words(m_library.searchText.get());
-            if (m_search->text() != text)
+            if (m_search->text() != text) {
                 m_search->setText(text);
+            }
         },
         this);
     m_searchObserver->renderNow();
+}
+
+// The user may come back from the system's settings, where access was granted.
+void ContentView::noticeActivation() {
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive) {
+            m_library.appBecameActive();
+        }
+    });
+}
+
+void ContentView::renderBanner() {
+    m_banner->setVisible(m_library.phase->kind == AppLibrary::Phase::Kind::ready &&
+                         m_library.trashState->needsFullDiskAccess);
 }
 
 void ContentView::makeCommands() {
@@ -143,20 +173,25 @@ int ContentView::indexOf(LibrarySection section) const {
 }
 
 void ContentView::showSection(LibrarySection section) {
-    if (indexOf(section) >= 0)
+    if (indexOf(section) >= 0) {
         m_state.section = section;
+    }
 }
 
 void ContentView::receive(const NotificationCenter::Object& title) {
     const auto section = title ? librarySectionFromRawValue(*title) : std::nullopt;
-    if (section)
+    if (section) {
         showSection(*section);
+    }
 }
 
 void ContentView::renderSection() {
     const LibrarySection section = m_state.section.get();
     const int index = indexOf(section);
     m_header->setTitle(words(rawValue(section)));
+    // Cards lie on the page, tables on a ground of their own.
+    m_middle->setGround(section == LibrarySection::overview ? ColumnGround::Ground::Page
+                                                            : ColumnGround::Ground::Base);
     m_sections->setCurrentIndex(index);
     m_details->setCurrentIndex(index);
 }
@@ -172,8 +207,9 @@ SweepPreviewSheet* ContentView::removalSheet() const {
 
 void ContentView::renderRemoval() {
     const auto removal = m_state.removal.get(); // a copy: opening the sheet may change the field
-    if (!removal || m_removalSheet)
+    if (!removal || m_removalSheet) {
         return;
+    }
     if (removal->entries.empty() || m_library.isSweeping.get()) {
         m_state.removal = std::nullopt;
         return;
@@ -189,8 +225,9 @@ void ContentView::endRemoval() {
 
 void ContentView::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    if (m_library.phase.get().kind == AppLibrary::Phase::Kind::idle)
+    if (m_library.phase.get().kind == AppLibrary::Phase::Kind::idle) {
         m_library.refresh(AppLibrary::ScanReason::user);
+    }
 }
 
 void ContentView::resizeEvent(QResizeEvent* event) {

@@ -11,6 +11,7 @@ class QStackedWidget;
 
 namespace quillane {
 
+class AccessBanner;
 class AppLibrary;
 class ColumnGround;
 class LibraryObserver;
@@ -38,6 +39,7 @@ class ContentView : public QWidget {
     Sidebar* sidebar() const { return m_sidebar; }
     SearchField* searchField() const { return m_search; }
     ToolbarRow* header() const { return m_header; }
+    AccessBanner* accessBanner() const { return m_banner; }
     QSplitter* columns() const { return m_columns; }
     // What the section shows; null for a section that the window does not have.
     QWidget* content(LibrarySection section) const;
@@ -65,6 +67,8 @@ class ContentView : public QWidget {
     void renderSection();
     void renderRemoval();
     void endRemoval();
+    void renderBanner();
+    void noticeActivation();
     int indexOf(LibrarySection section) const; // into m_screens; -1 for none
 
     AppLibrary& m_library;
@@ -73,6 +77,8 @@ class ContentView : public QWidget {
     Sidebar* m_sidebar = nullptr;
     ToolbarRow* m_header = nullptr;
     SearchField* m_search = nullptr;
+    ColumnGround* m_middle = nullptr;
+    AccessBanner* m_banner = nullptr;
     QSplitter* m_columns = nullptr;
     QStackedWidget* m_sections = nullptr;
     QStackedWidget* m_details = nullptr;
@@ -80,7 +86,9 @@ class ContentView : public QWidget {
     LibraryObserver* m_searchObserver = nullptr;
     LibraryObserver* m_removalObserver = nullptr;
     QPointer<SweepPreviewSheet> m_removalSheet;
+    LibraryObserver* m_bannerObserver = nullptr;
     NotificationCenter::Subscription m_showSection;
+    NotificationCenter::Subscription m_showOverview;
 };
 
 } // namespace quillane

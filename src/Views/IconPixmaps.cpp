@@ -8,8 +8,9 @@ namespace quillane {
 namespace {
 
 QPixmap scaled(const IconImage& image, int side, double ratio) {
-    if (image.isEmpty())
+    if (image.isEmpty()) {
         return {};
+    }
     const QImage whole(image.rgba.data(), image.width, image.height, 4 * image.width,
                        QImage::Format_RGBA8888);
     const int pixels = static_cast<int>(std::lround(side * ratio));
@@ -23,11 +24,13 @@ QPixmap scaled(const IconImage& image, int side, double ratio) {
 
 QPixmap IconPixmaps::at(const FileURL& url, double devicePixelRatio) {
     const auto image = IconCache::shared().icon(url);
-    if (!image)
+    if (!image) {
         return {};
+    }
     Scaled& entry = m_scaled[url];
-    if (entry.source != image || entry.pixmap.devicePixelRatio() != devicePixelRatio)
+    if (entry.source != image || entry.pixmap.devicePixelRatio() != devicePixelRatio) {
         entry = {image, scaled(*image, m_side, devicePixelRatio)};
+    }
     return entry.pixmap;
 }
 

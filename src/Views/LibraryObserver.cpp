@@ -14,13 +14,15 @@ void LibraryObserver::renderNow() {
 }
 
 void LibraryObserver::schedule() {
-    if (std::exchange(m_isScheduled, true))
+    if (std::exchange(m_isScheduled, true)) {
         return;
+    }
     QMetaObject::invokeMethod(
         this,
         [this] {
-            if (m_isScheduled) // else it was drawn meanwhile
+            if (m_isScheduled) { // else it was drawn meanwhile
                 renderNow();
+            }
         },
         Qt::QueuedConnection);
 }

@@ -27,12 +27,14 @@ void MultiSelectionSummary::show(const std::vector<InstalledApp>& apps, bool can
              sumOfBytes(apps, [](const InstalledApp& app) { return app.leftoverBytes(); })))},
     };
     const auto intel = std::ranges::count(apps, Architecture::intel, &InstalledApp::architecture);
-    if (intel > 0)
+    if (intel > 0) {
         content.stats.push_back({QStringLiteral("Intel Only"), number(intel)});
+    }
     content.remove = AppActions::uninstallTitle(apps.size());
     content.canRemove = canUninstall;
-    for (const auto& app : apps)
+    for (const auto& app : apps) {
         content.rows.push_back({shownName(app.name), app.totalBytes(), app.url});
+    }
     setContent(content);
 }
 

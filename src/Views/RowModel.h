@@ -41,14 +41,15 @@ class RowModel : public QAbstractTableModel {
 
     // Publishes that these rows look different although their records are the same.
     void rowsLookDifferent(int first, int last) {
-        if (first <= last)
+        if (first <= last) {
             emit dataChanged(index(first, 0), index(last, columnCount() - 1));
+        }
     }
 
   private:
     void dropDuplicates(std::vector<Row>& rows) const;
     std::vector<Key> keysOf(const std::vector<Row>& rows) const;
-    void remove(const RowSteps::Range& range);
+    void removeRange(const RowSteps::Range& range);
     void move(const RowSteps::Move& move);
     void reorder(const std::vector<Row>& target);
     void insert(const RowSteps::Range& range, const std::vector<Row>& source);
@@ -64,14 +65,18 @@ template <class Row, class Key>
 void RowModel<Row, Key>::update(std::vector<Row> rows) {
     dropDuplicates(rows);
     const RowSteps steps = rowSteps(keysOf(m_rows), keysOf(rows));
-    for (const auto& range : steps.removals)
-        remove(range);
-    if (steps.reorders)
+    for (const auto& range : steps.removals) {
+        removeRange(range);
+    }
+    if (steps.reorders) {
         reorder(rows);
-    for (const auto& step : steps.moves)
+    }
+    for (const auto& step : steps.moves) {
         move(step);
-    for (const auto& range : steps.insertions)
+    }
+    for (const auto& range : steps.insertions) {
         insert(range, rows);
+    }
     notePlaces();
     replaceChanged(rows);
 }
@@ -86,13 +91,14 @@ template <class Row, class Key>
 std::vector<Key> RowModel<Row, Key>::keysOf(const std::vector<Row>& rows) const {
     std::vector<Key> keys;
     keys.reserve(rows.size());
-    for (const auto& row : rows)
+    for (const auto& row : rows) {
         keys.push_back(key(row));
+    }
     return keys;
 }
 
 template <class Row, class Key>
-void RowModel<Row, Key>::remove(const RowSteps::Range& range) {
+void RowModel<Row, Key>::removeRange(const RowSteps::Range& range) {
     beginRemoveRows({}, range.first, range.first + range.count - 1);
     m_rows.erase(iteratorAt(range.first), iteratorAt(range.first + range.count));
     endRemoveRows();
@@ -103,10 +109,11 @@ void RowModel<Row, Key>::move(const RowSteps::Move& move) {
     const int first = move.rows.first;
     const int end = first + move.rows.count;
     beginMoveRows({}, first, end - 1, {}, move.before);
-    if (move.before < first)
+    if (move.before < first) {
         std::rotate(iteratorAt(move.before), iteratorAt(first), iteratorAt(end));
-    else
+    } else {
         std::rotate(iteratorAt(first), iteratorAt(end), iteratorAt(move.before));
+    }
     endMoveRows();
 }
 
@@ -115,21 +122,25 @@ void RowModel<Row, Key>::reorder(const std::vector<Row>& target) {
     emit layoutAboutToBeChanged({}, VerticalSortHint);
     const QModelIndexList from = persistentIndexList();
     std::vector<Key> keys;
-    for (const auto& index : from)
+    for (const auto& index : from) {
         keys.push_back(keyAt(index.row()));
+    }
 
     notePlaces();
     std::vector<Row> ordered;
     ordered.reserve(m_rows.size());
-    for (const auto& row : target)
-        if (const auto place = rowOf(key(row)))
+    for (const auto& row : target) {
+        if (const auto place = rowOf(key(row))) {
             ordered.push_back(std::move(m_rows[static_cast<std::size_t>(*place)]));
+        }
+    }
     m_rows = std::move(ordered);
     notePlaces();
 
     QModelIndexList to;
-    for (qsizetype i = 0; i < from.size(); ++i)
+    for (qsizetype i = 0; i < from.size(); ++i) {
         to.push_back(index(m_places.at(keys[static_cast<std::size_t>(i)]), from[i].column()));
+    }
     changePersistentIndexList(from, to);
     emit layoutChanged({}, VerticalSortHint);
 }
@@ -146,20 +157,23 @@ template <class Row, class Key>
 void RowModel<Row, Key>::replaceChanged(std::vector<Row>& rows) {
     std::vector<int> changed;
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        if (m_rows[i] == rows[i])
+        if (m_rows[i] == rows[i]) {
             continue;
+        }
         m_rows[i] = std::move(rows[i]);
         changed.push_back(static_cast<int>(i));
     }
-    for (const auto& range : rangesOf(changed))
+    for (const auto& range : rangesOf(changed)) {
         rowsLookDifferent(range.first, range.first + range.count - 1);
+    }
 }
 
 template <class Row, class Key>
 void RowModel<Row, Key>::notePlaces() {
     m_places.clear();
-    for (std::size_t i = 0; i < m_rows.size(); ++i)
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
         m_places.emplace(key(m_rows[i]), static_cast<int>(i));
+    }
 }
 
 } // namespace quillane

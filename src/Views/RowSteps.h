@@ -43,18 +43,20 @@ std::vector<RowSteps::Range> rangesOf(const std::vector<int>& ascendingRows);
 template <class Key>
 RowSteps rowSteps(const std::vector<Key>& before, const std::vector<Key>& after) {
     std::unordered_map<Key, int> placeAfter;
-    for (std::size_t i = 0; i < after.size(); ++i)
+    for (std::size_t i = 0; i < after.size(); ++i) {
         placeAfter.emplace(after[i], static_cast<int>(i));
+    }
 
     RowSteps steps;
     std::vector<int> removed;
     std::vector<int> kept; // places in `after`, in the old order
     for (std::size_t i = 0; i < before.size(); ++i) {
         const auto found = placeAfter.find(before[i]);
-        if (found == placeAfter.end())
+        if (found == placeAfter.end()) {
             removed.push_back(static_cast<int>(i));
-        else
+        } else {
             kept.push_back(found->second);
+        }
     }
     steps.removals = rangesOf(removed);
     std::ranges::reverse(steps.removals);
@@ -62,16 +64,19 @@ RowSteps rowSteps(const std::vector<Key>& before, const std::vector<Key>& after)
     std::vector<int> ascending = kept;
     std::ranges::sort(ascending);
     std::vector<int> ranks;
-    for (const int place : kept)
+    for (const int place : kept) {
         ranks.push_back(static_cast<int>(std::ranges::lower_bound(ascending, place) - ascending.begin()));
+    }
     auto moves = movesThatSort(std::move(ranks));
     steps.reorders = !moves;
     steps.moves = std::move(moves).value_or(std::vector<RowSteps::Move>());
 
     std::vector<int> inserted;
-    for (int place = 0; place < static_cast<int>(after.size()); ++place)
-        if (!std::ranges::binary_search(ascending, place))
+    for (int place = 0; place < static_cast<int>(after.size()); ++place) {
+        if (!std::ranges::binary_search(ascending, place)) {
             inserted.push_back(place);
+        }
+    }
     steps.insertions = rangesOf(inserted);
     return steps;
 }

@@ -1,5 +1,6 @@
 #include "Screen.h"
 #include "ApplicationsScreen.h"
+#include "OverviewScreen.h"
 #include <algorithm>
 #include <array>
 
@@ -8,6 +9,7 @@ namespace quillane {
 namespace {
 
 constexpr std::array kScreens = {
+    StandingScreen{LibrarySection::overview, &makeOverviewScreen},
     StandingScreen{LibrarySection::applications, &makeApplicationsScreen},
 };
 static_assert(std::ranges::is_sorted(kScreens, {}, &StandingScreen::section));

@@ -1,29 +1,21 @@
 #include "Sheet.h"
 #include "Scrim.h"
+#include "SystemLook.h"
 #include "Tokens.h"
 #include <QEvent>
 #include <QPainter>
-#include <QPainterPath>
 
 namespace quillane {
 
 namespace {
-
-#ifdef Q_OS_MACOS
-constexpr bool kNative = true;
-#else
-constexpr bool kNative = false;
-#endif
-
 constexpr double kRadius = 14;
-
 } // namespace
 
 Sheet::Sheet(QSize size, QWidget* over)
     : QDialog(over != nullptr ? over->window() : nullptr) {
     setWindowModality(Qt::WindowModal);
     setFixedSize(size);
-    if (kNative) {
+    if (SystemLook::isNative()) {
         setWindowFlag(Qt::Sheet);
     } else {
         setWindowFlag(Qt::FramelessWindowHint);
@@ -39,7 +31,7 @@ Sheet::~Sheet() {
 }
 
 double Sheet::radius() {
-    return kNative ? 0 : kRadius;
+    return SystemLook::isNative() ? 0 : kRadius;
 }
 
 QWidget* Sheet::scrim() const {
@@ -60,7 +52,7 @@ void Sheet::showEvent(QShowEvent* event) {
     if (parentWidget() == nullptr) {
         return;
     }
-    if (!kNative && m_scrim == nullptr) {
+    if (!SystemLook::isNative() && m_scrim == nullptr) {
         m_scrim = new Scrim(parentWidget());
         centre();
     }

@@ -18,8 +18,9 @@ Sidebar::Sidebar(ContentState& state, std::vector<Entry> entries, QWidget* paren
     , m_brand(new BrandButton)
     , m_list(new SidebarView(QStringLiteral("Sections")))
     , m_observer(new LibraryObserver([this] { render(); }, this)) {
-    for (const auto& entry : m_entries)
+    for (const auto& entry : m_entries) {
         m_list->addSection(words(rawValue(entry.section)), words(symbol(entry.section)));
+    }
 
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -28,8 +29,9 @@ Sidebar::Sidebar(ContentState& state, std::vector<Entry> entries, QWidget* paren
     column->addWidget(m_list, 1);
 
     connect(m_list, &QListWidget::currentRowChanged, this, [this](int row) {
-        if (row >= 0)
+        if (row >= 0) {
             m_state.section = m_entries[static_cast<std::size_t>(row)].section;
+        }
     });
     m_observer->renderNow();
 }
@@ -47,8 +49,9 @@ void Sidebar::render() {
             countsProblems ? words(Formatting::counted(count, "problem")) : number; // "Startup, 3 problems"
         m_list->setBadge(row, count == 0 ? QString() : number,
                          count == 0 ? title : title + QStringLiteral(", ") + spoken, entry.badgeTint);
-        if (entry.section == m_state.section.get())
+        if (entry.section == m_state.section.get()) {
             m_list->setCurrentRow(row);
+        }
     }
 }
 

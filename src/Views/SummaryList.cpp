@@ -43,9 +43,10 @@ class SummaryDelegate : public QStyledItemDelegate {
                const QModelIndex& index) const override {
         const Tokens& tokens = Tokens::current();
         painter->save();
-        if (index.row() > 0)
+        if (index.row() > 0) {
             painter->fillRect(QRect(option.rect.left(), option.rect.top(), option.rect.width(), 1),
                               tokens.line2);
+        }
         QRectF rest = option.rect;
         const auto icon = index.data(Qt::DecorationRole);
         if (icon.isValid()) {
@@ -64,8 +65,9 @@ class SummaryDelegate : public QStyledItemDelegate {
         painter->drawText(rest, Qt::AlignVCenter | Qt::AlignLeft,
                           QFontMetricsF(painter->font())
                               .elidedText(index.data().toString(), Qt::ElideMiddle, rest.width()));
-        if ((option.state & QStyle::State_HasFocus) && FocusRing::isShownFor(option.widget))
+        if ((option.state & QStyle::State_HasFocus) && FocusRing::isShownFor(option.widget)) {
             FocusRing::drawInside(*painter, option.rect, 6);
+        }
         painter->restore();
     }
 };
@@ -78,8 +80,9 @@ std::vector<SummaryList::Row> largestFirst(const std::vector<SummaryList::Row>& 
     });
     std::vector<SummaryList::Row> ordered;
     ordered.reserve(rows.size());
-    for (const auto place : places)
+    for (const auto place : places) {
         ordered.push_back(rows[place]);
+    }
     return ordered;
 }
 
@@ -91,8 +94,9 @@ class SummaryListModel : public QAbstractListModel {
 
     bool setRows(const std::vector<SummaryList::Row>& given) {
         std::vector<SummaryList::Row> rows = largestFirst(given);
-        if (rows == m_rows)
+        if (rows == m_rows) {
             return false;
+        }
         beginResetModel();
         m_rows = std::move(rows);
         m_icons.clear();
@@ -100,16 +104,18 @@ class SummaryListModel : public QAbstractListModel {
         return true;
     }
     void iconsArrived() {
-        if (!m_rows.empty())
+        if (!m_rows.empty()) {
             emit dataChanged(index(0), index(rowCount() - 1), {Qt::DecorationRole});
+        }
     }
 
     int rowCount(const QModelIndex& parent = {}) const override {
         return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
     }
     QVariant data(const QModelIndex& index, int role) const override {
-        if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
             return {};
+        }
         const auto& row = m_rows[static_cast<std::size_t>(index.row())];
         switch (role) {
         case Qt::DisplayRole:
@@ -165,8 +171,9 @@ SummaryList::SummaryList(const QString& name, QWidget* parent)
 SummaryList::~SummaryList() = default;
 
 void SummaryList::setRows(const std::vector<Row>& rows) {
-    if (m_model->setRows(rows))
+    if (m_model->setRows(rows)) {
         updateGeometry();
+    }
 }
 
 QSize SummaryList::sizeHint() const {

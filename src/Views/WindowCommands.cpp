@@ -2,14 +2,17 @@
 #include "AppLibrary.h"
 #include "BrandButton.h"
 #include "ContentView.h"
+#include "LibraryObserver.h"
 #include "SearchField.h"
 #include "ShownText.h"
 #include "Sidebar.h"
+#include "SystemLook.h"
 #include <QAction>
 #include <QApplication>
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPointer>
 
 namespace quillane {
 
@@ -31,7 +34,7 @@ WindowCommands::WindowCommands(ContentView& window)
     connect(quit, &QAction::triggered, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
 
     makeSectionKeys();
-    makeMenu(rescan, quit);
+    makeMenu({rescan, makePutBack(), makeGrantAccess(), quit});
 }
 
 // An action of the window, so that its keys work whatever has the focus.
@@ -46,28 +49,68 @@ QAction* WindowCommands::command(const QString& text, const QKeySequence& keys) 
 void WindowCommands::makeSectionKeys() {
     for (std::size_t i = 0; i < kAllLibrarySections.size(); ++i) {
         const auto section = kAllLibrarySections[i];
-        if (!m_window.content(section))
+        if (!m_window.content(section)) {
             continue;
+        }
         auto* const go =
             command(words(rawValue(section)), QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + i)));
         connect(go, &QAction::triggered, this, [this, section] { m_window.showSection(section); });
     }
 }
 
-void WindowCommands::makeMenu(QAction* rescan, QAction* quit) {
-#ifdef Q_OS_MACOS
-    auto* const bar = new QMenuBar(&m_window);
-    auto* const file = bar->addMenu(QStringLiteral("File"));
-    file->addAction(rescan);
-    file->addAction(quit); // the system moves it to the application's menu
-#else
-    m_windowMenu = new QMenu(&m_window);
-    m_windowMenu->addAction(rescan);
-    m_windowMenu->addSeparator();
-    m_windowMenu->addAction(quit);
-    auto* const open = command(QStringLiteral("Menu"), QKeySequence(Qt::Key_F10));
-    connect(open, &QAction::triggered, this, [this] { m_window.sidebar()->brand()->openMenu(); });
-#endif
+// A text field with the focus keeps the keys for its own undo.
+QAction* WindowCommands::makePutBack() {
+    auto* const action = command(QStringLiteral("Put Back Last Cleanup"), QKeySequence(Qt::CTRL | Qt::Key_Z));
+    connect(action, &QAction::triggered, this, &WindowCommands::putBack);
+    auto* const observer = new LibraryObserver(
+        [this, action] {
+            action->setEnabled(m_window.library().lastOperation->has_value() &&
+                               !m_window.state().isPuttingBack.get());
+        },
+        this);
+    observer->renderNow();
+    return action;
+}
+
+void WindowCommands::putBack() {
+    auto& library = m_window.library();
+    if (!library.lastOperation->has_value() || m_window.state().isPuttingBack.get())
+        return; // it may have gone since the menu was drawn
+    m_window.state().isPuttingBack = true;
+    library.tasks().start([&library, window = QPointer(&m_window)](StopToken) -> Task<> {
+        co_await library.undoLastOperation();
+        if (window)
+            window->state().isPuttingBack = false;
+    });
+}
+
+QAction* WindowCommands::makeGrantAccess() {
+    auto* const action = command(QStringLiteral("Grant Full Disk Access…"), {});
+    action->setMenuRole(
+        QAction::ApplicationSpecificRole); // stands with the settings where there is such a place
+    connect(action, &QAction::triggered, this,
+            [this] { AppLibrary::openFullDiskAccessSettings(m_window.library().platform()); });
+    return action;
+}
+
+void WindowCommands::makeMenu(const Commands& commands) {
+    if (SystemLook::hasMenuBar()) {
+        auto* const bar = new QMenuBar(&m_window);
+        auto* const file = bar->addMenu(QStringLiteral("File"));
+        file->addAction(commands.rescan);
+        bar->addMenu(QStringLiteral("Edit"))->addAction(commands.putBack);
+        file->addAction(commands.grantAccess); // both of these
+        file->addAction(commands.quit);        // the system moves to the application's menu
+    } else {
+        m_windowMenu = new QMenu(&m_window);
+        m_windowMenu->addAction(commands.rescan);
+        m_windowMenu->addAction(commands.putBack);
+        m_windowMenu->addAction(commands.grantAccess);
+        m_windowMenu->addSeparator();
+        m_windowMenu->addAction(commands.quit);
+        auto* const open = command(QStringLiteral("Menu"), QKeySequence(Qt::Key_F10));
+        connect(open, &QAction::triggered, this, [this] { m_window.sidebar()->brand()->openMenu(); });
+    }
 }
 
 } // namespace quillane

@@ -20,9 +20,19 @@ class WindowCommands : public QObject {
     QMenu* windowMenu() const { return m_windowMenu; }
 
   private:
+    struct Commands {
+        QAction* rescan;
+        QAction* putBack;
+        QAction* grantAccess;
+        QAction* quit;
+    };
+
     QAction* command(const QString& text, const QKeySequence& keys);
     void makeSectionKeys();
-    void makeMenu(QAction* rescan, QAction* quit);
+    QAction* makePutBack();
+    QAction* makeGrantAccess();
+    void putBack();
+    void makeMenu(const Commands& commands);
 
     ContentView& m_window;
     QMenu* m_windowMenu = nullptr;

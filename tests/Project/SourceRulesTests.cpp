@@ -114,7 +114,7 @@ std::string joined(const std::vector<std::string>& lines) {
 const std::regex kMovesOrDeletes(
     R"((^|[^\w.>])(::)?(rename|renameat|renameat2|unlink|unlinkat|rmdir|remove|link|linkat|symlink|truncate|ftruncate)\s*\()"
     R"(|\b(fs|filesystem)::(rename|remove|remove_all|copy|copy_file|resize_file|create_symlink)\b)"
-    R"(|\bQFile::(remove|rename|moveToTrash)\b|\bQDir\b|removeRecursively|moveToTrash|setxattr|SYS_renameat2)",
+    R"(|\bQFile::(remove|rename|moveToTrash)\b|\bQDir\(\)\.(remove|rename|rmdir|rmpath)\b|removeRecursively|setxattr|SYS_renameat2)",
     std::regex::ECMAScript | std::regex::multiline);
 
 TEST(SourceRules, TheTreeIsReallyRead) {

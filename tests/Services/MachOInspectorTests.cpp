@@ -2,10 +2,10 @@
 #include "FakeWorkspace.h"
 #include "FaultFileSystem.h"
 #include "MachOInspector.h"
+#include "ManualClock.h"
 #include "PosixFileSystem.h"
 #include "RemovalFakes.h"
 #include "ScriptedCommandRunner.h"
-#include "StandingClock.h"
 #include "StepTaskRunner.h"
 #include "TemporaryFolder.h"
 #include <cstdint>
@@ -238,7 +238,7 @@ class MachOInspectorFiles : public testing::Test {
     FakeMetadata metadata;
     FakeWorkspace workspace;
     StepTaskRunner tasks;
-    StandingClock clock;
+    ManualClock clock{tasks};
     RemovalFakes fakes;
     const Platform platform{files,     commands,    metadata,      clock,         tasks,
                             workspace, fakes.trash, fakes.running, fakes.defaults};

@@ -15,8 +15,9 @@ TEST(DisplayName, AReversalOfTheTextStandsAsItsCodePoint) {
 
 TEST(DisplayName, EveryCharacterThatChangesTheDirectionIsVisible) {
     for (const char* c : {"\u061C", "\u200E", "\u200F", "\u202A", "\u202B", "\u202C", "\u202D", "\u202E",
-                          "\u2066", "\u2067", "\u2068", "\u2069"})
+                          "\u2066", "\u2067", "\u2068", "\u2069"}) {
         EXPECT_EQ(displayName(c).substr(0, std::string("‹U+").size()), "‹U+");
+    }
 }
 
 TEST(DisplayName, ControlCharactersAndLineSeparatorsNeverReachTheScreen) {

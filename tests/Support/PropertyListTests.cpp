@@ -180,6 +180,7 @@ TEST(PropertyList, TheTableOfWhatIsAccepted) {
                "<date>1970-01-01T00:00:00Z</date><date>0001-01-01T00:00:00Z</date></array>"),
          Value(Array{Value(Date{0}), Value(Date{730943999}), Value(Date{-978307200}),
                      Value(Date{-63113904000})})},
+        {"data in groups, each with its padding", plist("<data>YQ==YWI=YWJj</data>"), Value(Data{"aababc"})},
         {"data with blanks and padding", plist("<data>\n\tYWJj\n\tZA==\n</data>"), Value(Data{"abcd"})},
     };
     for (const auto& row : rows) {
@@ -518,6 +519,18 @@ TEST(PropertyListBinary, ADamagedTrailerIsRefused) {
     }
 }
 
+TEST(PropertyListBinary, AnObjectLiesBetweenTheHeaderAndTheTable) {
+    const auto withOffset = [](char offset) {
+        BinaryListBuilder list;
+        list.offsetSize = 1;
+        return "bplist00\x09"s + offset + list.trailer(1, 9);
+    };
+    EXPECT_EQ(parsed(withOffset(8)), Value(true));
+    for (const char offset : {'\0', '\1', '\7', '\x09', '\x0A', '\x7F'}) {
+        expectRefused(withOffset(offset)); // the letters of the header would read as texts
+    }
+}
+
 TEST(PropertyListBinary, WhatReachesOutOfTheObjectsIsRefused) {
     const auto number = [](std::uint64_t value, std::size_t size) {
         return BinaryListBuilder::number(value, size);
@@ -554,6 +567,14 @@ TEST(PropertyListBinary, WhatReachesOutOfTheObjectsIsRefused) {
     BinaryListBuilder list;
     list.objects = {list.array({9})};
     expectRefused(list.bytes());
+}
+
+TEST(PropertyListBinary, ACountWhoseBytesOverflowIsRefusedWhateverTheLimits) {
+    Limits limits;
+    limits.nodes = std::numeric_limits<std::size_t>::max();
+    const auto half = BinaryListBuilder::number(std::uint64_t{1} << 63U, 8);
+    EXPECT_FALSE(parse(binaryOf("\xDF\x13" + half), limits).ok());
+    EXPECT_FALSE(parse(binaryOf("\x6F\x13" + half), limits).ok());
 }
 
 TEST(PropertyListBinary, ACycleIsRefused) {

@@ -193,7 +193,8 @@ TEST_F(MainWindow, F10OpensTheMenuWithTheCommandsAndTheirKeys) {
             items << action->text() + " " + action->shortcut().toString();
         }
     }
-    EXPECT_EQ(items, QStringList({"Rescan Applications Ctrl+R", "Quit Quillane Ctrl+Q"}));
+    EXPECT_EQ(items, QStringList({"Rescan Applications Ctrl+R", "Put Back Last Cleanup Ctrl+Z",
+                                  "Grant Full Disk Access… ", "Quit Quillane Ctrl+Q"}));
     menu->close();
 }
 

@@ -1,5 +1,5 @@
-#include "QtMainLoop.h"
 #include "MainQueue.h"
+#include "QtMainLoop.h"
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>

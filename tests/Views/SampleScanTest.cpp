@@ -33,6 +33,7 @@ class SampleScan : public testing::Test {
 
     void open() {
         window = std::make_unique<ContentView>(library, notifications);
+        window->showSection(LibrarySection::applications);
         window->show();
         draw();
     }

@@ -120,6 +120,14 @@ TEST_F(SweepDoneStageTest, WhenOneOfTwoIsAnAccessFailureOneIsBlockedByMacOS) {
     EXPECT_EQ(done.failures()->grantButton()->label(), QString::fromUtf8("Grant Full Disk Access…"));
 }
 
+TEST_F(SweepDoneStageTest, TheCauseOfEveryMixtureOfFailures) {
+    EXPECT_EQ(FailuresView::cause(failures(1, 0)), "macOS blocked access");
+    EXPECT_EQ(FailuresView::cause(failures(2, 1)), "2 blocked by macOS");
+    EXPECT_EQ(FailuresView::cause(failures(1, 4)), "1 blocked by macOS");
+    EXPECT_EQ(FailuresView::cause(failures(0, 3)), "");
+    EXPECT_EQ(FailuresView::cause(failures(1'234, 1)), "1,234 blocked by macOS");
+}
+
 TEST_F(SweepDoneStageTest, OtherFailuresNameNoCauseAndOfferNoSettings) {
     const auto& done = openDone({{}, 0, 0, failures(0, 1)});
     EXPECT_EQ(done.failures()->count(), "1 failed");

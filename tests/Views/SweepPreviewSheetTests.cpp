@@ -65,9 +65,10 @@ TEST_F(SweepPreviewSheetTest, APressThatIsLetGoOnAnotherRowTicksNothing) {
 
 TEST_F(SweepPreviewSheetTest, TheOtherButtonsOfTheMouseTickNothing) {
     open(mixedPlan());
-    QTest::mouseClick(list().viewport(), Qt::RightButton, {}, list().visualRect(row(0, 0)).center());
-    QTest::mouseClick(list().viewport(), Qt::MiddleButton, {}, list().visualRect(row(0, 0)).center());
-    EXPECT_EQ(sheet->model().review().includedCount(), 4U);
+    for (const auto button : {Qt::RightButton, Qt::MiddleButton}) {
+        QTest::mouseClick(list().viewport(), button, {}, list().visualRect(row(0, 0)).center());
+        EXPECT_TRUE(isTicked(row(0, 0))) << button;
+    }
 }
 
 TEST_F(SweepPreviewSheetTest, AClickOnACategoryChangesNothing) {

@@ -24,10 +24,12 @@ ContentView& WindowTest::open(AppLibrary::Phase phase, std::vector<InstalledApp>
     library.phase = phase;
     library.apps = std::move(apps);
     window = std::make_unique<ContentView>(library, notifications);
+    window->showSection(startsIn);
     window->show();
     window->activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
     turn();
+    window->content(startsIn)->setFocus();
     return *window;
 }
 

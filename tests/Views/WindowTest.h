@@ -75,6 +75,7 @@ class WindowTest : public testing::Test {
                       .defaults = fakes.defaults};
     AppLibrary library{platform};
     NotificationCenter notifications;
+    LibrarySection startsIn = LibrarySection::applications; // where open() goes
     std::unique_ptr<ContentView> window;
 };
 

@@ -172,7 +172,9 @@ TEST_P(FileSystemContract, FilesFoldersAndWhatLinksLeadToExist) {
     folder.link("toFile", "a/file");
     folder.link("toFolder", "a");
     folder.link("absolute", pathOf("a/file"));
-    for (const auto* path : {"a", "a/file", "toFile", "toFolder", "toFolder/file", "absolute", ""}) {
+    folder.link("a/absolute", pathOf("toFile"));
+    for (const auto* path :
+         {"a", "a/file", "toFile", "toFolder", "toFolder/file", "absolute", "a/absolute", ""}) {
         EXPECT_TRUE(files().exists(url(path))) << path;
     }
 }
@@ -183,8 +185,8 @@ TEST_P(FileSystemContract, WhatIsMissingOrCannotBeReachedDoesNotExist) {
     folder.link("loop", "loop");
     folder.link("ping", "pong");
     folder.link("pong", "ping");
-    for (const auto& path : {std::string("missing"), std::string("file/below"), std::string("dangling"),
-                             std::string("loop"), std::string("ping"), kTooLong}) {
+    for (const auto& path : {std::string("missing"), std::string("file/below"), std::string("file/.."),
+                             std::string("dangling"), std::string("loop"), std::string("ping"), kTooLong}) {
         EXPECT_FALSE(files().exists(url(path))) << path;
     }
 }
@@ -737,11 +739,13 @@ TEST_P(FileSystemContract, ResolvingFollowsEveryLinkOfAPathThatExists) {
     folder.link("chain2", "chain3/sub");
     folder.link("chain3", "link");
     folder.link("dir/up", "../dir/sub");
+    folder.link("dir/sub/top", pathOf("dir/up"));
     for (const auto& [given, expected] :
          {PathPair{"link", "dir"}, PathPair{"link/sub", "dir/sub"}, PathPair{"link/sub/file", "dir/sub/file"},
           PathPair{"absolute/sub", "dir/sub"}, PathPair{"chain1", "dir/sub"},
           PathPair{"chain1/file", "dir/sub/file"}, PathPair{"link/up/file", "dir/sub/file"},
-          PathPair{"dir/sub", "dir/sub"}, PathPair{"link/../dir", "dir"}, PathPair{"chain1/..", "dir"},
+          PathPair{"dir/sub/top/file", "dir/sub/file"}, PathPair{"dir/sub", "dir/sub"},
+          PathPair{"link/../dir", "dir"}, PathPair{"chain1/..", "dir"},
           PathPair{"./dir//sub/.", "dir/sub"}}) {
         EXPECT_EQ(files().resolvingSymlinks(url(given)).path(), pathOf(expected)) << given;
     }

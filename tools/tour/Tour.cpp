@@ -94,14 +94,14 @@ void Tour::waitForScan() {
 }
 
 void Tour::visitSections() {
-    int number = 0;
     for (const auto& standing : standingScreens()) {
-        const auto section = standing.section;
-        ++number;
+        // A section's key is its place among all sections, whether they stand or not.
+        const int number = static_cast<int>(standing.section) + 1;
+        const auto title = words(rawValue(standing.section));
         Visitor::press(&window(), static_cast<Qt::Key>(Qt::Key_0 + number), Qt::ControlModifier);
-        check(*window().state().section == section,
-              QStringLiteral("Ctrl+%1 does not lead to %2").arg(number).arg(words(rawValue(section))));
-        take(words(rawValue(section)).toLower());
+        check(*window().state().section == standing.section,
+              QStringLiteral("Ctrl+%1 does not lead to %2").arg(number).arg(title));
+        take(title.toLower());
     }
     window().showSection(LibrarySection::applications);
     Visitor::settle();

@@ -35,8 +35,10 @@ MetadataValue IndexedItem::value(MetadataAttribute attribute) {
         return fileName();
     case MetadataAttribute::size:
         return size();
-    case MetadataAttribute::contentChangeDate:
-        return resources() ? MetadataValue(m_resources->contentModified) : MetadataValue();
+    case MetadataAttribute::contentChangeDate: {
+        const auto& values = resources();
+        return values ? MetadataValue(values->contentModified) : MetadataValue();
+    }
     case MetadataAttribute::lastUsedDate: {
         const auto date = m_metadata.lastUsed(urlOf(m_path));
         return date ? MetadataValue(*date) : MetadataValue();
@@ -74,7 +76,8 @@ const std::optional<ResourceValues>& IndexedItem::resources() {
 
 MetadataValue IndexedItem::size() {
     if (m_entryType != EntryType::directory) {
-        return resources() ? MetadataValue(m_resources->fileSize) : MetadataValue();
+        const auto& values = resources();
+        return values ? MetadataValue(values->fileSize) : MetadataValue();
     }
     if (!m_contentType.isPackage()) {
         return {};

@@ -12,8 +12,8 @@ namespace quillane {
 
 // How much written content one search still may read.
 struct TextBudget {
-    static constexpr std::size_t kBytesOfFile = 256 * 1024;          // from the start of each file
-    static constexpr std::size_t kBytesOfSearch = 128 * 1024 * 1024; // then content counts as absent
+    static constexpr std::size_t kBytesOfFile = std::size_t{256} << 10U;   // from the start of each file
+    static constexpr std::size_t kBytesOfSearch = std::size_t{128} << 20U; // then content counts as absent
     std::size_t left = kBytesOfSearch;
 };
 

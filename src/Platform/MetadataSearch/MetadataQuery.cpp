@@ -62,7 +62,7 @@ bool MetadataQuery::fulfils(const Node& node, MetadataItem& item) {
     const auto isFulfilled = [&](const Node& child) { return fulfils(child, item); };
     switch (node.kind) {
     case Node::Kind::comparison:
-        return fulfils(*node.comparison, item);
+        return node.comparison && fulfils(*node.comparison, item);
     case Node::Kind::all:
         return std::ranges::all_of(node.children, isFulfilled);
     case Node::Kind::any:

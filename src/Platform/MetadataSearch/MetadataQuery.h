@@ -49,8 +49,8 @@ class MetadataItem {
 // a number counts by its digits; a number that is compared with a date counts seconds of the reference date.
 class MetadataQuery {
   public:
-    static constexpr std::size_t kLongest = 16 * 1024; // bytes of a query
-    static constexpr int kDeepest = 64;                // brackets and negations within one another
+    static constexpr std::size_t kLongest = std::size_t{16} << 10U; // bytes of a query
+    static constexpr int kDeepest = 64; // brackets and negations within one another
 
     // Nothing for a text that is not a query, or that is beyond the limits. Times are read at `now`.
     static std::optional<MetadataQuery> parse(std::string_view text, Date now);

@@ -148,24 +148,24 @@ std::optional<MetadataQuery::Node> MetadataQueryParser::unary() {
 
 std::optional<MetadataQuery::Node> MetadataQueryParser::comparison() {
     const auto attribute = name();
-    auto written = attribute.empty() ? std::nullopt : operation();
-    auto wanted = written ? value() : std::nullopt;
+    const auto written = attribute.empty() ? std::nullopt : operation();
+    const auto wanted = written ? value() : std::nullopt;
     if (!wanted) {
         return std::nullopt;
     }
-    return comparisonOf(attribute, *written, std::move(*wanted));
+    return comparisonOf(attribute, *written, *wanted);
 }
 
 // InRange(attribute, from, to), both ends within.
 std::optional<MetadataQuery::Node> MetadataQueryParser::range() {
     const auto attribute = name();
-    auto from = !attribute.empty() && take(",") ? value() : std::nullopt;
-    auto to = from && take(",") ? value() : std::nullopt;
+    const auto from = !attribute.empty() && take(",") ? value() : std::nullopt;
+    const auto to = from && take(",") ? value() : std::nullopt;
     if (!to || !take(")")) {
         return std::nullopt;
     }
-    auto low = comparisonOf(attribute, {">=", {}}, std::move(*from));
-    auto high = comparisonOf(attribute, {"<=", {}}, std::move(*to));
+    auto low = comparisonOf(attribute, {">=", {}}, *from);
+    auto high = comparisonOf(attribute, {"<=", {}}, *to);
     if (!low || !high) {
         return std::nullopt;
     }
@@ -177,8 +177,9 @@ std::optional<MetadataQuery::Node> MetadataQueryParser::range() {
     return node;
 }
 
-std::optional<MetadataQuery::Node>
-MetadataQueryParser::comparisonOf(std::string_view name, WrittenOperator written, WrittenValue value) {
+std::optional<MetadataQuery::Node> MetadataQueryParser::comparisonOf(std::string_view name,
+                                                                     const WrittenOperator& written,
+                                                                     const WrittenValue& value) {
     const auto attribute = metadataAttributeNamed(name);
     auto modifiers = value.modifiers;
     modifiers.folding.caseInsensitive |= written.modifiers.folding.caseInsensitive || isIdentifier(attribute);

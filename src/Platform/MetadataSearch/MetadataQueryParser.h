@@ -29,7 +29,8 @@ class MetadataQueryParser {
                               std::optional<Node> (MetadataQueryParser::*member)());
     std::optional<Node> comparison();
     std::optional<Node> range();
-    std::optional<Node> comparisonOf(std::string_view name, WrittenOperator written, WrittenValue value);
+    std::optional<Node> comparisonOf(std::string_view name, const WrittenOperator& written,
+                                     const WrittenValue& value);
 
     std::optional<WrittenOperator> operation();
     std::optional<WrittenValue> value();

@@ -193,7 +193,7 @@ void FileDefaults::set(std::string_view key, Value value) {
     tell(std::string(key));
 }
 
-void FileDefaults::remove(std::string_view key) {
+void FileDefaults::clear(std::string_view key) {
     change(key, std::nullopt);
     tell(std::string(key));
 }

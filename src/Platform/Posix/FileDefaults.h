@@ -19,7 +19,7 @@ class FileDefaults final : public Defaults {
 
     std::optional<Value> value(std::string_view key) const override;
     void set(std::string_view key, Value value) override;
-    void remove(std::string_view key) override;
+    void clear(std::string_view key) override;
     void registerDefaults(const std::map<std::string, Value>& values) override;
     SubscriptionId subscribe(std::function<void(const std::string& key)> changed) override;
     void unsubscribe(SubscriptionId id) override;

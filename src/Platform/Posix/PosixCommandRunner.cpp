@@ -121,7 +121,7 @@ Result<pid_t> spawn(const std::string& path, const std::vector<std::string>& arg
 // A read error ends the output as its end does: what came so far is the answer.
 std::string readToEnd(int descriptor) {
     std::string output;
-    std::array<char, 64 * 1024> buffer; // as much as a pipe holds
+    std::array<char, std::size_t{64} << 10U> buffer; // as much as a pipe holds
     while (true) {
         const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
         if (count > 0) {

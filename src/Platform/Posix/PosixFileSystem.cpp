@@ -1,6 +1,7 @@
 #include "PosixFileSystem.h"
 #include "DirectoryReader.h"
 #include "PosixError.h"
+#include "StatusTime.h"
 #include "TreeWalk.h"
 #include <algorithm>
 #include <array>
@@ -46,14 +47,6 @@ FileURL accountHome() {
 FileURL userHome() {
     const char* home = std::getenv("HOME"); // NOLINT(concurrency-mt-unsafe): the header says when
     return home != nullptr && home[0] == '/' ? FileURL(home) : accountHome();
-}
-
-Date modifiedOf(const struct stat& status) {
-#ifdef __APPLE__
-    return Date::fromUnix(status.st_mtimespec.tv_sec, status.st_mtimespec.tv_nsec);
-#else
-    return Date::fromUnix(status.st_mtim.tv_sec, status.st_mtim.tv_nsec);
-#endif
 }
 
 bool beginsWithComponents(std::string_view path, std::string_view prefix) {

@@ -6,7 +6,7 @@
 namespace quillane {
 namespace {
 
-constexpr std::size_t kMostListBytes = 1024 * 1024;
+constexpr std::size_t kMostListBytes = std::size_t{1} << 20U;
 constexpr std::string_view kExtension = ".icns";
 
 // The name of a file of the resources, and of nothing else: the list is not ours.
@@ -69,12 +69,12 @@ std::optional<std::string> bundleIcon(const FileSystem& files, const FileURL& bu
     const auto resources = bundle.appending("Contents/Resources");
     for (const auto& name : namedIcons(files, bundle)) {
         if (auto bytes = files.read(resources.appending(name), kMostIconBytes)) {
-            return std::move(*bytes);
+            return std::move(bytes).value();
         }
     }
     const auto name = onlyIcon(files, resources);
     auto bytes = name ? files.read(resources.appending(*name), kMostIconBytes) : PlatformError{};
-    return bytes ? std::optional(std::move(*bytes)) : std::nullopt;
+    return bytes ? std::optional(std::move(bytes).value()) : std::nullopt;
 }
 
 } // namespace quillane

@@ -8,6 +8,11 @@ ColumnGround::ColumnGround(Ground ground, QWidget* parent)
     : QWidget(parent)
     , m_ground(ground) {}
 
+void ColumnGround::setGround(Ground ground) {
+    m_ground = ground;
+    update();
+}
+
 void ColumnGround::paintEvent(QPaintEvent*) {
     const Tokens& tokens = Tokens::current();
     const QColor color = m_ground == Ground::Page   ? tokens.page

@@ -10,6 +10,8 @@ class ColumnGround : public QWidget {
     enum class Ground { Page, Base, Sidebar };
     explicit ColumnGround(Ground ground, QWidget* parent = nullptr);
 
+    void setGround(Ground ground);
+
   protected:
     void paintEvent(QPaintEvent* event) override;
 

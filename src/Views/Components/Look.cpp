@@ -2,6 +2,7 @@
 #include "FocusRing.h"
 #include "Fonts.h"
 #include "QuillaneStyle.h"
+#include "SystemLook.h"
 #include "Tokens.h"
 #include <QApplication>
 #include <QFontDatabase>
@@ -16,12 +17,6 @@ bool g_highContrast = false;
 bool g_reducedMotion = false;
 
 constexpr int kBodyPixels = 13;
-
-#ifdef Q_OS_MACOS
-constexpr bool kNative = true;
-#else
-constexpr bool kNative = false;
-#endif
 
 void apply(bool dark) {
     Tokens::preferHighContrast(g_highContrast);
@@ -44,7 +39,7 @@ QFont bodyFont() {
 } // namespace
 
 void Look::install(QApplication& app) {
-    if (kNative) {
+    if (SystemLook::isNative()) {
         return;
     }
     QApplication::setStyle(new QuillaneStyle);
@@ -55,7 +50,7 @@ void Look::install(QApplication& app) {
 }
 
 void Look::setDark(bool dark) {
-    if (!kNative && dark != isDark()) {
+    if (!SystemLook::isNative() && dark != isDark()) {
         apply(dark);
     }
 }
@@ -66,7 +61,7 @@ bool Look::isDark() {
 
 void Look::setHighContrast(bool on) {
     g_highContrast = on;
-    if (kNative) {
+    if (SystemLook::isNative()) {
         Tokens::preferHighContrast(on);
     } else {
         apply(isDark());

@@ -2,6 +2,7 @@
 #include "Fonts.h"
 #include "QuillaneStyle.h"
 #include "Symbols.h"
+#include "SystemLook.h"
 #include <QPainter>
 #include <QStyleOptionButton>
 
@@ -43,13 +44,7 @@ int symbolSide(PushButton::Size size) {
 
 // Native buttons of macOS have one height each and no red.
 bool paintsItself(PushButton::Role role, PushButton::Size size) {
-#ifdef Q_OS_MACOS
-    return role == PushButton::Role::Permanent || size == PushButton::Size::Hero;
-#else
-    Q_UNUSED(role);
-    Q_UNUSED(size);
-    return true;
-#endif
+    return !SystemLook::isNative() || role == PushButton::Role::Permanent || size == PushButton::Size::Hero;
 }
 
 } // namespace

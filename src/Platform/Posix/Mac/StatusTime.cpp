@@ -1,0 +1,9 @@
+#include "StatusTime.h"
+
+namespace quillane {
+
+Date modifiedOf(const struct stat& status) {
+    return Date::fromUnix(status.st_mtimespec.tv_sec, status.st_mtimespec.tv_nsec);
+}
+
+} // namespace quillane

@@ -1,0 +1,11 @@
+#pragma once
+
+// What the system brings of its own. One file for each system says.
+namespace quillane::SystemLook {
+
+// The system's own style and palette are kept, and only what paints itself reads the tokens.
+bool isNative();
+// Menus stand in a bar outside the window.
+bool hasMenuBar();
+
+} // namespace quillane::SystemLook

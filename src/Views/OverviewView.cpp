@@ -1,0 +1,188 @@
+#include "OverviewView.h"
+#include "AccessNotice.h"
+#include "Announcement.h"
+#include "AppLibrary.h"
+#include "CategoryRow.h"
+#include "ContentState.h"
+#include "Hero.h"
+#include "LibraryObserver.h"
+#include "Note.h"
+#include "OverviewCategories.h"
+#include "Panel.h"
+#include "PushButton.h"
+#include "PutBackCard.h"
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace quillane {
+
+namespace {
+
+constexpr int kPadding = 24;
+constexpr int kGap = 12;
+constexpr auto kLabel = "Clean Now"; // what the put-back card calls every cleanup from here
+
+using Kind = AppLibrary::Phase::Kind;
+
+} // namespace
+
+OverviewView::OverviewView(AppLibrary& library, ContentState& state, QWidget* parent)
+    : ColumnGround(Ground::Page, parent)
+    , m_library(library)
+    , m_state(state)
+    , m_hero(new Hero(library))
+    , m_granted(new Note(QStringLiteral("checkmark.shield.fill"),
+                         QStringLiteral("Full Disk Access granted. Rescanning the folders that were hidden."),
+                         Tint::Green))
+    , m_accessNotice(new AccessNotice)
+    , m_putBack(new PutBackCard) {
+    auto* const cards = new QWidget;
+    auto* const column = new QVBoxLayout(cards);
+    column->setContentsMargins(kPadding, 16, kPadding, kPadding);
+    column->setSpacing(kGap);
+    makeCards(column);
+
+    auto* const scroll = new QScrollArea;
+    scroll->setWidget(cards);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus); // what has the focus inside is scrolled to
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->viewport()->setAutoFillBackground(false);
+    cards->setAutoFillBackground(false);
+    auto* const whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(scroll);
+    setFocusProxy(m_rows.front()->checkBox());
+
+    if (state.notifications) {
+        m_openPreview = state.notifications->observe(NotificationName::kOpenSweepPreview,
+                                                     [this](const auto&) { openReview(); });
+    }
+    m_observer = new LibraryObserver([this] { render(); }, this);
+    m_observer->renderNow();
+}
+
+OverviewView::~OverviewView() = default;
+
+void OverviewView::makeCards(QVBoxLayout* column) {
+    column->addWidget(m_hero);
+    column->addWidget(m_granted);
+    // The cards of recent uninstalls stand here, between the notice and the categories.
+    column->addWidget(makeCategories());
+    column->addWidget(m_accessNotice);
+    column->addWidget(m_putBack);
+    column->addStretch(1);
+    connect(m_hero->button(), &QPushButton::clicked, this, &OverviewView::openReview);
+    connect(m_accessNotice->grantButton(), &QPushButton::clicked, this, &OverviewView::grantAccess);
+    connect(m_putBack->putBackButton(), &QPushButton::clicked, this, &OverviewView::putBack);
+}
+
+QWidget* OverviewView::makeCategories() {
+    auto* const panel = new Panel;
+    panel->layout()->setContentsMargins(1, 1, 1, 2); // rows go from edge to edge
+    for (const auto category : kOverviewCategories)
+        panel->addRow(makeRow(category));
+    return panel;
+}
+
+CategoryRow* OverviewView::makeRow(SweepCategory category) {
+    auto* const row = new CategoryRow(category);
+    connect(row, &CategoryRow::toggled, this, [this, category](bool isOn) { tick(category, isOn); });
+    connect(row, &CategoryRow::grantAccessAsked, this, &OverviewView::grantAccess);
+    m_rows.push_back(row);
+    return row;
+}
+
+void OverviewView::render() {
+    m_hero->render();
+    for (auto* const row : m_rows)
+        renderRow(*row);
+    renderGranted();
+    m_accessNotice->setVisible(!m_library.inaccessible->empty());
+    m_accessNotice->setCount(static_cast<int>(m_library.inaccessible->size()));
+    renderPutBack();
+}
+
+void OverviewView::renderRow(CategoryRow& row) const {
+    const auto category = row.category();
+    CategoryRow::State state;
+    state.isMeasured = m_library.phase->kind == Kind::ready;
+    state.needsAccess = category == SweepCategory::trash && m_library.trashState->needsFullDiskAccess;
+    state.isOn = m_library.sweepSelection->contains(category);
+    if (state.isMeasured) {
+        state.bytes = m_library.bytes(category);
+        state.count = m_library.itemCount(category);
+    }
+    row.setState(state);
+}
+
+void OverviewView::renderGranted() {
+    const bool isGranted = m_library.accessJustGranted.get();
+    if (isGranted && m_granted->isHidden())
+        announce(*m_granted, m_granted->text());
+    m_granted->setVisible(isGranted);
+}
+
+void OverviewView::renderPutBack() {
+    const auto& operation = *m_library.lastOperation;
+    m_putBack->setVisible(operation.has_value());
+    if (operation)
+        m_putBack->show(*operation, m_library.platform().clock);
+    const Kind phase = m_library.phase->kind;
+    m_putBack->putBackButton()->setEnabled((phase == Kind::idle || phase == Kind::ready) &&
+                                           !m_library.isSweeping.get() && !m_state.isPuttingBack.get());
+}
+
+void OverviewView::tick(SweepCategory category, bool isOn) {
+    auto selection = *m_library.sweepSelection;
+    if (isOn)
+        selection.insert(category);
+    else
+        selection.erase(category);
+    m_library.sweepSelection = std::move(selection);
+}
+
+void OverviewView::grantAccess() const {
+    AppLibrary::openFullDiskAccessSettings(m_library.platform());
+}
+
+void OverviewView::openReview() {
+    if ((m_review && m_review->isVisible()) || !Hero::canSweep(m_library))
+        return;
+    m_review = SweepPreviewSheet::present(m_library, BulkRemoval::make(kLabel, m_library.fullPlan()), this);
+}
+
+// The task belongs to the library, so that a window that goes doesn't stop it half way.
+void OverviewView::putBack() {
+    if (m_state.isPuttingBack.get())
+        return; // a second one would fail at everything that the first has moved
+    m_state.isPuttingBack = true;
+    m_library.tasks().start([&library = m_library, view = QPointer(this)](StopToken) -> Task<> {
+        const auto report = co_await library.undoLastOperation();
+        if (view)
+            view->finishPutBack(report);
+    });
+}
+
+void OverviewView::finishPutBack(const Uninstaller::Report& report) {
+    m_state.isPuttingBack = false;
+    delete m_undoAlert; // a newer report takes the place of an older one
+    m_undoAlert = ResultAlert::presentPutBack(report, [this] { grantAccess(); }, this);
+}
+
+// Return presses the button that has the focus, else the main one.
+void OverviewView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        ColumnGround::keyPressEvent(event);
+        return;
+    }
+    if (auto* const button = qobject_cast<QPushButton*>(focusWidget()); button && button->hasFocus())
+        button->click();
+    else
+        openReview();
+}
+
+} // namespace quillane

@@ -1,0 +1,254 @@
+// What settings keep, over the file of the user and over the fake.
+#include "FileDefaults.h"
+#include "MemoryDefaults.h"
+#include "TemporaryFolder.h"
+#include <csignal>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <limits>
+#include <memory>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace quillane {
+namespace {
+
+struct MemoryKind {
+    static std::unique_ptr<Defaults> make(const TemporaryFolder&) {
+        return std::make_unique<MemoryDefaults>();
+    }
+};
+
+struct FileKind {
+    static std::unique_ptr<Defaults> make(const TemporaryFolder& folder) {
+        return std::make_unique<FileDefaults>(folder.path() + "/config/quillane/defaults.plist");
+    }
+};
+
+template <class Kind>
+struct DefaultsContract : testing::Test {
+    TemporaryFolder folder;
+    std::unique_ptr<Defaults> defaults = Kind::make(folder);
+};
+
+using Kinds = testing::Types<MemoryKind, FileKind>;
+TYPED_TEST_SUITE(DefaultsContract, Kinds);
+
+TYPED_TEST(DefaultsContract, WhatWasNeverStoredReadsAsNothing) {
+    auto& defaults = *this->defaults;
+    EXPECT_EQ(defaults.value("x"), std::nullopt);
+    EXPECT_FALSE(defaults.boolean("x"));
+    EXPECT_EQ(defaults.integer("x"), 0);
+    EXPECT_EQ(defaults.stringArray("x"), std::nullopt);
+    EXPECT_EQ(defaults.data("x"), std::nullopt);
+    EXPECT_EQ(defaults.date("x"), std::nullopt);
+}
+
+TYPED_TEST(DefaultsContract, EachKindOfValueReadsBackAsItIs) {
+    for (const Defaults::Value& value : std::vector<Defaults::Value>{
+             true, false, std::int64_t{0}, std::numeric_limits<std::int64_t>::min(),
+             std::numeric_limits<std::int64_t>::max(), 0.5, -1e300, std::string("a <b> & \"c\" é\n\t "),
+             std::string(), Date{738000000}, Defaults::Data{}, Defaults::Data{0, 1, 254, 255},
+             std::vector<std::string>{}, std::vector<std::string>{"/a b", "/é", ""}}) {
+        this->defaults->set("key", value);
+        EXPECT_EQ(this->defaults->value("key"), value);
+    }
+}
+
+TYPED_TEST(DefaultsContract, PathsOfAnyBytesReadBackByteForByte) {
+    std::string bytes;
+    for (int byte = 1; byte < 256; ++byte) {
+        bytes += static_cast<char>(byte);
+    }
+    const std::vector<std::string> paths{"/" + bytes, "/new\nline", "/\xff\xfe"};
+    this->defaults->set("protectedPaths", paths);
+    EXPECT_EQ(this->defaults->stringArray("protectedPaths"), paths);
+}
+
+TYPED_TEST(DefaultsContract, AStoredValueBeatsARegisteredOneAndRemovingItBringsThatBack) {
+    this->defaults->registerDefaults({{"flag", true}, {"hours", std::int64_t{24}}});
+    EXPECT_TRUE(this->defaults->boolean("flag"));
+    EXPECT_EQ(this->defaults->integer("hours"), 24);
+    this->defaults->set("flag", false);
+    EXPECT_FALSE(this->defaults->boolean("flag"));
+    this->defaults->clear("flag");
+    EXPECT_TRUE(this->defaults->boolean("flag"));
+}
+
+TYPED_TEST(DefaultsContract, LaterRegistrationsWinKeyByKey) {
+    this->defaults->registerDefaults({{"a", std::int64_t{1}}, {"b", std::int64_t{2}}});
+    this->defaults->registerDefaults({{"b", std::int64_t{3}}});
+    EXPECT_EQ(this->defaults->integer("a"), 1);
+    EXPECT_EQ(this->defaults->integer("b"), 3);
+}
+
+TYPED_TEST(DefaultsContract, SubscribersHearOfEachChangeUntilTheyLeave) {
+    std::vector<std::string> heard;
+    const auto id = this->defaults->subscribe([&](const std::string& key) { heard.push_back(key); });
+    this->defaults->set("a", true);
+    this->defaults->clear("a");
+    this->defaults->unsubscribe(id);
+    this->defaults->set("b", true);
+    EXPECT_EQ(heard, (std::vector<std::string>{"a", "a"}));
+}
+
+struct Coercion {
+    Defaults::Value value;
+    std::int64_t integer;
+    bool boolean;
+};
+
+TYPED_TEST(DefaultsContract, ValuesOfOtherKindsAreReadWithThePlatformsCoercions) {
+    for (const auto& [value, integer, boolean] :
+         std::vector<Coercion>{{std::int64_t{2}, 2, true},
+                               {-1.9, -1, true},
+                               {0.5, 0, true},
+                               {true, 1, true},
+                               {false, 0, false},
+                               {std::string("5"), 5, true},
+                               {std::string(" -7 "), -7, true},
+                               {std::string("5abc"), 5, true},
+                               {std::string("1.9"), 1, true},
+                               {std::string("YES"), 0, true},
+                               {std::string("yes"), 0, true},
+                               {std::string("Y"), 0, true},
+                               {std::string("true"), 0, true},
+                               {std::string("T"), 0, true},
+                               {std::string("1"), 1, true},
+                               {std::string("NO"), 0, false},
+                               {std::string("false"), 0, false},
+                               {std::string("0"), 0, false},
+                               {std::string("abc"), 0, false},
+                               {std::string(), 0, false},
+                               {Date{1}, 0, false},
+                               {Defaults::Data{1}, 0, false},
+                               {std::vector<std::string>{"1"}, 0, false}}) {
+        this->defaults->set("key", value);
+        EXPECT_EQ(this->defaults->integer("key"), integer);
+        EXPECT_EQ(this->defaults->boolean("key"), boolean);
+    }
+}
+
+TYPED_TEST(DefaultsContract, AValueOfAnotherKindIsNoArrayNoDataAndNoDate) {
+    this->defaults->set("key", std::string("x"));
+    EXPECT_EQ(this->defaults->stringArray("key"), std::nullopt);
+    EXPECT_EQ(this->defaults->data("key"), std::nullopt);
+    EXPECT_EQ(this->defaults->date("key"), std::nullopt);
+}
+
+// ---- what only the file has
+
+struct FileDefaultsTest : testing::Test {
+    TemporaryFolder folder;
+    std::string path = folder.path() + "/quillane/defaults.plist";
+    void write(std::string_view text) { folder.file("quillane/defaults.plist", text); }
+};
+
+TEST_F(FileDefaultsTest, ValuesAreThereAtTheNextLaunch) {
+    FileDefaults(path).set("flag", true);
+    FileDefaults(path).set("paths", std::vector<std::string>{"/a"});
+    const FileDefaults next(path);
+    EXPECT_TRUE(next.boolean("flag"));
+    EXPECT_EQ(next.stringArray("paths"), std::vector<std::string>{"/a"});
+}
+
+TEST_F(FileDefaultsTest, RegisteredValuesAreNotWritten) {
+    FileDefaults defaults(path);
+    defaults.registerDefaults({{"registered", true}});
+    defaults.set("stored", true);
+    EXPECT_FALSE(FileDefaults(path).boolean("registered"));
+}
+
+TEST_F(FileDefaultsTest, AMissingOrDamagedFileCountsAsEmptyAndIsReplacedAtTheNextChange) {
+    for (const char* text :
+         {"", "garbage", "<plist><dict><key>a</key>", "bplist00\xff\xff", "<plist><array/></plist>"}) {
+        write(text);
+        FileDefaults defaults(path);
+        EXPECT_EQ(defaults.value("a"), std::nullopt) << text;
+        defaults.set("a", true);
+        EXPECT_TRUE(FileDefaults(path).boolean("a")) << text;
+    }
+}
+
+TEST_F(FileDefaultsTest, AnArrayWithOneElementThatIsNoTextIsNoArrayOfTexts) {
+    write("<plist><dict><key>a</key><array><string>x</string><integer>1</integer></array></dict></plist>");
+    EXPECT_EQ(FileDefaults(path).stringArray("a"), std::nullopt);
+}
+
+TEST_F(FileDefaultsTest, ValuesOfKindsThatSettingsDoNotHaveAreKept) {
+    write("<plist><dict><key>nested</key><dict><key>x</key><integer>1</integer></dict></dict></plist>");
+    FileDefaults(path).set("flag", true);
+    TemporaryFolder other;
+    const FileDefaults next(path);
+    EXPECT_TRUE(next.boolean("flag"));
+    EXPECT_EQ(next.value("nested"), std::nullopt);
+    FileDefaults(path).clear("flag");
+    std::string text(4096, '\0');
+    FILE* file = std::fopen(path.c_str(), "rb");
+    text.resize(std::fread(text.data(), 1, text.size(), file));
+    std::fclose(file);
+    EXPECT_NE(text.find("<key>nested</key>"), std::string::npos);
+}
+
+TEST_F(FileDefaultsTest, ASecondInstancesChangeIsSeenAndNotUndone) {
+    FileDefaults first(path);
+    FileDefaults second(path);
+    first.set("a", std::int64_t{1});
+    second.set("b", std::int64_t{2});
+    EXPECT_EQ(first.integer("b"), 2);
+    EXPECT_EQ(second.integer("a"), 1);
+    first.set("a", std::int64_t{3});
+    EXPECT_EQ(FileDefaults(path).integer("b"), 2);
+    EXPECT_EQ(FileDefaults(path).integer("a"), 3);
+}
+
+TEST_F(FileDefaultsTest, AChangeThatCannotBeWrittenStaysTrueForThisProcess) {
+    folder.file("quillane", "a file where the folder should be");
+    FileDefaults defaults(path);
+    defaults.set("flag", true);
+    EXPECT_TRUE(defaults.boolean("flag"));
+    defaults.clear("flag");
+    EXPECT_FALSE(defaults.boolean("flag"));
+}
+
+TEST_F(FileDefaultsTest, TheFileIsReadableByItsOwnerAlone) {
+    FileDefaults(path).set("a", true);
+    struct stat status = {};
+    ASSERT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600);
+}
+
+// Several processes store at once, and each is killed at a moment that is as good as any.
+TEST_F(FileDefaultsTest, AKillAtAnyMomentLeavesTheOldOrTheNewValuesAndNeverHalf) {
+    FileDefaults(path).set("before", std::string("kept"));
+    for (int round = 0; round < 100; ++round) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            FileDefaults defaults(path);
+            for (int i = 0;; ++i) {
+                defaults.set("counter", std::int64_t{i});
+                defaults.set("text", std::string(static_cast<std::size_t>(1000 + i % 7 * 1000), 'x'));
+            }
+        }
+        ASSERT_GT(child, 0);
+        // A different number of this process's own turns each round lets the child come more or less far.
+        for (int turn = 0; turn < round; ++turn) {
+            (void)FileDefaults(path).value("counter");
+        }
+        ASSERT_EQ(::kill(child, SIGKILL), 0);
+        int status = 0;
+        ASSERT_EQ(::waitpid(child, &status, 0), child);
+        const FileDefaults after(path);
+        ASSERT_EQ(after.value("before"), Defaults::Value(std::string("kept"))) << round;
+        const auto text = after.value("text");
+        if (text) {
+            ASSERT_EQ(std::get<std::string>(*text).size() % 1000, 0U) << round;
+        }
+    }
+    FileDefaults(path).set("after", true); // the lock of the dead is gone
+    EXPECT_TRUE(FileDefaults(path).boolean("after"));
+}
+
+} // namespace
+} // namespace quillane
