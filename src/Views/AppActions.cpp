@@ -33,8 +33,9 @@ QString rawText(const std::string& text) {
 
 std::vector<FileURL> urlsOf(const std::vector<InstalledApp>& apps) {
     std::vector<FileURL> urls;
-    for (const auto& app : apps)
+    for (const auto& app : apps) {
         urls.push_back(app.url);
+    }
     return urls;
 }
 
@@ -81,8 +82,9 @@ class OneAppMenu {
     void addQuit() {
         const Platform& platform = m_library.platform();
         const auto& identifier = m_app.bundleIdentifier;
-        if (!identifier || !platform.runningApplications.isRunning(*identifier))
+        if (!identifier || !platform.runningApplications.isRunning(*identifier)) {
             return;
+        }
         add(m_menu, QStringLiteral("Quit ") + shownName(m_app.name),
             [&platform, identifier] { AppLibrary::quit(platform, identifier); });
     }
@@ -97,17 +99,20 @@ class OneAppMenu {
     }
 
     void addSupportFiles() {
-        if (m_app.leftovers.empty())
+        if (m_app.leftovers.empty()) {
             return;
+        }
         Workspace& workspace = m_library.platform().workspace;
         QMenu& files = *m_menu.addMenu(QStringLiteral("Support Files"));
         std::vector<FileURL> urls;
-        for (const auto& item : m_app.leftovers)
+        for (const auto& item : m_app.leftovers) {
             urls.push_back(item.url);
+        }
         add(files, QStringLiteral("Reveal All in Finder"), [&workspace, urls] { workspace.reveal(urls); });
-        for (const auto& item : m_app.leftovers) // the category tells folders of one name apart
+        for (const auto& item : m_app.leftovers) { // the category tells folders of one name apart
             add(files, words(item.category) + QStringLiteral(" - ") + shownName(item.url.lastPathComponent()),
                 [&workspace, url = item.url] { workspace.reveal({url}); });
+        }
     }
 
     void addCleanCache() {
@@ -141,10 +146,12 @@ class OneAppMenu {
     std::function<void()> whenStillThere(Make make) const {
         return [&library = m_library, url = m_app.url, present = m_present, make] {
             const auto app = library.appWithID(url);
-            if (!app)
+            if (!app) {
                 return;
-            if (auto removal = make(library, *app))
+            }
+            if (auto removal = make(library, *app)) {
                 present(*std::move(removal));
+            }
         };
     }
 
@@ -165,8 +172,9 @@ void fillForSeveral(QMenu& menu, AppLibrary& library, const std::vector<Installe
     for (const auto& app : apps) {
         names << rawText(app.name);
         paths << rawText(app.url.path());
-        if (app.bundleIdentifier)
+        if (app.bundleIdentifier) {
             identifiers << rawText(*app.bundleIdentifier);
+        }
     }
     QMenu& copies = *menu.addMenu(QStringLiteral("Copy"));
     addCopy(copies, QStringLiteral("Names"), names);
@@ -177,9 +185,11 @@ void fillForSeveral(QMenu& menu, AppLibrary& library, const std::vector<Installe
     auto* const uninstall =
         add(menu, uninstallTitle(going.size()), [&library, present, urls = urlsOf(going)] {
             std::vector<InstalledApp> still;
-            for (const auto& url : urls)
-                if (auto app = library.appWithID(url))
+            for (const auto& url : urls) {
+                if (auto app = library.appWithID(url)) {
                     still.push_back(*std::move(app));
+                }
+            }
             present(library.removalForApps(removable(library, still)));
         });
     destructive(uninstall)->setEnabled(!going.empty());
@@ -215,13 +225,14 @@ QMenu* makeMenu(AppLibrary& library, const std::vector<InstalledApp>& apps, Pres
                 QWidget* parent) {
     auto* const menu = new QMenu(parent);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    if (apps.empty())
+    if (apps.empty()) {
         add(*menu, QStringLiteral("Rescan Applications"),
             [&library] { library.refresh(AppLibrary::ScanReason::user); });
-    else if (apps.size() == 1)
+    } else if (apps.size() == 1) {
         OneAppMenu(*menu, library, apps.front(), std::move(present)).fill();
-    else
+    } else {
         fillForSeveral(*menu, library, apps, present);
+    }
     return menu;
 }
 

@@ -64,6 +64,7 @@ AppDetailView::AppDetailView(AppLibrary& library, QWidget* parent)
     , m_header(new DetailHeader(m_icon, {}))
     , m_scroll(new QScrollArea) {
     makeToolbar();
+
     auto* const content = new QWidget;
     m_blocks = new QVBoxLayout(content);
     m_blocks->setContentsMargins(16, 16, 16, 16);
@@ -94,8 +95,9 @@ void AppDetailView::makeToolbar() {
     m_uninstall->setToolTip(QStringLiteral("System apps cannot be removed"));
     m_uninstall->setAccessibleDescription(m_uninstall->toolTip());
     connect(m_reveal, &QPushButton::clicked, this, [this] {
-        if (m_url)
+        if (m_url) {
             m_library.platform().workspace.reveal({*m_url});
+        }
     });
     connect(m_uninstall, &QPushButton::clicked, this, &AppDetailView::uninstall);
 }
@@ -206,13 +208,15 @@ void AppDetailView::showCleanCache(const InstalledApp& app) {
 // What is shown may be a turn behind the library, so both ask for the application as it is now.
 void AppDetailView::uninstall() {
     const auto app = m_library.appWithID(m_url);
-    if (app && AppActions::canUninstall(m_library, *app))
+    if (app && AppActions::canUninstall(m_library, *app)) {
         emit removalWanted(m_library.removalForApps({*app}));
+    }
 }
 
 void AppDetailView::cleanCache() {
-    if (const auto app = m_library.appWithID(m_url))
+    if (const auto app = m_library.appWithID(m_url)) {
         emit removalWanted(m_library.removalForCache(*app));
+    }
 }
 
 void AppDetailView::showDetails(const InstalledApp& app) {

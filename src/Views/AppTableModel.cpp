@@ -21,10 +21,12 @@ AppRow appRow(const InstalledApp& app, bool isProtected) {
 // What the marks behind a name tell, for those who do not see them.
 QString marksAloud(const AppRow& row) {
     QStringList told;
-    if (row.isMacAppStore)
+    if (row.isMacAppStore) {
         told << kStoreHelp;
-    if (row.isProtected)
+    }
+    if (row.isProtected) {
         told << ProtectedMark::helpText();
+    }
     return told.join(QStringLiteral(". "));
 }
 

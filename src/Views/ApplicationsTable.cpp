@@ -114,10 +114,13 @@ void ApplicationsTable::changeSortOrder(const AppComparator& comparator) {
 
 void ApplicationsTable::openMenu(bool forRows, const QPoint& globalPosition) {
     std::vector<InstalledApp> apps;
-    for (int row = 0; forRows && row < m_model->rowCount(); ++row)
-        if (m_table->selectionModel()->isRowSelected(row))
-            if (auto app = m_library.appWithID(m_model->keyAt(row)))
+    for (int row = 0; forRows && row < m_model->rowCount(); ++row) {
+        if (m_table->selectionModel()->isRowSelected(row)) {
+            if (auto app = m_library.appWithID(m_model->keyAt(row))) {
                 apps.push_back(*std::move(app));
+            }
+        }
+    }
     auto* const menu = AppActions::makeMenu(
         m_library, apps, [this](BulkRemoval removal) { m_state.removal = std::move(removal); }, m_table);
     menu->popup(globalPosition);

@@ -60,16 +60,17 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
     noticeActivation();
     m_sectionObserver = new LibraryObserver([this] { renderSection(); }, this);
     m_sectionObserver->renderNow();
-    m_bannerObserver = new LibraryObserver([this] { renderBanner(); }, this);
-    m_bannerObserver->renderNow();
     m_removalObserver = new LibraryObserver([this] { renderRemoval(); }, this);
     m_removalObserver->renderNow();
+    m_bannerObserver = new LibraryObserver([this] { renderBanner(); }, this);
+    m_bannerObserver->renderNow();
     m_sections->currentWidget()->setFocus();
 }
 
 ContentView::~ContentView() {
-    if (m_removalSheet)
+    if (m_removalSheet) {
         m_removalSheet->disconnect(this); // it goes after the state that its end would write to
+    }
 }
 
 void ContentView::makeScreens() {
@@ -139,8 +140,9 @@ void ContentView::bindSearch() {
 // The user may come back from the system's settings, where access was granted.
 void ContentView::noticeActivation() {
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-        if (state == Qt::ApplicationActive)
+        if (state == Qt::ApplicationActive) {
             m_library.appBecameActive();
+        }
     });
 }
 
@@ -205,8 +207,9 @@ SweepPreviewSheet* ContentView::removalSheet() const {
 
 void ContentView::renderRemoval() {
     const auto removal = m_state.removal.get(); // a copy: opening the sheet may change the field
-    if (!removal || m_removalSheet)
+    if (!removal || m_removalSheet) {
         return;
+    }
     if (removal->entries.empty() || m_library.isSweeping.get()) {
         m_state.removal = std::nullopt;
         return;

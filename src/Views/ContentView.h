@@ -65,10 +65,10 @@ class ContentView : public QWidget {
     void bindSearch();
     void receive(const NotificationCenter::Object& title);
     void renderSection();
-    void renderBanner();
-    void noticeActivation();
     void renderRemoval();
     void endRemoval();
+    void renderBanner();
+    void noticeActivation();
     int indexOf(LibrarySection section) const; // into m_screens; -1 for none
 
     AppLibrary& m_library;
@@ -84,9 +84,9 @@ class ContentView : public QWidget {
     QStackedWidget* m_details = nullptr;
     LibraryObserver* m_sectionObserver = nullptr;
     LibraryObserver* m_searchObserver = nullptr;
-    LibraryObserver* m_bannerObserver = nullptr;
     LibraryObserver* m_removalObserver = nullptr;
     QPointer<SweepPreviewSheet> m_removalSheet;
+    LibraryObserver* m_bannerObserver = nullptr;
     NotificationCenter::Subscription m_showSection;
     NotificationCenter::Subscription m_showOverview;
 };
