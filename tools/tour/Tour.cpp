@@ -5,9 +5,13 @@
 #include "ContentView.h"
 #include "Formatting.h"
 #include "Hashing.h"
+#include "Hero.h"
 #include "Look.h"
 #include "OverviewView.h"
+#include "PushButton.h"
+#include "PutBackCard.h"
 #include "QuillaneApp.h"
+#include "ResultAlert.h"
 #include "Screen.h"
 #include "SearchField.h"
 #include "ShownText.h"
@@ -58,7 +62,7 @@ std::string fingerprint(const std::string& hostFolder) {
     std::vector<std::string> lines;
     std::string chunk(kChunk, '\0');
     for (const auto& entry : fs::recursive_directory_iterator(hostFolder)) {
-        std::string line = fs::relative(entry.path(), hostFolder).string();
+        std::string line = entry.path().lexically_relative(hostFolder).string();
         if (line == std::string(SampleMac::kHome).substr(1) + "/.Trash") {
             continue;
         }
@@ -293,8 +297,8 @@ void Tour::cleanAndPutBack() {
         return;
     }
     const auto treeBefore = fingerprint(m_hostFolder);
-    screen->openReview();
-    Visitor::settle();
+    const auto trashBefore = itemsInTrash();
+    Visitor::push(screen->hero()->button());
     auto* const sheet = screen->review();
     if (sheet == nullptr) {
         check(false, QStringLiteral("the review did not open"));
@@ -313,14 +317,22 @@ void Tour::cleanAndPutBack() {
           QStringLiteral("the sweep did not end"));
     takeOf(*sheet, QStringLiteral("done"));
     if (kept != all.end()) {
-        compareWithTrash(included, *kept);
+        compareWithTrash(included, *kept, trashBefore);
     }
     Visitor::press(sheet, Qt::Key_Return);
     take(QStringLiteral("overview-cleaned"));
-    putBack(treeBefore);
+    putBack(*screen, treeBefore);
 }
 
-void Tour::compareWithTrash(const std::vector<SweepEntry>& moved, const SweepEntry& kept) {
+std::size_t Tour::itemsInTrash() const {
+    namespace fs = std::filesystem;
+    std::error_code missing;
+    const fs::directory_iterator items(m_hostFolder + std::string(SampleMac::kHome) + "/.Trash", missing);
+    return static_cast<std::size_t>(std::distance(fs::begin(items), fs::end(items)));
+}
+
+void Tour::compareWithTrash(const std::vector<SweepEntry>& moved, const SweepEntry& kept,
+                            std::size_t trashBefore) {
     namespace fs = std::filesystem;
     const auto host = [&](const FileURL& url) { return fs::path(m_hostFolder + url.path()); };
     for (const auto& entry : moved) {
@@ -329,28 +341,29 @@ void Tour::compareWithTrash(const std::vector<SweepEntry>& moved, const SweepEnt
     }
     check(fs::exists(host(kept.url)),
           QStringLiteral("gone, though it was kept: ") + shownName(kept.url.path()));
-    const fs::path trash = m_hostFolder + std::string(SampleMac::kHome) + "/.Trash";
-    const auto inTrash = std::distance(fs::directory_iterator(trash), fs::directory_iterator());
-    check(inTrash == static_cast<std::ptrdiff_t>(moved.size()),
-          QStringLiteral("the Trash holds %1 items").arg(inTrash));
+    const auto arrived = itemsInTrash() - trashBefore;
+    check(arrived == moved.size(), QStringLiteral("%1 items arrived in the Trash").arg(arrived));
     say(QStringLiteral("Reviewed %1 rows, kept %2, and found the other %3 in the Trash on disk.")
             .arg(moved.size() + 1)
             .arg(shownName(kept.url.lastPathComponent()))
-            .arg(inTrash));
+            .arg(arrived));
 }
 
-void Tour::putBack(const std::string& treeBefore) {
+void Tour::putBack(OverviewView& screen, const std::string& treeBefore) {
     auto& library = m_app.library();
-    check(library.lastOperation->has_value(), QStringLiteral("there is nothing to put back"));
-    Visitor::press(&window(), Qt::Key_Z, Qt::ControlModifier);
-    check(Visitor::waitUntil([&] {
-              return !library.lastOperation->has_value() &&
-                     library.phase->kind == AppLibrary::Phase::Kind::ready;
-          }),
+    Visitor::push(screen.putBackCard()->putBackButton());
+    check(Visitor::waitUntil([&] { return screen.putBackAlert() != nullptr; }),
           QStringLiteral("the last cleanup was not put back"));
+    if (auto* const alert = screen.putBackAlert()) {
+        takeOf(*alert, QStringLiteral("put-back-finished"));
+        Visitor::press(alert, Qt::Key_Return);
+    }
+    check(!library.lastOperation->has_value(), QStringLiteral("there is still something to put back"));
+    check(Visitor::waitUntil([&] { return library.phase->kind == AppLibrary::Phase::Kind::ready; }),
+          QStringLiteral("the scan after the put back did not end"));
     Visitor::settle();
     check(fingerprint(m_hostFolder) == treeBefore, QStringLiteral("the tree on disk is not what it was"));
-    say(QStringLiteral("Put back: every file is in its old place, byte for byte."));
+    say(QStringLiteral("Put back: every file was compared with what it was before."));
 }
 
 ContentView& Tour::window() const {

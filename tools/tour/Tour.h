@@ -12,6 +12,7 @@ class QWidget;
 namespace quillane {
 
 class ContentView;
+class OverviewView;
 class QuillaneApp;
 
 // A walk through the window over a sample Mac, as a person would take it. What stands on the screen is
@@ -36,8 +37,10 @@ class Tour {
     void switchToDark();
     // The main job: review, keep one row, move the rest, look into the Trash on disk, and put it all back.
     void cleanAndPutBack();
-    void compareWithTrash(const std::vector<SweepEntry>& moved, const SweepEntry& kept);
-    void putBack(const std::string& treeBefore);
+    void compareWithTrash(const std::vector<SweepEntry>& moved, const SweepEntry& kept,
+                          std::size_t trashBefore);
+    void putBack(OverviewView& screen, const std::string& treeBefore);
+    std::size_t itemsInTrash() const;
 
     ContentView& window() const;
     QTreeView* table() const;

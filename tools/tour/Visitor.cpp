@@ -1,4 +1,5 @@
 #include "Visitor.h"
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QAccessibleInterface>
 #include <QApplication>
@@ -71,6 +72,11 @@ void click(QTreeView* table, int row, int column, Qt::KeyboardModifiers modifier
     const auto index = table->model()->index(row, column);
     table->scrollTo(index);
     QTest::mouseClick(table->viewport(), Qt::LeftButton, modifiers, table->visualRect(index).center());
+    settle();
+}
+
+void push(QAbstractButton* button) {
+    QTest::mouseClick(button, Qt::LeftButton);
     settle();
 }
 

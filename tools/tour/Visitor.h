@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <functional>
 
+class QAbstractButton;
 class QWidget;
 class QTreeView;
 
@@ -20,6 +21,7 @@ QStringList words(const QWidget* widget);
 QStringList column(const QTreeView* table, int column);
 
 void click(QTreeView* table, int row, int column, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+void push(QAbstractButton* button);
 void clickHeader(QTreeView* table, int column);
 void type(QWidget* window, const QString& text);
 void press(QWidget* window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
