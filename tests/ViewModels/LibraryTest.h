@@ -1,8 +1,8 @@
 #pragma once
 #include "AppLibrary.h"
 #include "AppLibraryTesting.h"
-#include "FakeRunningApplications.h"
 #include "FakeMetadata.h"
+#include "FakeRunningApplications.h"
 #include "FakeWorkspace.h"
 #include "FolderTrash.h"
 #include "IconCache.h"
@@ -133,8 +133,7 @@ class LibraryTest : public testing::Test {
     FolderTrash trash{disk.path(), FileURL("/Users/alex")};
     FakeRunningApplications running;
     MemoryDefaults defaults;
-    const Platform platform{files,     commands, metadata, clock,   runner,
-                            workspace, trash,    running,  defaults};
+    const Platform platform{files, commands, metadata, clock, runner, workspace, trash, running, defaults};
     std::unique_ptr<AppLibrary> library = std::make_unique<AppLibrary>(platform);
 };
 
