@@ -58,6 +58,7 @@ void AppLibrary::publish(Measurement measured, const IndexByURL& indexByURL) {
         (*apps)[found->second].url != measured.url) {
         return;
     }
+    m_holders.reset(); // new leftovers
     apps.modify([index = found->second, &measured](std::vector<InstalledApp>& list) {
         auto& app = list[index];
         app.bundleBytes = measured.bundleBytes;

@@ -65,6 +65,7 @@ void AppLibrary::publishUnmeasured(std::vector<InstalledApp> found) {
     for (const auto index : Text::localizedStandardOrder(names)) {
         sorted.push_back(std::move(found[index]));
     }
+    m_holders.reset();
     apps = std::move(sorted);
 }
 

@@ -9,6 +9,7 @@
 #include "Uninstaller.h"
 #include <algorithm>
 #include <array>
+#include <set>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -24,20 +25,12 @@ void append(std::vector<Uninstaller::Failure>& all, const std::vector<Uninstalle
     all.insert(all.end(), more.begin(), more.end());
 }
 
-// Assigns only what changed: a list that loses nothing tells nobody.
-template <class Record, class URLOf>
-void eraseGone(Published<std::vector<Record>>& list, const std::unordered_set<FileURL>& gone, URLOf urlOf) {
-    const auto isGone = [&](const Record& record) { return gone.contains(urlOf(record)); };
-    if (std::ranges::any_of(*list, isGone)) {
-        list.modify([&](std::vector<Record>& records) { std::erase_if(records, isGone); });
-    }
-}
-
 } // namespace
 
 Task<SweepReport> AppLibrary::runSweep(std::vector<SweepEntry> entries, std::string label) {
     SweepReport report;
     std::vector<TrashMove> moves;
+    m_holders.reset();
     isSweeping = true;
     sweepProcessed = 0;
     sweepTotal = static_cast<int>(entries.size());
@@ -123,23 +116,54 @@ void AppLibrary::noteInaccessible(const std::vector<Uninstaller::Failure>& failu
     }
 }
 
+void AppLibrary::indexLeftovers() {
+    m_holders.emplace();
+    for (std::size_t i = 0; i < apps->size(); ++i) {
+        for (const auto& item : (*apps)[i].leftovers) {
+            (*m_holders)[item.url].push_back(i);
+        }
+    }
+}
+
+void AppLibrary::forgetLeftovers(const std::unordered_set<FileURL>& gone) {
+    if (!m_holders) {
+        indexLeftovers();
+    }
+    std::set<std::size_t> losing;
+    for (const auto& url : gone) {
+        if (const auto holders = m_holders->find(url); holders != m_holders->end()) {
+            losing.insert(holders->second.begin(), holders->second.end());
+            m_holders->erase(holders);
+        }
+    }
+    if (losing.empty()) {
+        return;
+    }
+    apps.modify([&](std::vector<InstalledApp>& list) {
+        for (const auto i : losing) {
+            if (i >= list.size()) {
+                break; // somebody else shortened the list
+            }
+            std::erase_if(list[i].leftovers,
+                          [&](const LeftoverItem& item) { return gone.contains(item.url); });
+        }
+    });
+}
+
 void AppLibrary::forget(const std::vector<FileURL>& urls) {
     if (urls.empty()) {
         return;
     }
     const std::unordered_set<FileURL> gone(urls.begin(), urls.end());
-    const auto isGone = [&](const LeftoverItem& item) { return gone.contains(item.url); };
-    const auto losesLeftover = [&](const InstalledApp& app) {
-        return std::ranges::any_of(app.leftovers, isGone);
-    };
-    if (std::ranges::any_of(*apps, losesLeftover)) {
-        apps.modify([&](std::vector<InstalledApp>& list) {
-            for (auto& app : list) {
-                std::erase_if(app.leftovers, isGone);
-            }
-        });
+    forgetLeftovers(gone);
+    const auto isGone = [&](const InstalledApp& app) { return gone.contains(app.url); };
+    // Only a bundle can be an application: other paths are not looked for.
+    const bool mayBeApps =
+        std::ranges::any_of(urls, [](const FileURL& url) { return url.path().ends_with(".app"); });
+    if (mayBeApps && std::ranges::any_of(*apps, isGone)) {
+        apps.modify([&](std::vector<InstalledApp>& list) { std::erase_if(list, isGone); });
+        m_holders.reset(); // the places have moved
     }
-    eraseGone(apps, gone, [](const InstalledApp& app) -> const FileURL& { return app.url; });
 }
 
 void AppLibrary::record(std::optional<UndoableOperation> operation) {

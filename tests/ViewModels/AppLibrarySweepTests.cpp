@@ -159,6 +159,36 @@ TEST_F(Sweep, WhatMovedLeavesTheListsAtOnce) {
     EXPECT_EQ(*library->phase, Phase{}); // no rescan follows
 }
 
+TEST_F(Sweep, ALeftoverOfTwoApplicationsLeavesBothAndListsStayTrueWhenAScanReplacesThem) {
+    const auto shared = cache("Library/Caches/shared", 10);
+    const auto later = cache("Library/Caches/later", 5);
+    library->apps = {app("One", {shared}), app("Two", {shared})};
+    startSweep({entry(shared.url, SweepCategory::caches, 10), entry(later.url, SweepCategory::caches, 5)});
+    world.runner.settle();
+    world.runner.runJob();
+    world.runner.settle();
+    EXPECT_TRUE(library->apps->front().leftovers.empty());
+    EXPECT_TRUE(library->apps->back().leftovers.empty());
+    // A scan publishes in the middle of the sweep, with what was there when it looked.
+    library->refresh(AppLibrary::ScanReason::automatic);
+    world.runner.runAll();
+    EXPECT_FALSE(world.isThere(later.url));
+    EXPECT_TRUE(library->apps->empty()); // the volume has no applications
+}
+
+TEST_F(Sweep, AnApplicationGoesWhileItsLeftoversFollowAndTheOthersStay) {
+    library->apps = {app("One", {cache("Library/Caches/one", 1)}),
+                     app("Two", {cache("Library/Caches/two", 2)}),
+                     app("Three", {cache("Library/Caches/three", 3)})};
+    world.disk.file("Applications/One.app/x", "x");
+    sweep({entry(FileURL("/Applications/One.app"), SweepCategory::apps, 1),
+           entry(home("Library/Caches/one"), SweepCategory::apps, 1),
+           entry(home("Library/Caches/three"), SweepCategory::apps, 3)});
+    ASSERT_EQ(library->apps->size(), 2U);
+    EXPECT_EQ(library->apps->front().leftovers.size(), 1U);
+    EXPECT_TRUE(library->apps->back().leftovers.empty());
+}
+
 TEST_F(Sweep, AnApplicationIsAskedToQuitBeforeAnythingMovesAndAnEndlessOneIsMovedAllTheSame) {
     auto one = app("One");
     library->apps = {one};
