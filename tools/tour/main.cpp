@@ -3,12 +3,17 @@
 #include "QuillaneApp.h"
 #include "SampleSession.h"
 #include "Tour.h"
+#include "Visitor.h"
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QTemporaryDir>
+#include <QWindow>
 #include <cstdio>
 
 int main(int argc, char** argv) {
     using namespace quillane;
+    QElapsedTimer sinceStart;
+    sinceStart.start();
     QApplication application(argc, argv);
     const auto arguments = QApplication::arguments();
     if (arguments.size() < 2) {
@@ -25,8 +30,13 @@ int main(int argc, char** argv) {
     const auto mac =
         arguments.contains(QStringLiteral("--small")) ? SampleMac::small(now) : SampleMac::full(now);
     const auto folder = volume.path().toStdString();
+    const auto beforeSample = sinceStart.elapsed();
     SampleSession session(desktop, mac, folder);
+    const auto afterSample = sinceStart.elapsed();
     QuillaneApp app(session.platform());
     app.showWindow();
+    Visitor::waitUntil([&] { return app.window()->window()->windowHandle()->isExposed(); });
+    std::printf("The window stood %lld ms after the start, the laying of the sample not counted.\n",
+                static_cast<long long>(sinceStart.elapsed() - (afterSample - beforeSample)));
     return Tour(app, mac, folder, arguments.at(1)).run() ? 0 : 1;
 }
