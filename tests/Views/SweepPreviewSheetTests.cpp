@@ -258,6 +258,39 @@ TEST_F(SweepPreviewSheetTest, TheKeyboardAloneDoesTheWholeLoop) {
     EXPECT_TRUE(sheet.isNull()) << "it is closed and gone";
 }
 
+TEST_F(SweepPreviewSheetTest, AScanThatEndsWhileItIsOpenChangesNoRowOfIt) {
+    world.disk.file("Users/alex/Library/Caches/first", "content");
+    present({reviewRow("/Users/alex/Library/Caches/first", SweepCategory::caches, 7),
+             reviewRow("/Users/alex/Library/Caches/second", SweepCategory::caches, 7)});
+    const auto before = sheet->model().review().entries();
+    library.refresh(AppLibrary::ScanReason::user);
+    finish();
+    ASSERT_EQ(library.phase->kind, AppLibrary::Phase::Kind::ready);
+    EXPECT_EQ(sheet->model().review().entries(), before);
+    EXPECT_EQ(review().count()->text(), "2 of 2 selected • 14 bytes");
+    EXPECT_EQ(sheet->stage(), Stage::review);
+}
+
+TEST_F(SweepPreviewSheetTest, WhatIsProtectedOrVanishesWhileItIsOpenStaysOrIsToldAndTheRestMoves) {
+    for (const auto* name : {"protected", "vanishing", "moving"}) {
+        world.disk.file(std::string("Users/alex/Library/Caches/") + name, "content");
+    }
+    const FileURL caches("/Users/alex/Library/Caches");
+    present({reviewRow("/Users/alex/Library/Caches/protected", SweepCategory::caches, 7),
+             reviewRow("/Users/alex/Library/Caches/vanishing", SweepCategory::caches, 7),
+             reviewRow("/Users/alex/Library/Caches/moving", SweepCategory::caches, 7)});
+    library.setProtected(caches.appending("protected"), true);
+    ASSERT_TRUE(world.realTrash.moveToTrash(caches.appending("vanishing")).ok());
+    press(Qt::Key_Return);
+    finish();
+    ASSERT_EQ(sheet->stage(), Stage::done);
+    EXPECT_TRUE(world.isThere(caches.appending("protected")));
+    EXPECT_FALSE(world.isThere(caches.appending("moving")));
+    EXPECT_EQ(sheet->doneStage()->putBack()->text(), "1 items are in the Trash and can be put back");
+    EXPECT_NE(sheet->doneStage()->failures(), nullptr);
+    EXPECT_EQ(*library.sweepProcessed, 2);
+}
+
 TEST_F(SweepPreviewSheetTest, TabGoesFromTheListToCancelToTheMainButtonAndRound) {
     open(mixedPlan());
     EXPECT_TRUE(list().hasFocus());
