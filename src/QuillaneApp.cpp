@@ -1,4 +1,5 @@
 #include "QuillaneApp.h"
+#include "AutomationSettings.h"
 #include "ContentView.h"
 #include "IconCache.h"
 
@@ -8,6 +9,7 @@ QuillaneApp::QuillaneApp(const Platform& platform)
     : m_platform(platform)
     , m_library(m_platform) {
     IconCache::shared().attach(&m_platform);
+    AutomationSettings::registerDefaults(m_platform.defaults);
 }
 
 QuillaneApp::~QuillaneApp() {

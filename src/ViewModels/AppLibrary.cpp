@@ -16,6 +16,10 @@ AppLibrary::AppLibrary(const Platform& platform)
     if (const auto data = defaults.data(DefaultsKeys::kLastOperation)) {
         lastOperation = StoredRecords::decodeUndoableOperation(*data);
     }
+    if (const auto data = defaults.data(DefaultsKeys::kRecentUninstalls)) {
+        recentUninstalls =
+            StoredRecords::decodeRecentUninstalls(*data).value_or(std::vector<RecentUninstall>());
+    }
 }
 
 } // namespace quillane

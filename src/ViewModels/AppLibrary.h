@@ -5,6 +5,7 @@
 #include "InstalledApp.h"
 #include "Platform.h"
 #include "Published.h"
+#include "RecentUninstall.h"
 #include "StopToken.h"
 #include "SweepCategory.h"
 #include "SweepReport.h"
@@ -43,9 +44,10 @@ class AppLibrary {
     AppLibrary(const AppLibrary&) = delete;
     AppLibrary& operator=(const AppLibrary&) = delete;
 
-    Published<std::vector<InstalledApp>> apps;        // all applications, sorted by name
-    Published<bool> accessJustGranted{false};         // for 8 seconds after access was found granted
-    Published<std::optional<TaskHandle>> accessWatch; // polls while the Trash can't be read
+    Published<std::vector<InstalledApp>> apps;                // all applications, sorted by name
+    Published<bool> accessJustGranted{false};                 // for 8 seconds after access was found granted
+    Published<std::optional<TaskHandle>> accessWatch;         // polls while the Trash can't be read
+    Published<std::vector<RecentUninstall>> recentUninstalls; // as the last launch left them
     Published<TrashSweeper::State> trashState;
     Published<Phase> phase;
     Published<std::string> searchText; // the one search of all sections; UTF-8

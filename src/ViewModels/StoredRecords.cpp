@@ -17,10 +17,7 @@ std::optional<json> parse(const Defaults::Data& data) {
         return std::nullopt;
     }
     auto parsed = json::parse(data.begin(), data.end(), nullptr, false);
-    if (parsed.is_discarded() || !parsed.is_object()) {
-        return std::nullopt;
-    }
-    return parsed;
+    return parsed.is_discarded() ? std::nullopt : std::optional(std::move(parsed));
 }
 
 const json* field(const json& object, const char* key) {
@@ -63,6 +60,11 @@ std::optional<std::int64_t> integer(const json& object, const char* key) {
     return std::nullopt;
 }
 
+std::optional<bool> boolean(const json& object, const char* key) {
+    const auto* value = field(object, key);
+    return value != nullptr && value->is_boolean() ? std::optional(value->get<bool>()) : std::nullopt;
+}
+
 std::optional<FileURL> fileURL(const json& object, const char* key) {
     const auto absolute = text(object, key);
     return absolute ? FileURL::fromAbsoluteString(*absolute) : std::nullopt;
@@ -89,7 +91,94 @@ std::optional<std::vector<TrashMove>> moves(const json& object, const char* key)
     return result;
 }
 
+std::optional<RecentUninstall::Leftover> leftover(const json& object) {
+    if (!object.is_object()) {
+        return std::nullopt;
+    }
+    auto url = fileURL(object, "url");
+    auto category = text(object, "category");
+    const auto bytes = integer(object, "bytes");
+    const auto highConfidence = boolean(object, "highConfidence");
+    if (!url || !category || !bytes || !highConfidence) {
+        return std::nullopt;
+    }
+    return RecentUninstall::Leftover{std::move(*url), std::move(*category), *bytes, *highConfidence};
+}
+
+std::optional<RecentUninstall> recentUninstall(const json& object) {
+    if (!object.is_object()) {
+        return std::nullopt;
+    }
+    auto name = text(object, "name");
+    const auto date = number(object, "removedAt");
+    const auto* leftovers = field(object, "leftovers");
+    if (!name || !date || leftovers == nullptr || !leftovers->is_array()) {
+        return std::nullopt;
+    }
+    RecentUninstall record{std::move(*name), std::nullopt, Date{*date}, {}};
+    if (const auto* identifier = field(object, "bundleIdentifier");
+        identifier != nullptr && !identifier->is_null()) {
+        record.bundleIdentifier = text(object, "bundleIdentifier");
+        if (!record.bundleIdentifier) {
+            return std::nullopt; // of another kind: an error and not an absence
+        }
+    }
+    for (const auto& element : *leftovers) {
+        auto item = leftover(element);
+        if (!item) {
+            return std::nullopt;
+        }
+        record.leftovers.push_back(std::move(*item));
+    }
+    return record;
+}
+
+std::string leftoverText(const RecentUninstall::Leftover& leftover) {
+    return "{\"url\":" + JsonText::string(leftover.url.absoluteString()) +
+           ",\"category\":" + JsonText::string(leftover.category) +
+           ",\"bytes\":" + std::to_string(leftover.bytes) +
+           ",\"highConfidence\":" + (leftover.highConfidence ? "true" : "false") + "}";
+}
+
 } // namespace
+
+std::optional<Defaults::Data> encode(const std::vector<RecentUninstall>& records) {
+    std::string out = "[";
+    for (const auto& record : records) {
+        const auto date = JsonText::number(record.removedAt.secondsSinceReferenceDate);
+        if (!date) {
+            return std::nullopt;
+        }
+        out += out.size() == 1 ? "{" : ",{";
+        out += "\"name\":" + JsonText::string(record.name);
+        if (record.bundleIdentifier) {
+            out += ",\"bundleIdentifier\":" + JsonText::string(*record.bundleIdentifier);
+        }
+        out += ",\"removedAt\":" + *date + ",\"leftovers\":[";
+        for (std::size_t i = 0; i < record.leftovers.size(); ++i) {
+            out += (i == 0 ? "" : ",") + leftoverText(record.leftovers[i]);
+        }
+        out += "]}";
+    }
+    out += "]";
+    return Defaults::Data(out.begin(), out.end());
+}
+
+std::optional<std::vector<RecentUninstall>> decodeRecentUninstalls(const Defaults::Data& data) {
+    const auto array = parse(data);
+    if (!array || !array->is_array()) {
+        return std::nullopt;
+    }
+    std::vector<RecentUninstall> records;
+    for (const auto& element : *array) {
+        auto record = recentUninstall(element);
+        if (!record) {
+            return std::nullopt;
+        }
+        records.push_back(std::move(*record));
+    }
+    return records;
+}
 
 std::optional<Defaults::Data> encode(const UndoableOperation& operation) {
     const auto date = JsonText::number(operation.date.secondsSinceReferenceDate);
@@ -110,7 +199,7 @@ std::optional<Defaults::Data> encode(const UndoableOperation& operation) {
 
 std::optional<UndoableOperation> decodeUndoableOperation(const Defaults::Data& data) {
     const auto object = parse(data);
-    if (!object) {
+    if (!object || !object->is_object()) {
         return std::nullopt;
     }
     auto label = text(*object, "label");
