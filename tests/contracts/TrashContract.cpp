@@ -189,11 +189,14 @@ TYPED_TEST(TrashContract, ItNeverOverwritesADanglingLinkEither) {
 }
 
 TYPED_TEST(TrashContract, OnlyWhatLiesDirectlyInTheTrashIsMovedOutOfIt) {
-    this->world.write("home/a", "1");
-    this->world.write("home/secret", "2");
-    this->trashed("home/a");
-    EXPECT_FALSE(this->trash->moveOut(this->url("home/secret"), this->url("home/stolen")).ok());
+    this->world.write("home/secret", "trashed");
+    const auto landed = this->trashed("home/secret");
+    this->world.write("home/secret", "at home"); // the Trash holds one of the same name
+    for (const auto& outside : {this->url("home/secret"), landed.appending("secret"), this->url("secret")}) {
+        EXPECT_FALSE(this->trash->moveOut(outside, this->url("home/stolen")).ok()) << outside.path();
+    }
     EXPECT_FALSE(fs::exists(this->world.root / "home/stolen"));
+    EXPECT_EQ(this->content(this->host(landed)), "trashed");
 }
 
 TYPED_TEST(TrashContract, HiddenItemsAreListedAndDeleted) {
