@@ -16,7 +16,8 @@ std::optional<json> parse(const Defaults::Data& data) {
     if (data.size() > kMaxBytes) {
         return std::nullopt;
     }
-    auto parsed = json::parse(data.begin(), data.end(), nullptr, false);
+    const auto* const text = reinterpret_cast<const char*>(data.data());
+    auto parsed = json::parse(text, text + data.size(), nullptr, false);
     return parsed.is_discarded() ? std::nullopt : std::optional(std::move(parsed));
 }
 
