@@ -77,8 +77,8 @@ TEST_F(AppLibrarySampleMac, TheListIsInTheFindersOrder) {
 TEST_F(AppLibrarySampleMac, ExactlyWhatRemovedApplicationsLeftIsAnOrphan) {
     std::vector<ExpectedOrphan> found;
     for (const auto& item : *library.orphans) {
-        found.push_back({item.url.path(), item.category, item.identifier, item.vendor, item.bytes,
-                         item.requiresAdmin});
+        found.push_back(
+            {item.url.path(), item.category, item.identifier, item.vendor, item.bytes, item.requiresAdmin});
     }
     std::ranges::sort(found);
     EXPECT_EQ(found, mac.mac.expectedOrphans(mac.disk.path()));
