@@ -48,6 +48,7 @@ TEST_F(AppLibraryThreads, SeveralThreadsFindTheSameDeveloperCachesAsOne) {
             disk.allocated(folder + "/node_modules/p" + std::to_string(package) + "/lib/index.js", 5'000);
         }
         disk.file(folder + "/web/.venv/bin/python", "x").file(folder + "/.git/node_modules/x", "x");
+        disk.file(folder + "/too/deep/to/be/looked/at/venv/bin/python", "x");
     }
     disk.allocated("Users/alex/.npm/_cacache/index", 9'000).allocated("Users/alex/.cache/tool/file", 7'000);
     scan();
