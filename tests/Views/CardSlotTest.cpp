@@ -133,9 +133,11 @@ TEST_F(CardSlotTest, ACardThatComesBackMeanwhileStandsWhole) {
 
 TEST_F(CardSlotTest, TellingItTwiceChangesNothing) {
     leave();
-    at(CardSlot::kFadeMilliseconds);
+    at(CardSlot::kFadeMilliseconds / 3);
+    const int there = ink();
     m_slot->setShown(false);
-    EXPECT_EQ(m_slot->departure().currentTime(), CardSlot::kFadeMilliseconds);
+    EXPECT_EQ(ink(), there);
+    EXPECT_EQ(m_slot->departure().currentTime(), CardSlot::kFadeMilliseconds / 3);
 }
 
 TEST_F(CardSlotTest, WithReducedMotionACardIsGoneAtOnce) {

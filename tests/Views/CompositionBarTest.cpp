@@ -40,7 +40,10 @@ class CompositionBarTest : public testing::Test {
         }
         return 0;
     }
-    double end() const { return m_bar.stretches().back().left + m_bar.stretches().back().length; }
+    double end() const {
+        const auto stretches = m_bar.stretches();
+        return stretches.empty() ? 0 : stretches.back().left + stretches.back().length;
+    }
     bool isMoving() { return m_bar.easing().state() == QAbstractAnimation::Running; }
 
     CompositionBar m_bar;
