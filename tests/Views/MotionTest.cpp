@@ -6,6 +6,7 @@
 #include "Note.h"
 #include "OverviewView.h"
 #include "PutBackCard.h"
+#include "WindowPicture.h"
 #include "WindowTest.h"
 #include <QAbstractAnimation>
 #include <QAbstractEventDispatcher>
@@ -118,6 +119,33 @@ TEST_F(Motion, ACardThatGoesFadesAndCanNoLongerBeReached) {
     EXPECT_EQ(clock.sleepers(), 0U);
     letMotionEnd();
     EXPECT_TRUE(moving().isEmpty());
+}
+
+TEST_F(Motion, IsDrawnOnItsWay) {
+    library.lastOperation = operation;
+    library.accessJustGranted = true;
+    openReady(apps);
+    letMotionEnd();
+    turn();
+    const QImage before = pictureOf(*window);
+    library.trashState = TrashSweeper::State::measured(4096, 1);
+    library.sweepSelection = std::set{SweepCategory::caches, SweepCategory::trash};
+    library.accessJustGranted = false;
+    library.lastOperation = std::optional<UndoableOperation>();
+    turn();
+    for (auto* const animation : moving()) {
+        animation->pause();
+        animation->setCurrentTime(40);
+    }
+    const QImage fading = pictureOf(*window);
+    EXPECT_TRUE(keepPicture(fading, "overview-cards-fade"));
+    EXPECT_NE(fading, before);
+    for (auto* const slot : view().findChildren<CardSlot*>())
+        slot->departure().setCurrentTime(CardSlot::kFadeMilliseconds + 60);
+    turn();
+    const QImage closing = pictureOf(*window);
+    EXPECT_TRUE(keepPicture(closing, "overview-column-closes"));
+    EXPECT_NE(closing, fading);
 }
 
 TEST_F(Motion, TheSectionsChangeWithoutMotion) {
