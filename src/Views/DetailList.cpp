@@ -3,6 +3,7 @@
 #include "ProtectedMark.h"
 #include "RowModel.h"
 #include "ShownText.h"
+#include <QFocusEvent>
 #include <QScrollArea>
 #include <algorithm>
 #include <utility>
@@ -72,7 +73,9 @@ DetailList::DetailList(const QString& name, QWidget* parent)
 
 void DetailList::setRows(std::vector<Row> rows) {
     const int before = m_model->rowCount();
+    setAutoScroll(false); // a row that goes while a scan runs moves nothing
     m_model->update(std::move(rows));
+    setAutoScroll(true);
     if (m_model->rowCount() != before) {
         updateGeometry();
     }
@@ -86,26 +89,25 @@ QSize DetailList::minimumSizeHint() const {
     return {120, sizeHint().height()};
 }
 
-QVariant DetailList::inputMethodQuery(Qt::InputMethodQuery query) const {
-    if (query == Qt::ImCursorRectangle && currentIndex().isValid()) {
-        return visualRect(currentIndex());
-    }
-    return QListView::inputMethodQuery(query);
-}
-
-// Only for who moves in the list: a row that goes or comes while a scan runs moves nothing.
 void DetailList::scrollTo(const QModelIndex& index, ScrollHint) {
     QWidget* ancestor = parentWidget();
     while (ancestor != nullptr && qobject_cast<QScrollArea*>(ancestor) == nullptr) {
         ancestor = ancestor->parentWidget();
     }
-    if (ancestor == nullptr || !hasFocus() || !index.isValid()) {
+    if (ancestor == nullptr || !index.isValid()) {
         return;
     }
     auto* const pane = qobject_cast<QScrollArea*>(ancestor);
     const QRect row = visualRect(index);
     const QPoint middle = viewport()->mapTo(pane->widget(), row.center());
     pane->ensureVisible(middle.x(), middle.y(), 0, row.height());
+}
+
+void DetailList::focusInEvent(QFocusEvent* event) {
+    QListView::focusInEvent(event);
+    if (event->reason() != Qt::MouseFocusReason) {
+        scrollTo(currentIndex());
+    }
 }
 
 QModelIndex DetailList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {

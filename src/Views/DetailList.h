@@ -34,12 +34,12 @@ class DetailList : public QListView {
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
-    // The current row, so that a pane that is reached by Tab scrolls to that and not to the middle of the list.
-    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
-    // Scrolls the pane.
+    // Scrolls the pane, when this lies in one.
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
   protected:
+    // Who comes by keyboard sees the current row.
+    void focusInEvent(QFocusEvent* event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
   private:
