@@ -105,7 +105,7 @@ void DetailList::scrollTo(const QModelIndex& index, ScrollHint) {
 
 void DetailList::focusInEvent(QFocusEvent* event) {
     QListView::focusInEvent(event);
-    if (event->reason() != Qt::MouseFocusReason) {
+    if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason) {
         scrollTo(currentIndex());
     }
 }

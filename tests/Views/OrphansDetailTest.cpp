@@ -2,6 +2,7 @@
 #include "BulkSummary.h"
 #include "DetailHeader.h"
 #include "DetailList.h"
+#include "DetailListDelegate.h"
 #include "EmptyState.h"
 #include "Label.h"
 #include "Note.h"
@@ -15,8 +16,10 @@
 #include "Tile.h"
 #include "ToolbarRow.h"
 #include <QAccessible>
+#include <QHelpEvent>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QToolTip>
 
 using namespace quillane;
 
@@ -366,6 +369,31 @@ TEST_F(OrphansPane, WhoComesToTheListByKeyboardSeesTheCurrentRow) {
         EXPECT_EQ(QApplication::focusWidget(), &files());
         EXPECT_TRUE(isInSight(70)) << "key " << key;
     }
+}
+
+TEST_F(OrphansPane, AWindowThatComesToTheFrontAgainScrollsNothing) {
+    show(many(1000));
+    files().setCurrentIndex(file(70));
+    bar().setValue(0);
+    files().setFocus(Qt::ActiveWindowFocusReason);
+    EXPECT_EQ(bar().value(), 0);
+}
+
+TEST_F(OrphansPane, TheMarkSaysWhatItMeansAndTheRestOfTheRowWhereTheFileLies) {
+    library.setProtected(kCaches, true);
+    show(tempo());
+    const auto helpAt = [this](const QPoint& at) {
+        QHelpEvent event(QEvent::ToolTip, at, files().viewport()->mapToGlobal(at));
+        QCoreApplication::sendEvent(files().viewport(), &event);
+        return QToolTip::text();
+    };
+    const QRect row = files().visualRect(file(2));
+    EXPECT_EQ(helpAt(DetailListDelegate::markOf(row, file(2)).center().toPoint()),
+              "Protected - Quillane will never remove this");
+    EXPECT_EQ(helpAt(row.center()), "/Users/alex/Library/Caches/fm.tempo.desktop");
+    const QRect unmarked = files().visualRect(file(0));
+    EXPECT_EQ(helpAt(DetailListDelegate::markOf(unmarked, file(0)).center().toPoint()),
+              "/Users/alex/Library/Application Support/fm.tempo.desktop");
 }
 
 TEST_F(OrphansPane, AnotherGroupStartsAtItsTop) {
