@@ -17,7 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
-constexpr int kRandomRounds = 70;
+constexpr int kRandomRounds = 60;
 constexpr const char* kEarlier = "Library/Caches/earlier"; // of the cleanup before the one that is killed
 constexpr const char* kByHand = "Downloads/by hand";       // trashed by somebody else
 

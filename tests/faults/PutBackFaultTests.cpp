@@ -1,8 +1,7 @@
 // Every call that a put back makes of the system fails in turn, with each error. What does not come back stays
 // in the Trash with its record and is told; the operation is forgotten; nothing is overwritten or lost.
 #include "FailingCall.h"
-#include "RealHome.h"
-#include <algorithm>
+#include "ToldPlaces.h"
 #include <fstream>
 #include <gtest/gtest.h>
 
@@ -37,29 +36,9 @@ struct PutBackFaults : testing::Test {
         launch.runner.runJob();
         return none.count();
     }
-    // Each item once, whole, and where the report says; an item in the Trash has its record.
     static void expectTrue(const Uninstaller::Report& report, const Ground& ground) {
-        std::set<std::string> restored;
-        std::set<std::string> left;
-        for (const auto& item : Ground::items()) {
-            const auto places = placesOf<Adapters>(ground, item);
-            ASSERT_EQ(places.size(), 1U) << item;
-            const bool isHome = places[0] == ground.path(item);
-            (isHome ? restored : left).insert(Adapters::url(ground, item).path());
-            if (Adapters::kHasRecords && !isHome) {
-                EXPECT_EQ(recordedOrigin(places[0]), ground.path(item).string());
-            }
-        }
-        std::set<std::string> toldRestored;
-        for (const auto& url : report.trashed) {
-            toldRestored.insert(url.path());
-        }
-        std::set<std::string> toldLeft;
-        for (const auto& failure : report.failures) {
-            toldLeft.insert(failure.url.path());
-        }
-        EXPECT_EQ(toldRestored, restored);
-        EXPECT_EQ(toldLeft, left);
+        expectTold<Adapters>(ground, Ground::items(), {report.trashed.begin(), report.trashed.end()},
+                             urlsOf(report.failures));
     }
     static void expectForgotten(const Launch<Adapters>& launch, const Ground& ground) {
         EXPECT_FALSE(launch.library.lastOperation->has_value());
