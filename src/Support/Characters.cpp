@@ -1,6 +1,8 @@
 #include "Characters.h"
+#include <algorithm>
 #include <memory>
 #include <unicode/brkiter.h>
+#include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
@@ -32,6 +34,27 @@ bool isNumber(const icu::UnicodeString& character) {
     return u_getNumericValue(character.char32At(0)) != U_NO_NUMERIC_VALUE;
 }
 
+icu::UnicodeString unicodeFrom(std::string_view text) {
+    return icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<int32_t>(text.size())));
+}
+
+// Whether the text begins with what belongs to the character before it: an accent or a joiner.
+bool continuesCharacter(std::string_view text) {
+    if (text.empty() || static_cast<unsigned char>(text.front()) < 0x80) {
+        return false;
+    }
+    constexpr std::size_t kLongestCodePoint = 4;
+    const auto first = unicodeFrom(text.substr(0, kLongestCodePoint)).char32At(0);
+    switch (u_getIntPropertyValue(first, UCHAR_GRAPHEME_CLUSTER_BREAK)) {
+    case U_GCB_EXTEND:
+    case U_GCB_SPACING_MARK:
+    case U_GCB_ZWJ:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 bool isUppercaseOrNumbers(std::string_view text, std::size_t count) {
@@ -46,8 +69,7 @@ bool isUppercaseOrNumbers(std::string_view text, std::size_t count) {
         }
         return true;
     }
-    const auto unicode =
-        icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<int32_t>(text.size())));
+    const auto unicode = unicodeFrom(text);
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<icu::BreakIterator> characters(
         icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
@@ -66,10 +88,43 @@ bool isUppercaseOrNumbers(std::string_view text, std::size_t count) {
     return found == count;
 }
 
+std::vector<std::size_t> fullStops(std::string_view text) {
+    std::vector<std::size_t> found;
+    for (auto at = text.find('.'); at != std::string_view::npos; at = text.find('.', at + 1)) {
+        if (!continuesCharacter(text.substr(at + 1))) {
+            found.push_back(at);
+        }
+    }
+    return found;
+}
+
+std::string lowercased(std::string_view text) {
+    if (isAscii(text)) {
+        std::string lower(text);
+        std::ranges::transform(lower, lower.begin(), [](char c) {
+            return static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+        });
+        return lower;
+    }
+    // Letter by letter: a sigma is the same at the end of a word as inside it.
+    const auto original = unicodeFrom(text);
+    icu::UnicodeString unicode;
+    for (int32_t at = 0; at < original.length(); at = original.moveIndex32(at, 1)) {
+        unicode += icu::UnicodeString(original.char32At(at)).toLower(icu::Locale::getRoot());
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    const auto* const composer = icu::Normalizer2::getNFCInstance(status);
+    if (U_SUCCESS(status)) {
+        unicode = composer->normalize(unicode, status);
+    }
+    std::string lower;
+    unicode.toUTF8String(lower);
+    return lower;
+}
+
 std::string repairedUtf8(std::string_view bytes) {
     std::string repaired;
-    icu::UnicodeString::fromUTF8(icu::StringPiece(bytes.data(), static_cast<int32_t>(bytes.size())))
-        .toUTF8String(repaired);
+    unicodeFrom(bytes).toUTF8String(repaired);
     return repaired;
 }
 

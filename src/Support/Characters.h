@@ -2,12 +2,19 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // Text by the characters that a reader sees. All take UTF-8; invalid bytes count as U+FFFD. Any thread.
 namespace quillane::Text {
 
 // True when the text has exactly `count` characters and each is an upper case letter or a number.
 bool isUppercaseOrNumbers(std::string_view text, std::size_t count);
+
+// Where the full stops stand that are characters of their own: one that carries an accent is another character.
+std::vector<std::size_t> fullStops(std::string_view text);
+
+// The text in lower case by the full mapping without a locale, composed, so that equal bytes mean equal texts.
+std::string lowercased(std::string_view text);
 
 // The text with every invalid sequence replaced by U+FFFD.
 std::string repairedUtf8(std::string_view bytes);

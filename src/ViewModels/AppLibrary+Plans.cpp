@@ -1,5 +1,6 @@
 // What could be removed, as rows for the review. Only builds values: nothing here touches a file.
 #include "AppLibrary.h"
+#include "FileSystem.h"
 #include <algorithm>
 #include <string>
 #include <utility>
@@ -19,9 +20,25 @@ std::string nameOf(const FileURL& url) {
     return std::string(url.lastPathComponent());
 }
 
-SweepEntry entryFor(const LeftoverItem& item, SweepCategory category, std::string title) {
+// Wherever the path of the home folder occurs, not only at the beginning.
+std::string withHomeAsTilde(std::string path, const FileURL& home) {
+    const auto& folder = home.path();
+    for (auto at = path.find(folder); at != std::string::npos; at = path.find(folder, at + 1)) {
+        path.replace(at, folder.size(), "~");
+    }
+    return path;
+}
+
+// "Caches - com.example.tool": for what lies in a Library location.
+template <class Item>
+SweepEntry entryFor(const Item& item, SweepCategory category, std::string title) {
     return {item.url, category, std::move(title), item.category + std::string(kSeparator) + nameOf(item.url),
             item.bytes};
+}
+
+SweepEntry entryFor(const DevCacheItem& item, const FileURL& home) {
+    return {item.url, SweepCategory::developer, item.tool + std::string(kSeparator) + item.kind,
+            withHomeAsTilde(item.url.path(), home), item.bytes};
 }
 
 // "Uninstall Name" for one, "Uninstall 3 apps" else: the number is what was asked for, before any filter.
@@ -30,6 +47,20 @@ std::string labelForApps(const std::vector<InstalledApp>& apps) {
         return "Uninstall " + apps.front().name;
     }
     return "Uninstall " + std::to_string(apps.size()) + " apps";
+}
+
+std::string labelForOrphanGroups(const std::vector<OrphanGroup>& groups) {
+    if (groups.size() == 1) {
+        return "Remove " + groups.front().title() + " leftovers";
+    }
+    return "Remove leftovers of " + std::to_string(groups.size()) + " apps";
+}
+
+std::string labelForDeveloperItems(const std::vector<DevCacheItem>& items) {
+    if (items.size() == 1) {
+        return "Remove " + items.front().kind;
+    }
+    return "Remove " + std::to_string(items.size()) + " developer locations";
 }
 
 } // namespace
@@ -51,6 +82,42 @@ std::vector<LeftoverItem> AppLibrary::reclaimableCache(const InstalledApp& app) 
 
 Bytes AppLibrary::reclaimableCacheBytes(const InstalledApp& app) const {
     return sumOfBytes(reclaimableCache(app), [](const LeftoverItem& item) { return item.bytes; });
+}
+
+std::vector<DevCacheItem> AppLibrary::sweepableDeveloperCaches() const {
+    std::vector<DevCacheItem> items;
+    std::ranges::copy_if(*developerCaches, std::back_inserter(items), [&](const DevCacheItem& item) {
+        return item.safeToSweep && !isProtected(item.url) && !inaccessible->contains(item.url);
+    });
+    return items;
+}
+
+std::vector<OrphanItem> AppLibrary::sweepableItems(const OrphanGroup& group) const {
+    std::vector<OrphanItem> items;
+    std::ranges::copy_if(group.items, std::back_inserter(items), [&](const OrphanItem& item) {
+        return !item.requiresAdmin && !isProtected(item.url) && !inaccessible->contains(item.url);
+    });
+    return items;
+}
+
+std::vector<SweepEntry> AppLibrary::developerPlan() const {
+    const auto home = m_platform.files.home();
+    std::vector<SweepEntry> entries;
+    for (const auto& item : sweepableDeveloperCaches()) {
+        entries.push_back(entryFor(item, home));
+    }
+    return entries;
+}
+
+std::vector<SweepEntry> AppLibrary::orphanEntries(const std::vector<OrphanGroup>& groups) const {
+    std::vector<SweepEntry> entries;
+    for (const auto& group : groups) {
+        const auto title = group.title();
+        for (const auto& item : sweepableItems(group)) {
+            entries.push_back(entryFor(item, SweepCategory::orphans, title));
+        }
+    }
+    return entries;
 }
 
 std::vector<SweepEntry> AppLibrary::cachePlan() const {
@@ -77,11 +144,12 @@ std::vector<SweepEntry> AppLibrary::plan(SweepCategory category) const {
     switch (category) {
     case SweepCategory::caches:
         return cachePlan();
+    case SweepCategory::developer:
+        return developerPlan();
+    case SweepCategory::orphans:
+        return orphanEntries(OrphanGroup::grouped(*orphans));
     case SweepCategory::trash:
         return trashPlan();
-    case SweepCategory::developer:
-    case SweepCategory::orphans:
-        return {};
     case SweepCategory::apps:
     case SweepCategory::files:
     case SweepCategory::startup:
@@ -113,10 +181,14 @@ int AppLibrary::itemCount(SweepCategory category) const {
     case SweepCategory::caches:
         return static_cast<int>(std::ranges::count_if(
             *apps, [&](const InstalledApp& app) { return !reclaimableCache(app).empty(); }));
+    case SweepCategory::developer:
+        return static_cast<int>(sweepableDeveloperCaches().size());
+    case SweepCategory::orphans:
+        return static_cast<int>(
+            std::ranges::count_if(OrphanGroup::grouped(*orphans),
+                                  [&](const OrphanGroup& group) { return !sweepableItems(group).empty(); }));
     case SweepCategory::trash:
         return trashState->count;
-    case SweepCategory::developer:
-    case SweepCategory::orphans:
     case SweepCategory::apps:
     case SweepCategory::files:
     case SweepCategory::startup:
@@ -152,6 +224,21 @@ BulkRemoval AppLibrary::removalForCache(const InstalledApp& app) const {
         entries.push_back(entryFor(item, SweepCategory::caches, app.name));
     }
     return BulkRemoval::make("Clean " + app.name + " cache", std::move(entries));
+}
+
+BulkRemoval AppLibrary::removalForOrphanGroups(const std::vector<OrphanGroup>& groups) const {
+    return BulkRemoval::make(labelForOrphanGroups(groups), orphanEntries(groups));
+}
+
+BulkRemoval AppLibrary::removalForDeveloperItems(const std::vector<DevCacheItem>& items) const {
+    const auto home = m_platform.files.home();
+    std::vector<SweepEntry> entries;
+    for (const auto& item : items) {
+        if (!isProtected(item.url)) {
+            entries.push_back(entryFor(item, home));
+        }
+    }
+    return BulkRemoval::make(labelForDeveloperItems(items), std::move(entries));
 }
 
 } // namespace quillane

@@ -43,6 +43,14 @@ Task<> AppLibrary::scan(ScanReason reason, int generation, StopToken stop) {
         co_return;
     }
 
+    co_await findOrphans(generation, reason, stop);
+    if (isStale(generation)) {
+        co_return;
+    }
+    co_await findDeveloperCaches(generation, reason, stop);
+    if (isStale(generation)) {
+        co_return;
+    }
     co_await measureTrash(generation);
     if (isStale(generation)) {
         co_return;

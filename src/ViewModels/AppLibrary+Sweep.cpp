@@ -24,6 +24,15 @@ void append(std::vector<Uninstaller::Failure>& all, const std::vector<Uninstalle
     all.insert(all.end(), more.begin(), more.end());
 }
 
+// Observers hear of it only when something goes.
+template <class Item>
+void dropGone(Published<std::vector<Item>>& items, const std::unordered_set<FileURL>& gone) {
+    const auto isGone = [&](const Item& item) { return gone.contains(item.url); };
+    if (std::ranges::any_of(*items, isGone)) {
+        items.modify([&](std::vector<Item>& list) { std::erase_if(list, isGone); });
+    }
+}
+
 } // namespace
 
 Task<SweepReport> AppLibrary::runSweep(std::vector<SweepEntry> entries, std::string label) {
@@ -144,6 +153,8 @@ void AppLibrary::forget(const std::vector<FileURL>& urls) {
     if (std::ranges::any_of(urls, [](const FileURL& url) { return url.path().ends_with(".app"); })) {
         forgetApps(gone);
     }
+    dropGone(orphans, gone);
+    dropGone(developerCaches, gone);
 }
 
 void AppLibrary::forgetApps(const std::unordered_set<FileURL>& gone) {

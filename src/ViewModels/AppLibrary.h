@@ -1,9 +1,11 @@
 #pragma once
 #include "AppFilter.h"
 #include "BulkRemoval.h"
+#include "DevCacheItem.h"
 #include "FunctionRef.h"
 #include "InstalledApp.h"
 #include "LeftoverIndex.h"
+#include "OrphanGroup.h"
 #include "Platform.h"
 #include "Published.h"
 #include "RecentUninstall.h"
@@ -46,6 +48,8 @@ class AppLibrary {
     AppLibrary& operator=(const AppLibrary&) = delete;
 
     Published<std::vector<InstalledApp>> apps;                // all applications, sorted by name
+    Published<std::vector<OrphanItem>> orphans;               // as the last scan found them, largest first
+    Published<std::vector<DevCacheItem>> developerCaches;     // as the last walk found them, largest first
     Published<bool> accessJustGranted{false};                 // for 8 seconds after access was found granted
     Published<std::optional<TaskHandle>> accessWatch;         // polls while the Trash can't be read
     Published<std::vector<RecentUninstall>> recentUninstalls; // as the last launch left them
@@ -78,10 +82,25 @@ class AppLibrary {
     // The first application at this location; nothing for no id or an unknown one.
     std::optional<InstalledApp> appWithID(const std::optional<FileURL>& id) const;
 
+    // The groups of orphans that the search lets through, whole: by vendor or by the identifier of any item.
+    std::vector<OrphanGroup> visibleOrphanGroups() const;
+    // The sum over all orphans, whatever the search says.
+    Bytes totalOrphanBytes() const;
+    // The developer caches whose tool or kind the search lets through, in their order.
+    std::vector<DevCacheItem> visibleDeveloperCaches() const;
+    // The sum over all developer caches, whatever the search says.
+    Bytes totalDeveloperBytes() const;
+
     // What a cache cleanup of this application would remove: nothing when the application is protected, else
     // its regenerable leftovers less those that are protected or out of reach.
     std::vector<LeftoverItem> reclaimableCache(const InstalledApp& app) const;
     Bytes reclaimableCacheBytes(const InstalledApp& app) const;
+
+    // What of the group may be moved to the Trash: less what is protected, needs administrator rights or is out
+    // of reach. In their order.
+    std::vector<OrphanItem> sweepableItems(const OrphanGroup& group) const;
+    // The developer caches that a cleanup includes: those safe to sweep, less what is protected or out of reach.
+    std::vector<DevCacheItem> sweepableDeveloperCaches() const;
 
     // The rows that a sweep of the category would take: only what is safe without asking. Computed afresh.
     std::vector<SweepEntry> plan(SweepCategory category) const;
@@ -96,6 +115,10 @@ class AppLibrary {
     // Requests that answer a user's explicit choice. System applications and what is protected are left out.
     BulkRemoval removalForApps(const std::vector<InstalledApp>& selected) const;
     BulkRemoval removalForCache(const InstalledApp& app) const;
+    // The sweepable items of each group.
+    BulkRemoval removalForOrphanGroups(const std::vector<OrphanGroup>& groups) const;
+    // Whatever is not protected, also what no cleanup would include: the user has asked for it.
+    BulkRemoval removalForDeveloperItems(const std::vector<DevCacheItem>& items) const;
 
     // Runs a confirmed list to its end: the Trash first, then applications are asked to quit, then the rows
     // move one at a time, each checked against protection right before. Never stops at a failure and can't be
@@ -130,6 +153,8 @@ class AppLibrary {
         Bytes bundleBytes = 0;
         std::vector<LeftoverItem> leftovers;
     };
+    // How long a walk for developer caches stays good for automatic scans, in seconds.
+    static constexpr double developerCacheTTL = 900;
     // An application's place in `apps`, by its location.
     using IndexByURL = std::unordered_map<FileURL, std::size_t>;
 
@@ -149,12 +174,20 @@ class AppLibrary {
     // Writes into the application at its place, unless something else stands there by now.
     void publish(Measurement measured, const IndexByURL& indexByURL);
 
+    // Looks for what removed applications left behind, judged by the applications that stand.
+    Task<> findOrphans(int generation, ScanReason reason, StopToken stop);
+    // Walks for developer caches; an automatic scan is content with a result that is young enough.
+    Task<> findDeveloperCaches(int generation, ScanReason reason, StopToken stop);
+    bool mayReuseDeveloperCaches(ScanReason reason) const;
+
     // Measures the Trash; a result that a newer scan has overtaken is dropped.
     Task<> measureTrash(int generation);
     void watchForAccess();
     Task<> accessWatchLoop(StopToken stop);
 
     std::vector<SweepEntry> cachePlan() const;
+    std::vector<SweepEntry> developerPlan() const;
+    std::vector<SweepEntry> orphanEntries(const std::vector<OrphanGroup>& groups) const;
     std::vector<SweepEntry> trashPlan() const;
 
     // The steps of a sweep. The references are to the sweep's own frame.
@@ -178,6 +211,7 @@ class AppLibrary {
     int m_scanGeneration = 0;                   // number of the latest scan; grows when one really starts
     std::optional<ScanReason> m_pendingRefresh; // a scan asked for while one runs
     ScanReason m_currentReason = ScanReason::user;
+    std::optional<Date> m_developerCachesMeasuredAt; // end of the last walk; nothing before the first
     // Which applications hold a leftover. Made at need; empty when applications or leftovers may have joined since.
     std::optional<LeftoverIndex> m_holders;
     TaskScope m_tasks; // last: its suspended frames go before what they use

@@ -6,6 +6,7 @@
 #include "NotificationCenter.h"
 #include "Published.h"
 #include <optional>
+#include <string>
 #include <unordered_set>
 #include <vector>
 
@@ -24,6 +25,8 @@ struct ContentState {
     Published<bool> isPuttingBack{false};
     // Rows of the applications table, hidden ones included: what a search hides stays selected.
     Published<std::unordered_set<FileURL>> selection;
+    Published<std::unordered_set<std::string>> orphanSelection; // vendors
+    Published<std::unordered_set<FileURL>> developerSelection;
     Published<std::vector<AppComparator>> sortOrder{kInitialSortOrder};
     // What waits for its review or is being reviewed: a section stores a request here, the window opens the
     // sheet for it and takes it away when the sheet closes.

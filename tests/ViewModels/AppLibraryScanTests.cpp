@@ -26,7 +26,8 @@ TEST_F(AppLibraryScan, AMachineWithoutApplicationsIsReadyWithoutMeasuring) {
     const PhaseLog log(*library);
     const ChangeCounter apps([this] { (void)library->apps.get(); });
     scan();
-    EXPECT_EQ(log.kinds(), (std::vector{Kind::scanning, Kind::ready}));
+    EXPECT_EQ(log.kinds(),
+              (std::vector{Kind::scanning, Kind::findingOrphans, Kind::findingDeveloperCaches, Kind::ready}));
     EXPECT_TRUE(library->apps->empty());
     EXPECT_EQ(apps.changes, 0) << "an equal list notifies nobody";
 }
@@ -35,10 +36,12 @@ TEST_F(AppLibraryScan, AScanGoesThroughItsPhasesInOrder) {
     addApps(2);
     const PhaseLog log(*library);
     scan();
-    EXPECT_EQ(
-        log.phases(),
-        (std::vector<Phase>{
-            {Kind::scanning, 0, 0}, {Kind::measuring, 0, 2}, {Kind::measuring, 2, 2}, {Kind::ready, 0, 0}}));
+    EXPECT_EQ(log.phases(), (std::vector<Phase>{{Kind::scanning, 0, 0},
+                                                {Kind::measuring, 0, 2},
+                                                {Kind::measuring, 2, 2},
+                                                {Kind::findingOrphans, 0, 0},
+                                                {Kind::findingDeveloperCaches, 0, 0},
+                                                {Kind::ready, 0, 0}}));
 }
 
 TEST_F(AppLibraryScan, TheListIsPublishedBeforeAnythingIsMeasured) {
@@ -101,6 +104,8 @@ TEST_P(AppLibraryScanPace, TheReasonSetsPrioritiesAndBatchSizeOfTheWholeScan) {
     runner.runAll();
     std::vector<Priority> expected{row.searching};
     expected.insert(expected.end(), 7, row.measuring);
+    expected.push_back(row.searching);     // orphans
+    expected.push_back(row.searching);     // developer caches
     expected.push_back(Priority::utility); // the Trash, whoever asked
     EXPECT_EQ(runner.history(), expected);
 }
@@ -145,8 +150,12 @@ TEST_P(AppLibraryParking, OneFurtherScanRunsAfterReadyAndNotTwo) {
     EXPECT_EQ(AppLibraryTesting::generation(*library), 2);
     EXPECT_EQ(AppLibraryTesting::currentReason(*library), GetParam().parked);
     EXPECT_EQ(AppLibraryTesting::parked(*library), std::nullopt);
-    EXPECT_EQ(log.kinds(), (std::vector{Kind::measuring, Kind::measuring, Kind::ready, Kind::scanning,
-                                        Kind::measuring, Kind::measuring, Kind::ready}));
+    const std::vector kindsOfOne{Kind::measuring, Kind::measuring, Kind::findingOrphans,
+                                 Kind::findingDeveloperCaches, Kind::ready};
+    auto expected = kindsOfOne;
+    expected.push_back(Kind::scanning);
+    expected.insert(expected.end(), kindsOfOne.begin(), kindsOfOne.end());
+    EXPECT_EQ(log.kinds(), expected);
 }
 
 TEST_P(AppLibraryParking, TheParkedScanRunsAtThePriorityOfItsOwnReason) {
@@ -155,8 +164,9 @@ TEST_P(AppLibraryParking, TheParkedScanRunsAtThePriorityOfItsOwnReason) {
     runner.runAll();
     const auto parked =
         GetParam().parked == ScanReason::user ? Priority::userInitiated : Priority::background;
-    EXPECT_EQ(runner.history(),
-              (std::vector{Priority::background, Priority::utility, parked, Priority::utility}));
+    // Applications, orphans, developer caches, and the Trash, whoever asked.
+    EXPECT_EQ(runner.history(), (std::vector{Priority::background, Priority::background, Priority::background,
+                                             Priority::utility, parked, parked, parked, Priority::utility}));
 }
 
 constexpr auto kUser = AppLibrary::ScanReason::user;

@@ -5,22 +5,28 @@
 
 namespace quillane {
 
-// Turns the names and levels of a walk into paths. Tell it each entry in turn.
+// Turns the names and levels of a walk into paths. Tell it each entry in turn; who needs the paths of folders
+// alone need not tell the rest.
 class WalkedPaths {
   public:
     explicit WalkedPaths(const FileURL& root)
         : m_lengths{root.path() == "/" ? 0 : root.path().size()}
         , m_path(root.path()) {}
 
-    // The path of the entry.
-    FileURL told(const WalkEntry& entry) {
+    void tell(const WalkEntry& entry) {
         const auto level = static_cast<std::size_t>(entry.level);
         m_lengths.resize(level);
         m_path.resize(m_lengths.back());
         m_path += '/';
         m_path += entry.name;
         m_lengths.push_back(m_path.size());
-        return FileURL(m_path);
+    }
+    // The path of the entry told last; of the root before that.
+    FileURL current() const { return FileURL(m_path); }
+    // Both in one.
+    FileURL told(const WalkEntry& entry) {
+        tell(entry);
+        return current();
     }
 
   private:

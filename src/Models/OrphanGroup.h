@@ -1,0 +1,41 @@
+#pragma once
+#include "OrphanItem.h"
+#include <vector>
+
+namespace quillane {
+
+class Calendar;
+
+// What the removed applications of one vendor left behind. Its identity is `vendor`.
+struct OrphanGroup {
+    std::string vendor;
+    std::vector<OrphanItem> items; // largest first
+
+    // The items by vendor, the group with the largest total first; of equal totals the vendor that sorts first.
+    static std::vector<OrphanGroup> grouped(const std::vector<OrphanItem>& items);
+
+    const std::string& id() const { return vendor; }
+    Bytes totalBytes() const;
+    // The latest date among the items; absent when none has one.
+    std::optional<Date> lastModified() const;
+    // `lastModified`, or the earliest date, so that what has no date sorts as the oldest.
+    Date lastModifiedSortKey() const { return lastModified().value_or(Date::distantPast()); }
+    // Whole calendar days from the last change to `now`; absent when there is no date.
+    std::optional<int> daysSinceModified(Date now, const Calendar& calendar) const;
+    // The name that the group goes by: the identifier that most others of the group extend ("com.example.tool"
+    // over "com.example.tool.helper"), the earliest of several; the vendor when there are no items.
+    std::string title() const;
+    // Whether anything in it lies outside the user's home folder.
+    bool requiresAdmin() const;
+
+    friend bool operator==(const OrphanGroup&, const OrphanGroup&) = default;
+};
+
+} // namespace quillane
+
+template <>
+struct std::hash<quillane::OrphanGroup> {
+    std::size_t operator()(const quillane::OrphanGroup& group) const noexcept {
+        return quillane::hashOf(group.vendor, quillane::hashOfRange(group.items));
+    }
+};
