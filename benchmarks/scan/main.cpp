@@ -8,6 +8,7 @@
 #include "IconCache.h"
 #include "MainQueue.h"
 #include "PosixFileSystem.h"
+#include "ProcessorTime.h"
 #include "RemovalFakes.h"
 #include "SampleMac.h"
 #include "ScriptedCommandRunner.h"
@@ -15,11 +16,9 @@
 #include "ThreadTaskRunner.h"
 #include <algorithm>
 #include <chrono>
-#include <ctime>
 #include <fmt/core.h>
 #include <optional>
 #include <string>
-#include <time.h> // clock_gettime, which <ctime> need not declare
 #include <utility>
 #include <vector>
 
@@ -33,13 +32,6 @@ using SteadyClock = std::chrono::steady_clock;
 constexpr int kApps = 300;
 constexpr int kRounds = 5;
 constexpr Milliseconds kFrame{16};
-
-// What the calling thread has used of a processor: unlike a wall clock it does not count other programs.
-Milliseconds processorTime() {
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
-}
 
 // Times every job of the main thread.
 class TimedRunner final : public TaskRunner {

@@ -9,8 +9,7 @@
 #include "Uninstaller.h"
 #include <algorithm>
 #include <array>
-#include <set>
-#include <unordered_map>
+#include <cstddef>
 #include <unordered_set>
 #include <utility>
 
@@ -125,26 +124,11 @@ void AppLibrary::noteInaccessible(const std::vector<Uninstaller::Failure>& failu
     }
 }
 
-void AppLibrary::indexLeftovers() {
-    m_holders.emplace();
-    for (std::size_t i = 0; i < apps->size(); ++i) {
-        for (const auto& item : (*apps)[i].leftovers) {
-            (*m_holders)[item.url].push_back(i);
-        }
-    }
-}
-
 void AppLibrary::forgetLeftovers(const std::unordered_set<FileURL>& gone) {
     if (!m_holders) {
-        indexLeftovers();
+        m_holders.emplace(*apps);
     }
-    std::set<std::size_t> losing;
-    for (const auto& url : gone) {
-        if (const auto holders = m_holders->find(url); holders != m_holders->end()) {
-            losing.insert(holders->second.begin(), holders->second.end());
-            m_holders->erase(holders);
-        }
-    }
+    const auto losing = m_holders->take(gone);
     if (losing.empty()) {
         return;
     }
@@ -165,16 +149,30 @@ void AppLibrary::forget(const std::vector<FileURL>& urls) {
     }
     const std::unordered_set<FileURL> gone(urls.begin(), urls.end());
     forgetLeftovers(gone);
-    const auto isGone = [&](const InstalledApp& app) { return gone.contains(app.url); };
     // Only a bundle can be an application: other paths are not looked for.
-    const bool mayBeApps =
-        std::ranges::any_of(urls, [](const FileURL& url) { return url.path().ends_with(".app"); });
-    if (mayBeApps && std::ranges::any_of(*apps, isGone)) {
-        apps.modify([&](std::vector<InstalledApp>& list) { std::erase_if(list, isGone); });
-        m_holders.reset(); // the places have moved
+    if (std::ranges::any_of(urls, [](const FileURL& url) { return url.path().ends_with(".app"); })) {
+        forgetApps(gone);
     }
     dropGone(orphans, gone);
     dropGone(developerCaches, gone);
+}
+
+void AppLibrary::forgetApps(const std::unordered_set<FileURL>& gone) {
+    std::vector<std::size_t> places;
+    for (std::size_t i = 0; i < apps->size(); ++i) {
+        if (gone.contains((*apps)[i].url)) {
+            places.push_back(i);
+        }
+    }
+    if (places.empty()) {
+        return;
+    }
+    apps.modify([&](std::vector<InstalledApp>& list) {
+        for (auto place = places.rbegin(); place != places.rend(); ++place) {
+            list.erase(list.begin() + static_cast<std::ptrdiff_t>(*place));
+        }
+    });
+    m_holders->appsLeft(places);
 }
 
 void AppLibrary::record(std::optional<UndoableOperation> operation) {

@@ -4,6 +4,7 @@
 #include "DevCacheItem.h"
 #include "FunctionRef.h"
 #include "InstalledApp.h"
+#include "LeftoverIndex.h"
 #include "OrphanGroup.h"
 #include "Platform.h"
 #include "Published.h"
@@ -194,11 +195,11 @@ class AppLibrary {
     Task<> quitWhatGoes(const std::vector<SweepEntry>& entries);
     Task<> moveOne(const SweepEntry& entry, SweepReport& report, std::vector<TrashMove>& moves);
     void noteInaccessible(const std::vector<Uninstaller::Failure>& failures);
-    // Makes the lists forget what has gone. What it costs goes with the number of paths and not with the length
-    // of the lists, as long as no application goes.
+    // Makes the lists forget what has gone. What it costs goes with the number of paths and not with the number
+    // of leftovers, but for the first of a sweep; an application is looked for among the applications.
     void forget(const std::vector<FileURL>& urls);
     void forgetLeftovers(const std::unordered_set<FileURL>& gone);
-    void indexLeftovers();
+    void forgetApps(const std::unordered_set<FileURL>& gone);
     // Stores the operation, or takes the stored one away.
     void record(std::optional<UndoableOperation> operation);
 
@@ -211,9 +212,8 @@ class AppLibrary {
     std::optional<ScanReason> m_pendingRefresh; // a scan asked for while one runs
     ScanReason m_currentReason = ScanReason::user;
     std::optional<Date> m_developerCachesMeasuredAt; // end of the last walk; nothing before the first
-    // Which applications, by their place in `apps`, hold a leftover of this location. Made at need; empty when
-    // the list may have changed its shape since.
-    std::optional<std::unordered_map<FileURL, std::vector<std::size_t>>> m_holders;
+    // Which applications hold a leftover. Made at need; empty when applications or leftovers may have joined since.
+    std::optional<LeftoverIndex> m_holders;
     TaskScope m_tasks; // last: its suspended frames go before what they use
 };
 

@@ -189,6 +189,31 @@ TEST_F(Sweep, AnApplicationGoesWhileItsLeftoversFollowAndTheOthersStay) {
     EXPECT_TRUE(library->apps->back().leftovers.empty());
 }
 
+TEST_F(Sweep, SeveralApplicationsGoAndWhatTheOthersLoseIsTheirOwn) {
+    std::vector<InstalledApp> all;
+    for (const std::string name : {"A", "B", "C", "D", "E", "F"}) {
+        all.push_back(app(name, {cache("Library/Caches/" + name, 1), cache("Library/Logs/" + name, 1)}));
+        world.disk.file("Applications/" + name + ".app/x", "x");
+    }
+    library->apps = all;
+    std::vector<SweepEntry> entries;
+    for (const std::string path :
+         {"/Applications/C.app", "/Users/alex/Library/Caches/D", "/Applications/A.app",
+          "/Users/alex/Library/Caches/A", "/Users/alex/Library/Logs/E", "/Applications/F.app",
+          "/Users/alex/Library/Caches/B"}) {
+        entries.push_back(entry(FileURL(path), SweepCategory::apps, 1));
+    }
+    EXPECT_TRUE(sweep(entries).failures.empty());
+    std::vector<std::string> left;
+    for (const auto& one : *library->apps) {
+        for (const auto& item : one.leftovers) {
+            left.push_back(one.name + " " + item.url.path());
+        }
+    }
+    EXPECT_EQ(left, (std::vector<std::string>{"B /Users/alex/Library/Logs/B", "D /Users/alex/Library/Logs/D",
+                                              "E /Users/alex/Library/Caches/E"}));
+}
+
 TEST_F(Sweep, AnApplicationIsAskedToQuitBeforeAnythingMovesAndAnEndlessOneIsMovedAllTheSame) {
     auto one = app("One");
     library->apps = {one};

@@ -108,10 +108,11 @@ Result<> writeRecord(int infoFolder, const std::string& name, const std::string&
         return PosixError::writing(errno);
     }
     const auto written = ::write(file.get(), text.data(), text.size());
-    if (written == static_cast<ssize_t>(text.size()) && ::fsync(file.get()) == 0) {
+    const bool isWhole = written == static_cast<ssize_t>(text.size());
+    if (isWhole && ::fsync(file.get()) == 0) {
         return success();
     }
-    const int error = written < 0 ? errno : ENOSPC;
+    const int error = isWhole || written < 0 ? errno : ENOSPC;
     (void)FileRemover::removeFile(infoFolder, name);
     return PosixError::writing(error);
 }
@@ -160,8 +161,10 @@ Result<FreedesktopTrash::Bin> FreedesktopTrash::homeBin() const {
     if (!trash) {
         return PosixError::writing(errno);
     }
-    Bin bin{openOrMake(trash.get(), "files"), openOrMake(trash.get(), "info"), m_places.dataHome + "/Trash",
-            ""};
+    Bin bin{openOrMake(trash.get(), "files"), {}, m_places.dataHome + "/Trash", ""};
+    if (bin.files) { // else the error is that of the first
+        bin.info = openOrMake(trash.get(), "info");
+    }
     if (!bin.files || !bin.info) {
         return PosixError::writing(errno);
     }
@@ -248,7 +251,9 @@ Result<std::optional<FileURL>> FreedesktopTrash::moveToTrash(const FileURL& url)
         if (statNearest(m_places.dataHome, data) && sameVolume(item, data)) {
             return home.error();
         }
-    } else if (struct stat files = {}; ::fstat(home->files.get(), &files) == 0 && sameVolume(item, files)) {
+    } else if (struct stat files = {}; ::fstat(home->files.get(), &files) != 0) {
+        return PosixError::writing(errno);
+    } else if (sameVolume(item, files)) {
         auto moved = moveInto(*home, parent.get(), url);
         if (moved || moved.error().underlying != EXDEV) { // one device may still be several volumes
             return moved;

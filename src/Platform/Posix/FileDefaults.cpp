@@ -71,12 +71,19 @@ PropertyList::Value restored(const PropertyList::Value& value) {
     return value;
 }
 
+bool isMissing(int error) {
+    return error == ENOENT || error == ENOTDIR;
+}
+
+// Empty for a file that is missing or no list for its kind or length; nothing when it could not be read.
 std::optional<std::string> readAll(const std::string& path) {
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status = {};
-    const auto limit = static_cast<off_t>(PropertyList::Limits().bytes);
-    if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > limit) {
-        return std::nullopt;
+    if (!file || ::fstat(file.get(), &status) != 0) {
+        return !file && isMissing(errno) ? std::optional<std::string>("") : std::nullopt;
+    }
+    if (!S_ISREG(status.st_mode) || status.st_size > static_cast<off_t>(PropertyList::Limits().bytes)) {
+        return "";
     }
     std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
     std::size_t filled = 0;
@@ -85,7 +92,10 @@ std::optional<std::string> readAll(const std::string& path) {
         if (count < 0 && errno == EINTR) {
             continue;
         }
-        if (count <= 0) {
+        if (count < 0) {
+            return std::nullopt;
+        }
+        if (count == 0) {
             break;
         }
         filled += static_cast<std::size_t>(count);
@@ -111,51 +121,54 @@ std::string FileDefaults::userPath(const std::string& home) {
     return (usable ? std::string(config) : home + "/.config") + std::string(kFileName);
 }
 
-FileDefaults::Stamp FileDefaults::stampOfFile() const {
+std::optional<FileDefaults::Stamp> FileDefaults::stampOfFile() const {
     struct stat status = {};
     if (::stat(m_path.c_str(), &status) != 0) {
-        return {};
+        return isMissing(errno) ? std::optional(Stamp()) : std::nullopt;
     }
-    return {true,           status.st_dev,         status.st_ino,
-            status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+    return Stamp{true,           status.st_dev,         status.st_ino,
+                 status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
 }
 
-void FileDefaults::reloadIfChanged() const {
-    const Stamp stamp = stampOfFile();
-    if (stamp == m_stamp) {
-        return;
+bool FileDefaults::reloadIfChanged() const {
+    const auto stamp = stampOfFile();
+    if (stamp && stamp == m_stamp) {
+        return true;
+    }
+    const auto bytes = stamp ? readAll(m_path) : std::nullopt;
+    if (!bytes) {
+        return false;
     }
     m_stamp = stamp;
     m_stored.clear();
-    const auto bytes = readAll(m_path);
-    if (!bytes) {
-        return;
-    }
     const auto parsed = PropertyList::parse(*bytes);
     const auto* root = parsed.ok() ? PropertyList::asDictionary(&parsed.value()) : nullptr;
     if (root == nullptr) {
-        return;
+        return true;
     }
     for (const auto& entry : root->entries()) {
         m_stored.emplace(entry.key, restored(entry.value));
     }
+    return true;
 }
 
 std::optional<Defaults::Value> FileDefaults::value(std::string_view key) const {
-    reloadIfChanged();
-    for (const auto* stored : {&m_unwritten, static_cast<const Stored*>(&m_stored)}) {
-        if (const auto found = stored->find(key); found != stored->end()) {
-            return fromStored(found->second);
+    (void)reloadIfChanged();
+    if (const auto unwritten = m_unwritten.find(key); unwritten != m_unwritten.end()) {
+        if (unwritten->second) {
+            return fromStored(*unwritten->second);
         }
+    } else if (const auto stored = m_stored.find(key); stored != m_stored.end()) {
+        return fromStored(stored->second);
     }
     const auto found = m_registered.find(key);
     return found == m_registered.end() ? std::nullopt : std::optional(found->second);
 }
 
-bool FileDefaults::write() const {
+bool FileDefaults::write(const Stored& values) const {
     std::vector<PropertyList::Entry> entries;
-    entries.reserve(m_stored.size());
-    for (const auto& [key, value] : m_stored) {
+    entries.reserve(values.size());
+    for (const auto& [key, value] : values) {
         entries.push_back({key, value});
     }
     return AtomicFile::write(m_path, PropertyListDocument::text(PropertyList::Dictionary(std::move(entries))))
@@ -171,20 +184,21 @@ void FileDefaults::change(std::string_view key, std::optional<PropertyList::Valu
         while (::flock(lock.get(), LOCK_EX) != 0 && errno == EINTR) {
         }
     }
-    reloadIfChanged();
-    const Stored before = m_stored;
-    m_unwritten.erase(std::string(key));
-    m_stored.erase(std::string(key));
-    if (value) {
-        m_stored.emplace(std::string(key), *value);
+    m_unwritten.insert_or_assign(std::string(key), std::move(value));
+    if (!reloadIfChanged()) {
+        return; // what can't be read is not written over
     }
-    if (write()) {
-        m_stamp = stampOfFile();
-    } else {
-        m_stored = before;
-        if (value) {
-            m_unwritten.emplace(std::string(key), std::move(*value));
+    Stored wanted = m_stored;
+    for (const auto& [changed, newValue] : m_unwritten) {
+        wanted.erase(changed);
+        if (newValue) {
+            wanted.emplace(changed, *newValue);
         }
+    }
+    if (write(wanted)) {
+        m_stamp = stampOfFile();
+        m_stored = std::move(wanted);
+        m_unwritten.clear();
     }
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 #include "Defaults.h"
 #include "PropertyList.h"
+#include <functional>
+#include <map>
+#include <optional>
 #include <string>
 #include <sys/types.h>
 
@@ -8,8 +11,9 @@ namespace quillane {
 
 // Settings in one XML property list. Written whole, atomically and durably at each change, under a lock that
 // other instances heed: a change of one key never undoes another instance's change of a second. A file that is
-// missing or damaged counts as empty and is replaced at the next change. Values of kinds that settings don't
-// have are kept as they are.
+// missing or damaged counts as empty and is replaced at the next change; one that is there and can't be read is
+// left alone, and what was read before stays known. A change that can't be written holds for this process and
+// is written with the next one that can. Values of kinds that settings don't have are kept as they are.
 class FileDefaults final : public Defaults {
   public:
     // `path` is a path of the machine; its folder is made when the first value is stored.
@@ -37,17 +41,19 @@ class FileDefaults final : public Defaults {
     };
     using Stored = std::map<std::string, PropertyList::Value, std::less<>>;
 
-    Stamp stampOfFile() const;
-    void reloadIfChanged() const;
+    // Nothing when it could not be told.
+    std::optional<Stamp> stampOfFile() const;
+    // False when the file is there and could not be read.
+    bool reloadIfChanged() const;
     void change(std::string_view key, std::optional<PropertyList::Value> value);
-    bool write() const;
+    bool write(const Stored& values) const;
     void tell(const std::string& key);
 
     std::string m_path;
     mutable Stored m_stored;
-    mutable Stamp m_stamp;
-    // What could not be written stays true for this process.
-    Stored m_unwritten;
+    mutable std::optional<Stamp> m_stamp = Stamp(); // of what is stored; nothing when it is not known
+    // Changes that are not in the file yet; nothing for what was taken away.
+    std::map<std::string, std::optional<PropertyList::Value>, std::less<>> m_unwritten;
     std::map<std::string, Value, std::less<>> m_registered;
     std::map<SubscriptionId, std::function<void(const std::string&)>> m_subscribers;
     SubscriptionId m_lastSubscription = 0;

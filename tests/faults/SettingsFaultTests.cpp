@@ -1,0 +1,275 @@
+// Every call that storing a setting makes of the system fails in turn, with each error. The file holds the old
+// values or the new ones, whole; this process goes by what it set; nothing that was stored is lost.
+#include "DefaultsKeys.h"
+#include "FailingCall.h"
+#include "RealHome.h"
+#include <gtest/gtest.h>
+
+namespace quillane {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct SettingsFaults : testing::Test {
+    struct Ground {
+        Ground() {
+            FileDefaults defaults(path);
+            defaults.set("other", std::string("kept"));
+            defaults.set("key", std::string("old"));
+        }
+        // Everything that lies beside the file, but for the lock.
+        std::set<std::string> leftBehind() const {
+            std::set<std::string> names;
+            for (const auto& entry : fs::directory_iterator(fs::path(path).parent_path())) {
+                names.insert(entry.path().filename().string());
+            }
+            names.erase("defaults.plist");
+            names.erase("defaults.plist.lock");
+            return names;
+        }
+        std::optional<Defaults::Value> stored(std::string_view key) const {
+            return FileDefaults(path).value(key);
+        }
+
+        TemporaryFolder folder;
+        std::string path = folder.path() + "/config/quillane/defaults.plist";
+    };
+    using Change = void (*)(FileDefaults&);
+
+    static int callsOf(Change change) {
+        const Ground ground;
+        FileDefaults defaults(ground.path);
+        const FailingCall none;
+        change(defaults);
+        return none.count();
+    }
+    // `wanted` is what the change makes of "key".
+    void failEachCall(Change change, const std::optional<Defaults::Value>& wanted) {
+        const int calls = callsOf(change);
+        ASSERT_GT(calls, 12);
+        std::set<std::string> harmful; // calls whose failure left the old value in the file
+        // Not ENOENT: a system that says that the file is missing is believed.
+        for (const int error : {EACCES, EPERM, ENOSPC, EDQUOT, EIO, EROFS, EMFILE}) {
+            for (int failing = 0; failing < calls; ++failing) {
+                const Ground ground;
+                FileDefaults defaults(ground.path);
+                std::string what;
+                std::string call;
+                {
+                    const FailingCall fault(failing, error);
+                    change(defaults);
+                    what = fault.describe(error);
+                    call = fault.name;
+                }
+                SCOPED_TRACE(what);
+                const auto stored = ground.stored("key");
+                EXPECT_TRUE(stored == wanted || stored == kOld);
+                EXPECT_EQ(ground.stored("other"), kKept);
+                EXPECT_EQ(defaults.value("key"), wanted);
+                EXPECT_EQ(defaults.value("other"), kKept);
+                EXPECT_TRUE(ground.leftBehind().empty());
+                if (stored == kOld) {
+                    harmful.insert(call);
+                }
+                defaults.set("next", true); // the disk is well again
+                EXPECT_EQ(ground.stored("key"), wanted);
+                EXPECT_EQ(ground.stored("other"), kKept);
+                EXPECT_EQ(ground.stored("next"), Defaults::Value(true));
+                if (HasFailure()) {
+                    return;
+                }
+            }
+        }
+        for (const char* call : {"openat", "write", "fsync", "renameat"}) {
+            EXPECT_TRUE(harmful.contains(call)) << call;
+        }
+    }
+
+    const std::optional<Defaults::Value> kOld = std::string("old");
+    const std::optional<Defaults::Value> kKept = std::string("kept");
+};
+
+TEST_F(SettingsFaults, EachCallThatFailsWhileAValueIsStoredLeavesTheOldOrTheNew) {
+    failEachCall([](FileDefaults& defaults) { defaults.set("key", std::string("new")); }, std::string("new"));
+}
+
+TEST_F(SettingsFaults, EachCallThatFailsWhileAValueIsTakenAwayLeavesItOrNone) {
+    failEachCall([](FileDefaults& defaults) { defaults.clear("key"); }, std::nullopt);
+}
+
+// The disk fills in the middle: a part is written, then nothing more.
+TEST_F(SettingsFaults, AWriteThatStopsShortAtAFullDiskLeavesTheOldFileWhole) {
+    for (const std::size_t part : {std::size_t{0}, std::size_t{1}, std::size_t{300}}) {
+        const Ground ground;
+        FileDefaults defaults(ground.path);
+        {
+            int writes = 0;
+            const SystemCallWatch watch([&](const SystemCall& call) {
+                if (call.length == nullptr) {
+                    return 0;
+                }
+                *call.length = part;
+                return ++writes > 1 || part == 0 ? ENOSPC : 0;
+            });
+            defaults.set("key", std::string(3000, 'n'));
+        }
+        EXPECT_EQ(ground.stored("key"), kOld);
+        EXPECT_EQ(ground.stored("other"), kKept);
+        EXPECT_EQ(defaults.value("key"), Defaults::Value(std::string(3000, 'n')));
+        EXPECT_TRUE(ground.leftBehind().empty());
+    }
+}
+
+TEST_F(SettingsFaults, AFileThatIsWrittenByteByByteIsWhole) {
+    const Ground ground;
+    {
+        const SystemCallWatch watch([](const SystemCall& call) {
+            if (call.length != nullptr) {
+                *call.length = 1;
+            }
+            return 0;
+        });
+        FileDefaults(ground.path).set("key", std::string("new"));
+    }
+    EXPECT_EQ(ground.stored("key"), Defaults::Value(std::string("new")));
+    EXPECT_EQ(ground.stored("other"), kKept);
+}
+
+// A signal is no failure.
+TEST_F(SettingsFaults, AWriteThatASignalInterruptsIsMadeAgain) {
+    const Ground ground;
+    {
+        bool interrupted = false;
+        const SystemCallWatch watch([&](const SystemCall& call) {
+            return call.length != nullptr && !std::exchange(interrupted, true) ? EINTR : 0;
+        });
+        FileDefaults(ground.path).set("key", std::string("new"));
+    }
+    EXPECT_EQ(ground.stored("key"), Defaults::Value(std::string("new")));
+}
+
+// What could not be tidied up is never read.
+TEST_F(SettingsFaults, ATemporaryFileThatCannotBeRemovedEitherDoesNoHarm) {
+    const Ground ground;
+    FileDefaults defaults(ground.path);
+    {
+        const SystemCallWatch watch([](const SystemCall& call) {
+            return call.name == "renameat" || call.name == "unlinkat" ? EIO : 0;
+        });
+        defaults.set("key", std::string("new"));
+    }
+    EXPECT_EQ(ground.leftBehind().size(), 1U);
+    EXPECT_EQ(ground.stored("key"), kOld);
+    defaults.set("key", std::string("newer"));
+    EXPECT_EQ(ground.stored("key"), Defaults::Value(std::string("newer")));
+}
+
+// As after a start with no file descriptor to spare: the next look is another try.
+TEST_F(SettingsFaults, AFileThatCouldNotBeReadIsNotTakenForEmptyLater) {
+    for (const char* failing : {"stat", "open", "fstat", "read"}) {
+        const Ground ground;
+        const FileDefaults defaults(ground.path);
+        {
+            const SystemCallWatch watch(
+                [failing](const SystemCall& call) { return call.name == failing ? EMFILE : 0; });
+            EXPECT_EQ(defaults.value("key"), std::nullopt) << failing;
+        }
+        EXPECT_EQ(defaults.value("key"), kOld) << failing;
+    }
+}
+
+TEST_F(SettingsFaults, WhatCouldBeReadBeforeIsStillKnownWhileTheFileCannotBeRead) {
+    const Ground ground;
+    const FileDefaults defaults(ground.path);
+    EXPECT_EQ(defaults.value("key"), kOld);
+    FileDefaults(ground.path).set("key", std::string("new"));
+    const SystemCallWatch watch([](const SystemCall& call) { return call.name == "open" ? EIO : 0; });
+    EXPECT_EQ(defaults.value("key"), kOld);
+}
+
+// ---- the library
+
+// The rows of a sweep that ended, and then every call of storing its operation fails in turn.
+TEST(LibrarySettingsFaults, AnOperationThatCannotBeStoredIsStillPutBackByThisProcess) {
+    const auto items = std::vector<std::string>{"Downloads/link", RealHome::kDeep};
+    for (int failing = 0;; ++failing) {
+        const RealHome home;
+        Launch<DesktopAdapters> launch(home);
+        launch.library.setProtected(DesktopAdapters::url(home, RealHome::kProtected), true);
+        launch.sweep(entriesFor<DesktopAdapters>(home, {"Library/Caches/com.example.a"}), "Earlier");
+        // The moves are done; the job that waits now measures the Trash once the operation is stored.
+        std::optional<SweepReport> report;
+        launch.library.tasks().start([&](StopToken) -> Task<> {
+            report = co_await launch.library.runSweep(entriesFor<DesktopAdapters>(home, items), "Sweep");
+        });
+        launch.runner.settle();
+        launch.runner.runJob();
+        launch.runner.settle();
+        launch.runner.runJob();
+        std::string what;
+        {
+            const FailingCall fault(failing, ENOSPC);
+            launch.runner.settle();
+            what = fault.name;
+            if (fault.count() <= failing) {
+                ASSERT_GT(failing, 12);
+                return;
+            }
+        }
+        launch.runner.runAll();
+        SCOPED_TRACE(what);
+        EXPECT_EQ(report->itemsMovedToTrash, 2);
+        EXPECT_EQ((*launch.library.lastOperation)->label, "Sweep");
+        {
+            Launch<DesktopAdapters> next(home); // one operation or the other, and protection in any case
+            const auto label = (*next.library.lastOperation).value().label;
+            EXPECT_TRUE(label == "Sweep" || label == "Earlier") << label;
+            EXPECT_TRUE(next.library.isProtected(DesktopAdapters::url(home, RealHome::kProtected)));
+        }
+        EXPECT_EQ(launch.undo().trashed.size(), 2U);
+        EXPECT_TRUE(home.isHome(items[0]) && home.isHome(items[1]));
+        EXPECT_FALSE(Launch<DesktopAdapters>(home).library.lastOperation->has_value());
+    }
+}
+
+// The next start offers it once more, and that finds nothing left to do.
+TEST(LibrarySettingsFaults, AnOperationThatCannotBeTakenOutOfTheFileDoesNoHarmAtTheNextStart) {
+    const RealHome home;
+    {
+        Launch<DesktopAdapters> launch(home);
+        launch.sweep(entriesFor<DesktopAdapters>(home, {"Downloads/link"}), "Sweep");
+        const SystemCallWatch watch(
+            [](const SystemCall& call) { return call.name == "renameat" ? ENOSPC : 0; });
+        EXPECT_EQ(launch.undo().trashed.size(), 1U);
+        EXPECT_FALSE(launch.library.lastOperation->has_value());
+        EXPECT_FALSE(launch.ports.defaults.data(DefaultsKeys::kLastOperation));
+    }
+    Launch<DesktopAdapters> next(home);
+    ASSERT_TRUE(next.library.lastOperation->has_value());
+    const auto report = next.undo();
+    ASSERT_EQ(report.failures.size(), 1U);
+    EXPECT_EQ(report.failures[0].reason, "No longer in the Trash.");
+    EXPECT_TRUE(home.isHome("Downloads/link"));
+}
+
+// The disk is full when a path is protected; a sweep makes room and stores what it moved.
+TEST(LibrarySettingsFaults, AProtectionThatCouldNotBeStoredHoldsAndIsStoredWithTheNextChange) {
+    const RealHome home;
+    {
+        Launch<DesktopAdapters> launch(home);
+        const auto url = DesktopAdapters::url(home, RealHome::kProtected);
+        {
+            const SystemCallWatch watch(
+                [](const SystemCall& call) { return call.length != nullptr ? ENOSPC : 0; });
+            launch.library.setProtected(url, true);
+        }
+        launch.sweep(entriesFor<DesktopAdapters>(home, {RealHome::kProtected, "Downloads/link"}), "Sweep");
+        EXPECT_TRUE(home.isHome(RealHome::kProtected));
+        EXPECT_FALSE(home.isHome("Downloads/link"));
+    }
+    Launch<DesktopAdapters> next(home);
+    EXPECT_TRUE(next.library.isProtected(DesktopAdapters::url(home, RealHome::kProtected)));
+}
+
+} // namespace
+} // namespace quillane
