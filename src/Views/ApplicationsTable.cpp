@@ -11,20 +11,15 @@
 namespace quillane {
 
 ApplicationsTable::ApplicationsTable(AppLibrary& library, ContentState& state, QWidget* parent)
-    : ApplicationsTable(library, state, new StatusLine, parent) {}
-
-ApplicationsTable::ApplicationsTable(AppLibrary& library, ContentState& state, StatusLine* statusLine,
-                                     QWidget* parent)
     : KeyedTable(QStringLiteral("Applications"), new AppTableModel(library.platform().clock),
                  {{.width = 180, .stretches = true},
                   {.width = 88},
                   {.width = 112},
                   {.width = 132},
                   {.width = 90, .narrowest = 60, .narrowRank = 3}},
-                 statusLine, state.selection, state.sortOrder, parent)
+                 new StatusLine, state.selection, state.sortOrder, parent)
     , m_library(library)
-    , m_state(state)
-    , m_statusLine(statusLine) {
+    , m_state(state) {
     connect(table(), &QAbstractItemView::doubleClicked, this, &ApplicationsTable::openSelected);
     for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
         auto* const enter = new QShortcut(key, table(), nullptr, nullptr, Qt::WidgetShortcut);
@@ -39,12 +34,16 @@ ApplicationsTable::ApplicationsTable(AppLibrary& library, ContentState& state, S
 
 ApplicationsTable::~ApplicationsTable() = default;
 
+StatusLine* ApplicationsTable::statusLine() const {
+    return static_cast<StatusLine*>(footer());
+}
+
 void ApplicationsTable::render() {
     const auto apps = m_library.visibleApps();
     showRows([&] { model().setApps(sorted(apps, m_state.sortOrder.get()), m_library.protectedPaths.get()); });
     const auto phase = m_library.phase.get();
     const bool isReady = phase.kind == AppLibrary::Phase::Kind::ready;
-    m_statusLine->show(phase, apps.size(), isReady ? m_library.totalVisibleBytes() : 0);
+    statusLine()->show(phase, apps.size(), isReady ? m_library.totalVisibleBytes() : 0);
 }
 
 void ApplicationsTable::openMenu(const std::vector<FileURL>& urls, const QPoint& globalPosition) {

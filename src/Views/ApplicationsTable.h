@@ -16,20 +16,18 @@ class ApplicationsTable : public KeyedTable<AppTableModel, AppComparator> {
     ApplicationsTable(AppLibrary& library, ContentState& state, QWidget* parent = nullptr);
     ~ApplicationsTable() override;
 
-    StatusLine* statusLine() const { return m_statusLine; }
+    StatusLine* statusLine() const;
 
   protected:
     void openMenu(const std::vector<FileURL>& urls, const QPoint& globalPosition) override;
 
   private:
-    ApplicationsTable(AppLibrary& library, ContentState& state, StatusLine* statusLine, QWidget* parent);
     void render();
     // Opens the selected application when it is the only one and can be seen.
     void openSelected();
 
     AppLibrary& m_library;
     ContentState& m_state;
-    StatusLine* m_statusLine;
 };
 
 } // namespace quillane

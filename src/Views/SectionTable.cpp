@@ -13,7 +13,8 @@ namespace quillane {
 SectionTable::SectionTable(const QString& name, QAbstractItemModel* model, std::vector<TableColumn> columns,
                            StatusRow* footer, QWidget* parent)
     : QWidget(parent)
-    , m_table(new TableView(name)) {
+    , m_table(new TableView(name))
+    , m_footer(footer) {
     model->setParent(this);
     m_table->setModel(model);
     m_table->setColumns(std::move(columns));

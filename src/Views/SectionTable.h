@@ -29,6 +29,7 @@ class SectionTable : public QWidget {
     Q_OBJECT
   public:
     TableView* table() const { return m_table; }
+    StatusRow* footer() const { return m_footer; }
 
   protected:
     // `name` is what assistive tools call the table. Takes over the footer.
@@ -48,6 +49,7 @@ class SectionTable : public QWidget {
 
   private:
     TableView* m_table;
+    StatusRow* m_footer;
     EmptyState* m_emptyState = nullptr;
     EmptyWords m_emptyWords;
 };
