@@ -15,7 +15,6 @@ QVariant titleData(const OrphanRow& row, int role) {
     case kSymbolRole:
         return QStringLiteral("questionmark.folder");
     case kSymbolTintRole:
-    case kTrailingTintRole:
         return static_cast<int>(Tint::Secondary);
     case kTrailingSymbolRole:
         return row.requiresAdmin ? QVariant(QStringLiteral("lock.fill")) : QVariant();

@@ -110,6 +110,11 @@ TEST_F(DeveloperTableTest, TheColumnsHaveTheirWidthsAndToolGivesWayInTheSmallest
     EXPECT_EQ(table().header()->length(), table().viewport()->width());
 }
 
+TEST_F(DeveloperTableTest, EveryControlThatTakesTheFocusHasAName) {
+    openWith(four());
+    EXPECT_EQ(namelessControls(), QStringList());
+}
+
 // The order
 
 TEST_F(DeveloperTableTest, EveryColumnSortsInBothDirections) {

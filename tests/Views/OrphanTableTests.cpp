@@ -1,8 +1,10 @@
+#include "HeaderView.h"
 #include "OrphanTable.h"
 #include "SectionRecords.h"
 #include "SectionTableTest.h"
+#include "TableDelegate.h"
 #include "TableRole.h"
-#include "Tint.h"
+#include "Tokens.h"
 
 using namespace quillane;
 using Kind = AppLibrary::Phase::Kind;
@@ -86,6 +88,39 @@ TEST_F(OrphanTableTest, TheColumnsHaveTheirWidths) {
     turn();
     EXPECT_GE(table().columnWidth(Column::kLeftBehindBy), 200);
     EXPECT_LE(table().header()->length(), table().viewport()->width());
+}
+
+TEST_F(OrphanTableTest, BehindTheLastColumnTheHeaderGoesOnEmpty) {
+    openWith(three());
+    auto& header = *table().header();
+    ASSERT_LT(header.length(), header.viewport()->width() - 20);
+    const QImage picture = header.grab().toImage();
+    const double ratio = picture.devicePixelRatio();
+    const auto at = [&](int x, int y) {
+        return picture.pixelColor((QPointF(x, y) * ratio).toPoint()).name();
+    };
+    const int line = header.height() - HeaderView::kBlank - 1;
+    EXPECT_EQ(at(header.width() - 5, 10), Tokens::current().base.name());
+    EXPECT_EQ(at(header.width() - 5, line), at(200, line)) << "the line below goes on too";
+    EXPECT_EQ(at(header.width() - 5, header.height() - 2), Tokens::current().base.name());
+}
+
+TEST_F(OrphanTableTest, EveryControlThatTakesTheFocusHasAName) {
+    openWith(three());
+    EXPECT_EQ(namelessControls(), QStringList());
+}
+
+TEST_F(OrphanTableTest, TheLockBehindALongTitleStaysInTheCell) {
+    openWith(
+        {adminOrphan("com.example.an-identifier-that-is-much-longer-than-its-column", "com.example", 1)});
+    const QModelIndex title = table().model()->index(0, Column::kLeftBehindBy);
+    const auto* const delegate = qobject_cast<const TableDelegate*>(table().itemDelegate());
+    ASSERT_NE(delegate, nullptr);
+    const QRect cell = table().visualRect(title);
+    const auto parts = delegate->layout(cell, title);
+    EXPECT_TRUE(parts.elided);
+    EXPECT_LE(parts.trailing.right(), cell.right());
+    EXPECT_GT(parts.trailing.left(), parts.text.left());
 }
 
 // The order

@@ -6,6 +6,7 @@
 #include "Sidebar.h"
 #include "SidebarView.h"
 #include "StatusRow.h"
+#include <QAccessible>
 #include <QHeaderView>
 
 namespace quillane {
@@ -48,6 +49,17 @@ class SectionTableTest : public MenuTest {
         return texts;
     }
     const EmptyState& emptyState() const { return *table().findChild<EmptyState*>(); }
+    // What the window shows takes the focus, and has no name that assistive tools could tell.
+    QStringList namelessControls() const {
+        QStringList nameless;
+        for (auto* const widget : window->findChildren<QWidget*>()) {
+            if (widget->isVisible() && (widget->focusPolicy() & Qt::TabFocus) && !widget->focusProxy() &&
+                QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name).isEmpty()) {
+                nameless << widget->metaObject()->className();
+            }
+        }
+        return nameless;
+    }
     QString badge() const {
         auto* const sections = window->sidebar()->list();
         const auto title = QString::fromUtf8(rawValue(startsIn).data());
