@@ -1,3 +1,4 @@
+#include "ContentState.h"
 #include "DeveloperTable.h"
 #include "SectionRecords.h"
 #include "SectionTableTest.h"
@@ -113,6 +114,35 @@ TEST_F(DeveloperTableTest, TheColumnsHaveTheirWidthsAndToolGivesWayInTheSmallest
 TEST_F(DeveloperTableTest, EveryControlThatTakesTheFocusHasAName) {
     openWith(four());
     EXPECT_EQ(namelessControls(), QStringList());
+}
+
+TEST_F(DeveloperTableTest, ToolIsCutNoFurtherThanItsLeast) {
+    ContentState state(LibrarySection::developer);
+    DeveloperTable narrow(library, state);
+    narrow.resize(500, 400);
+    narrow.show();
+    library.developerCaches = four(); // a header is shown with rows alone
+    turn();
+    EXPECT_EQ(narrow.table()->columnWidth(Column::kTool), 118);
+    EXPECT_EQ(narrow.table()->header()->length(), narrow.table()->viewport()->width());
+}
+
+TEST_F(DeveloperTableTest, OfTwoRecordsOfOneLocationTheFirstCountsInRowAndMenu) {
+    auto again = four()[1];
+    again.bytes = 1'000'000;
+    openWith({four()[1], again});
+    EXPECT_EQ(column(Column::kSize), QStringList({"5 GB"}));
+    choose(menuOn("Xcode"), "Move to Trash…");
+    turn();
+    ASSERT_TRUE(window->state().removal.get().has_value());
+    ASSERT_EQ(window->state().removal.get()->entries.size(), 1U);
+    EXPECT_EQ(window->state().removal.get()->entries[0].bytes, 5'000'000'000);
+}
+
+TEST_F(DeveloperTableTest, WhenItWasTouchedIsToldQuietly) {
+    openWith(four());
+    EXPECT_EQ(static_cast<Tint>(cellData(0, Column::kLastTouched, kTintRole).toInt()), Tint::Secondary);
+    EXPECT_TRUE(cellData(0, Column::kSize, kTabularRole).toBool());
 }
 
 // The order
@@ -332,6 +362,7 @@ TEST_F(DeveloperTableTest, SeveralCanBeMovedWhileOneOfThemIsFreeAndTheProtectedS
     select({"Xcode", "Archivist"});
     choose(menuOn("Xcode"), "Move 2 Items to Trash…");
     EXPECT_EQ(reviewed(), QStringList({kArchives}));
+    ASSERT_NE(sheet(), nullptr);
     sheet()->reject();
     protect({four()[2].url});
     closeMenu();
