@@ -63,6 +63,7 @@ template <class Record, class Step, class RanksOf>
 std::vector<Record> sortedBySteps(std::vector<Record> records, const std::vector<Step>& order,
                                   RanksOf ranksOf) {
     std::vector<std::pair<Ranks, bool>> steps;
+    steps.reserve(order.size());
     for (const auto& step : order) {
         steps.emplace_back(ranksOf(records, step.key), step.isReverse);
     }
