@@ -12,11 +12,17 @@ DesktopSession::DesktopSession(QApplication& application) {
     Look::install(application);
 }
 
-void DesktopSession::followColorScheme(TaskRunner& tasks) {
-    ColorScheme& scheme = m_colorScheme.emplace(tasks);
-    const auto apply = [&scheme] { Look::setDark(scheme.scheme() == ColorScheme::Scheme::dark); };
-    QObject::connect(&scheme, &ColorScheme::changed, &scheme, apply);
-    apply();
+void DesktopSession::followDesktop(TaskRunner& tasks) {
+    const ColorScheme& scheme = m_colorScheme.emplace(tasks);
+    QObject::connect(&scheme, &ColorScheme::changed,
+                     [&scheme] { Look::setDark(scheme.scheme() == ColorScheme::Scheme::dark); });
+    const ReducedMotion& motion = m_reducedMotion.emplace(tasks);
+    QObject::connect(&motion, &ReducedMotion::changed, [&motion] { Look::setReducedMotion(motion.isOn()); });
+}
+
+void DesktopSession::stopFollowing() {
+    m_colorScheme.reset();
+    m_reducedMotion.reset();
 }
 
 } // namespace quillane

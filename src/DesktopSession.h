@@ -3,6 +3,7 @@
 #include "ContinuousClock.h"
 #include "MainQueue.h"
 #include "QtMainLoop.h"
+#include "ReducedMotion.h"
 #include <optional>
 
 class QApplication;
@@ -21,15 +22,17 @@ class DesktopSession {
 
     MainQueue& mainQueue() { return m_mainQueue; }
     ContinuousClock& clock() { return m_clock; }
-    // From now on the window is light or dark as the desktop wants it. Stop before the runner goes.
-    void followColorScheme(TaskRunner& tasks);
-    void stopFollowing() { m_colorScheme.reset(); }
+    // From now on the window is light or dark, and moves or does not, as the desktop wants it. Stop before the
+    // runner goes.
+    void followDesktop(TaskRunner& tasks);
+    void stopFollowing();
 
   private:
     MainQueue m_mainQueue;
     QtMainLoop m_loop{m_mainQueue};
     ContinuousClock m_clock{m_mainQueue};
     std::optional<ColorScheme> m_colorScheme;
+    std::optional<ReducedMotion> m_reducedMotion;
 };
 
 } // namespace quillane

@@ -28,7 +28,7 @@ int main(int argc, char** argv) {
     FreedesktopTrash trash(FreedesktopTrash::Places::ofThisUser(files.home()), session.clock());
     BundleProcesses running(files);
     FileDefaults defaults(FileDefaults::userPath(files.home().path()));
-    session.followColorScheme(tasks);
+    session.followDesktop(tasks);
 
     QuillaneApp app({.files = files,
                      .commands = commands,

@@ -4,6 +4,7 @@
 #include "FootprintCalculator.h"
 #include "ManualClock.h"
 #include "PosixFileSystem.h"
+#include "RemovalFakes.h"
 #include "ScriptedCommandRunner.h"
 #include "StepTaskRunner.h"
 #include "TemporaryFolder.h"
@@ -74,7 +75,9 @@ void measureFootprint(benchmark::State& state, const FileURL& root) {
     FakeWorkspace workspace;
     StepTaskRunner runner;
     ManualClock clock{runner};
-    const Platform platform{files, commands, metadata, clock, runner, workspace};
+    RemovalFakes fakes;
+    const Platform platform{files,     commands,    metadata,      clock,         runner,
+                            workspace, fakes.trash, fakes.running, fakes.defaults};
     for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(FootprintCalculator::size(platform, root));
     }

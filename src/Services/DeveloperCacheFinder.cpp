@@ -251,7 +251,12 @@ class Search {
             const auto url = paths.told(entry);
             const int level = piece.level + entry.level;
             if (contains(kDependencyFolderNames, entry.name)) {
-                others.give(Measuring{add(itemForDependencies(url)), url});
+                const Measuring found{add(itemForDependencies(url)), url};
+                if (others.want()) {
+                    others.give(found);
+                } else {
+                    handle(found, others);
+                }
                 return WalkAnswer::skipBelow;
             }
             if (!isEntered(entry.name, level)) {

@@ -106,8 +106,12 @@ std::string lowercased(std::string_view text) {
         });
         return lower;
     }
-    auto unicode = unicodeFrom(text);
-    unicode.toLower(icu::Locale::getRoot());
+    // Letter by letter: a sigma is the same at the end of a word as inside it.
+    const auto original = unicodeFrom(text);
+    icu::UnicodeString unicode;
+    for (int32_t at = 0; at < original.length(); at = original.moveIndex32(at, 1)) {
+        unicode += icu::UnicodeString(original.char32At(at)).toLower(icu::Locale::getRoot());
+    }
     UErrorCode status = U_ZERO_ERROR;
     const auto* const composer = icu::Normalizer2::getNFCInstance(status);
     if (U_SUCCESS(status)) {

@@ -76,8 +76,8 @@ Task<> AppLibrary::reprobeAccess() {
     const Platform platform = m_platform;
     const auto state = co_await detached(platform.tasks, Priority::utility,
                                          [platform] { return TrashSweeper::measure(platform); });
-    if (state.needsFullDiskAccess) {
-        co_return;
+    if (state.needsFullDiskAccess || !trashState->needsFullDiskAccess) {
+        co_return; // still refused, or another probe or a scan has found it meanwhile
     }
     trashState = state;
     accessJustGranted = true;

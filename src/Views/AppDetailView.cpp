@@ -18,11 +18,8 @@
 #include "Spinner.h"
 #include "StatGrid.h"
 #include "TextStyle.h"
-#include "ToolbarRow.h"
 #include "Workspace.h"
 #include <QHBoxLayout>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace quillane {
@@ -54,52 +51,16 @@ ListRow* leftoverRow(const LeftoverItem& item) {
 } // namespace
 
 AppDetailView::AppDetailView(AppLibrary& library, QWidget* parent)
-    : QWidget(parent)
+    : DetailPane(QStringLiteral("Uninstall"), QStringLiteral("Application details"), parent)
     , m_library(library)
-    , m_toolbar(new ToolbarRow)
-    , m_reveal(new PushButton(QStringLiteral("Reveal in Finder"), QStringLiteral("folder")))
-    , m_uninstall(
-          new PushButton(QStringLiteral("Uninstall"), QStringLiteral("trash"), PushButton::Role::Destructive))
     , m_icon(new AppIcon(kIconSide))
-    , m_header(new DetailHeader(m_icon, {}))
-    , m_scroll(new QScrollArea) {
-    makeToolbar();
-
-    auto* const content = new QWidget;
-    m_blocks = new QVBoxLayout(content);
-    m_blocks->setContentsMargins(16, 16, 16, 16);
-    m_blocks->setSpacing(12);
-    m_blocks->addLayout(makeHead());
-    m_blocks->addWidget(makeChips());
+    , m_header(new DetailHeader(m_icon, {})) {
+    removeButton()->setToolTip(QStringLiteral("System apps cannot be removed"));
+    removeButton()->setAccessibleDescription(removeButton()->toolTip());
+    blocks()->addLayout(makeHead());
+    blocks()->addWidget(makeChips());
     makeFootprint();
     makeDetails();
-    m_blocks->addStretch(1);
-
-    m_scroll->setWidget(content);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->setAccessibleName(QStringLiteral("Application details"));
-
-    auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->addWidget(m_toolbar);
-    column->addWidget(m_scroll, 1);
-}
-
-void AppDetailView::makeToolbar() {
-    m_toolbar->addControl(m_reveal);
-    m_toolbar->addControl(m_uninstall);
-    m_toolbar->setShrinking(m_reveal);
-    m_uninstall->setToolTip(QStringLiteral("System apps cannot be removed"));
-    m_uninstall->setAccessibleDescription(m_uninstall->toolTip());
-    connect(m_reveal, &QPushButton::clicked, this, [this] {
-        if (m_url) {
-            m_library.platform().workspace.reveal({*m_url});
-        }
-    });
-    connect(m_uninstall, &QPushButton::clicked, this, &AppDetailView::uninstall);
 }
 
 QLayout* AppDetailView::makeHead() {
@@ -137,7 +98,7 @@ void AppDetailView::makeFootprint() {
         content->addWidget(widget);
     }
     m_footprint->contentLayout()->addLayout(content);
-    m_blocks->addWidget(m_footprint);
+    blocks()->addWidget(m_footprint);
 }
 
 void AppDetailView::makeCleanCache() {
@@ -158,18 +119,18 @@ void AppDetailView::makeDetails() {
     for (auto* const row : {m_bundleID, m_location, m_lastUsed, m_minimumSystem}) {
         m_details->addRow(row);
     }
-    m_blocks->addWidget(m_details);
+    blocks()->addWidget(m_details);
 }
 
 void AppDetailView::show(const InstalledApp& app) {
     if (m_url != app.url) {
-        m_scroll->verticalScrollBar()->setValue(0);
+        scrollToTop();
     }
     m_url = app.url;
     showHead(app);
     showFootprint(app);
     showCleanCache(app);
-    m_uninstall->setEnabled(AppActions::canUninstall(m_library, app));
+    removeButton()->setEnabled(AppActions::canUninstall(m_library, app));
     showDetails(app);
     showSupportFiles(app.leftovers);
 }
@@ -205,8 +166,13 @@ void AppDetailView::showCleanCache(const InstalledApp& app) {
                                      : QStringLiteral("No Cache to Clean"));
 }
 
-// What is shown may be a turn behind the library, so both ask for the application as it is now.
-void AppDetailView::uninstall() {
+void AppDetailView::reveal() {
+    if (m_url) {
+        m_library.platform().workspace.reveal({*m_url});
+    }
+}
+
+void AppDetailView::askToRemove() {
     const auto app = m_library.appWithID(m_url);
     if (app && AppActions::canUninstall(m_library, *app)) {
         emit removalWanted(m_library.removalForApps({*app}));
@@ -239,7 +205,7 @@ void AppDetailView::showSupportFiles(const std::vector<LeftoverItem>& leftovers)
     for (const auto& item : leftovers) {
         m_supportFiles->addRow(leftoverRow(item));
     }
-    m_blocks->insertWidget(m_blocks->count() - 1, m_supportFiles); // above the stretch
+    blocks()->addWidget(m_supportFiles);
 }
 
 QString AppDetailView::leftoverSubtitle(const LeftoverItem& item) {

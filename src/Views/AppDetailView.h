@@ -1,12 +1,10 @@
 #pragma once
-#include "BulkRemoval.h"
+#include "DetailPane.h"
 #include "InstalledApp.h"
-#include <QWidget>
 #include <optional>
 #include <vector>
 
 class QLayout;
-class QVBoxLayout;
 
 namespace quillane {
 
@@ -20,11 +18,9 @@ class Panel;
 class ProtectedMark;
 class PushButton;
 class StatGrid;
-class ToolbarRow;
 
-// The pane for one application: what it is, what it occupies and where. It is filled anew in place, so that
-// scroll position and focus stay while a scan goes on.
-class AppDetailView : public QWidget {
+// The pane for one application: what it is, what it occupies and where.
+class AppDetailView : public DetailPane {
     Q_OBJECT
   public:
     // The library outlives the view.
@@ -37,9 +33,7 @@ class AppDetailView : public QWidget {
     // The words of the second line of a leftover's row: "Caches, name match".
     static QString leftoverSubtitle(const LeftoverItem& item);
 
-    ToolbarRow* toolbar() const { return m_toolbar; }
-    PushButton* revealButton() const { return m_reveal; }
-    PushButton* uninstallButton() const { return m_uninstall; }
+    PushButton* uninstallButton() const { return removeButton(); }
     PushButton* cleanCacheButton() const { return m_cleanCache; }
     ProtectedMark* protectedMark() const { return m_protected; }
     DetailHeader* header() const { return m_header; }
@@ -52,18 +46,16 @@ class AppDetailView : public QWidget {
     // Null without leftovers.
     Panel* supportFiles() const { return m_supportFiles; }
 
-  signals:
-    // A review is wanted.
-    void removalWanted(const quillane::BulkRemoval& removal);
+  protected:
+    void reveal() override;
+    void askToRemove() override;
 
   private:
-    void makeToolbar();
     QLayout* makeHead();
     QWidget* makeChips();
     void makeFootprint();
     void makeDetails();
     void makeCleanCache();
-    void uninstall();
     void cleanCache();
     void showHead(const InstalledApp& app);
     void showFootprint(const InstalledApp& app);
@@ -75,9 +67,6 @@ class AppDetailView : public QWidget {
     std::optional<FileURL> m_url;
     std::vector<LeftoverItem> m_leftovers; // those that m_supportFiles shows
 
-    ToolbarRow* m_toolbar;
-    PushButton* m_reveal;
-    PushButton* m_uninstall;
     AppIcon* m_icon;
     DetailHeader* m_header;
     Badge* m_architecture = nullptr;
@@ -95,8 +84,6 @@ class AppDetailView : public QWidget {
     DetailRow* m_lastUsed = nullptr;
     DetailRow* m_minimumSystem = nullptr;
     Panel* m_supportFiles = nullptr;
-    QVBoxLayout* m_blocks;
-    class QScrollArea* m_scroll;
 };
 
 } // namespace quillane

@@ -3,57 +3,35 @@
 #include "AppDetailView.h"
 #include "AppLibrary.h"
 #include "ContentState.h"
-#include "LibraryObserver.h"
 #include "MultiSelectionSummary.h"
 #include "PanePlaceholder.h"
+#include "SelectedRecords.h"
 #include "ShownText.h"
-#include <algorithm>
 
 namespace quillane {
 
 ApplicationsDetail::ApplicationsDetail(AppLibrary& library, ContentState& state, QWidget* parent)
-    : QStackedWidget(parent)
+    : SectionDetail(state, parent)
     , m_library(library)
-    , m_state(state)
-    , m_none(new PanePlaceholder(words(symbol(LibrarySection::applications)),
-                                 QStringLiteral("No App Selected"),
-                                 QStringLiteral("Pick an app to see its full disk footprint.")))
     , m_one(new AppDetailView(library))
-    , m_several(new MultiSelectionSummary)
-    , m_observer(new LibraryObserver([this] { render(); }, this)) {
-    addWidget(m_none);
-    addWidget(m_one);
-    addWidget(m_several);
-    connect(m_one, &AppDetailView::removalWanted, this,
-            [this](const BulkRemoval& removal) { m_state.removal = removal; });
-    connect(m_several, &SelectionSummary::removeWanted, this,
-            [this] { m_state.removal = m_library.removalForApps(selectedApps()); });
-    m_observer->renderNow();
+    , m_several(new MultiSelectionSummary) {
+    begin(new PanePlaceholder(words(symbol(LibrarySection::applications)), QStringLiteral("No App Selected"),
+                              QStringLiteral("Pick an app to see its full disk footprint.")),
+          m_one, m_several);
 }
 
-void ApplicationsDetail::render() {
-    const auto apps = selectedApps();
-    if (apps.empty()) {
-        setCurrentWidget(m_none);
-    } else if (apps.size() == 1) {
+std::size_t ApplicationsDetail::fill() {
+    const auto apps = selectedApps(m_library, *state().selection);
+    if (apps.size() == 1) {
         m_one->show(apps.front());
-        setCurrentWidget(m_one);
-    } else {
+    } else if (!apps.empty()) {
         m_several->show(apps, !AppActions::removable(m_library, apps).empty());
-        setCurrentWidget(m_several);
     }
+    return apps.size();
 }
 
-std::vector<InstalledApp> ApplicationsDetail::selectedApps() const {
-    const auto& selection = m_state.selection.get();
-    std::vector<InstalledApp> selected;
-    std::unordered_set<FileURL> seen; // the first application at a location is the one that counts
-    for (const auto& app : m_library.apps.get()) {
-        if (selection.contains(app.url) && seen.insert(app.url).second) {
-            selected.push_back(app);
-        }
-    }
-    return selected;
+BulkRemoval ApplicationsDetail::removalForSelection() const {
+    return m_library.removalForApps(selectedApps(m_library, *state().selection));
 }
 
 } // namespace quillane

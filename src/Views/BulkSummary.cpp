@@ -7,7 +7,8 @@ namespace quillane {
 BulkSummary::BulkSummary(QWidget* parent)
     : SelectionSummary(QStringLiteral("Selected rows"), parent) {}
 
-void BulkSummary::show(const QString& title, const Rows& rows, const std::optional<QString>& note) {
+void BulkSummary::show(const QString& title, const Rows& rows, const std::optional<QString>& note,
+                       bool canRemove) {
     Content content;
     content.heading = title;
     content.stats = {
@@ -16,6 +17,7 @@ void BulkSummary::show(const QString& title, const Rows& rows, const std::option
     };
     content.note = note;
     content.remove = QStringLiteral("Move All to Trash…");
+    content.canRemove = canRemove;
     for (const auto& [label, bytes] : rows) {
         content.rows.push_back({label, bytes, std::nullopt});
     }

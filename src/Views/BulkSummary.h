@@ -16,7 +16,9 @@ class BulkSummary : public SelectionSummary {
     explicit BulkSummary(QWidget* parent = nullptr);
 
     using QWidget::show;
-    void show(const QString& title, const Rows& rows, const std::optional<QString>& note = std::nullopt);
+    // `canRemove` is false when none of them can go.
+    void show(const QString& title, const Rows& rows, const std::optional<QString>& note = std::nullopt,
+              bool canRemove = true);
 
     static Bytes total(const Rows& rows);
 };

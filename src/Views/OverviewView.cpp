@@ -2,6 +2,7 @@
 #include "AccessNotice.h"
 #include "Announcement.h"
 #include "AppLibrary.h"
+#include "CardSlot.h"
 #include "CategoryRow.h"
 #include "ContentState.h"
 #include "Hero.h"
@@ -37,11 +38,14 @@ OverviewView::OverviewView(AppLibrary& library, ContentState& state, QWidget* pa
                          QStringLiteral("Full Disk Access granted. Rescanning the folders that were hidden."),
                          Tint::Green))
     , m_accessNotice(new AccessNotice)
-    , m_putBack(new PutBackCard) {
+    , m_putBack(new PutBackCard(library.platform().clock))
+    , m_grantedSlot(new CardSlot(m_granted, kGap))
+    , m_accessSlot(new CardSlot(m_accessNotice, kGap))
+    , m_putBackSlot(new CardSlot(m_putBack, kGap)) {
     auto* const cards = new QWidget;
     auto* const column = new QVBoxLayout(cards);
     column->setContentsMargins(kPadding, 16, kPadding, kPadding);
-    column->setSpacing(kGap);
+    column->setSpacing(0); // each card brings the gap above it, which closes up with it
     makeCards(column);
 
     auto* const scroll = new QScrollArea;
@@ -69,11 +73,12 @@ OverviewView::~OverviewView() = default;
 
 void OverviewView::makeCards(QVBoxLayout* column) {
     column->addWidget(m_hero);
-    column->addWidget(m_granted);
+    column->addWidget(m_grantedSlot);
     // The cards of recent uninstalls stand here, between the notice and the categories.
+    column->addSpacing(kGap);
     column->addWidget(makeCategories());
-    column->addWidget(m_accessNotice);
-    column->addWidget(m_putBack);
+    column->addWidget(m_accessSlot);
+    column->addWidget(m_putBackSlot);
     column->addStretch(1);
     connect(m_hero->button(), &QPushButton::clicked, this, &OverviewView::openReview);
     connect(m_accessNotice->grantButton(), &QPushButton::clicked, this, &OverviewView::grantAccess);
@@ -101,8 +106,7 @@ void OverviewView::render() {
     for (auto* const row : m_rows)
         renderRow(*row);
     renderGranted();
-    m_accessNotice->setVisible(!m_library.inaccessible->empty());
-    m_accessNotice->setCount(static_cast<int>(m_library.inaccessible->size()));
+    renderAccessNotice();
     renderPutBack();
 }
 
@@ -123,14 +127,21 @@ void OverviewView::renderGranted() {
     const bool isGranted = m_library.accessJustGranted.get();
     if (isGranted && m_granted->isHidden())
         announce(*m_granted, m_granted->text());
-    m_granted->setVisible(isGranted);
+    m_grantedSlot->setShown(isGranted);
+}
+
+void OverviewView::renderAccessNotice() {
+    const auto count = m_library.inaccessible->size();
+    if (count > 0) // else it goes with the count that it told
+        m_accessNotice->setCount(static_cast<int>(count));
+    m_accessSlot->setShown(count > 0);
 }
 
 void OverviewView::renderPutBack() {
     const auto& operation = *m_library.lastOperation;
-    m_putBack->setVisible(operation.has_value());
     if (operation)
-        m_putBack->show(*operation, m_library.platform().clock);
+        m_putBack->setOperation(*operation);
+    m_putBackSlot->setShown(operation.has_value());
     const Kind phase = m_library.phase->kind;
     m_putBack->putBackButton()->setEnabled((phase == Kind::idle || phase == Kind::ready) &&
                                            !m_library.isSweeping.get() && !m_state.isPuttingBack.get());

@@ -13,6 +13,7 @@ namespace quillane {
 
 class AccessNotice;
 class AppLibrary;
+class CardSlot;
 class CategoryRow;
 class Hero;
 class LibraryObserver;
@@ -50,6 +51,7 @@ class OverviewView : public ColumnGround {
     void render();
     void renderRow(CategoryRow& row) const;
     void renderGranted();
+    void renderAccessNotice();
     void renderPutBack();
     void tick(SweepCategory category, bool isOn);
     void grantAccess() const;
@@ -63,6 +65,9 @@ class OverviewView : public ColumnGround {
     std::vector<CategoryRow*> m_rows;
     AccessNotice* m_accessNotice;
     PutBackCard* m_putBack;
+    CardSlot* m_grantedSlot;
+    CardSlot* m_accessSlot;
+    CardSlot* m_putBackSlot;
     LibraryObserver* m_observer = nullptr;
     QPointer<SweepPreviewSheet> m_review;
     QPointer<ResultAlert> m_undoAlert;

@@ -1,22 +1,33 @@
 #pragma once
 #include "ActionCard.h"
+#include "RelativeDateTimer.h"
 
 namespace quillane {
 
-class Clock;
 struct UndoableOperation;
 
-// The last cleanup, and the button that takes it back.
+// The last cleanup, and the button that takes it back. While it can be seen it keeps up with the time that has
+// passed; hidden it costs nothing.
 class PutBackCard : public ActionCard {
     Q_OBJECT
   public:
-    explicit PutBackCard(QWidget* parent = nullptr);
+    // The clock outlives the card.
+    explicit PutBackCard(Clock& clock, QWidget* parent = nullptr);
 
-    void show(const UndoableOperation& operation, const Clock& clock);
-    using QWidget::show;
+    void setOperation(const UndoableOperation& operation);
     PushButton* putBackButton() const { return m_putBack; }
 
+  protected:
+    bool event(QEvent* event) override;
+
   private:
+    void tell();
+
+    Clock& m_clock;
+    QString m_title;
+    QString m_figures;
+    Date m_date;
+    RelativeDateTimer m_timer;
     PushButton* m_putBack;
 };
 

@@ -28,7 +28,7 @@ class ResultMark : public QWidget {
     bool m_succeeded;
     bool m_hasEntered = false;
     double m_shown = 1; // 0 to 1: how far the entrance has come
-    QVariantAnimation m_entrance;
+    QVariantAnimation m_entrance{this};
 };
 
 } // namespace quillane

@@ -52,7 +52,7 @@ class SweepRunningStage : public QWidget {
     Label* m_count;
     ElidedLabel* m_status;
     Label* m_promise;
-    QVariantAnimation m_easing;
+    QVariantAnimation m_easing{this};
     std::optional<Instant> m_announcedAt;
     LibraryObserver* m_observer;
 };

@@ -1,5 +1,6 @@
 #include "AppLibraryTesting.h"
 #include "SweepTest.h"
+#include <algorithm>
 
 namespace quillane {
 namespace {
@@ -25,6 +26,13 @@ struct Access : SweepTest {
     void reprobe() {
         library->appBecameActive();
         world.runner.runAll();
+    }
+    // One probe and nothing of what it starts.
+    void reprobeAlone() {
+        library->appBecameActive();
+        world.runner.settle();
+        world.runner.runJob();
+        world.runner.settle();
     }
 };
 
@@ -56,7 +64,7 @@ TEST_F(Access, ARefusedTrashStartsAWatchThatPollsEveryThreeSecondsAndSlowsAfterA
     EXPECT_EQ(measures(), 1U);
 }
 
-TEST_F(Access, AccessThatIsFoundEndsTheWatchScansAgainAndIsShownForEightSeconds) {
+TEST_F(Access, AccessThatIsFoundEndsTheWatchAndIsShownForEightSeconds) {
     refuse();
     scan();
     grant();
@@ -81,6 +89,98 @@ TEST_F(Access, TheApplicationComingToTheFrontLooksAtOnce) {
     EXPECT_FALSE(library->accessWatch->has_value());
 }
 
+TEST_F(Access, AccessThatIsFoundIsStoredAtOnceAndAnAutomaticScanFollows) {
+    refuse();
+    scan();
+    grant();
+    file(".Trash/a");
+    reprobeAlone();
+    EXPECT_EQ(*library->trashState, TrashSweeper::State::measured(4096, 1));
+    EXPECT_TRUE(*library->accessJustGranted);
+    EXPECT_FALSE(library->accessWatch->has_value());
+    EXPECT_EQ(world.clock.sleepers(), 1U) << "the eight seconds; the watch sleeps no more";
+    EXPECT_EQ(library->phase->kind, Phase::Kind::scanning);
+    EXPECT_EQ(world.runner.history().back(), Priority::background);
+}
+
+TEST_F(Access, AProbeThatFindsTheTrashStillRefusedChangesNothing) {
+    refuse();
+    scan();
+    reprobeAlone();
+    EXPECT_TRUE(library->trashState->needsFullDiskAccess);
+    EXPECT_FALSE(*library->accessJustGranted);
+    EXPECT_TRUE(library->accessWatch->has_value());
+    EXPECT_EQ(library->phase->kind, Phase::Kind::ready);
+    EXPECT_EQ(world.clock.sleepers(), 1U);
+}
+
+TEST_F(Access, OfTwoProbesThatFindItOnlyTheFirstScans) {
+    refuse();
+    scan();
+    const auto jobsOfScans = [this] {
+        world.runner.clearHistory();
+        world.runner.runAll();
+        return std::ranges::count(world.runner.history(), Priority::background);
+    };
+    library->refresh(AppLibrary::ScanReason::automatic);
+    const auto one = jobsOfScans();
+    grant();
+    library->appBecameActive();
+    library->appBecameActive();
+    EXPECT_EQ(jobsOfScans(), one);
+    EXPECT_EQ(world.clock.sleepers(), 1U) << "the eight seconds, once";
+}
+
+TEST_F(Access, HoweverOftenItIsRefusedOneWatchStands) {
+    refuse();
+    scan();
+    scan();
+    EXPECT_EQ(world.clock.sleepers(), 1U);
+    measures();
+    world.clock.advance(3s);
+    EXPECT_EQ(measures(), 1U);
+}
+
+TEST_F(Access, AWatchThatIsCancelledMakesItsLastProbeAndEnds) {
+    refuse();
+    scan();
+    measures();
+    library->accessWatch->value().cancel();
+    world.runner.settle();
+    world.runner.runJob();
+    world.runner.settle();
+    EXPECT_EQ(measures(), 1U);
+    EXPECT_EQ(world.runner.waitingJobs(), 0U);
+    EXPECT_FALSE(library->accessWatch->has_value());
+    EXPECT_EQ(world.clock.sleepers(), 0U);
+}
+
+TEST_F(Access, WhatTheScanFindsWhenItCanBeReadAgainEndsTheWatchWithoutANotice) {
+    refuse();
+    scan();
+    grant();
+    scan();
+    EXPECT_FALSE(library->trashState->needsFullDiskAccess);
+    EXPECT_FALSE(*library->accessJustGranted);
+    world.clock.advance(3s);
+    EXPECT_FALSE(library->accessWatch->has_value());
+    EXPECT_FALSE(*library->accessJustGranted);
+    EXPECT_EQ(world.clock.sleepers(), 0U);
+}
+
+TEST_F(Access, AFileInAProtectedFolderIsStillSweptWhenItIsListedItself) {
+    const auto inside = file("Library/Caches/tool/data");
+    library->setProtected(home("Library/Caches/tool"), true);
+    EXPECT_EQ(sweep({entry(inside, SweepCategory::caches, 1)}).itemsMovedToTrash, 1);
+}
+
+TEST_F(Access, TakingBackAProtectionThatIsNotThereChangesNothing) {
+    library->setProtected(FileURL("/a"), true);
+    library->setProtected(FileURL("/b"), false);
+    library->setProtected(FileURL("/b"), false);
+    EXPECT_EQ(world.defaults.stringArray("protectedPaths"), std::vector<std::string>{"/a"});
+}
+
 TEST_F(Access, WhileTheTrashCanBeReadComingToTheFrontDoesNothing) {
     scan();
     measures();
@@ -98,6 +198,7 @@ TEST_F(Access, DuringAScanThereIsNoProbeAndTheWatchGoesOnPolling) {
     world.runner.clearHistory();
     world.clock.advanceWithoutRunning(3s);
     world.runner.settle();
+    EXPECT_EQ(world.runner.waitingJobs(), 1U) << "the scan's own";
     EXPECT_TRUE(library->trashState->needsFullDiskAccess);
     EXPECT_TRUE(library->accessWatch->has_value());
     world.runner.runAll(); // the scan makes its own measure

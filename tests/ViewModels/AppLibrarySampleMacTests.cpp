@@ -74,10 +74,33 @@ TEST_F(AppLibrarySampleMac, TheListIsInTheFindersOrder) {
         &InstalledApp::name));
 }
 
+TEST_F(AppLibrarySampleMac, ExactlyWhatRemovedApplicationsLeftIsAnOrphan) {
+    std::vector<ExpectedOrphan> found;
+    for (const auto& item : *library.orphans) {
+        found.push_back(
+            {item.url.path(), item.category, item.identifier, item.vendor, item.bytes, item.requiresAdmin});
+    }
+    std::ranges::sort(found);
+    EXPECT_EQ(found, mac.mac.expectedOrphans(mac.disk.path()));
+}
+
+TEST_F(AppLibrarySampleMac, ExactlyWhatToolsKeepIsADeveloperCache) {
+    std::vector<ExpectedLocation> found;
+    for (const auto& item : *library.developerCaches) {
+        found.push_back({item.url.path(), item.tool, item.kind, item.safeToSweep, item.bytes});
+    }
+    std::ranges::sort(found);
+    EXPECT_EQ(found, mac.mac.expectedLocations(mac.disk.path()));
+}
+
 TEST_F(AppLibrarySampleMac, AnotherScanFindsTheSame) {
     const auto first = *library.apps;
+    const auto orphans = *library.orphans;
+    const auto locations = *library.developerCaches;
     scanned->scan();
     EXPECT_EQ(*library.apps, first);
+    EXPECT_EQ(*library.orphans, orphans);
+    EXPECT_EQ(*library.developerCaches, locations);
 }
 
 } // namespace

@@ -41,6 +41,28 @@ TEST_F(AppLibraryThreads, ScansOfBothKindsOneAfterAnother) {
     EXPECT_EQ(AppLibraryTesting::generation(scanned), 8);
 }
 
+TEST_F(AppLibraryThreads, SeveralThreadsFindTheSameDeveloperCachesAsOne) {
+    for (int project = 0; project < 12; ++project) {
+        const auto folder = "Users/alex/Projects/" + std::to_string(project);
+        for (int package = 0; package < project + 3; ++package) {
+            disk.allocated(folder + "/node_modules/p" + std::to_string(package) + "/lib/index.js", 5'000);
+        }
+        disk.file(folder + "/web/.venv/bin/python", "x").file(folder + "/.git/node_modules/x", "x");
+        disk.file(folder + "/too/deep/to/be/looked/at/venv/bin/python", "x");
+    }
+    disk.allocated("Users/alex/.npm/_cacache/index", 9'000).allocated("Users/alex/.cache/tool/file", 7'000);
+    scan();
+    const auto expected = *library->developerCaches;
+    ASSERT_EQ(expected.size(), 26U);
+    AppLibrary scanned(machine);
+    for (int round = 0; round < 5; ++round) {
+        scanned.developerCaches = std::vector<DevCacheItem>();
+        scanned.refresh(round % 2 == 0 ? ScanReason::user : ScanReason::automatic);
+        ASSERT_TRUE(queue.runUntil([&] { return isReady(scanned); }, kLimit));
+        EXPECT_EQ(*scanned.developerCaches, expected);
+    }
+}
+
 TEST_F(AppLibraryThreads, IconsArriveDuringAScan) {
     auto& icons = IconCache::shared();
     icons.attach(&machine);

@@ -16,11 +16,14 @@
 #include "PutBackCard.h"
 #include "RemovalWorld.h"
 #include "ResultAlertButtons.h"
+#include "Rule.h"
 #include "SearchField.h"
 #include "Spinner.h"
 #include "SweepDoneStage.h"
 #include "SweepReviewModel.h"
 #include "SweepReviewStage.h"
+#include "SymbolView.h"
+#include "Tile.h"
 #include "ToolbarRow.h"
 #include "WindowPicture.h"
 #include "WindowTest.h"
@@ -94,6 +97,23 @@ class Overview : public WindowTest {
 };
 
 } // namespace
+
+TEST_F(Overview, TheCardsStandInTheirOrderFromTheTop) {
+    library.accessJustGranted = true;
+    library.inaccessible = std::unordered_set{FileURL("/a")};
+    library.lastOperation = operation();
+    openReady(caches(1));
+    std::vector<QWidget*> cards{&hero(), view().grantedNotice()};
+    cards.insert(cards.end(), view().rows().begin(), view().rows().end());
+    cards.insert(cards.end(), {view().accessNotice(), view().putBackCard()});
+    int bottom = 0;
+    for (const auto* const card : cards) {
+        EXPECT_TRUE(card->isVisible());
+        const int top = card->mapTo(&view(), QPoint()).y();
+        EXPECT_GE(top, bottom) << card->metaObject()->className();
+        bottom = top + card->height();
+    }
+}
 
 // The hero
 
@@ -203,12 +223,39 @@ TEST_F(Overview, FourCategoriesStandInTheirOrderWithTheirWords) {
         shown.push_back(each->category());
         EXPECT_EQ(each->title()->text(), QString::fromUtf8(rawValue(each->category()).data()));
         EXPECT_EQ(each->sentence()->text(), QString::fromUtf8(description(each->category()).data()));
+        EXPECT_EQ(each->findChild<Tile*>()->symbol(), QString::fromUtf8(symbol(each->category()).data()));
         EXPECT_EQ(each->permanent() != nullptr, each->category() == SweepCategory::trash);
         EXPECT_EQ(each->checkBox()->isChecked(), each->category() != SweepCategory::trash);
     }
     using enum SweepCategory;
     EXPECT_EQ(shown, (std::vector{caches, developer, orphans, trash}));
     EXPECT_EQ(row(trash).permanent()->text(), "PERMANENT");
+}
+
+TEST_F(Overview, ADividerStandsBetweenEachTwoCategories) {
+    openReady({});
+    QStringList order;
+    const auto* const panel = view().rows().front()->parentWidget();
+    const auto* const column = panel->layout()->itemAt(0)->layout();
+    for (int i = 0; i < column->count(); ++i)
+        order << column->itemAt(i)->widget()->metaObject()->className();
+    const QString row = "quillane::CategoryRow";
+    const QString rule = "quillane::Rule";
+    EXPECT_EQ(order, QStringList({row, rule, row, rule, row, rule, row}));
+}
+
+TEST_F(Overview, UntilTheScanHasEndedNoRowShowsAFigure) {
+    open({Kind::scanning}, caches(1));
+    for (const auto kind :
+         {Kind::idle, Kind::scanning, Kind::measuring, Kind::findingOrphans, Kind::findingDeveloperCaches}) {
+        library.phase = AppLibrary::Phase{kind};
+        turn();
+        EXPECT_TRUE(row(SweepCategory::caches).spinner()->isVisible());
+        EXPECT_FALSE(row(SweepCategory::caches).size()->isVisible());
+    }
+    library.phase = AppLibrary::Phase{Kind::ready};
+    turn();
+    EXPECT_TRUE(row(SweepCategory::caches).size()->isVisible());
 }
 
 TEST_F(Overview, EachCategoryCountsInItsOwnWord) {
@@ -356,6 +403,17 @@ TEST_F(Overview, TheButtonOpensTheReviewOfAllThatIsTicked) {
     view().review()->reject();
 }
 
+TEST_F(Overview, TheReviewListsEveryTickedCategoryWithEveryRowTicked) {
+    library.trashState = TrashSweeper::State::measured(2'000'000, 3);
+    openReady(caches(2));
+    click(row(SweepCategory::trash).checkBox());
+    click(hero().button());
+    const auto& review = view().review()->model().review();
+    EXPECT_EQ(review.entries(), library.fullPlan());
+    EXPECT_EQ(review.includedCount(), 3U);
+    view().review()->reject();
+}
+
 TEST_F(Overview, TheNotificationOpensTheReviewOnceAndOnlyWhenThereIsSomething) {
     openReady({});
     notifications.post(NotificationName::kOpenSweepPreview);
@@ -406,6 +464,7 @@ TEST_F(Overview, AccessThatWasJustGrantedIsTold) {
     EXPECT_TRUE(view().grantedNotice()->isVisible());
     EXPECT_EQ(view().grantedNotice()->text(),
               "Full Disk Access granted. Rescanning the folders that were hidden.");
+    EXPECT_EQ(view().grantedNotice()->findChild<SymbolView*>()->symbol(), "checkmark.shield.fill");
     EXPECT_EQ(view().grantedNotice()->accessibleName(), view().grantedNotice()->text());
     library.accessJustGranted = false;
     turn();
@@ -551,11 +610,27 @@ TEST_F(Overview, OfSevenRowsTheSixLargestShow) {
     const auto* const first = panel->findChild<ListRow*>();
     EXPECT_EQ(first->subtitle(), "Caches - App 6");
     EXPECT_EQ(first->sizeText(), "7 MB");
+    EXPECT_EQ(first->findChild<SymbolView*>()->symbol(), "sparkles");
 }
 
 TEST_F(Overview, RowsOfOneSizeKeepTheirOrder) {
-    openReady({appWithCache("Birch", 5), appWithCache("Alder", 5), appWithCache("Cedar", 9)});
-    EXPECT_EQ(titles(pane().panels().front()), QStringList({"Cedar", "Birch", "Alder"}));
+    std::vector<InstalledApp> apps;
+    for (int i = 0; i < 40; ++i) // more than a sort that moves them about leaves alone
+        apps.push_back(appWithCache("App " + std::to_string(i), 5));
+    apps.push_back(appWithCache("Cedar", 9));
+    openReady(apps);
+    EXPECT_EQ(titles(pane().panels().front()),
+              QStringList({"Cedar", "App 0", "App 1", "App 2", "App 3", "App 4"}));
+}
+
+TEST_F(Overview, ALongPathKeepsItsEndInSight) {
+    const auto pictureOfRow = [](const QString& end) {
+        ListRow row(QStringLiteral("doc"), QStringLiteral("Title"),
+                    "~/Library/" + QString(80, QLatin1Char('x')) + end, {});
+        row.resize(200, row.sizeHint().height());
+        return pictureOf(row);
+    };
+    EXPECT_NE(pictureOfRow(QStringLiteral("/one")), pictureOfRow(QStringLiteral("/two")));
 }
 
 TEST_F(Overview, OnlyTickedCategoriesAreIncluded) {
@@ -578,41 +653,84 @@ TEST_F(Overview, WithNothingTickedThePaneSaysWhatToDo) {
     EXPECT_TRUE(pane().panels().empty());
 }
 
+TEST_F(Overview, TickedCategoriesThatHoldNothingLeaveThePlaceholder) {
+    openReady({appWithCache("None", 0)});
+    EXPECT_FALSE(library.fullPlan().empty());
+    EXPECT_EQ(library.selectedSweepBytes(), 0);
+    EXPECT_TRUE(pane().showsPlaceholder());
+    publish(caches(1));
+    turn();
+    EXPECT_FALSE(pane().showsPlaceholder());
+}
+
 // From the review to the Trash and back, on a disk
 
-TEST(OverviewOnDisk, ASweepIsToldInTheCardAndPutBackFromThere) {
-    RemovalWorld world;
-    const std::string path = "/Users/alex/Library/Caches/Alder";
-    world.disk.file("Users/alex/Library/Caches/Alder", "cached");
-    AppLibrary library{world.platform};
-    NotificationCenter notifications;
-    library.phase = AppLibrary::Phase{Kind::ready};
-    library.apps = std::vector{appWithCache("Alder", 4'096)};
-    ContentView window(library, notifications);
-    window.show();
-    const auto finish = [&] {
+namespace {
+
+// The window over an application with a cache that lies on a disk.
+class OverviewOnDisk : public testing::Test {
+  protected:
+    OverviewOnDisk() {
+        world.disk.file("Users/alex/Library/Caches/Alder", "cached");
+        library.phase = AppLibrary::Phase{Kind::ready};
+        library.apps = std::vector{appWithCache("Alder", 4'096)};
+        window.show();
+    }
+
+    void finish() {
         for (int i = 0; i < 4; ++i) {
             world.runner.runAll();
             QCoreApplication::processEvents();
         }
-    };
-    auto& view = *qobject_cast<OverviewView*>(window.content(LibrarySection::overview));
-    view.openReview();
-    ASSERT_NE(view.review(), nullptr);
-    view.review()->reviewStage()->mainButton()->click();
-    finish();
-    EXPECT_FALSE(world.isThere(FileURL(path)));
-    ASSERT_NE(view.review()->doneStage(), nullptr);
-    view.review()->reject();
+    }
+    void sweep() {
+        view.openReview();
+        view.review()->reviewStage()->mainButton()->click();
+        finish();
+        EXPECT_FALSE(world.isThere(cache));
+        view.review()->reject();
+    }
+    QPushButton& putBack() { return *view.putBackCard()->putBackButton(); }
+
+    const FileURL cache{"/Users/alex/Library/Caches/Alder"};
+    RemovalWorld world;
+    AppLibrary library{world.platform};
+    NotificationCenter notifications;
+    ContentView window{library, notifications};
+    OverviewView& view = *qobject_cast<OverviewView*>(window.content(LibrarySection::overview));
+};
+
+} // namespace
+
+TEST_F(OverviewOnDisk, ASweepIsToldInTheCardAndPutBackFromThere) {
+    sweep();
     EXPECT_TRUE(view.putBackCard()->isVisible());
     EXPECT_EQ(view.putBackCard()->title()->text(), "Last cleanup: Clean Now");
-    view.putBackCard()->putBackButton()->click();
+    putBack().click();
+    putBack().click(); // before the first one is done it is the same one
     finish();
-    EXPECT_TRUE(world.isThere(FileURL(path)));
+    EXPECT_TRUE(world.isThere(cache));
     EXPECT_FALSE(view.putBackCard()->isVisible());
     ASSERT_NE(view.putBackAlert(), nullptr);
     EXPECT_EQ(view.putBackAlert()->message()->text(),
               "Restored 1 item(s) to their original locations, reclaiming Zero KB.");
+}
+
+TEST_F(OverviewOnDisk, APutBackThatTheSystemRefusesSaysHowItCouldBeAllowed) {
+    sweep();
+    world.trash.failStep(world.trash.steps(), PlatformError{ErrorCode::kWriteNoPermission, 1});
+    putBack().click();
+    finish();
+    EXPECT_FALSE(world.isThere(cache));
+    EXPECT_FALSE(view.putBackCard()->isVisible());
+    ASSERT_NE(view.putBackAlert(), nullptr);
+    EXPECT_TRUE(view.putBackAlert()->message()->text().endsWith(
+        "1 item(s) failed: macOS blocked access. Grant Full Disk Access to include them."));
+    ASSERT_EQ(view.putBackAlert()->buttons()->buttons().size(), 2U);
+    view.putBackAlert()->buttons()->buttons().front()->click();
+    EXPECT_EQ(world.workspace.settingsOpened(), 1);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(view.putBackAlert(), nullptr);
 }
 
 // Layout

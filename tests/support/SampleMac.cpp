@@ -388,6 +388,22 @@ SampleMac& SampleMac::tree(std::string path, Bytes bytes) {
     return step([path = absolute(std::move(path)), bytes](DiskFolder& disk) { layTree(disk, path, bytes); });
 }
 
+SampleMac& SampleMac::orphan(std::string path, std::string identifier, std::string vendor, Bytes bytes,
+                             Ago ago) {
+    path = absolute(std::move(path));
+    const auto* place = placeOf(path);
+    m_orphans.push_back({path, place ? std::string(place->category) : std::string(), std::move(identifier),
+                         std::move(vendor), 0, !path.starts_with(kHome)});
+    return tree(path, bytes).modified(path, ago);
+}
+
+SampleMac& SampleMac::location(std::string path, std::string tool, std::string kind, bool safeToSweep,
+                               Bytes bytes, Ago ago) {
+    path = absolute(std::move(path));
+    m_locations.push_back({path, std::move(tool), std::move(kind), safeToSweep, 0});
+    return tree(path, bytes).modified(path, ago);
+}
+
 SampleMac& SampleMac::modified(std::string path, Ago ago) {
     m_dates.emplace_back(absolute(std::move(path)), ago);
     return *this;
@@ -499,6 +515,28 @@ std::vector<ExpectedApp> SampleMac::expectedApplications(const std::string& host
     }
     std::ranges::sort(applications, {}, &ExpectedApp::path);
     return applications;
+}
+
+namespace {
+
+// As they were declared, with what they take below the folder.
+template <class Expected>
+std::vector<Expected> measuredBelow(const std::string& hostFolder, std::vector<Expected> declared) {
+    for (auto& expected : declared) {
+        expected.bytes = allocatedOnDisk(hostFolder + expected.path);
+    }
+    std::ranges::sort(declared, {}, &Expected::path);
+    return declared;
+}
+
+} // namespace
+
+std::vector<ExpectedOrphan> SampleMac::expectedOrphans(const std::string& hostFolder) const {
+    return measuredBelow(hostFolder, m_orphans);
+}
+
+std::vector<ExpectedLocation> SampleMac::expectedLocations(const std::string& hostFolder) const {
+    return measuredBelow(hostFolder, m_locations);
 }
 
 Bytes allocatedOnDisk(const std::string& hostPath) {

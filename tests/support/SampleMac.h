@@ -9,6 +9,7 @@
 #include "SampleExecutable.h"
 #include "SampleIcon.h"
 #include <chrono>
+#include <compare>
 #include <functional>
 #include <list>
 #include <map>
@@ -62,6 +63,27 @@ struct ExpectedApp {
     Bytes bundleBytes = 0;
     std::vector<Leftover> leftovers; // largest first, equal sizes in the order of the Library locations
     friend bool operator==(const ExpectedApp&, const ExpectedApp&) = default;
+};
+
+// What the program must find of a removed application.
+struct ExpectedOrphan {
+    std::string path;
+    std::string category;
+    std::string identifier;
+    std::string vendor;
+    Bytes bytes = 0;
+    bool requiresAdmin = false;
+    friend auto operator<=>(const ExpectedOrphan&, const ExpectedOrphan&) = default;
+};
+
+// What the program must find of a tool of developers.
+struct ExpectedLocation {
+    std::string path;
+    std::string tool;
+    std::string kind;
+    bool safeToSweep = false;
+    Bytes bytes = 0;
+    friend auto operator<=>(const ExpectedLocation&, const ExpectedLocation&) = default;
 };
 
 // One application of a sample Mac, declared in one chain of words. Made by SampleMac::app().
@@ -200,6 +222,11 @@ class SampleMac {
     SampleMac& link(std::string path, std::string target);
     // A folder with so many bytes in several files, at several depths, one of them hidden.
     SampleMac& tree(std::string path, Bytes bytes);
+    // A tree that a removed application left in a Library location, untouched for so long.
+    SampleMac& orphan(std::string path, std::string identifier, std::string vendor, Bytes bytes, Ago ago);
+    // A tree that a tool of developers keeps, shown with these words.
+    SampleMac& location(std::string path, std::string tool, std::string kind, bool safeToSweep, Bytes bytes,
+                        Ago ago);
     // The date of an entry, set when everything is laid.
     SampleMac& modified(std::string path, Ago ago);
     // Anything else, done when the volume is laid. `step` gets absolute paths of the volume.
@@ -220,6 +247,9 @@ class SampleMac {
     std::map<std::string, Date> lastUses() const;
     // The applications that must be found, sorted by path, measured below the folder where this was built.
     std::vector<ExpectedApp> expectedApplications(const std::string& hostFolder) const;
+    // What must be found of removed applications and of tools, sorted by path, measured there.
+    std::vector<ExpectedOrphan> expectedOrphans(const std::string& hostFolder) const;
+    std::vector<ExpectedLocation> expectedLocations(const std::string& hostFolder) const;
 
   private:
     std::string absolute(std::string path) const;
@@ -232,6 +262,8 @@ class SampleMac {
     std::vector<std::function<void(DiskFolder&)>> m_steps;
     std::vector<std::pair<std::string, Ago>> m_dates;
     std::vector<std::string> m_indexed;
+    std::vector<ExpectedOrphan> m_orphans;     // without sizes
+    std::vector<ExpectedLocation> m_locations; // without sizes
 };
 
 // The bytes that the regular files at or below a path of the machine have allocated, each counted once for

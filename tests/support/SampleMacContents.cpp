@@ -462,6 +462,94 @@ void addOddPlaces(SampleMac& mac) {
     mac.indexed("/Applications/Moved Away.app");
 }
 
+// What removed applications left behind, and what only looks like it.
+void addOrphans(SampleMac& mac, Scale mb) {
+    constexpr auto kAdmin = "/Library/";
+    const auto orphan = [&](const std::string& path, const char* identifier, const char* vendor,
+                            double megabytesOfIt, Ago ago) {
+        mac.orphan(path.starts_with(kAdmin) ? path : "Library/" + path, identifier, vendor, mb(megabytesOfIt),
+                   ago);
+    };
+    const auto sketchpad = yearsAgo(2);
+    orphan("Application Support/com.sketchpad.draw", "com.sketchpad.draw", "com.sketchpad", 84.2, sketchpad);
+    orphan("Caches/com.sketchpad.draw", "com.sketchpad.draw", "com.sketchpad", 18.6, sketchpad);
+    orphan("Caches/com.sketchpad.draw.thumbnails", "com.sketchpad.draw.thumbnails", "com.sketchpad", 4.3,
+           sketchpad);
+    orphan("Saved Application State/com.sketchpad.draw.savedState", "com.sketchpad.draw", "com.sketchpad",
+           0.4, sketchpad);
+    const auto relay = daysAgo(400);
+    orphan("Application Support/chat.relay.Desktop", "chat.relay.Desktop", "chat.relay", 31.0, relay);
+    orphan("Caches/chat.relay.Desktop", "chat.relay.Desktop", "chat.relay", 22.1, daysAgo(420));
+    orphan("Caches/chat.relay.Desktop.ShipIt", "chat.relay.Desktop.ShipIt", "chat.relay", 6.2, relay);
+    orphan("Group Containers/RLY0123456.group.chat.relay.shared", "chat.relay.shared", "chat.relay", 1.1,
+           relay);
+    orphan("WebKit/chat.relay.Desktop", "chat.relay.Desktop", "chat.relay", 0.5, relay);
+    orphan("Logs/chat.relay.Desktop", "chat.relay.Desktop", "chat.relay", 0.3, relay);
+    const auto tempo = daysAgo(1104);
+    orphan("Application Support/fm.tempo.desktop", "fm.tempo.desktop", "fm.tempo", 38.8, tempo);
+    orphan("/Library/PrivilegedHelperTools/fm.tempo.desktop.updater", "fm.tempo.desktop.updater", "fm.tempo",
+           5.2, tempo);
+    orphan("Caches/fm.tempo.desktop", "fm.tempo.desktop", "fm.tempo", 2.2, tempo);
+    orphan("Containers/com.inkwell.writer", "com.inkwell.writer", "com.inkwell", 14.2, daysAgo(65));
+    orphan("Application Scripts/com.inkwell.writer", "com.inkwell.writer", "com.inkwell", 0.1, daysAgo(65));
+    orphan("/Library/Application Support/io.vantage.monitor", "io.vantage.monitor", "io.vantage", 9.8,
+           yearsAgo(4));
+    orphan("Group Containers/group.com.mossweather.shared", "com.mossweather.shared", "com.mossweather", 6.1,
+           daysAgo(215));
+
+    mac.tree("Library/Caches/com.lately.used", mb(3)).modified("Library/Caches/com.lately.used", daysAgo(29));
+    mac.tree("Library/Caches/com.apple.sample.cache", mb(3))
+        .modified("Library/Caches/com.apple.sample.cache", yearsAgo(2));
+    mac.tree("Library/Caches/com.orbit.calendar", mb(2))
+        .modified("Library/Caches/com.orbit.calendar", yearsAgo(2));
+    mac.tree("Library/Application Support/Acme", mb(5))
+        .modified("Library/Application Support/Acme", yearsAgo(6));
+    mac.tree("Library/Caches/.com.hidden.tool", mb(1))
+        .modified("Library/Caches/.com.hidden.tool", yearsAgo(2));
+}
+
+// What the tools of developers keep, what projects depend on, and what only looks like it.
+void addDeveloperLocations(SampleMac& mac, Scale mb) {
+    constexpr bool kSafe = true;
+    constexpr bool kNotSafe = false;
+    const auto location = [&](const std::string& path, const char* tool, const char* kind, bool safe,
+                              double megabytesOfIt,
+                              Ago ago) { mac.location(path, tool, kind, safe, mb(megabytesOfIt), ago); };
+    const std::string xcode = "Library/Developer/Xcode/";
+    location(xcode + "DerivedData", "Xcode", "Derived data", kSafe, 58.4, daysAgo(1));
+    location(xcode + "iOS DeviceSupport/iPhone15,3 17.5 (21F79)", "Xcode",
+             "iOS device support - iPhone15,3 17.5 (21F79)", kSafe, 31.2, daysAgo(220));
+    location(xcode + "iOS DeviceSupport/iPhone14,2 16.4 (20E247)", "Xcode",
+             "iOS device support - iPhone14,2 16.4 (20E247)", kSafe, 12.2, daysAgo(500));
+    location(xcode + "Archives", "Xcode", "Archives", kNotSafe, 42.7, daysAgo(70));
+    location("Library/Developer/CoreSimulator/Devices", "Simulator", "Simulator devices", kNotSafe, 89.2,
+             daysAgo(8));
+    location("Library/Caches/Homebrew", "Homebrew", "Download cache", kSafe, 13.4, daysAgo(4));
+    location("Library/Caches/go-build", "Go", "Build cache", kSafe, 4.1, daysAgo(1));
+    location("Library/Caches/pip", "pip", "Wheel cache", kSafe, 2.7, daysAgo(34));
+    location("Library/Caches/typescript", "TypeScript", "Type acquisition cache", kSafe, 0.4, daysAgo(6));
+    location(".npm/_cacache", "npm", "Package cache", kSafe, 9.2, hoursAgo(1));
+    location(".gradle/caches", "Gradle", "Dependency cache", kSafe, 7.0, daysAgo(62));
+    location(".cargo/registry", "Cargo", "Crate registry", kSafe, 2.3, daysAgo(23));
+    location("Library/Application Support/MobileSync/Backup/00008110-001A2C", "Finder",
+             "iPhone / iPad backup - 00008110-001A2C", kNotSafe, 96.0, daysAgo(150));
+    location("Projects/atlas/web/node_modules", "npm / yarn / pnpm", "node_modules in atlas/web", kNotSafe,
+             14.6, daysAgo(23));
+    location("Projects/tidepool/.venv", "Python", ".venv in tidepool", kNotSafe, 8.1, daysAgo(40));
+    location("code/almanac/venv", "Python", "venv in almanac", kNotSafe, 1.9, daysAgo(300));
+
+    // Below what is pruned: hidden, called Library, a package, too deep, or dependencies themselves.
+    for (const char* pruned : {"Projects/atlas/.git", "Projects/tidepool/Library", "Projects/Demo.app",
+                               "Projects/1/2/3/4/5", "Projects/atlas/web/node_modules/left-pad"}) {
+        mac.file(pruned + std::string("/node_modules/index.js"), "module.exports = 1;\n");
+    }
+    mac.folder("Projects/empty/node_modules").folder(".m2/repository").folder("Projects/atlas/src");
+    mac.file("Library/Caches/Yarn/.gitkeep", "");
+    mac.tree("Music/band/node_modules", mb(1)); // no project folder
+    // Laid last in these trees, so their dates are told again.
+    mac.modified("Projects/atlas/web/node_modules", daysAgo(23));
+}
+
 } // namespace
 
 SampleMac SampleMac::full(Date now) {
@@ -475,6 +563,8 @@ SampleMac SampleMac::full(Date now) {
     addOddExecutables(mac);
     addOddPropertyLists(mac);
     addOddPlaces(mac);
+    addOrphans(mac, mb);
+    addDeveloperLocations(mac, mb);
     return mac;
 }
 
@@ -489,6 +579,8 @@ SampleMac SampleMac::small(Date now) {
     addOddExecutables(mac);
     addOddPropertyLists(mac);
     addOddPlaces(mac);
+    addOrphans(mac, kb);
+    addDeveloperLocations(mac, kb);
     mac.largeIcons(false);
     return mac;
 }

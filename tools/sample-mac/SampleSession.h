@@ -28,7 +28,7 @@ class SampleSession {
         for (const auto& [path, date] : mac.lastUses()) {
             m_metadata.setLastUsed(FileURL(path), date);
         }
-        session.followColorScheme(m_tasks);
+        session.followDesktop(m_tasks);
     }
     ~SampleSession() { m_session.stopFollowing(); }
     SampleSession(const SampleSession&) = delete;

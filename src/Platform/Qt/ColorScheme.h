@@ -1,17 +1,10 @@
 #pragma once
-#include "SessionBus.h"
-#include "TaskRunner.h"
-#include <QObject>
-#include <memory>
-
-class QDBusPendingCallWatcher;
-class QDBusVariant;
+#include "PortalSetting.h"
 
 namespace quillane {
 
 // Whether the desktop wants dark windows, as its settings portal tells. Light until the portal has answered,
-// and where there is none. Nothing here waits: the bus is reached by a job and asked without blocking.
-// Main thread only; `tasks` must outlive it.
+// and where there is none. Main thread only; `tasks` must outlive it.
 class ColorScheme final : public QObject {
     Q_OBJECT
 
@@ -26,16 +19,11 @@ class ColorScheme final : public QObject {
     // After scheme() has become another one.
     void changed();
 
-  private slots:
-    void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
-
   private:
-    void listen(QDBusConnection bus);
     void take(const QVariant& value);
 
     Scheme m_scheme = Scheme::light;
-    // Jobs hold it weakly and look at it on the main thread, where this is destroyed.
-    std::shared_ptr<ColorScheme*> m_self = std::make_shared<ColorScheme*>(this);
+    PortalSetting m_setting;
 };
 
 } // namespace quillane

@@ -17,7 +17,8 @@ bool isDark();
 // Stronger lines, and an edge in their tint round soft grounds.
 void setHighContrast(bool on);
 
-// Nothing moves: spinners stand still, values and sheets appear at once.
+// Nothing moves: spinners stand still, values and sheets appear at once. When it is switched off, a spinner that
+// stands still moves as soon as it is shown again.
 void setReducedMotion(bool on);
 bool reducedMotion();
 

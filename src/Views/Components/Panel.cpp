@@ -42,6 +42,16 @@ void Panel::addSpaced(QWidget* widget, int gap) {
     m_content->addWidget(widget);
 }
 
+void Panel::setOverhang(int pixels) {
+    QMargins margins = layout()->contentsMargins();
+    margins.setLeft(kPadding - pixels);
+    margins.setRight(kPadding - pixels);
+    layout()->setContentsMargins(margins);
+    if (m_heading != nullptr) {
+        m_heading->setContentsMargins(pixels, 0, pixels, 0);
+    }
+}
+
 void Panel::setTitle(const QString& title) {
     if (m_heading != nullptr) {
         m_heading->setText(title);

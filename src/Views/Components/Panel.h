@@ -21,6 +21,9 @@ class Panel : public Card {
     void addRow(QWidget* row);
     // Adds a widget `gap` pixels below the last one (no gap above the first).
     void addSpaced(QWidget* widget, int gap = 12);
+    // Lets the content reach so many pixels into the padding at both sides: for lists whose rows keep that
+    // distance themselves and need it for their focus ring.
+    void setOverhang(int pixels);
     // Null without a title.
     Label* heading() const { return m_heading; }
     void setTitle(const QString& title);

@@ -22,7 +22,7 @@ class ProgressRing : public QProgressBar {
     void easeToValue();
 
     QString m_symbol;
-    QVariantAnimation m_ease;
+    QVariantAnimation m_ease{this};
     double m_shown = 0;
 };
 

@@ -20,7 +20,7 @@ class Switch : public QAbstractButton {
   private:
     void moveKnob(bool on);
 
-    QVariantAnimation m_knob;
+    QVariantAnimation m_knob{this};
     double m_position = 0; // 0 at the left, off; 1 at the right, on
 };
 

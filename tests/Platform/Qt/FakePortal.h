@@ -1,6 +1,8 @@
 #pragma once
 #include <QDBusConnection>
+#include <QDBusContext>
 #include <QDBusVariant>
+#include <QMap>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -8,7 +10,7 @@
 namespace quillane {
 
 // The settings portal of a desktop.
-class FakePortal : public QObject {
+class FakePortal : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
 
@@ -23,24 +25,37 @@ class FakePortal : public QObject {
     }
 
     uint preference = 0;
+    QMap<QString, QVariant> others; // by their keys
     int reads = 0;
 
     void change(uint value, const QString& group = QString::fromLatin1(kGroup),
                 const QString& key = QString::fromLatin1(kKey)) {
         preference = value;
+        tell(group, key, value);
+    }
+    void tell(const QString& group, const QString& key, const QVariant& value) {
         emit SettingChanged(group, key, QDBusVariant(value));
     }
 
   public slots:
     QDBusVariant Read(const QString& group, const QString& key) { // NOLINT: the portal's own name
         ++reads;
-        return QDBusVariant(QVariant::fromValue(
-            QDBusVariant(group == QLatin1String(kGroup) && key == QLatin1String(kKey) ? QVariant(preference)
-                                                                                      : QVariant())));
+        if (group == QLatin1String(kGroup) && key == QLatin1String(kKey)) {
+            return wrapped(preference);
+        }
+        if (!others.contains(key)) {
+            sendErrorReply(QStringLiteral("org.freedesktop.portal.Error.NotFound"));
+        }
+        return wrapped(others.value(key, 0U));
     }
 
   signals:
     void SettingChanged(const QString& group, const QString& key, const QDBusVariant& value); // NOLINT
+
+  private:
+    static QDBusVariant wrapped(const QVariant& value) {
+        return QDBusVariant(QVariant::fromValue(QDBusVariant(value)));
+    }
 };
 
 // Hears what a client's connection hears. What arrives here has arrived at all who listened before.

@@ -1,0 +1,34 @@
+"""What the scripts that compare whole processes have in common."""
+import os
+import statistics
+import subprocess
+import sys
+
+BENCHMARKS = os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(__file__))), "build/benchmark/benchmarks")
+
+
+def run(command):
+    """CPU seconds, wall seconds, peak memory in MiB."""
+    done = subprocess.run([os.path.join(BENCHMARKS, "walk/measured")] + command, capture_output=True, text=True)
+    if done.returncode != 0:
+        sys.exit("%s failed: %s" % (command[0], done.stderr))
+    cpu, wall, peak = done.stdout.split()
+    return float(cpu), float(wall), float(peak) / 1024
+
+
+def measure(commands, rounds):
+    results = {name: [] for name in commands}
+    for command in commands.values():
+        run(command)  # everything comes from memory from now on
+    for _ in range(rounds):
+        for name, command in commands.items():
+            results[name].append(run(command))
+    return {name: tuple(statistics.median(column) for column in zip(*rows)) for name, rows in results.items()}
+
+
+def count(root):
+    files = folders = 0
+    for _, below, names in os.walk(root):
+        folders += len(below)
+        files += len(names)
+    return files, folders

@@ -1,0 +1,52 @@
+#include "DetailPane.h"
+#include "PushButton.h"
+#include "ToolbarRow.h"
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+namespace quillane {
+
+DetailPane::DetailPane(const QString& removeLabel, const QString& name, QWidget* parent)
+    : QWidget(parent)
+    , m_toolbar(new ToolbarRow)
+    , m_reveal(new PushButton(QStringLiteral("Reveal in Finder"), QStringLiteral("folder")))
+    , m_remove(new PushButton(removeLabel, QStringLiteral("trash"), PushButton::Role::Destructive))
+    , m_scroll(new QScrollArea)
+    , m_blocks(new QVBoxLayout) {
+    makeToolbar();
+
+    auto* const content = new QWidget;
+    auto* const padded = new QVBoxLayout(content);
+    padded->setContentsMargins(16, 16, 16, 16);
+    padded->setSpacing(0);
+    padded->addLayout(m_blocks);
+    padded->addStretch(1);
+    m_blocks->setSpacing(12);
+
+    m_scroll->setWidget(content);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setAccessibleName(name);
+
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_toolbar);
+    column->addWidget(m_scroll, 1);
+}
+
+void DetailPane::makeToolbar() {
+    m_toolbar->addControl(m_reveal);
+    m_toolbar->addControl(m_remove);
+    m_toolbar->setShrinking(m_reveal);
+    connect(m_reveal, &QPushButton::clicked, this, [this] { reveal(); });
+    connect(m_remove, &QPushButton::clicked, this, [this] { askToRemove(); });
+}
+
+void DetailPane::scrollToTop() {
+    m_scroll->verticalScrollBar()->setValue(0);
+}
+
+} // namespace quillane

@@ -1,0 +1,52 @@
+#include "DeveloperDetail.h"
+#include "AppLibrary.h"
+#include "BulkSummary.h"
+#include "ContentState.h"
+#include "DeveloperDetailView.h"
+#include "Formatting.h"
+#include "PanePlaceholder.h"
+#include "SelectedRecords.h"
+#include "ShownText.h"
+#include <algorithm>
+
+namespace quillane {
+
+DeveloperDetail::DeveloperDetail(AppLibrary& library, ContentState& state, QWidget* parent)
+    : SectionDetail(state, parent)
+    , m_library(library)
+    , m_one(new DeveloperDetailView(library))
+    , m_several(new BulkSummary) {
+    begin(new PanePlaceholder(words(symbol(LibrarySection::developer)), QStringLiteral("No Selection"),
+                              QStringLiteral("Pick a location to see what removing it would mean.")),
+          m_one, m_several);
+}
+
+std::size_t DeveloperDetail::fill() {
+    const auto items = selectedDeveloperItems(m_library, *state().developerSelection);
+    if (items.size() == 1) {
+        m_one->show(items.front());
+    } else if (!items.empty()) {
+        showSeveral(items);
+    }
+    return items.size();
+}
+
+void DeveloperDetail::showSeveral(const std::vector<DevCacheItem>& items) {
+    BulkSummary::Rows rows;
+    for (const auto& item : items) { // several tools have a "Package cache"
+        rows.emplace_back(shownName(item.tool + " - " + item.kind), item.bytes);
+    }
+    const auto count = Formatting::counted(static_cast<std::int64_t>(items.size()), "location");
+    const bool anyCanGo = std::ranges::any_of(
+        items, [this](const DevCacheItem& item) { return !m_library.isProtected(item.url); });
+    m_several->show(
+        words(count) + QStringLiteral(" selected"), rows,
+        QStringLiteral("Includes project dependencies. Those projects won't run until you reinstall them."),
+        anyCanGo);
+}
+
+BulkRemoval DeveloperDetail::removalForSelection() const {
+    return m_library.removalForDeveloperItems(selectedDeveloperItems(m_library, *state().developerSelection));
+}
+
+} // namespace quillane

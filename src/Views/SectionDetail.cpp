@@ -1,0 +1,38 @@
+#include "SectionDetail.h"
+#include "ContentState.h"
+#include "DetailPane.h"
+#include "LibraryObserver.h"
+#include "PanePlaceholder.h"
+#include "SelectionSummary.h"
+
+namespace quillane {
+
+SectionDetail::SectionDetail(ContentState& state, QWidget* parent)
+    : QStackedWidget(parent)
+    , m_state(state)
+    , m_observer(new LibraryObserver([this] { render(); }, this)) {}
+
+void SectionDetail::begin(PanePlaceholder* none, DetailPane* one, SelectionSummary* several) {
+    m_none = none;
+    m_one = one;
+    m_several = several;
+    for (auto* const pane : {static_cast<QWidget*>(none), m_one, m_several}) {
+        addWidget(pane);
+    }
+    connect(one, &DetailPane::removalWanted, this,
+            [this](const BulkRemoval& removal) { m_state.removal = removal; });
+    connect(several, &SelectionSummary::removeWanted, this,
+            [this] { m_state.removal = removalForSelection(); });
+    m_observer->renderNow();
+}
+
+void SectionDetail::render() {
+    const auto selected = fill();
+    if (selected == 0) {
+        setCurrentWidget(m_none);
+    } else {
+        setCurrentWidget(selected == 1 ? m_one : m_several);
+    }
+}
+
+} // namespace quillane

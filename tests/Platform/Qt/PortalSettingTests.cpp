@@ -1,0 +1,44 @@
+#include "FakePortal.h"
+#include "PortalSetting.h"
+#include "PrivateBus.h"
+#include "StepTaskRunner.h"
+#include <QSignalSpy>
+#include <gtest/gtest.h>
+
+namespace quillane {
+namespace {
+
+const auto kGroup = QStringLiteral("org.freedesktop.appearance");
+const auto kKey = QStringLiteral("contrast");
+
+class PortalSettingTest : public testing::Test {
+  protected:
+    PrivateBus m_bus;
+    StepTaskRunner m_tasks;
+    FakePortal m_portal{m_bus.connect()};
+    PortalSetting m_setting{m_tasks, m_bus.reach(), kGroup, kKey};
+    QSignalSpy m_told{&m_setting, &PortalSetting::told};
+};
+
+TEST_F(PortalSettingTest, TellsTheValueThatStandsAndEachOneAfterItWithoutTheirWraps) {
+    m_portal.others = {{kKey, QStringLiteral("high")}};
+    m_tasks.runAll();
+    ASSERT_TRUE(m_told.count() > 0 || m_told.wait());
+    m_portal.tell(kGroup, kKey, 3);
+    ASSERT_TRUE(m_told.wait());
+    ASSERT_EQ(m_told.count(), 2);
+    EXPECT_EQ(m_told[0][0].value<QVariant>(), QVariant(QStringLiteral("high")));
+    EXPECT_EQ(m_told[1][0].value<QVariant>(), QVariant(3));
+}
+
+TEST_F(PortalSettingTest, TellsNothingOfASettingThatTheDesktopDoesNotHave) {
+    m_tasks.runAll();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_portal.reads == 1; }));
+    m_portal.tell(kGroup, kKey, 3); // arrives behind the answer
+    ASSERT_TRUE(m_told.wait());
+    ASSERT_EQ(m_told.count(), 1);
+    EXPECT_EQ(m_told[0][0].value<QVariant>(), QVariant(3));
+}
+
+} // namespace
+} // namespace quillane

@@ -1,0 +1,50 @@
+#include "Characters.h"
+#include <gtest/gtest.h>
+
+namespace quillane {
+namespace {
+
+using Places = std::vector<std::size_t>;
+
+TEST(LowerCase, LettersOfEveryScriptTurnLowerAndNothingElseChanges) {
+    EXPECT_EQ(Text::lowercased(""), "");
+    EXPECT_EQ(Text::lowercased("Com.Example.TOOL-2_x"), "com.example.tool-2_x");
+    EXPECT_EQ(Text::lowercased("ÉCOLE ЖУК"), "école жук");
+    EXPECT_EQ(Text::lowercased("Straße"), "straße");
+}
+
+TEST(LowerCase, EquivalentSpellingsBecomeTheSameBytes) {
+    EXPECT_EQ(Text::lowercased("caf\u00E9"), Text::lowercased("CAFE\u0301"));
+}
+
+TEST(LowerCase, TheFullMappingIsUsedWithoutALocale) {
+    EXPECT_EQ(Text::lowercased("\u0130"), "i\u0307"); // a dotted capital i is an i that keeps its dot
+    EXPECT_EQ(Text::lowercased("I"), "i");
+}
+
+TEST(LowerCase, ASigmaIsTheSameAtTheEndOfAWord) {
+    EXPECT_EQ(Text::lowercased("ΟΔΟΣ"), "οδοσ");
+}
+
+TEST(LowerCase, InvalidBytesAreReplaced) {
+    EXPECT_EQ(Text::lowercased("A\xff"), "a\uFFFD");
+}
+
+TEST(FullStops, AreFoundWhereverTheyStand) {
+    EXPECT_EQ(Text::fullStops(""), Places{});
+    EXPECT_EQ(Text::fullStops("tool"), Places{});
+    EXPECT_EQ(Text::fullStops(".a..b."), (Places{0, 2, 3, 5}));
+    EXPECT_EQ(Text::fullStops("é.ж"), Places{2});
+}
+
+TEST(FullStops, OneThatCarriesAnAccentOrAJoinerIsAnotherCharacter) {
+    EXPECT_EQ(Text::fullStops("a.\u0301b.c"), Places{5});
+    EXPECT_EQ(Text::fullStops("a.\u200Db"), Places{});
+}
+
+TEST(FullStops, OneBeforeInvalidBytesCounts) {
+    EXPECT_EQ(Text::fullStops("a.\xff"), Places{1});
+}
+
+} // namespace
+} // namespace quillane
