@@ -1,5 +1,9 @@
+#include "BulkSummary.h"
 #include "ContentState.h"
+#include "DeveloperDetail.h"
+#include "DeveloperDetailView.h"
 #include "DeveloperTable.h"
+#include "PanePlaceholder.h"
 #include "SectionRecords.h"
 #include "SectionTableTest.h"
 #include "TableRole.h"
@@ -386,4 +390,20 @@ TEST_F(DeveloperTableTest, WithNothingSelectedThePaneSaysWhatToDo) {
     ASSERT_NE(pane, nullptr);
     EXPECT_EQ(pane->title(), "No Selection");
     EXPECT_EQ(pane->sentence(), "Pick a location to see what removing it would mean.");
+}
+
+TEST_F(DeveloperTableTest, ThePaneFollowsWhatIsSelectedAndStillThere) {
+    openWith(four());
+    const auto* const pane = qobject_cast<DeveloperDetail*>(window->detail(LibrarySection::developer));
+    ASSERT_NE(pane, nullptr);
+    EXPECT_EQ(pane->currentWidget(), pane->placeholder());
+    click("Xcode");
+    turn();
+    EXPECT_EQ(pane->currentWidget(), pane->one());
+    click("npm", Qt::ControlModifier);
+    turn();
+    EXPECT_EQ(pane->currentWidget(), pane->several());
+    library.developerCaches = {four()[0]};
+    turn();
+    EXPECT_EQ(pane->currentWidget(), pane->placeholder());
 }

@@ -1,5 +1,9 @@
+#include "BulkSummary.h"
 #include "HeaderView.h"
+#include "OrphanDetailView.h"
 #include "OrphanTable.h"
+#include "OrphansDetail.h"
+#include "PanePlaceholder.h"
 #include "SectionRecords.h"
 #include "SectionTableTest.h"
 #include "TableDelegate.h"
@@ -427,4 +431,20 @@ TEST_F(OrphanTableTest, WithNothingSelectedThePaneSaysWhatToDo) {
     ASSERT_NE(pane, nullptr);
     EXPECT_EQ(pane->title(), "No Selection");
     EXPECT_EQ(pane->sentence(), "Pick a dead app to see what it left behind.");
+}
+
+TEST_F(OrphanTableTest, ThePaneFollowsWhatIsSelectedAndStillThere) {
+    openWith(three());
+    const auto* const pane = qobject_cast<OrphansDetail*>(window->detail(LibrarySection::orphans));
+    ASSERT_NE(pane, nullptr);
+    EXPECT_EQ(pane->currentWidget(), pane->placeholder());
+    click(kTempo);
+    turn();
+    EXPECT_EQ(pane->currentWidget(), pane->one());
+    click(kInkwell, Qt::ControlModifier);
+    turn();
+    EXPECT_EQ(pane->currentWidget(), pane->several());
+    library.orphans = {three()[0]};
+    turn();
+    EXPECT_EQ(pane->currentWidget(), pane->placeholder());
 }
