@@ -1,12 +1,11 @@
 #include "AppActions.h"
 #include "AppLibrary.h"
 #include "Formatting.h"
+#include "MenuEntries.h"
+#include "RecordsWithKeys.h"
 #include "RunningApplications.h"
 #include "ShownText.h"
-#include "Symbols.h"
 #include "Workspace.h"
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QMenu>
 #include <algorithm>
 #include <functional>
@@ -17,19 +16,7 @@ namespace quillane::AppActions {
 
 namespace {
 
-QString number(std::size_t count) {
-    return words(Formatting::number(static_cast<std::int64_t>(count)));
-}
-
-// A menu takes an ampersand for the mark of a key; in a name it is an ampersand.
-QString menuText(QString text) {
-    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
-}
-
-// As it is, for others to work with; only what is shown is made safe for the eye.
-QString rawText(const std::string& text) {
-    return words(text);
-}
+using namespace MenuEntries;
 
 std::vector<FileURL> urlsOf(const std::vector<InstalledApp>& apps) {
     std::vector<FileURL> urls;
@@ -37,23 +24,6 @@ std::vector<FileURL> urlsOf(const std::vector<InstalledApp>& apps) {
         urls.push_back(app.url);
     }
     return urls;
-}
-
-template <class Do>
-QAction* add(QMenu& menu, const QString& text, Do&& action) {
-    return menu.addAction(menuText(text), std::forward<Do>(action));
-}
-
-QAction* addCopy(QMenu& menu, const QString& title, const QStringList& lines) {
-    auto* const entry = add(menu, title, [lines] { copy(lines.join(QLatin1Char('\n'))); });
-    entry->setEnabled(!lines.isEmpty());
-    return entry;
-}
-
-// Menus know no red words: the symbol tells that the entry removes.
-QAction* destructive(QAction* entry) {
-    entry->setIcon(Symbols::icon(QStringLiteral("trash"), Tint::Red));
-    return entry;
 }
 
 // The menu of one application. Its entries capture the location and find the record again.
@@ -68,13 +38,12 @@ class OneAppMenu {
     void fill() {
         Workspace& workspace = m_library.platform().workspace;
         add(m_menu, QStringLiteral("Open"), [&workspace, url = m_app.url] { workspace.open(url); });
-        add(m_menu, QStringLiteral("Reveal in Finder"),
-            [&workspace, url = m_app.url] { workspace.reveal({url}); });
+        addReveal(m_menu, m_library, {m_app.url});
         addQuit();
         addCopyMenu();
         addSupportFiles();
         addCleanCache();
-        addProtection();
+        addProtection(m_menu, m_library, {m_app.url}, QStringLiteral("Never Touch This App"));
         addMoveToTrash();
     }
 
@@ -102,16 +71,15 @@ class OneAppMenu {
         if (m_app.leftovers.empty()) {
             return;
         }
-        Workspace& workspace = m_library.platform().workspace;
         QMenu& files = *m_menu.addMenu(QStringLiteral("Support Files"));
         std::vector<FileURL> urls;
         for (const auto& item : m_app.leftovers) {
             urls.push_back(item.url);
         }
-        add(files, QStringLiteral("Reveal All in Finder"), [&workspace, urls] { workspace.reveal(urls); });
+        addReveal(files, m_library, urls, QStringLiteral("Reveal All in Finder"));
         for (const auto& item : m_app.leftovers) { // the category tells folders of one name apart
-            add(files, words(item.category) + QStringLiteral(" - ") + shownName(item.url.lastPathComponent()),
-                [&workspace, url = item.url] { workspace.reveal({url}); });
+            addReveal(files, m_library, {item.url},
+                      words(item.category) + QStringLiteral(" - ") + shownName(item.url.lastPathComponent()));
         }
     }
 
@@ -123,15 +91,6 @@ class OneAppMenu {
             ->setEnabled(bytes > 0);
     }
 
-    void addProtection() {
-        const bool isProtected = m_library.isProtected(m_app.url);
-        add(m_menu,
-            isProtected ? QStringLiteral("Remove Protection") : QStringLiteral("Never Touch This App"),
-            [&library = m_library, url = m_app.url, isProtected] {
-                library.setProtected(url, !isProtected);
-            });
-    }
-
     void addMoveToTrash() {
         auto* const entry = add(m_menu, QStringLiteral("Move to Trash…"),
                                 whenStillThere([](AppLibrary& library, const InstalledApp& app) {
@@ -139,7 +98,7 @@ class OneAppMenu {
                                                ? std::optional(library.removalForApps({app}))
                                                : std::nullopt;
                                 }));
-        destructive(entry)->setEnabled(canUninstall(m_library, m_app));
+        markDestructive(entry)->setEnabled(canUninstall(m_library, m_app));
     }
 
     template <class Make>
@@ -163,8 +122,8 @@ class OneAppMenu {
 
 void fillForSeveral(QMenu& menu, AppLibrary& library, const std::vector<InstalledApp>& apps,
                     const Present& present) {
-    add(menu, QStringLiteral("Reveal %1 Apps in Finder").arg(number(apps.size())),
-        [&library, urls = urlsOf(apps)] { library.platform().workspace.reveal(urls); });
+    addReveal(menu, library, urlsOf(apps),
+              QStringLiteral("Reveal %1 Apps in Finder").arg(number(apps.size())));
 
     QStringList names;
     QStringList identifiers; // one that has none adds no empty line
@@ -184,15 +143,10 @@ void fillForSeveral(QMenu& menu, AppLibrary& library, const std::vector<Installe
     const auto going = removable(library, apps);
     auto* const uninstall =
         add(menu, uninstallTitle(going.size()), [&library, present, urls = urlsOf(going)] {
-            std::vector<InstalledApp> still;
-            for (const auto& url : urls) {
-                if (auto app = library.appWithID(url)) {
-                    still.push_back(*std::move(app));
-                }
-            }
+            const auto still = recordsWithKeys(library.apps.get(), &InstalledApp::url, urls);
             present(library.removalForApps(removable(library, still)));
         });
-    destructive(uninstall)->setEnabled(!going.empty());
+    markDestructive(uninstall)->setEnabled(!going.empty());
 }
 
 } // namespace
@@ -217,14 +171,9 @@ QString uninstallTitle(std::size_t count) {
     return QStringLiteral("Uninstall %1 Apps…").arg(number(count));
 }
 
-void copy(const QString& text) {
-    QGuiApplication::clipboard()->setText(text);
-}
-
 QMenu* makeMenu(AppLibrary& library, const std::vector<InstalledApp>& apps, Present present,
                 QWidget* parent) {
-    auto* const menu = new QMenu(parent);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
+    auto* const menu = MenuEntries::makeMenu(parent);
     if (apps.empty()) {
         add(*menu, QStringLiteral("Rescan Applications"),
             [&library] { library.refresh(AppLibrary::ScanReason::user); });

@@ -1,9 +1,7 @@
 #pragma once
-#include "BulkRemoval.h"
 #include "InstalledApp.h"
+#include "MenuEntries.h"
 #include <QString>
-#include <QStringList>
-#include <functional>
 #include <vector>
 
 class QMenu;
@@ -16,8 +14,7 @@ class AppLibrary;
 // What can be done with applications, told and guarded alike in the menus and in the panes. Main thread only.
 namespace AppActions {
 
-// Where a request for a removal goes: to the review.
-using Present = std::function<void(BulkRemoval)>;
+using MenuEntries::Present;
 
 // Whether the application may be asked for: it is no part of the system, it is measured, so that the review
 // knows all its files, and it is not protected.
@@ -29,9 +26,6 @@ std::vector<InstalledApp> removable(const AppLibrary& library, const std::vector
 QString cleanCacheTitle(Bytes bytes);
 // "Uninstall 4 Apps…"
 QString uninstallTitle(std::size_t count);
-
-// The text becomes what the next Paste inserts, in any application.
-void copy(const QString& text);
 
 // The menu for these applications, in the order of the screen; for none, that of the empty table. It belongs to
 // `parent` and deletes itself when it closes. Its entries look the applications up again when they are chosen,

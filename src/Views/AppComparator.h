@@ -1,19 +1,17 @@
 #pragma once
 #include "InstalledApp.h"
+#include "SortOrder.h"
 #include <vector>
 
 namespace quillane {
 
+enum class AppSortKey { name, totalBytes, lastUsed, architecture, version };
+
 // One step of the order of the applications table.
-struct AppComparator {
-    enum class Key { name, totalBytes, lastUsed, architecture, version };
-    Key key = Key::totalBytes;
-    bool isReverse = false;
-    friend bool operator==(const AppComparator&, const AppComparator&) = default;
-};
+using AppComparator = SortStep<AppSortKey>;
 
 // The order that the table begins with: largest first.
-inline const std::vector<AppComparator> kInitialSortOrder = {{AppComparator::Key::totalBytes, true}};
+inline const std::vector<AppComparator> kInitialSortOrder = {{AppSortKey::totalBytes, true}};
 
 // Sorted by the first comparator, ties by the next one and at last by the order given, which is by name.
 // Names sort as the Finder sorts them, architectures by their words, versions as plain text.

@@ -5,7 +5,6 @@
 #include "ShownText.h"
 #include "TableRole.h"
 #include <QGuiApplication>
-#include <array>
 
 namespace quillane {
 
@@ -37,7 +36,12 @@ QVariant tinted(Tint tint) {
 } // namespace
 
 AppTableModel::AppTableModel(const Clock& clock, QObject* parent)
-    : RowModel(parent)
+    : SectionModel({{QStringLiteral("Name")},
+                    {QStringLiteral("Size"), true},
+                    {QStringLiteral("Last Used")},
+                    {QStringLiteral("Architecture")},
+                    {QStringLiteral("Version")}},
+                   parent)
     , m_clock(clock) {}
 
 void AppTableModel::setApps(const std::vector<InstalledApp>& apps,
@@ -56,26 +60,18 @@ void AppTableModel::iconsArrived() {
     }
 }
 
-int AppTableModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : kColumnCount;
-}
-
-QVariant AppTableModel::data(const QModelIndex& index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
-        return {};
-    }
-    const AppRow& app = row(index.row());
-    switch (index.column()) {
+QVariant AppTableModel::cellData(const AppRow& row, int column, int role) const {
+    switch (column) {
     case kName:
-        return nameData(app, role);
+        return nameData(row, role);
     case kSize:
-        return sizeData(app, role);
+        return sizeData(row, role);
     case kLastUsed:
-        return lastUsedData(app, role);
+        return lastUsedData(row, role);
     case kArchitecture:
-        return architectureData(app, role);
+        return architectureData(row, role);
     default:
-        return versionData(app, role);
+        return versionData(row, role);
     }
 }
 
@@ -149,31 +145,6 @@ QVariant AppTableModel::versionData(const AppRow& row, int role) const {
         return tinted(Tint::Secondary);
     default:
         return {};
-    }
-}
-
-QVariant AppTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    static const std::array kTitles = {QStringLiteral("Name"), QStringLiteral("Size"),
-                                       QStringLiteral("Last Used"), QStringLiteral("Architecture"),
-                                       QStringLiteral("Version")};
-    if (orientation != Qt::Horizontal || section < 0 || section >= kColumnCount) {
-        return {};
-    }
-    switch (role) {
-    case Qt::DisplayRole:
-        return kTitles[static_cast<std::size_t>(section)];
-    case Qt::TextAlignmentRole:
-        return QVariant(Qt::AlignVCenter | (section == kSize ? Qt::AlignRight : Qt::AlignLeft));
-    case Qt::InitialSortOrderRole:
-        return static_cast<int>(section == kSize ? Qt::DescendingOrder : Qt::AscendingOrder);
-    default:
-        return {};
-    }
-}
-
-void AppTableModel::sort(int column, Qt::SortOrder order) {
-    if (column >= 0 && column < kColumnCount) {
-        emit orderWanted({sortKey(static_cast<Column>(column)), order == Qt::DescendingOrder});
     }
 }
 

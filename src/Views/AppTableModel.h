@@ -1,8 +1,7 @@
 #pragma once
-#include "AppComparator.h"
 #include "IconPixmaps.h"
 #include "InstalledApp.h"
-#include "RowModel.h"
+#include "SectionModel.h"
 #include <optional>
 #include <set>
 #include <string>
@@ -27,11 +26,11 @@ struct AppRow {
     friend bool operator==(const AppRow&, const AppRow&) = default;
 };
 
-// The rows of the applications table. It sorts nothing itself: a click on a header asks for another order.
-class AppTableModel : public RowModel<AppRow, FileURL> {
+// The rows of the applications table.
+class AppTableModel : public SectionModel<AppRow, FileURL> {
     Q_OBJECT
   public:
-    enum Column : int { kName, kSize, kLastUsed, kArchitecture, kVersion, kColumnCount };
+    enum Column : int { kName, kSize, kLastUsed, kArchitecture, kVersion };
 
     // The clock must outlive the model.
     explicit AppTableModel(const Clock& clock, QObject* parent = nullptr);
@@ -41,18 +40,9 @@ class AppTableModel : public RowModel<AppRow, FileURL> {
     // Icons have come: those that were missing are asked for again.
     void iconsArrived();
 
-    int columnCount(const QModelIndex& parent = {}) const override;
-    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
-    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
-
-    static constexpr AppComparator::Key sortKey(Column column);
-
-  signals:
-    void orderWanted(const quillane::AppComparator& comparator);
-
   protected:
     const FileURL& key(const AppRow& row) const override { return row.url; }
+    QVariant cellData(const AppRow& row, int column, int role) const override;
 
   private:
     QVariant nameData(const AppRow& row, int role) const;
@@ -64,20 +54,5 @@ class AppTableModel : public RowModel<AppRow, FileURL> {
     const Clock& m_clock;
     mutable IconPixmaps m_icons{20};
 };
-
-constexpr AppComparator::Key AppTableModel::sortKey(Column column) {
-    switch (column) {
-    case kSize:
-        return AppComparator::Key::totalBytes;
-    case kLastUsed:
-        return AppComparator::Key::lastUsed;
-    case kArchitecture:
-        return AppComparator::Key::architecture;
-    case kVersion:
-        return AppComparator::Key::version;
-    default:
-        return AppComparator::Key::name;
-    }
-}
 
 } // namespace quillane

@@ -1,9 +1,11 @@
 #pragma once
 #include "AppComparator.h"
 #include "BulkRemoval.h"
+#include "DeveloperRow.h"
 #include "FileURL.h"
 #include "LibrarySection.h"
 #include "NotificationCenter.h"
+#include "OrphanRow.h"
 #include "Published.h"
 #include <optional>
 #include <string>
@@ -27,7 +29,9 @@ struct ContentState {
     Published<std::unordered_set<FileURL>> selection;
     Published<std::unordered_set<std::string>> orphanSelection; // vendors
     Published<std::unordered_set<FileURL>> developerSelection;
-    Published<std::vector<AppComparator>> sortOrder{kInitialSortOrder};
+    Published<std::vector<AppComparator>> sortOrder{kInitialSortOrder}; // of the applications table
+    Published<std::vector<OrphanComparator>> orphanSortOrder{kInitialOrphanOrder};
+    Published<std::vector<DeveloperComparator>> developerSortOrder{kInitialDeveloperOrder};
     // What waits for its review or is being reviewed: a section stores a request here, the window opens the
     // sheet for it and takes it away when the sheet closes.
     Published<std::optional<BulkRemoval>> removal;

@@ -1,5 +1,7 @@
 #include "Screen.h"
 #include "ApplicationsScreen.h"
+#include "DeveloperScreen.h"
+#include "OrphansScreen.h"
 #include "OverviewScreen.h"
 #include <algorithm>
 #include <array>
@@ -11,6 +13,8 @@ namespace {
 constexpr std::array kScreens = {
     StandingScreen{LibrarySection::overview, &makeOverviewScreen},
     StandingScreen{LibrarySection::applications, &makeApplicationsScreen},
+    StandingScreen{LibrarySection::orphans, &makeOrphansScreen},
+    StandingScreen{LibrarySection::developer, &makeDeveloperScreen},
 };
 static_assert(std::ranges::is_sorted(kScreens, {}, &StandingScreen::section));
 

@@ -183,13 +183,3 @@ TEST_F(AppTableModelTest, NoSequenceOfListsEverResetsOrConfusesTheModel) {
     }
     EXPECT_TRUE(resets.isEmpty());
 }
-
-TEST_F(AppTableModelTest, AHeaderAsksForItsOwnOrder) {
-    std::vector<AppComparator> wanted;
-    QObject::connect(&model, &AppTableModel::orderWanted,
-                     [&](const AppComparator& comparator) { wanted.push_back(comparator); });
-    model.sort(Column::kName, Qt::AscendingOrder);
-    model.sort(Column::kVersion, Qt::DescendingOrder);
-    EXPECT_EQ(wanted, (std::vector<AppComparator>{{AppComparator::Key::name, false},
-                                                  {AppComparator::Key::version, true}}));
-}

@@ -5,6 +5,7 @@
 #include "ApplicationsTable.h"
 #include "Badge.h"
 #include "BulkSummary.h"
+#include "MenuTest.h"
 #include "MultiSelectionSummary.h"
 #include "PanePlaceholder.h"
 #include "Panel.h"
@@ -17,7 +18,6 @@
 #include "TableRole.h"
 #include "TableView.h"
 #include "ToolbarRow.h"
-#include "WindowTest.h"
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QMenu>
@@ -29,7 +29,7 @@ using Kind = AppLibrary::Phase::Kind;
 
 namespace {
 
-class ApplicationsActions : public WindowTest {
+class ApplicationsActions : public MenuTest {
   protected:
     static InstalledApp tessel() {
         auto app = measuredApp("Tessel Studio", 2'310'000'000);
@@ -53,84 +53,10 @@ class ApplicationsActions : public WindowTest {
         return app;
     }
 
-    // What a press of the right button at this place of the rows brings up. It comes before the release, which
-    // then belongs to the menu.
-    QMenu* menuAt(const QPoint& at) {
-        QTest::mousePress(table().viewport(), Qt::RightButton, {}, at);
-        QContextMenuEvent wanted(QContextMenuEvent::Mouse, at, table().viewport()->mapToGlobal(at));
-        QCoreApplication::sendEvent(table().viewport(), &wanted);
-        return openMenu();
-    }
-    QMenu* menuOn(const QString& name) {
-        return menuAt(table().visualRect(table().model()->index(rowOf(name), 0)).center());
-    }
-    QMenu* menuBelowTheRows() { return menuAt(QPoint(100, table().viewport()->height() - 5)); }
-    static QMenu* openMenu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
-    static void closeMenu() {
-        if (auto* const menu = openMenu()) {
-            menu->close();
-        }
-    }
     // The menu for one application that the window opens with.
     QMenu* menuOf(const InstalledApp& app) {
         openReady({app});
         return menuOn(QString::fromStdString(app.name));
-    }
-    // As a person reads them.
-    static QStringList entries(const QMenu* menu) {
-        QStringList texts;
-        for (const auto* action : menu->actions()) {
-            texts << action->text().replace("&&", "&");
-        }
-        return texts;
-    }
-    static QAction* entry(const QMenu* menu, const QString& text) {
-        for (auto* action : menu->actions()) {
-            if (action->text().replace("&&", "&") == text) {
-                return action;
-            }
-        }
-        ADD_FAILURE() << "no entry " << text.toStdString() << " among "
-                      << entries(menu).join(" | ").toStdString();
-        static QAction none;
-        return &none;
-    }
-    static const QMenu* submenu(const QMenu* menu, const QString& text) { return entry(menu, text)->menu(); }
-    void choose(const QMenu* menu, const QString& text) {
-        auto* const action = entry(menu, text);
-        ASSERT_TRUE(action->isEnabled());
-        action->trigger();
-    }
-    static QString pasted() { return QGuiApplication::clipboard()->text(); }
-
-    void select(const QStringList& names) {
-        for (const auto& name : names) {
-            click(name, Qt::ControlModifier);
-        }
-        turn();
-    }
-    SweepPreviewSheet* sheet() const { return window->removalSheet(); }
-    // The paths that are under review, a minus before those that are not ticked.
-    QStringList reviewed() {
-        turn();
-        QStringList paths;
-        if (sheet() == nullptr) {
-            return paths;
-        }
-        const auto& removal = window->state().removal.get();
-        for (const auto& row : removal->entries) {
-            const bool isOut = removal->initiallyExcluded.contains(row.url);
-            paths << (isOut ? "-" : "") + QString::fromStdString(row.url.path());
-        }
-        EXPECT_EQ(sheet()->model().review().includedCount(),
-                  static_cast<std::size_t>(
-                      std::ranges::count_if(paths, [](const QString& p) { return p[0] != '-'; })));
-        return paths;
-    }
-    std::string label() {
-        turn();
-        const auto& removal = window->state().removal.get();
-        return removal ? removal->label : std::string();
     }
     static constexpr const char* kTesselPath = "/Applications/Tessel Studio.app";
     static constexpr const char* kTesselSupport = "/Users/alex/Library/Application Support/co.tessel.studio";

@@ -1,6 +1,7 @@
 #include "WindowTest.h"
 #include "ApplicationsDetail.h"
 #include "ApplicationsTable.h"
+#include "SectionTable.h"
 #include "TableView.h"
 #include <QHeaderView>
 #include <algorithm>
@@ -57,7 +58,8 @@ ApplicationsDetail& WindowTest::detail() const {
 }
 
 TableView& WindowTest::table() const {
-    return *applications().table();
+    auto* const section = qobject_cast<SectionTable*>(window->content(window->state().section.get()));
+    return *(section ? section : &applications())->table();
 }
 
 QStringList WindowTest::names() const {
@@ -79,7 +81,11 @@ QStringList WindowTest::selectedNames() const {
 }
 
 QString WindowTest::cell(int row, int column) const {
-    return table().model()->index(row, column).data().toString();
+    return cellData(row, column, Qt::DisplayRole).toString();
+}
+
+QVariant WindowTest::cellData(int row, int column, int role) const {
+    return table().model()->index(row, column).data(role);
 }
 
 int WindowTest::rowOf(const QString& name) const {

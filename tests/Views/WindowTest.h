@@ -43,7 +43,7 @@ class WindowTest : public testing::Test {
     // The same, and all jobs run.
     void finish();
 
-    TableView& table() const;
+    TableView& table() const; // of the section that the window is in, or of the applications
     ApplicationsTable& applications() const;
     ApplicationsDetail& detail() const;
     // By the name in the first column; the test fails when there is none.
@@ -51,6 +51,7 @@ class WindowTest : public testing::Test {
     QStringList names() const; // of all rows, from the top
     QStringList selectedNames() const;
     QString cell(int row, int column) const;
+    QVariant cellData(int row, int column, int role) const;
     void click(const QString& name, Qt::KeyboardModifiers modifiers = {}) const;
     void doubleClick(const QString& name) const;
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const; // into what has the focus

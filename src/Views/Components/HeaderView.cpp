@@ -60,14 +60,19 @@ void HeaderView::paintSection(QPainter* painter, const QRect& rect, int logicalI
     painter->restore();
 }
 
-void HeaderView::paintEvent(QPaintEvent* event) {
+void HeaderView::paintGround(const QRect& rect) {
     const Tokens& tokens = Tokens::current();
-    {
-        QPainter painter(viewport());
-        painter.fillRect(viewport()->rect(), tokens.base);
-        painter.fillRect(QRect(0, height() - kBlank - 1, width(), 1), tokens.line);
-    }
+    QPainter painter(viewport());
+    painter.fillRect(rect, tokens.base);
+    painter.fillRect(QRect(rect.left(), height() - kBlank - 1, rect.width(), 1), tokens.line);
+}
+
+void HeaderView::paintEvent(QPaintEvent* event) {
+    paintGround(viewport()->rect());
     QHeaderView::paintEvent(event);
+    const int end =
+        length() - offset(); // the base gives what lies behind the last column a ground of its own
+    paintGround(viewport()->rect().adjusted(end, 0, 0, 0));
 }
 
 } // namespace quillane

@@ -17,6 +17,9 @@ class HeaderView : public QHeaderView {
   protected:
     void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;
     void paintEvent(QPaintEvent* event) override;
+
+  private:
+    void paintGround(const QRect& rect);
 };
 
 } // namespace quillane

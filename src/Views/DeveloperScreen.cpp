@@ -1,0 +1,13 @@
+#include "DeveloperScreen.h"
+#include "AppLibrary.h"
+#include "DeveloperDetail.h"
+#include "DeveloperTable.h"
+
+namespace quillane {
+
+Screen makeDeveloperScreen(AppLibrary& library, ContentState& state) {
+    return {new DeveloperTable(library, state), new DeveloperDetail(library, state),
+            [&library] { return static_cast<int>(library.developerCaches->size()); }};
+}
+
+} // namespace quillane

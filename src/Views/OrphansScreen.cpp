@@ -1,0 +1,14 @@
+#include "OrphansScreen.h"
+#include "AppLibrary.h"
+#include "OrphanTable.h"
+#include "OrphansDetail.h"
+
+namespace quillane {
+
+Screen makeOrphansScreen(AppLibrary& library, ContentState& state) {
+    // The badge counts all groups, whatever the search says.
+    return {new OrphanTable(library, state), new OrphansDetail(library, state),
+            [&library] { return static_cast<int>(OrphanGroup::grouped(library.orphans.get()).size()); }};
+}
+
+} // namespace quillane

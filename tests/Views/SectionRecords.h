@@ -1,0 +1,40 @@
+#pragma once
+#include "DevCacheItem.h"
+#include "OrphanItem.h"
+#include <string>
+
+namespace quillane {
+
+// Records as the finders would build them, for tests that need no disk.
+inline OrphanItem orphan(const std::string& identifier, const std::string& vendor, Bytes bytes,
+                         const std::string& category = "Caches") {
+    OrphanItem item;
+    item.url = FileURL("/Users/alex/Library/" + category + "/" + identifier);
+    item.category = category;
+    item.identifier = identifier;
+    item.vendor = vendor;
+    item.bytes = bytes;
+    return item;
+}
+
+// One that lies outside the user's home folder.
+inline OrphanItem adminOrphan(const std::string& identifier, const std::string& vendor, Bytes bytes) {
+    OrphanItem item = orphan(identifier, vendor, bytes, "Privileged Helper");
+    item.url = FileURL("/Library/PrivilegedHelperTools/" + identifier);
+    item.requiresAdmin = true;
+    return item;
+}
+
+inline DevCacheItem devCache(const std::string& tool, const std::string& kind, Bytes bytes,
+                             bool safeToSweep = true) {
+    DevCacheItem item;
+    item.url = FileURL("/Users/alex/Library/" + tool + "/" + kind);
+    item.tool = tool;
+    item.kind = kind;
+    item.bytes = bytes;
+    item.safeToSweep = safeToSweep;
+    item.consequence = "Made again when it is needed.";
+    return item;
+}
+
+} // namespace quillane
