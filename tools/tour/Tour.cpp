@@ -3,6 +3,7 @@
 #include "AppTableModel.h"
 #include "ApplicationsTable.h"
 #include "ContentView.h"
+#include "DetailPane.h"
 #include "Formatting.h"
 #include "Hashing.h"
 #include "Hero.h"
@@ -25,6 +26,8 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <map>
+#include <set>
 #include <utility>
 
 namespace quillane {
@@ -116,6 +119,10 @@ bool Tour::run() {
         search();
         shrink();
         switchToDark();
+        compareOrphans();
+        removeAndPutBack(LibrarySection::orphans, QStringLiteral("com.sketchpad.draw"));
+        compareLocations();
+        removeAndPutBack(LibrarySection::developer, QStringLiteral("Homebrew"));
         cleanAndPutBack();
     }
     for (const auto& complaint : std::as_const(m_complaints)) {
@@ -285,15 +292,118 @@ void Tour::switchToDark() {
     Visitor::settle();
 }
 
+void Tour::compareOrphans() {
+    struct Group {
+        Bytes bytes = 0;
+        int files = 0;
+        std::set<QString> titles; // what it may be called
+    };
+    std::map<std::string, Group> groups;
+    Bytes total = 0;
+    for (const auto& orphan : m_mac.expectedOrphans(m_hostFolder)) {
+        auto& group = groups[orphan.vendor];
+        group.bytes = checkedSum(group.bytes, orphan.bytes);
+        ++group.files;
+        group.titles.insert(words(orphan.identifier));
+        total = checkedSum(total, orphan.bytes);
+    }
+    const auto* const rows = table(LibrarySection::orphans)->model();
+    check(rows->rowCount() == static_cast<int>(groups.size()),
+          QStringLiteral("%1 groups of orphans").arg(rows->rowCount()));
+    for (int row = 0; row < rows->rowCount(); ++row) {
+        const auto text = [&](int column) { return rows->index(row, column).data().toString(); };
+        const auto found = std::ranges::find_if(
+            groups, [&](const auto& entry) { return entry.second.titles.contains(text(0)); });
+        check(found != groups.end(), QStringLiteral("no orphan on disk: ") + text(0));
+        check(found == groups.end() || (text(1) == bytesText(found->second.bytes) &&
+                                        text(2) == QString::number(found->second.files)),
+              QStringLiteral("%1 does not take %2 in %3 files").arg(text(0), text(1), text(2)));
+    }
+    const auto seen = Visitor::words(window().content(LibrarySection::orphans));
+    checkSeen(seen, words(Formatting::counted(static_cast<std::int64_t>(groups.size()), "dead app")));
+    checkSeen(seen, bytesText(total) + QStringLiteral(" reclaimable"));
+    say(QStringLiteral("%1 removed applications left %2 behind, as on disk.")
+            .arg(groups.size())
+            .arg(bytesText(total)));
+}
+
+void Tour::compareLocations() {
+    QStringList expected;
+    Bytes total = 0;
+    Bytes swept = 0;
+    for (const auto& location : m_mac.expectedLocations(m_hostFolder)) {
+        expected << words(location.tool + " | " + location.kind + " | ") + bytesText(location.bytes);
+        total = checkedSum(total, location.bytes);
+        swept = checkedSum(swept, location.safeToSweep ? location.bytes : 0);
+    }
+    QStringList there;
+    const auto* const rows = table(LibrarySection::developer)->model();
+    for (int row = 0; row < rows->rowCount(); ++row) {
+        const auto text = [&](int column) { return rows->index(row, column).data().toString(); };
+        there << QStringList{text(0), text(1), text(2)}.join(QStringLiteral(" | "));
+    }
+    expected.sort();
+    there.sort();
+    check(there == expected, QStringLiteral("the developer's locations are not those on disk: ") +
+                                 there.join(QStringLiteral("; ")));
+    const auto seen = Visitor::words(window().content(LibrarySection::developer));
+    checkSeen(seen, words(Formatting::counted(expected.size(), "location")));
+    checkSeen(seen, bytesText(total));
+    checkSeen(seen, bytesText(swept) + QStringLiteral(" in sweep"));
+    say(QStringLiteral("%1 developer locations hold %2, of which a cleanup takes %3, as on disk.")
+            .arg(expected.size())
+            .arg(bytesText(total), bytesText(swept)));
+}
+
+void Tour::removeAndPutBack(LibrarySection section, const QString& firstColumn) {
+    window().showSection(section);
+    Visitor::settle();
+    const auto rowCount = table(section)->model()->rowCount();
+    const auto row = Visitor::column(table(section), 0).indexOf(firstColumn);
+    check(row >= 0, QStringLiteral("not in its table: ") + firstColumn);
+    if (row < 0) {
+        return;
+    }
+    const auto treeBefore = fingerprint(m_hostFolder);
+    const auto trashBefore = itemsInTrash();
+    Visitor::click(table(section), static_cast<int>(row), 0);
+    take(words(rawValue(section)).toLower() + QStringLiteral("-selected"));
+    Visitor::push(window().detail(section)->findChild<DetailPane*>()->removeButton());
+    auto* const sheet = window().removalSheet();
+    if (sheet == nullptr) {
+        check(false, QStringLiteral("the review of %1 did not open").arg(firstColumn));
+        return;
+    }
+    const auto entries = sheet->model().review().included();
+    check(!entries.empty(), QStringLiteral("there is nothing to review for ") + firstColumn);
+    takeOf(*sheet, words(rawValue(section)).toLower().replace(QLatin1Char(' '), QLatin1Char('-')) +
+                       QStringLiteral("-review"));
+    Visitor::press(sheet, Qt::Key_Return);
+    check(Visitor::waitUntil([&] { return sheet->stage() == SweepPreviewSheet::Stage::done; }),
+          QStringLiteral("the removal of %1 did not end").arg(firstColumn));
+    compareWithTrash(entries, trashBefore);
+    Visitor::press(sheet, Qt::Key_Return);
+    Visitor::settle();
+    check(table(section)->model()->rowCount() == rowCount - 1,
+          QStringLiteral("%1 is still in its table").arg(firstColumn));
+    say(QStringLiteral("Removed %1: %2 paths, found in the Trash on disk.")
+            .arg(firstColumn)
+            .arg(entries.size()));
+
+    window().showSection(LibrarySection::overview);
+    Visitor::settle();
+    if (auto* const screen = overview()) {
+        putBack(*screen, treeBefore);
+    }
+    check(table(section)->model()->rowCount() == rowCount,
+          QStringLiteral("%1 is not back in its table").arg(firstColumn));
+}
+
 void Tour::cleanAndPutBack() {
     window().showSection(LibrarySection::overview);
     Visitor::settle();
-    auto* const overview = window().content(LibrarySection::overview)->findChild<OverviewView*>();
-    auto* const screen = overview != nullptr
-                             ? overview
-                             : qobject_cast<OverviewView*>(window().content(LibrarySection::overview));
+    auto* const screen = overview();
     if (screen == nullptr) {
-        check(false, QStringLiteral("the Overview is not there"));
         return;
     }
     const auto treeBefore = fingerprint(m_hostFolder);
@@ -317,7 +427,12 @@ void Tour::cleanAndPutBack() {
           QStringLiteral("the sweep did not end"));
     takeOf(*sheet, QStringLiteral("done"));
     if (kept != all.end()) {
-        compareWithTrash(included, *kept, trashBefore);
+        compareWithTrash(included, trashBefore);
+        check(std::filesystem::exists(hostPath(kept->url)),
+              QStringLiteral("gone, though it was kept: ") + shownName(kept->url.path()));
+        say(QStringLiteral("Reviewed %1 rows, kept %2, and found the others in the Trash on disk.")
+                .arg(all.size())
+                .arg(shownName(kept->url.lastPathComponent())));
     }
     Visitor::press(sheet, Qt::Key_Return);
     take(QStringLiteral("overview-cleaned"));
@@ -331,22 +446,14 @@ std::size_t Tour::itemsInTrash() const {
     return static_cast<std::size_t>(std::distance(fs::begin(items), fs::end(items)));
 }
 
-void Tour::compareWithTrash(const std::vector<SweepEntry>& moved, const SweepEntry& kept,
-                            std::size_t trashBefore) {
+void Tour::compareWithTrash(const std::vector<SweepEntry>& moved, std::size_t trashBefore) {
     namespace fs = std::filesystem;
-    const auto host = [&](const FileURL& url) { return fs::path(m_hostFolder + url.path()); };
     for (const auto& entry : moved) {
-        check(!fs::exists(fs::symlink_status(host(entry.url))),
+        check(!fs::exists(fs::symlink_status(hostPath(entry.url))),
               QStringLiteral("still in its place: ") + shownName(entry.url.path()));
     }
-    check(fs::exists(host(kept.url)),
-          QStringLiteral("gone, though it was kept: ") + shownName(kept.url.path()));
     const auto arrived = itemsInTrash() - trashBefore;
     check(arrived == moved.size(), QStringLiteral("%1 items arrived in the Trash").arg(arrived));
-    say(QStringLiteral("Reviewed %1 rows, kept %2, and found the other %3 in the Trash on disk.")
-            .arg(moved.size() + 1)
-            .arg(shownName(kept.url.lastPathComponent()))
-            .arg(arrived));
 }
 
 void Tour::putBack(OverviewView& screen, const std::string& treeBefore) {
@@ -370,8 +477,18 @@ ContentView& Tour::window() const {
     return *m_app.window();
 }
 
+QTreeView* Tour::table(LibrarySection section) const {
+    return window().content(section)->findChild<TableView*>();
+}
+
 QTreeView* Tour::table() const {
-    return window().content(LibrarySection::applications)->findChild<TableView*>();
+    return table(LibrarySection::applications);
+}
+
+OverviewView* Tour::overview() const {
+    auto* const content = window().content(LibrarySection::overview);
+    return qobject_cast<OverviewView*>(content) != nullptr ? qobject_cast<OverviewView*>(content)
+                                                           : content->findChild<OverviewView*>();
 }
 
 const ExpectedApp* Tour::expected(const QString& name) const {

@@ -1,4 +1,5 @@
 #pragma once
+#include "LibrarySection.h"
 #include "SampleMac.h"
 #include "SweepEntry.h"
 #include <QString>
@@ -35,15 +36,24 @@ class Tour {
     void search();
     void shrink();
     void switchToDark();
+    // What the other two tables show, against the disk.
+    void compareOrphans();
+    void compareLocations();
+    // Picks one row of a section, moves it through the review, looks into the Trash on disk, and puts it back.
+    void removeAndPutBack(LibrarySection section, const QString& firstColumn);
     // The main job: review, keep one row, move the rest, look into the Trash on disk, and put it all back.
     void cleanAndPutBack();
-    void compareWithTrash(const std::vector<SweepEntry>& moved, const SweepEntry& kept,
-                          std::size_t trashBefore);
+    // Nothing in its place, everything in the Trash.
+    void compareWithTrash(const std::vector<SweepEntry>& moved, std::size_t trashBefore);
     void putBack(OverviewView& screen, const std::string& treeBefore);
     std::size_t itemsInTrash() const;
 
     ContentView& window() const;
+    QTreeView* table(LibrarySection section) const;
     QTreeView* table() const;
+    OverviewView* overview() const;
+    // The path of an entry on the machine's own disk.
+    std::string hostPath(const FileURL& url) const { return m_hostFolder + url.path(); }
     const ExpectedApp* expected(const QString& name) const;
     int rowOf(const QString& name) const;
     void take(const QString& name);
