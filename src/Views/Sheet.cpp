@@ -69,9 +69,13 @@ void Sheet::setVisible(bool visible) {
     }
 }
 
+// Most window managers give the keyboard back to the window by themselves; without one nobody does.
 void Sheet::hideEvent(QHideEvent* event) {
     QDialog::hideEvent(event);
     delete m_scrim;
+    if (parentWidget() != nullptr && !SystemLook::isNative() && !event->spontaneous()) {
+        parentWidget()->activateWindow();
+    }
 }
 
 bool Sheet::eventFilter(QObject* object, QEvent* event) {

@@ -201,7 +201,7 @@ class SampleMac {
     // A volume with an empty home folder, Trash and folder of applications.
     explicit SampleMac(Date now = kNow);
 
-    // The believable Mac of the tour: some sixty applications, 3 GB allocated at most.
+    // The believable Mac of the tour: some sixty applications, 4 GB allocated at most.
     static SampleMac full(Date now = kNow);
     // The same cast and every odd case in a few megabytes: for tests.
     static SampleMac small(Date now = kNow);

@@ -1,4 +1,5 @@
 #include "Visitor.h"
+#include <QAbstractAnimation>
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QAccessibleInterface>
@@ -14,6 +15,18 @@ namespace quillane::Visitor {
 namespace {
 
 constexpr int kStepMilliseconds = 10;
+
+// Whether something is on its way to where it will stand; what turns for ever is not waited for.
+bool isMoving() {
+    for (const auto* const window : QApplication::topLevelWidgets()) {
+        for (const auto* const animation : window->findChildren<QAbstractAnimation*>()) {
+            if (animation->state() == QAbstractAnimation::Running && animation->loopCount() > 0) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
 
 // Keys go to whoever has the focus, as on a real keyboard.
 QWidget* target(QWidget* window) {
@@ -40,6 +53,7 @@ void settle() {
     for (int turn = 0; turn < 5; ++turn) {
         QTest::qWait(kStepMilliseconds);
     }
+    waitUntil([] { return !isMoving(); });
 }
 
 QStringList words(const QWidget* widget) {
