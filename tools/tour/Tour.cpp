@@ -387,7 +387,7 @@ void Tour::removeAndPutBack(LibrarySection section, const QString& firstColumn) 
     check(window().isActiveWindow(), QStringLiteral("the keyboard did not come back from the review"));
     check(table(section)->model()->rowCount() == rowCount - 1,
           QStringLiteral("%1 is still in its table").arg(firstColumn));
-    say(QStringLiteral("Removed %1: %2 paths, found in the Trash on disk.")
+    say(QStringLiteral("Removed %1: %2 moved, found in the Trash on disk.")
             .arg(firstColumn)
             .arg(entries.size()));
 
