@@ -4,6 +4,7 @@
 #include "LibraryObserver.h"
 #include "PanePlaceholder.h"
 #include "SelectionSummary.h"
+#include <QEvent>
 
 namespace quillane {
 
@@ -24,6 +25,13 @@ void SectionDetail::begin(PanePlaceholder* none, DetailPane* one, SelectionSumma
     connect(several, &SelectionSummary::removeWanted, this,
             [this] { m_state.removal = removalForSelection(); });
     m_observer->renderNow();
+}
+
+bool SectionDetail::event(QEvent* event) {
+    if (event->type() == QEvent::Show || event->type() == QEvent::WindowActivate) {
+        m_observer->schedule();
+    }
+    return QStackedWidget::event(event);
 }
 
 void SectionDetail::render() {

@@ -31,6 +31,8 @@ class SectionDetail : public QStackedWidget {
     // All that is selected, as it is at the press of the button.
     virtual BulkRemoval removalForSelection() const = 0;
     const ContentState& state() const { return m_state; }
+    // In sight or in front again, the words for dates are those of now.
+    bool event(QEvent* event) override;
 
   private:
     void render();

@@ -133,6 +133,26 @@ TEST_F(DeveloperPane, TheFactsTellSizeLastTouchAndWhetherACleanupTakesIt) {
               (Pairs{{"Size", "1.46 GB"}, {"Last Touched", "Unknown"}, {"Clean Now", "Never"}}));
 }
 
+TEST_F(DeveloperPane, DaysThatPassedInTheBackgroundAreToldWhenTheWindowComesToTheFront) {
+    const auto& stats = *show(kDerived).stats();
+    clock.advance(std::chrono::hours(72));
+    turn();
+    EXPECT_EQ(figures(stats)[1].second, "1 days ago");
+    QEvent toTheFront(QEvent::WindowActivate);
+    QCoreApplication::sendEvent(column, &toTheFront);
+    turn();
+    EXPECT_EQ(figures(stats)[1].second, "4 days ago");
+}
+
+TEST_F(DeveloperPane, DaysThatPassedOutOfSightAreToldWhenThePaneShows) {
+    const auto& stats = *show(kDerived).stats();
+    column->hide();
+    clock.advance(std::chrono::hours(72));
+    column->show();
+    turn();
+    EXPECT_EQ(figures(stats)[1].second, "4 days ago");
+}
+
 TEST_F(DeveloperPane, AProtectedLocationSaysSoAndCannotGo) {
     const auto& pane = show(kDevices);
     EXPECT_FALSE(pane.protectedNote()->isVisible());
