@@ -1,7 +1,7 @@
-// Sweeps the same number of rows over libraries of 100, 1,000 and 10,000 applications with 20 leftovers each, and
-// tells what the main thread pays for a row that has moved: that the lists forget it, above all. The Trash is
-// instant. The sizes take turns in each round. Fails when a row of the largest library costs more than
-// kMostGrowth times one of the smallest.
+// Sweeps the same number of rows over libraries of 100, 1,000 and 10,000 applications with 20 leftovers each, with as
+// many orphans and developer caches as applications, and tells what the main thread pays for a row that has moved:
+// that the lists forget it, above all. The Trash is instant. The sizes take turns in each round. Fails when a row of
+// the largest library costs more than kMostGrowth times one of the smallest.
 #include "AppLibrary.h"
 #include "FakeMetadata.h"
 #include "FakeWorkspace.h"
@@ -31,6 +31,7 @@ constexpr std::array kSizes = {100, 1'000, 10'000};
 constexpr int kLeftovers = 20;
 constexpr int kRows = 200;
 constexpr int kAppsRemoved = 10; // each with its leftovers
+constexpr int kOrphansRemoved = 50;
 constexpr int kRounds = 15;
 constexpr double kMostGrowth = 3;
 
@@ -66,12 +67,33 @@ std::vector<InstalledApp> applications(int count) {
     return apps;
 }
 
+FileURL orphanURL(int orphan) {
+    return FileURL("/Users/alex/Library/Application Support/org.example.removed" + std::to_string(orphan));
+}
+
+std::vector<OrphanItem> orphans(int count) {
+    std::vector<OrphanItem> items(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        items[static_cast<std::size_t>(i)].url = orphanURL(i);
+    }
+    return items;
+}
+
+std::vector<DevCacheItem> developerCaches(int count) {
+    std::vector<DevCacheItem> items(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        items[static_cast<std::size_t>(i)].url =
+            FileURL("/Users/alex/Projects/project " + std::to_string(i) + "/node_modules");
+    }
+    return items;
+}
+
 SweepEntry row(FileURL url, SweepCategory category) {
     return {std::move(url), category, "title", "subtitle", 4096};
 }
 
-// The three kinds of sweeps that are measured.
-enum class Kind { leftovers, strangers, applications };
+// The kinds of sweeps that are measured.
+enum class Kind { leftovers, strangers, orphans, applications };
 
 std::vector<SweepEntry> rows(Kind kind, int size) {
     std::vector<SweepEntry> entries;
@@ -86,6 +108,12 @@ std::vector<SweepEntry> rows(Kind kind, int size) {
         }
         return entries;
     }
+    if (kind == Kind::orphans) {
+        for (int i = 0; i < kOrphansRemoved; ++i) {
+            entries.push_back(row(orphanURL(i * (size / kOrphansRemoved)), SweepCategory::orphans));
+        }
+        return entries;
+    }
     for (int i = 0; i < kRows; ++i) { // all over the library
         const int item = i * (size * kLeftovers / kRows);
         entries.push_back(row(kind == Kind::leftovers
@@ -95,6 +123,12 @@ std::vector<SweepEntry> rows(Kind kind, int size) {
     }
     return entries;
 }
+
+struct Lists {
+    std::vector<InstalledApp> apps;
+    std::vector<OrphanItem> orphans;
+    std::vector<DevCacheItem> developerCaches;
+};
 
 struct Ports {
     TemporaryFolder disk;
@@ -112,10 +146,11 @@ struct Ports {
 
 // What the main thread used after each move, until it asked for the next one. What follows the last move is not
 // in it: the operation is stored there.
-std::vector<double> sweep(Ports& ports, const std::vector<InstalledApp>& apps,
-                          const std::vector<SweepEntry>& entries) {
+std::vector<double> sweep(Ports& ports, const Lists& lists, const std::vector<SweepEntry>& entries) {
     AppLibrary library(ports.platform);
-    library.apps = apps;
+    library.apps = lists.apps;
+    library.orphans = lists.orphans;
+    library.developerCaches = lists.developerCaches;
     library.tasks().start([&](StopToken) -> Task<> { co_await library.runSweep(entries, "Clean Now"); });
     ports.runner.settle();
     std::vector<double> costs;
@@ -144,25 +179,27 @@ struct Figures {
     std::vector<double> first;       // the first row of a sweep, which makes the index
     std::vector<double> leftover;    // each further row that the lists hold
     std::vector<double> stranger;    // the same for rows that they don't hold
+    std::vector<double> orphan;      // each further row when orphans go
     std::vector<double> application; // each further row when applications go with all their leftovers
     std::vector<double> longest;     // of those: where an application itself goes
 };
 
-void measure(Ports& ports, int size, const std::vector<InstalledApp>& apps, Figures& figures) {
-    const auto leftovers = sweep(ports, apps, rows(Kind::leftovers, size));
+void measure(Ports& ports, int size, const Lists& lists, Figures& figures) {
+    const auto leftovers = sweep(ports, lists, rows(Kind::leftovers, size));
     figures.first.push_back(leftovers.front());
     figures.leftover.push_back(mean(leftovers, 1));
-    figures.stranger.push_back(mean(sweep(ports, apps, rows(Kind::strangers, size)), 1));
-    const auto applications = sweep(ports, apps, rows(Kind::applications, size));
+    figures.stranger.push_back(mean(sweep(ports, lists, rows(Kind::strangers, size)), 1));
+    figures.orphan.push_back(mean(sweep(ports, lists, rows(Kind::orphans, size)), 1));
+    const auto applications = sweep(ports, lists, rows(Kind::applications, size));
     figures.application.push_back(mean(applications, 1));
     figures.longest.push_back(*std::ranges::max_element(applications.begin() + 1, applications.end()));
 }
 
 int run() {
     Ports ports;
-    std::map<int, std::vector<InstalledApp>> libraries;
+    std::map<int, Lists> libraries;
     for (const int size : kSizes) {
-        libraries[size] = applications(size);
+        libraries[size] = {applications(size), orphans(size), developerCaches(size)};
     }
     std::map<int, Figures> figures;
     for (int round = 0; round < kRounds; ++round) {
@@ -186,6 +223,7 @@ int run() {
     fmt::print("\n");
     print("a row of the lists", &Figures::leftover);
     print("a row that no list holds", &Figures::stranger);
+    print("a row of the orphans", &Figures::orphan);
     print("the first row, which makes the index", &Figures::first);
     print("a row, applications and all they left", &Figures::application);
     print("the longest of those rows", &Figures::longest);

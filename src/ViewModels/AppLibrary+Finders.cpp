@@ -24,6 +24,7 @@ Task<> AppLibrary::findOrphans(int generation, ScanReason reason, StopToken stop
                               return OrphanFinder::orphans(platform, installed, stop);
                           });
     if (!isStale(generation)) {
+        m_found.reset();
         orphans = std::move(found);
     }
 }
@@ -46,6 +47,7 @@ Task<> AppLibrary::findDeveloperCaches(int generation, ScanReason reason, StopTo
                                        return DeveloperCacheFinder::find(platform, priority, stop);
                                    });
     if (!isStale(generation)) {
+        m_found.reset();
         developerCaches = std::move(found);
         m_developerCachesMeasuredAt = m_platform.clock.now();
     }

@@ -39,6 +39,7 @@ Task<SweepReport> AppLibrary::runSweep(std::vector<SweepEntry> entries, std::str
     SweepReport report;
     std::vector<TrashMove> moves;
     m_holders.reset();
+    m_found.reset();
     isSweeping = true;
     sweepProcessed = 0;
     sweepTotal = static_cast<int>(entries.size());
@@ -153,8 +154,24 @@ void AppLibrary::forget(const std::vector<FileURL>& urls) {
     if (std::ranges::any_of(urls, [](const FileURL& url) { return url.path().ends_with(".app"); })) {
         forgetApps(gone);
     }
-    dropGone(orphans, gone);
-    dropGone(developerCaches, gone);
+    forgetFound(gone);
+}
+
+// Most rows of a sweep are in neither list, and to read both for each of them would cost rows times items.
+void AppLibrary::forgetFound(const std::unordered_set<FileURL>& gone) {
+    if (!m_found) {
+        m_found.emplace();
+        for (const auto& item : *orphans) {
+            m_found->insert(item.url);
+        }
+        for (const auto& item : *developerCaches) {
+            m_found->insert(item.url);
+        }
+    }
+    if (std::ranges::any_of(gone, [&](const FileURL& url) { return m_found->erase(url) > 0; })) {
+        dropGone(orphans, gone);
+        dropGone(developerCaches, gone);
+    }
 }
 
 void AppLibrary::forgetApps(const std::unordered_set<FileURL>& gone) {

@@ -200,6 +200,8 @@ class AppLibrary {
     void forget(const std::vector<FileURL>& urls);
     void forgetLeftovers(const std::unordered_set<FileURL>& gone);
     void forgetApps(const std::unordered_set<FileURL>& gone);
+    // Orphans and developer caches.
+    void forgetFound(const std::unordered_set<FileURL>& gone);
     // Stores the operation, or takes the stored one away.
     void record(std::optional<UndoableOperation> operation);
 
@@ -214,6 +216,8 @@ class AppLibrary {
     std::optional<Date> m_developerCachesMeasuredAt; // end of the last walk; nothing before the first
     // Which applications hold a leftover. Made at need; empty when applications or leftovers may have joined since.
     std::optional<LeftoverIndex> m_holders;
+    // All that orphans and developer caches list. Made at need; empty when some may have joined since.
+    std::optional<std::unordered_set<FileURL>> m_found;
     TaskScope m_tasks; // last: its suspended frames go before what they use
 };
 

@@ -354,6 +354,30 @@ TEST_F(FoundThings, WhatASweepMovesLeavesTheListsAtOnceAndTheRestStays) {
     EXPECT_EQ(orphans.changes, 1) << "told of its own row alone";
 }
 
+TEST_F(FoundThings, WhatAScanFindsDuringASweepLeavesTheListsTooWhenItMoves) {
+    const auto cached = file("Library/Caches/com.acme.draw/data").deletingLastPathComponent();
+    world.disk.modified("Users/alex/Library/Caches/com.acme.draw",
+                        world.clock.now().addingSeconds(-100.0 * 24 * 60 * 60));
+    const auto modules = file("Projects/shop/node_modules/index.js").deletingLastPathComponent();
+    std::vector<SweepEntry> entries;
+    for (int i = 0; i < 100; ++i) { // in no list, and enough for the scan to end before the others move
+        entries.push_back(entry(file("Downloads/" + std::to_string(i)), SweepCategory::developer, 1));
+    }
+    entries.push_back(entry(modules, SweepCategory::developer, 1));
+    entries.push_back(entry(cached, SweepCategory::orphans, 1));
+    startSweep(entries);
+    world.runner.settle();
+    world.runner.runJob();
+    library->refresh(AppLibrary::ScanReason::user);
+    ASSERT_TRUE(world.runner.runUntil(
+        [&] { return !library->orphans->empty() && !library->developerCaches->empty(); }));
+    ASSERT_TRUE(world.isThere(modules));
+    world.runner.runAll();
+    EXPECT_FALSE(world.isThere(modules));
+    EXPECT_EQ(library->orphans->size(), 0U);
+    EXPECT_EQ(library->developerCaches->size(), 0U);
+}
+
 TEST_F(FoundThings, WhatFailedToMoveStaysInTheLists) {
     const auto missing = orphan("com.acme.draw", 10); // not on the disk
     library->orphans = std::vector{missing};
