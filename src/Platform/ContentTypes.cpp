@@ -41,7 +41,7 @@ constexpr Declaration kDeclarations[] = {
     {"public.font", "public.data public.content", ""},
     {"public.presentation", "public.composite-content", ""},
     {"public.spreadsheet", "public.content", ""},
-    {"com.apple.bundle", "public.directory", "bundle"},
+    {"com.apple.bundle", "public.directory", ""},
     {"com.apple.package", "public.directory", ""},
 
     // Disk images. They are archives too, by public.disk-image.
@@ -288,6 +288,7 @@ constexpr Declaration kDeclarations[] = {
     // Folders that are shown as one thing
     {"com.apple.application", "public.executable", ""},
     {"com.apple.application-bundle", "com.apple.application com.apple.bundle com.apple.package", "app"},
+    {"com.apple.generic-bundle", "com.apple.bundle com.apple.package", "bundle"},
     {"com.apple.framework", "com.apple.bundle", "framework"},
     {"com.apple.plugin", "com.apple.bundle com.apple.package", "plugin"},
     {"com.apple.kernel-extension", "com.apple.bundle com.apple.package", "kext"},

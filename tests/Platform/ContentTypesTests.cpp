@@ -150,8 +150,8 @@ TEST(ContentTypes, AnExtensionMayNameAFileAndAPackage) {
 }
 
 TEST(ContentTypes, ApplicationsAndLibrariesArePackagesAndFrameworksAreNot) {
-    for (const char* extension :
-         {"app", "APP", "rtfd", "photoslibrary", "sparsebundle", "xcodeproj", "kext"}) {
+    for (const char* extension : {"app", "APP", "bundle", "plugin", "kext", "rtfd", "pkg", "mpkg",
+                                  "photoslibrary", "xcodeproj", "sparsebundle", "key", "pages"}) {
         EXPECT_TRUE(ContentTypes::ofFolder(extension).isPackage()) << extension;
     }
     EXPECT_EQ(ContentTypes::ofFolder("app").identifier(), "com.apple.application-bundle");
