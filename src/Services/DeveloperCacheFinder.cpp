@@ -96,6 +96,10 @@ constexpr std::array<std::string_view, 9> kMonorepoNames = {"client",  "server",
 // Folders this far below a project folder are looked at by name and not entered.
 constexpr int kDeepestLevel = 5;
 
+// In bytes. A folder that is given away is opened by its path; what has a longer one stays with who came to it,
+// below its parent, where depth has no limit. A Mac's limit is 1,024 for the whole path on the machine.
+constexpr std::size_t kLongestPathGiven = 512;
+
 // Threads beside the job's own. More than the cores of a small machine, as a cold disk makes them wait.
 constexpr int helpersFor(Priority priority) {
     return priority == Priority::background ? 1 : 3;
@@ -185,11 +189,14 @@ class Search {
             }
         }
         auto items = run(std::move(pieces));
+        const auto isBelow = [](std::string_view path, std::string_view root) {
+            return path.size() > root.size() && path.starts_with(root) && path[root.size()] == '/';
+        };
         const auto place = [&](const DevCacheItem& item) {
-            const auto root = std::ranges::find_if(roots, [&](const FileURL& candidate) {
-                return item.url.path().starts_with(candidate.path() + "/");
-            });
-            return std::pair(root - roots.begin(), std::string_view(item.url.path()));
+            const std::string_view path = item.url.path();
+            const auto root = std::ranges::find_if(
+                roots, [&](const FileURL& candidate) { return isBelow(path, candidate.path()); });
+            return std::pair(root - roots.begin(), path);
         };
         // Whichever worker was first: the same folders give the same list.
         std::ranges::sort(items, {}, place);
@@ -228,11 +235,11 @@ class Search {
 
     void handle(const Measuring& piece, const Others& others) {
         const auto leavesOut = [&](const FileURL& folder) {
-            if (!others.want()) {
-                return false;
+            const bool gives = isWanted(folder, others);
+            if (gives) {
+                others.give(Measuring{piece.item, folder});
             }
-            others.give(Measuring{piece.item, folder});
-            return true;
+            return gives;
         };
         const auto bytes = FootprintCalculator::sizeOfRest(m_platform, piece.folder, m_stop, leavesOut);
         const std::lock_guard lock(m_mutex);
@@ -252,7 +259,7 @@ class Search {
             const int level = piece.level + entry.level;
             if (contains(kDependencyFolderNames, entry.name)) {
                 const Measuring found{add(itemForDependencies(url)), url};
-                if (others.want()) {
+                if (isWanted(url, others)) {
                     others.give(found);
                 } else {
                     handle(found, others);
@@ -262,7 +269,7 @@ class Search {
             if (!isEntered(entry.name, level)) {
                 return WalkAnswer::skipBelow;
             }
-            if (others.want()) {
+            if (isWanted(url, others)) {
                 others.give(Looking{url, level});
                 return WalkAnswer::skipBelow;
             }
@@ -270,6 +277,10 @@ class Search {
         };
         // What can't be read holds nothing.
         static_cast<void>(m_platform.files.walk(piece.folder, {}, look));
+    }
+
+    static bool isWanted(const FileURL& folder, const Others& others) {
+        return others.want() && folder.path().size() <= kLongestPathGiven;
     }
 
     // Whether dependency folders are looked for inside a folder.

@@ -111,11 +111,17 @@ std::vector<OrphanItem> orphans(const Platform& platform, const std::set<std::st
     const auto home = platform.files.home();
     std::vector<OrphanItem> items;
     for (const auto& location : SupportFileLocations::all(platform)) {
+        if (stop.stopRequested()) {
+            break;
+        }
         const auto entries = platform.files.list(location.url);
         if (!entries) {
             continue;
         }
         for (const auto& entry : *entries) {
+            if (stop.stopRequested()) {
+                break;
+            }
             const auto candidates = SupportFileLocations::identifierCandidates(entry.name);
             const auto identifier = unclaimedIdentifier(entry.name, candidates, claims);
             if (!identifier) {

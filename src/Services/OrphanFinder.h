@@ -12,8 +12,8 @@
 namespace quillane::OrphanFinder {
 
 // The entries directly inside the known Library locations that no installed application claims, largest first.
-// A location that can't be listed contributes nothing. A stop only cuts the measuring short. Blocks; any thread
-// but the main one.
+// A location that can't be listed contributes nothing. A stop gives what was found by then. Blocks; any
+// thread but the main one.
 std::vector<OrphanItem> orphans(const Platform& platform, const std::set<std::string>& installedIdentifiers,
                                 const StopToken& stop = {});
 

@@ -1,5 +1,5 @@
 #include "DeveloperCacheFinder.h"
-#include "RecordingFileSystem.h"
+#include "RecordedPlatform.h"
 #include "SamplePlatform.h"
 #include <algorithm>
 #include <array>
@@ -199,13 +199,8 @@ TEST(DeveloperCacheFinder, AFolderWhoseDateCannotBeReadIsListedWithoutOne) {
     SampleMac mac;
     mac.file(".npm/_cacache/file", "x");
     const SamplePlatform sample(mac);
-    PosixFileSystem volume{sample.disk.path(), FileURL(std::string(SampleMac::kHome))};
-    DatesRefused refusing{volume};
-    const auto& p = sample.platform;
-    const Platform platform{refusing,  p.commands,  p.metadata, p.clock,
-                            p.tasks,   p.workspace, p.trash,    p.runningApplications,
-                            p.defaults};
-    const auto items = DeveloperCacheFinder::find(platform, Priority::utility);
+    DatesRefused refusing{sample.platform.files};
+    const auto items = DeveloperCacheFinder::find(withFiles(sample.platform, refusing), Priority::utility);
     ASSERT_EQ(items.size(), 1U);
     EXPECT_EQ(items.front().lastModified, std::nullopt);
     EXPECT_EQ(items.front().lastModifiedSortKey(), Date::distantPast());
@@ -272,7 +267,8 @@ TEST(DeveloperCacheFinder, DependenciesInsideDependenciesAreNotReported) {
 TEST(DeveloperCacheFinder, WhatIsHiddenOrCalledLibraryOrAPackageIsNotEntered) {
     EXPECT_THAT(foundAmong({"Projects/shop/.git/node_modules", "Projects/.hidden/shop/venv",
                             "Projects/Library/shop/venv", "Projects/Demo.app/Contents/node_modules",
-                            "Projects/demo.xcodeproj/venv", "Projects/library/shop/venv"}),
+                            "Projects/demo.xcodeproj/venv", "Projects/Plug.bundle/venv",
+                            "Projects/library/shop/venv"}),
                 ElementsAre("Projects/library/shop/venv"));
 }
 
@@ -317,15 +313,10 @@ TEST(DeveloperCacheFinder, NothingBelowAPrunedFolderIsOpened) {
         .file("Projects/1/2/3/4/5/6/file", "x")
         .file("Elsewhere/shop/file", "x");
     const SamplePlatform sample(mac);
-    PosixFileSystem volume{sample.disk.path(), FileURL(std::string(SampleMac::kHome))};
-    RecordingFileSystem recorded{volume};
-    const auto& p = sample.platform;
-    const Platform platform{recorded,  p.commands,  p.metadata, p.clock,
-                            p.tasks,   p.workspace, p.trash,    p.runningApplications,
-                            p.defaults};
-    EXPECT_EQ(DeveloperCacheFinder::find(platform, Priority::utility).size(), 1U);
+    RecordedPlatform recorded(sample.platform);
+    EXPECT_EQ(DeveloperCacheFinder::find(recorded.platform, Priority::utility).size(), 1U);
     Texts opened;
-    for (const auto& folder : recorded.entered()) {
+    for (const auto& folder : recorded.files.entered()) {
         opened.push_back(folder.path());
     }
     const std::string projects = "/Users/alex/Projects";
@@ -346,23 +337,52 @@ TEST(DeveloperCacheFinder, AStoppedWalkGivesTheKnownPlacesAndWhatWasFoundSoFar) 
         mac.file(root + std::string("/shop/venv/file"), "x");
     }
     const SamplePlatform sample(mac);
-    PosixFileSystem volume{sample.disk.path(), FileURL(std::string(SampleMac::kHome))};
-    RecordingFileSystem recorded{volume};
-    const auto& p = sample.platform;
-    const Platform platform{recorded,  p.commands,  p.metadata, p.clock,
-                            p.tasks,   p.workspace, p.trash,    p.runningApplications,
-                            p.defaults};
+    RecordedPlatform recorded(sample.platform);
     StopSource source;
-    recorded.beforeEachEntry([&](const FileURL& url) {
+    recorded.files.beforeEachEntry([&](const FileURL& url) {
         if (url == FileURL("/Users/alex/Projects/shop")) {
             source.requestStop();
         }
     });
     EXPECT_EQ(DeveloperCacheFinder::find(sample.platform, Priority::utility).size(), 6U);
-    const auto items = DeveloperCacheFinder::find(platform, Priority::utility, source.token());
+    const auto items = DeveloperCacheFinder::find(recorded.platform, Priority::utility, source.token());
     EXPECT_THAT(kindsOf(items), ElementsAre("Package cache", "Local repository", "venv in shop",
                                             "venv in shop", "venv in shop"));
     EXPECT_TRUE(std::ranges::is_sorted(items, std::ranges::greater(), &DevCacheItem::bytes));
+    for (const auto& folder : recorded.files.entered()) {
+        EXPECT_FALSE(folder.path().starts_with("/Users/alex/Projects/")) << "the walk went on";
+    }
+}
+
+TEST(DeveloperCacheFinder, AStopEndsTheMeasuringOfWhatWasFound) {
+    SampleMac mac;
+    mac.file("Projects/shop/node_modules/a/file", "x").file("Projects/shop/node_modules/b/file", "x");
+    const SamplePlatform sample(mac);
+    RecordedPlatform recorded(sample.platform);
+    StopSource source;
+    recorded.files.beforeEachEntry([&](const FileURL& url) {
+        if (url.path().starts_with("/Users/alex/Projects/shop/node_modules/")) {
+            source.requestStop();
+        }
+    });
+    EXPECT_THAT(DeveloperCacheFinder::find(recorded.platform, Priority::utility, source.token()), IsEmpty());
+    EXPECT_EQ(recorded.files.entered().back(), FileURL("/Users/alex/Projects/shop/node_modules"));
+}
+
+// Threads
+
+TEST(DeveloperCacheFinder, AScanInTheBackgroundAsksForOneHelperAndOneThatIsWaitedForForThree) {
+    SampleMac mac;
+    mac.file(".npm/_cacache/file", "x").file("Projects/shop/venv/file", "x");
+    const std::array rows = {std::pair(Priority::background, 1U), std::pair(Priority::utility, 3U),
+                             std::pair(Priority::userInitiated, 3U)};
+    for (const auto& [priority, helpers] : rows) {
+        SamplePlatform sample(mac);
+        EXPECT_EQ(DeveloperCacheFinder::find(sample.platform, priority).size(), 2U) << "with none that comes";
+        // For the known places, and again for the projects.
+        EXPECT_EQ(sample.runner.history(), std::vector<Priority>(2 * helpers, priority));
+        sample.runner.runAll();
+    }
 }
 
 } // namespace

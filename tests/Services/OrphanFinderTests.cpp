@@ -1,4 +1,5 @@
 #include "OrphanFinder.h"
+#include "RecordedPlatform.h"
 #include "SamplePlatform.h"
 #include "SupportFileLocations.h"
 #include <algorithm>
@@ -80,6 +81,26 @@ TEST(OrphanFinder, EmptyPartsCountForTheShapeAndNotForTheVendor) {
     ASSERT_EQ(items.size(), 1U);
     EXPECT_EQ(items.front().identifier, "com..tool");
     EXPECT_EQ(items.front().vendor, "com.tool");
+}
+
+// Stopping
+
+TEST(OrphanFinder, AStopGivesWhatWasFoundByThenAndReadsNoFurther) {
+    SampleMac mac;
+    for (const std::string name : {"com.example.a", "com.example.b", "com.example.c"}) {
+        mac.file("Library/Caches/" + name + "/data", "x").modified("Library/Caches/" + name, kOld);
+    }
+    const SamplePlatform sample(mac);
+    RecordedPlatform recorded(sample.platform);
+    StopSource source;
+    recorded.files.beforeEach([&](const RecordingFileSystem::Call& call) {
+        if (call.call == FileCall::walk) { // of the first that is measured
+            source.requestStop();
+        }
+    });
+    EXPECT_EQ(OrphanFinder::orphans(recorded.platform, {}, source.token()).size(), 1U);
+    EXPECT_EQ(recorded.files.calls(FileCall::walk).size(), 1U);
+    EXPECT_EQ(recorded.files.calls(FileCall::list).back(), FileURL("/Users/alex/Library/Caches"));
 }
 
 // Wrappers

@@ -1,5 +1,6 @@
 // What the scan's finders bring into the library, and what the library makes of it.
 #include "LibraryTest.h"
+#include "RecordedPlatform.h"
 #include "SweepTest.h"
 
 namespace quillane {
@@ -19,6 +20,8 @@ class AppLibraryFinders : public LibraryTest {
     void addDependencies(const std::string& project) {
         disk.file("Users/alex/Projects/" + project + "/node_modules/index.js", "x");
     }
+    // A new library, which sees the volume through another file system.
+    void reopenOver(FileSystem& seen) { library = std::make_unique<AppLibrary>(withFiles(platform, seen)); }
     std::vector<std::string> identifiers() const {
         std::vector<std::string> identifiers;
         for (const auto& item : *library->orphans) {
@@ -102,6 +105,66 @@ TEST_F(AppLibraryFinders, TheFifteenMinutesBeginAgainWithEachWalk) {
     EXPECT_TRUE(walksOn(ScanReason::user));
     clock.advance(800s);
     EXPECT_FALSE(walksOn(ScanReason::automatic));
+}
+
+TEST_F(AppLibraryFinders, TheFifteenMinutesBeginAtTheEndOfTheWalk) {
+    addDependencies("shop");
+    RecordingFileSystem slow(files);
+    slow.beforeEachEntry([&](const FileURL& url) {
+        if (url.path() == "/Users/alex/Projects/shop/node_modules/index.js") {
+            clock.setNow(clock.now().addingSeconds(600));
+        }
+    });
+    reopenOver(slow);
+    EXPECT_TRUE(walksOn(ScanReason::user));
+    clock.advance(800s);
+    EXPECT_FALSE(walksOn(ScanReason::automatic));
+}
+
+TEST_F(AppLibraryFinders, ASupersededWalkMakesTheEarlierFiguresNoYounger) {
+    addDependencies("shop");
+    EXPECT_TRUE(walksOn(ScanReason::user));
+    clock.advance(800s);
+    library->refresh(ScanReason::user);
+    ASSERT_TRUE(runner.runUntil([&] { return library->phase->kind == Kind::findingDeveloperCaches; }));
+    AppLibraryTesting::supersede(*library);
+    runner.runAll();
+    clock.advance(200s);
+    library->phase = Phase{Kind::ready};
+    EXPECT_TRUE(walksOn(ScanReason::automatic));
+}
+
+TEST_F(AppLibraryFinders, ALibraryThatGoesStopsTheSearchThatIsUnderWay) {
+    addCache("com.gone.tool");
+    addDependencies("shop");
+    for (const auto stage : {Kind::findingOrphans, Kind::findingDeveloperCaches}) {
+        RecordingFileSystem recorded(files);
+        reopenOver(recorded);
+        library->refresh(ScanReason::user);
+        ASSERT_TRUE(runner.runUntil([&] { return library->phase->kind == stage; }));
+        recorded.clear();
+        library.reset();
+        runner.runAll();
+        for (const auto& folder : recorded.entered()) {
+            EXPECT_FALSE(folder.path().ends_with("shop") || folder.path().ends_with("com.gone.tool"))
+                << folder.path();
+        }
+    }
+}
+
+TEST_F(AppLibraryFinders, TheWalkAsksForHelpersAtThePaceOfItsScan) {
+    addDependencies("shop");
+    for (const auto& [reason, pace] : {std::pair(ScanReason::user, Priority::userInitiated),
+                                       std::pair(ScanReason::automatic, Priority::background)}) {
+        library->developerCaches = std::vector<DevCacheItem>();
+        library->refresh(reason);
+        ASSERT_TRUE(runner.runUntil([&] { return library->phase->kind == Kind::findingDeveloperCaches; }));
+        runner.clearHistory();
+        runner.runJob();
+        EXPECT_FALSE(runner.history().empty());
+        EXPECT_EQ(std::ranges::count(runner.history(), pace), std::ssize(runner.history()));
+        runner.runAll();
+    }
 }
 
 TEST_F(AppLibraryFinders, AUsersScanAlwaysWalks) {
@@ -208,12 +271,13 @@ TEST_F(FoundThings, ASearchFindsDeveloperCachesByToolAndKindButNotByPath) {
 }
 
 TEST_F(FoundThings, TheTotalsAreThoseOfTheWholeMachineWhateverIsSearched) {
-    library->apps = std::vector{app("Draw")};
+    library->apps = std::vector{app("Draw", {cache("Library/Caches/draw", 7)})};
     library->orphans = std::vector{orphan("com.acme.draw", 10), orphan("com.acme.helper", 20, true)};
     library->developerCaches = std::vector{location(".npm/_cacache", "npm", "Package cache", 9),
                                            location("Library/Caches/pip", "pip", "Wheel cache", 5, false)};
     EXPECT_EQ(library->totalOrphanBytes(), 30);
     EXPECT_EQ(library->totalDeveloperBytes(), 14);
+    EXPECT_EQ(library->totalVisibleBytes(), 7);
     library->searchText = "nothing has this";
     EXPECT_EQ(library->totalVisibleBytes(), 0);
     EXPECT_EQ(library->totalOrphanBytes(), 30);
@@ -225,6 +289,26 @@ TEST_F(FoundThings, WhatNeedsAdministratorRightsIsListedAndCountedAndNeverSweepa
     EXPECT_EQ(onlyGroup().totalBytes(), 30);
     EXPECT_EQ(library->totalOrphanBytes(), 30);
     EXPECT_EQ(library->sweepableItems(onlyGroup()), std::vector{orphan("com.acme.draw", 10)});
+}
+
+TEST_F(FoundThings, WhatCouldNotBeReachedCountsAgainAfterTheNextScan) {
+    const auto draw = file("Library/Caches/com.acme.draw/data").deletingLastPathComponent();
+    world.disk.modified("Users/alex/Library/Caches/com.acme.draw",
+                        world.clock.now().addingSeconds(-100.0 * 24 * 60 * 60));
+    const auto npm = file(".npm/_cacache/index").deletingLastPathComponent();
+    library->refresh(AppLibrary::ScanReason::user);
+    world.runner.runAll();
+    for (const auto& [url, category] :
+         {std::pair(draw, SweepCategory::orphans), std::pair(npm, SweepCategory::developer)}) {
+        EXPECT_EQ(library->itemCount(category), 1);
+        makeUnreachable(url);
+        EXPECT_EQ(library->itemCount(category), 0);
+        EXPECT_EQ(library->bytes(category), 0);
+        library->refresh(AppLibrary::ScanReason::user);
+        world.runner.runAll();
+        EXPECT_EQ(library->itemCount(category), 1);
+        EXPECT_GT(library->bytes(category), 0);
+    }
 }
 
 TEST_F(FoundThings, AGroupWhoseItemsAreAllProtectedStillShowsAndGivesNothing) {

@@ -63,6 +63,21 @@ TEST_F(AppLibraryThreads, SeveralThreadsFindTheSameDeveloperCachesAsOne) {
     }
 }
 
+TEST_F(AppLibraryThreads, WhatLiesDeeperThanAPathCanTellIsMeasuredBySeveralThreadsAsByOne) {
+    disk.chain("Users/alex/Projects/shop/node_modules", 3'000, std::string(9'000, 'x'));
+    scan();
+    const auto expected = *library->developerCaches;
+    ASSERT_EQ(expected.size(), 1U);
+    EXPECT_GE(expected.front().bytes, 9'000);
+    AppLibrary scanned(machine);
+    for (int round = 0; round < 5; ++round) {
+        scanned.developerCaches = std::vector<DevCacheItem>();
+        scanned.refresh(ScanReason::user);
+        ASSERT_TRUE(queue.runUntil([&] { return isReady(scanned); }, kLimit));
+        EXPECT_EQ(*scanned.developerCaches, expected);
+    }
+}
+
 TEST_F(AppLibraryThreads, IconsArriveDuringAScan) {
     auto& icons = IconCache::shared();
     icons.attach(&machine);

@@ -1,0 +1,30 @@
+#pragma once
+#include "Platform.h"
+#include "RecordingFileSystem.h"
+
+namespace quillane {
+
+// The same platform, but for its files.
+inline Platform withFiles(const Platform& platform, FileSystem& files) {
+    return {files,
+            platform.commands,
+            platform.metadata,
+            platform.clock,
+            platform.tasks,
+            platform.workspace,
+            platform.trash,
+            platform.runningApplications,
+            platform.defaults};
+}
+
+// A platform with a record of what is asked of its files. The other one outlives this.
+struct RecordedPlatform {
+    explicit RecordedPlatform(const Platform& other)
+        : files(other.files)
+        , platform(withFiles(other, files)) {}
+
+    RecordingFileSystem files;
+    const Platform platform;
+};
+
+} // namespace quillane
