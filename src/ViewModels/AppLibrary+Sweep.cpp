@@ -212,7 +212,9 @@ Task<Uninstaller::Report> AppLibrary::undoLastOperation() {
         co_await detached(platform.tasks, Priority::userInitiated, [platform, moves = operation->moves] {
             return Uninstaller::putBack(platform, moves);
         });
-    record(std::nullopt); // an operation can be tried once
+    if (*lastOperation == operation) { // and not one that has ended meanwhile
+        record(std::nullopt);          // an operation can be tried once
+    }
     refresh(ScanReason::user);
     co_return report;
 }

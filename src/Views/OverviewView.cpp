@@ -161,7 +161,8 @@ void OverviewView::grantAccess() const {
 }
 
 void OverviewView::openReview() {
-    if ((m_review && m_review->isVisible()) || !Hero::canSweep(m_library))
+    const bool isReviewing = (m_review && m_review->isVisible()) || m_state.removal->has_value();
+    if (isReviewing || !Hero::canSweep(m_library))
         return;
     m_review = SweepPreviewSheet::present(m_library, BulkRemoval::make(kLabel, m_library.fullPlan()), this);
 }
@@ -184,12 +185,15 @@ void OverviewView::finishPutBack(const Uninstaller::Report& report) {
     m_undoAlert = ResultAlert::presentPutBack(report, [this] { grantAccess(); }, this);
 }
 
-// Return presses the button that has the focus, else the main one.
+// Return presses the button that has the focus, else the main one; a held one, which may have closed a sheet just
+// now, does nothing.
 void OverviewView::keyPressEvent(QKeyEvent* event) {
     if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
         ColumnGround::keyPressEvent(event);
         return;
     }
+    if (event->isAutoRepeat())
+        return;
     if (auto* const button = qobject_cast<QPushButton*>(focusWidget()); button && button->hasFocus())
         button->click();
     else

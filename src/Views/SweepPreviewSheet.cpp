@@ -9,6 +9,7 @@
 #include "SweepReviewStage.h"
 #include "SweepRunningStage.h"
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QPointer>
 #include <QStackedLayout>
 #include <utility>
@@ -54,7 +55,7 @@ void SweepPreviewSheet::showStage(QWidget* stage, PushButton* defaultButton) {
 }
 
 void SweepPreviewSheet::start() {
-    if (m_stage != Stage::review || m_model->review().includedCount() == 0) {
+    if (m_stage != Stage::review || m_model->review().includedCount() == 0 || m_library.isSweeping.get()) {
         return;
     }
     m_stage = Stage::running;
@@ -86,6 +87,14 @@ void SweepPreviewSheet::reject() {
     if (m_stage != Stage::running) {
         Sheet::reject();
     }
+}
+
+// The Return that opened the sheet may still be held down: it must confirm nothing that nobody has read.
+void SweepPreviewSheet::keyPressEvent(QKeyEvent* event) {
+    if (event->isAutoRepeat() && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+        return;
+    }
+    Sheet::keyPressEvent(event);
 }
 
 void SweepPreviewSheet::closeEvent(QCloseEvent* event) {

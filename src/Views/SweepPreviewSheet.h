@@ -53,6 +53,7 @@ class SweepPreviewSheet : public Sheet {
     void reject() override;
 
   protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
   private:

@@ -185,7 +185,8 @@ bool SweepReviewDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,
         const auto* mouse = static_cast<QMouseEvent*>(event);
         ticks = mouse->button() == Qt::LeftButton && option.rect.contains(mouse->position().toPoint());
     } else if (event->type() == QEvent::KeyPress) {
-        ticks = static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space;
+        const auto* key = static_cast<QKeyEvent*>(event);
+        ticks = key->key() == Qt::Key_Space && !key->isAutoRepeat(); // a held key ticks once
     }
     if (ticks) {
         static_cast<SweepReviewModel*>(model)->toggle(index);

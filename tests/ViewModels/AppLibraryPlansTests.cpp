@@ -65,6 +65,12 @@ TEST_F(Plans, ATrashThatIsEmptyOrCannotBeReadIsNotPlanned) {
     EXPECT_EQ(library->itemCount(SweepCategory::trash), 0);
 }
 
+TEST_F(Plans, ATrashOfEmptyFilesIsPlannedAllTheSame) {
+    library->trashState = TrashSweeper::State::measured(0, 2);
+    EXPECT_EQ(library->plan(SweepCategory::trash).size(), 1U);
+    EXPECT_EQ(library->itemCount(SweepCategory::trash), 2);
+}
+
 TEST_F(Plans, TheFullPlanWalksTheTickedCategoriesInDeclaredOrder) {
     library->apps = {app("One", {item("Library/Caches/one", 10)})};
     library->trashState = TrashSweeper::State::measured(100, 1);

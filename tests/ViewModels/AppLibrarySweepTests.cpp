@@ -53,6 +53,54 @@ TEST_F(Sweep, TheTrashIsEmptiedFirstSoThatWhatMovesStaysRecoverable) {
     EXPECT_EQ((*library->lastOperation)->bytes, 10); // what was emptied can't come back
 }
 
+TEST_F(Sweep, WhatTheTrashHeldCountsAsReclaimedWhileTheRestMoves) {
+    file(".Trash/old");
+    const auto a = file("a");
+    startSweep({entry(a, SweepCategory::caches, 10), trashRow()});
+    world.runner.settle();
+    EXPECT_EQ(*library->sweepStatus, "Emptying the Trash");
+    EXPECT_EQ(*library->sweepReclaimedSoFar, 0);
+    world.runner.runJob();
+    world.runner.settle();
+    EXPECT_EQ(*library->sweepStatus, "a");
+    EXPECT_EQ(*library->sweepReclaimedSoFar, 4096);
+    world.runner.runAll();
+    EXPECT_EQ(*library->sweepReclaimedSoFar, 4106);
+    sweep({entry(file("b"), SweepCategory::caches, 3)});
+    EXPECT_EQ(*library->sweepReclaimedSoFar, 3) << "each sweep begins at nothing";
+}
+
+TEST_F(Sweep, AnOperationThatCannotBeToldInTheSettingsLeavesNoOlderOneThere) {
+    sweep({entry(file("a"), SweepCategory::caches, 1)});
+    ASSERT_TRUE(world.defaults.isStored("lastOperation"));
+    world.clock.setNow(Date{std::nan("")});
+    sweep({entry(file("b"), SweepCategory::caches, 1)});
+    EXPECT_FALSE(world.defaults.isStored("lastOperation"));
+    EXPECT_TRUE(library->lastOperation->has_value()) << "as long as the program runs";
+}
+
+TEST_F(Sweep, LeftoversThatAScanBringsDuringASweepAreForgottenToo) {
+    const auto shared = cache("Library/Caches/com.example.one", 10);
+    world.disk.file("Applications/One.app/Contents/Info.plist",
+                    R"(<plist version="1.0"><dict><key>CFBundleIdentifier</key>)"
+                    "<string>com.example.one</string></dict></plist>");
+    std::vector<SweepEntry> entries;
+    for (int i = 0; i < 100; ++i) { // enough for the scan to end before
+        entries.push_back(entry(file("Downloads/" + std::to_string(i)), SweepCategory::caches, 1));
+    }
+    entries.push_back(entry(shared.url, SweepCategory::caches, 10));
+    startSweep(entries);
+    world.runner.settle();
+    world.runner.runJob();
+    library->refresh(AppLibrary::ScanReason::user);
+    ASSERT_TRUE(world.runner.runUntil(
+        [&] { return library->apps->size() == 1 && !library->apps->front().leftovers.empty(); }));
+    ASSERT_TRUE(world.isThere(shared.url));
+    world.runner.runAll();
+    EXPECT_FALSE(world.isThere(shared.url));
+    EXPECT_TRUE(library->apps->front().leftovers.empty());
+}
+
 TEST_F(Sweep, AListWithOnlyTheTrashIsOneStepAndRecordsNothing) {
     file(".Trash/old");
     const auto before = UndoableOperation{"Before", Date{1}, {}, 5};
@@ -281,6 +329,39 @@ TEST_F(Sweep, APartlyFailedPutBackForgetsTheOperationAllTheSame) {
     EXPECT_EQ(undone.trashed, std::vector{b});
     EXPECT_EQ(undone.failures.size(), 1U);
     EXPECT_FALSE(library->lastOperation->has_value());
+}
+
+TEST_F(Sweep, ASweepThatEndsDuringAPutBackKeepsItsOwnOperation) {
+    const auto a = file("a");
+    const auto b = file("b");
+    sweep({entry(a, SweepCategory::caches, 10)}, "First");
+    library->tasks().start([&](StopToken) -> Task<> { (void)co_await library->undoLastOperation(); });
+    world.runner.settle(); // the put back waits for its thread, and meanwhile:
+    startSweep({entry(b, SweepCategory::caches, 5)}, "Second");
+    world.runner.settle();
+    ASSERT_EQ(world.runner.waitingJobs(), 2U);
+    while (!report) { // the sweep's steps alone
+        world.runner.runJob(1);
+        world.runner.settle();
+    }
+    world.runner.runAll();
+    ASSERT_TRUE(library->lastOperation->has_value());
+    EXPECT_EQ((*library->lastOperation)->label, "Second");
+    EXPECT_TRUE(world.defaults.isStored("lastOperation"));
+    EXPECT_TRUE(world.isThere(a));
+    EXPECT_EQ(undo().trashed, std::vector{b});
+}
+
+TEST_F(Sweep, APutBackIsFollowedByAScanOfTheUsers) {
+    const auto a = file("a");
+    sweep({entry(a, SweepCategory::caches, 10)});
+    library->tasks().start([&](StopToken) -> Task<> { (void)co_await library->undoLastOperation(); });
+    world.runner.settle();
+    world.runner.runJob();
+    world.runner.settle();
+    ASSERT_EQ(library->phase->kind, Phase::Kind::scanning);
+    EXPECT_EQ(world.runner.waitingPriority(0), Priority::userInitiated);
+    world.runner.runAll();
 }
 
 TEST_F(Sweep, PuttingBackWithNothingRecordedStartsNoScan) {

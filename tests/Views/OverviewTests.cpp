@@ -427,6 +427,21 @@ TEST_F(Overview, TheNotificationOpensTheReviewOnceAndOnlyWhenThereIsSomething) {
     review->reject();
 }
 
+TEST_F(Overview, NoSecondReviewOpensWhileARemovalIsReviewed) {
+    openReady(caches(1));
+    window->state().removal = library.removalForCache(library.apps->front());
+    turn();
+    notifications.post(NotificationName::kOpenSweepPreview);
+    EXPECT_EQ(view().review(), nullptr);
+}
+
+TEST_F(Overview, AReturnThatIsHeldDownOpensNoReview) {
+    openReady(caches(1));
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
+    QCoreApplication::sendEvent(QApplication::focusWidget(), &held);
+    EXPECT_EQ(view().review(), nullptr);
+}
+
 TEST_F(Overview, TheNotificationToShowTheOverviewGoesHere) {
     startsIn = LibrarySection::applications;
     openReady({});

@@ -176,6 +176,29 @@ TEST_F(SweepPreviewSheetTest, BackInTheListReturnIsForTheMainButtonAgain) {
     EXPECT_EQ(confirmations, 1);
 }
 
+TEST_F(SweepPreviewSheetTest, AReturnThatIsHeldDownSinceBeforeTheSheetConfirmsNothing) {
+    open(mixedPlan());
+    for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
+        QKeyEvent held(QEvent::KeyPress, key, Qt::NoModifier, "\r", true);
+        QCoreApplication::sendEvent(QApplication::focusWidget(), &held);
+    }
+    turn();
+    EXPECT_EQ(sheet->stage(), Stage::review);
+    EXPECT_EQ(confirmations, 0);
+    press(Qt::Key_Return);
+    EXPECT_EQ(sheet->stage(), Stage::running) << "pressed anew";
+    finish();
+}
+
+TEST_F(SweepPreviewSheetTest, NothingBeginsWhileAnotherSweepRuns) {
+    open(mixedPlan());
+    library.isSweeping = true;
+    press(Qt::Key_Return);
+    EXPECT_EQ(sheet->stage(), Stage::review);
+    EXPECT_EQ(confirmations, 0);
+    library.isSweeping = false;
+}
+
 TEST_F(SweepPreviewSheetTest, WhileTheSweepRunsNothingClosesIt) {
     present(mixedPlan());
     click(&mainButton());

@@ -109,6 +109,16 @@ TEST_F(SweepReviewListTest, SpaceTicksTheCurrentRowAndNoOther) {
     EXPECT_TRUE(isTicked(row(0, 1)));
 }
 
+TEST_F(SweepReviewListTest, ASpaceBarThatIsHeldDownTicksOnce) {
+    open(mixedPlan());
+    press(Qt::Key_Space);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, " ", true);
+    for (int i = 0; i < 3; ++i) {
+        QCoreApplication::sendEvent(&list(), &held);
+    }
+    EXPECT_FALSE(isTicked(row(0, 0)));
+}
+
 TEST_F(SweepReviewListTest, TheRingRoundTheBoxShowsForTheKeyboardOnly) {
     open(mixedPlan());
     const QImage byMouse = list().viewport()->grab().toImage();
