@@ -24,11 +24,17 @@ constexpr Duration kGrantedShows = 8s;
 } // namespace
 
 void AppLibrary::setProtected(const FileURL& url, bool isProtected) {
+    setProtected(std::vector{url}, isProtected);
+}
+
+void AppLibrary::setProtected(const std::vector<FileURL>& urls, bool isProtected) {
     auto paths = *protectedPaths;
-    if (isProtected) {
-        paths.insert(url.path());
-    } else {
-        paths.erase(url.path());
+    for (const auto& url : urls) {
+        if (isProtected) {
+            paths.insert(url.path());
+        } else {
+            paths.erase(url.path());
+        }
     }
     protectedPaths = paths;
     m_platform.defaults.set(DefaultsKeys::kProtectedPaths,

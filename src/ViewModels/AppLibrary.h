@@ -131,6 +131,8 @@ class AppLibrary {
     bool isProtected(const FileURL& url) const;
     // Takes effect at once and is stored at once.
     void setProtected(const FileURL& url, bool isProtected);
+    // The same for each of them, stored once.
+    void setProtected(const std::vector<FileURL>& urls, bool isProtected);
     // One look whether the Trash can be read by now; only while it can't and no scan runs.
     Task<> reprobeAccess();
     // The application came to the front: the user may have been in the system's settings.

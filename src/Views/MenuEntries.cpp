@@ -38,11 +38,7 @@ void addProtection(QMenu& menu, AppLibrary& library, std::vector<FileURL> urls, 
     const bool isProtected =
         std::ranges::all_of(urls, [&](const FileURL& url) { return library.isProtected(url); });
     add(menu, isProtected ? QStringLiteral("Remove Protection") : title,
-        [&library, urls = std::move(urls), isProtected] {
-            for (const auto& url : urls) {
-                library.setProtected(url, !isProtected);
-            }
-        });
+        [&library, urls = std::move(urls), isProtected] { library.setProtected(urls, !isProtected); });
 }
 
 QAction* markDestructive(QAction* entry) {

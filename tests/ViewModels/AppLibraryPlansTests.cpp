@@ -152,6 +152,17 @@ TEST_F(Plans, EachRemovalHasAnIdOfItsOwn) {
     EXPECT_NE(library->removalForApps({}).id, library->removalForApps({}).id);
 }
 
+TEST_F(Plans, ManyPathsAreProtectedAndReleasedWithOneWriteEach) {
+    int writes = 0;
+    world.defaults.subscribe([&](const std::string&) { ++writes; });
+    library->setProtected(FileURL("/c"), true);
+    library->setProtected(std::vector{FileURL("/b"), FileURL("/a")}, true);
+    EXPECT_EQ(world.defaults.stringArray("protectedPaths"), (std::vector<std::string>{"/a", "/b", "/c"}));
+    library->setProtected(std::vector{FileURL("/a"), FileURL("/c"), FileURL("/d")}, false);
+    EXPECT_EQ(world.defaults.stringArray("protectedPaths"), (std::vector<std::string>{"/b"}));
+    EXPECT_EQ(writes, 3);
+}
+
 TEST_F(Plans, ProtectionIsStoredSortedAndReadBackAtTheNextLaunch) {
     library->setProtected(FileURL("/b"), true);
     library->setProtected(FileURL("/a"), true);

@@ -18,6 +18,7 @@
 #include "ResultAlertButtons.h"
 #include "Rule.h"
 #include "SearchField.h"
+#include "SectionRecords.h"
 #include "Spinner.h"
 #include "SweepDoneStage.h"
 #include "SweepReviewModel.h"
@@ -279,6 +280,33 @@ TEST_F(Overview, AMeasuredRowShowsSizeAndCount) {
     EXPECT_EQ(row(SweepCategory::trash).count()->text(), "214 items");
     EXPECT_FALSE(row(SweepCategory::caches).spinner()->isVisible());
     EXPECT_FALSE(row(SweepCategory::trash).grantButton()->isVisible());
+}
+
+TEST_F(Overview, WhatIsFoundShowsWithWhatACleanupWouldTakeOfIt) {
+    library.orphans = std::vector{orphan("com.acme.draw", "com.acme", 3'000'000),
+                                  orphan("com.acme.draw.helper", "com.acme", 2'000'000),
+                                  orphan("org.other.tool", "org.other", 1'000'000),
+                                  adminOrphan("org.third.helper", "org.third", 50'000'000)};
+    library.developerCaches =
+        std::vector{devCache("npm", "Package cache", 7'000'000),
+                    devCache("Python", "venv in tidepool", 90'000'000, false), // only when asked for
+                    devCache("pip", "Wheel cache", 8'000'000)};
+    openReady({});
+    EXPECT_EQ(row(SweepCategory::orphans).size()->text(), "6 MB");
+    EXPECT_EQ(row(SweepCategory::orphans).count()->text(), "2 dead apps");
+    EXPECT_EQ(row(SweepCategory::developer).size()->text(), "15 MB");
+    EXPECT_EQ(row(SweepCategory::developer).count()->text(), "2 locations");
+    EXPECT_EQ(hero().figure()->text(), "21 MB");
+    ASSERT_EQ(pane().panels().size(), 2U);
+    const auto* const caches = pane().panels().front();
+    EXPECT_EQ(caches->heading()->text(), "Developer Caches");
+    EXPECT_EQ(titles(caches), QStringList({"pip - Wheel cache", "npm - Package cache"}));
+    EXPECT_EQ(caches->findChild<ListRow*>()->subtitle(), "~/Library/pip/Wheel cache");
+    EXPECT_EQ(caches->findChild<SymbolView*>()->symbol(), "hammer");
+    const auto* const orphans = pane().panels().back();
+    EXPECT_EQ(orphans->heading()->text(), "Orphaned Files");
+    EXPECT_EQ(titles(orphans), QStringList({"com.acme.draw", "com.acme.draw", "org.other.tool"}));
+    EXPECT_EQ(orphans->findChild<ListRow*>()->subtitle(), "Caches - com.acme.draw");
 }
 
 TEST_F(Overview, ARowTicksWhereverItIsClicked) {
