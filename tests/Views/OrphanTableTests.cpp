@@ -149,6 +149,17 @@ TEST_F(OrphanTableTest, WhatIsEqualKeepsItsOrderInBothDirections) {
     EXPECT_EQ(orderBy(Column::kFiles).last(2), QStringList({kSketch, kTempo}));
 }
 
+TEST_F(OrphanTableTest, TheRightPartOfARowIsTheRow) {
+    openWith(three());
+    const QRect row = table().visualRect(table().model()->index(1, Column::kLastTouched));
+    const QPoint right(table().viewport()->width() - 20, row.center().y());
+    ASSERT_GT(right.x(), row.right());
+    const auto* const menu = menuAt(right);
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(entries(menu).back(), "Move 1 Files to Trash…");
+    EXPECT_EQ(selectedNames(), QStringList({kTempo}));
+}
+
 TEST_F(OrphanTableTest, TitlesSortAsTheFinderSortsNames) {
     openWith({orphan("com.B10", "b", 3), orphan("com.a", "a", 2), orphan("com.b9", "c", 1)});
     EXPECT_EQ(orderBy(Column::kLeftBehindBy), QStringList({"com.a", "com.b9", "com.B10"}));

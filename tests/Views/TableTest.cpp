@@ -79,6 +79,21 @@ class TableTest : public ::testing::Test {
 
     void select(int row) { m_table->setCurrentIndex(m_model.index(row, 0)); }
     int currentRow() const { return m_table->currentIndex().row(); }
+    QList<int> selectedRows() const {
+        QList<int> rows;
+        for (int row = 0; row < m_model.rowCount(); ++row) {
+            if (m_table->selectionModel()->isRowSelected(row)) {
+                rows << row;
+            }
+        }
+        return rows;
+    }
+    // Leaves room at the right of the columns, and answers a place there in this row.
+    QPoint behindTheColumns(int row) {
+        m_table->setColumns({{.width = 100}, {.width = 88}});
+        const QRect cell = m_table->visualRect(m_model.index(row, 1));
+        return {(cell.right() + m_table->viewport()->width()) / 2, cell.center().y()};
+    }
     QColor ground(int row) {
         const QRect rect = m_table->visualRect(m_model.index(row, 1));
         const QPoint corner = m_table->viewport()->mapTo(&m_window, rect.topRight() + QPoint(-11, 5));
@@ -140,6 +155,48 @@ TEST_F(TableTest, ArrowsHomeAndEndMoveAndShiftExtends) {
     EXPECT_EQ(m_table->selectionModel()->selectedRows().size(), 2);
     QTest::keyClick(m_table, Qt::Key_A, Qt::ControlModifier);
     EXPECT_EQ(m_table->selectionModel()->selectedRows().size(), 6);
+}
+
+TEST_F(TableTest, BehindTheLastColumnAClickIsOneOnTheRow) {
+    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {}, behindTheColumns(2));
+    EXPECT_EQ(selectedRows(), QList{2});
+    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, Qt::ShiftModifier, behindTheColumns(4));
+    EXPECT_EQ(selectedRows(), (QList{2, 3, 4}));
+    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, Qt::ControlModifier, behindTheColumns(3));
+    EXPECT_EQ(selectedRows(), (QList{2, 4}));
+}
+
+TEST_F(TableTest, BehindTheLastColumnADoubleClickIsOneOnTheRow) {
+    QSignalSpy doubled(m_table, &QAbstractItemView::doubleClicked);
+    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {}, behindTheColumns(2));
+    QTest::mouseDClick(m_table->viewport(), Qt::LeftButton, {}, behindTheColumns(2));
+    ASSERT_EQ(doubled.size(), 1);
+    EXPECT_EQ(doubled.front().front().toModelIndex().row(), 2);
+}
+
+TEST_F(TableTest, BehindTheLastColumnTheMenuIsThatOfTheRow) {
+    QSignalSpy wanted(m_table, &TableView::menuWanted);
+    const QPoint at = behindTheColumns(3);
+    QTest::mouseClick(m_table->viewport(), Qt::RightButton, {}, at);
+    emit m_table->customContextMenuRequested(at);
+    EXPECT_EQ(selectedRows(), QList{3});
+    ASSERT_EQ(wanted.size(), 1);
+    EXPECT_TRUE(wanted.front().front().toBool());
+}
+
+TEST_F(TableTest, ADragBehindTheLastColumnSelectsTheRowsItPasses) {
+    const QPoint from = behindTheColumns(1);
+    QTest::mousePress(m_table->viewport(), Qt::LeftButton, {}, from);
+    QTest::mouseMove(m_table->viewport(), behindTheColumns(2));
+    QTest::mouseMove(m_table->viewport(), behindTheColumns(4));
+    QTest::mouseRelease(m_table->viewport(), Qt::LeftButton, {}, behindTheColumns(4));
+    EXPECT_EQ(selectedRows(), (QList{1, 2, 3, 4}));
+}
+
+TEST_F(TableTest, BelowTheRowsAClickStillClearsTheSelection) {
+    select(1);
+    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {}, behindTheColumns(5) + QPoint(0, 40));
+    EXPECT_TRUE(selectedRows().isEmpty());
 }
 
 TEST_F(TableTest, TypedLettersFindARow) {

@@ -204,6 +204,27 @@ void TableView::drawRow(QPainter* painter, const QStyleOptionViewItem& options,
 
 void TableView::drawBranches(QPainter*, const QRect&, const QModelIndex&) const {}
 
+QModelIndex TableView::indexAt(const QPoint& point) const {
+    const int end = m_header->length() - m_header->offset();
+    return QTreeView::indexAt(point.x() < end ? point : QPoint(end - 1, point.y()));
+}
+
+// What a change of the selection repaints: whole bars, not only the columns, and those of the neighbours, as
+// they round or join their corners.
+QRegion TableView::visualRegionForSelection(const QItemSelection& selection) const {
+    QRegion region;
+    for (const QItemSelectionRange& range : selection) {
+        if (!range.isValid()) {
+            continue;
+        }
+        const int last = std::min(range.bottom() + 1, model()->rowCount() - 1);
+        const int top = visualRect(model()->index(std::max(range.top() - 1, 0), 0)).top();
+        const int bottom = visualRect(model()->index(last, 0)).bottom();
+        region += QRect(0, top, viewport()->width(), bottom - top + 1) & viewport()->rect();
+    }
+    return region;
+}
+
 void TableView::paintEvent(QPaintEvent* event) {
     m_busyRegion -= event->region();
     QTreeView::paintEvent(event);

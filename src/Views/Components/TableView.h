@@ -11,9 +11,9 @@ namespace quillane {
 class HeaderView;
 class TableDelegate;
 
-// The table of a section: flat rows of 30 pixels, whole rows selected, rounded bars. What a cell shows is the
-// model's to say, see TableRole. Sorting, type-ahead, keys and accessibility are those of QTreeView; Tab
-// leaves the table.
+// The table of a section: flat rows of 30 pixels, whole rows selected, rounded bars that reach past the last
+// column and answer there too. What a cell shows is the model's to say, see TableRole. Sorting, type-ahead,
+// keys and accessibility are those of QTreeView; Tab leaves the table.
 class TableView : public QTreeView {
     Q_OBJECT
   public:
@@ -38,6 +38,8 @@ class TableView : public QTreeView {
 
     void setModel(QAbstractItemModel* model) override;
     void keyboardSearch(const QString& search) override;
+    // A place behind the last column is one in that column.
+    QModelIndex indexAt(const QPoint& point) const override;
 
   signals:
     // Space was pressed on the current row.
@@ -56,6 +58,7 @@ class TableView : public QTreeView {
     void timerEvent(QTimerEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool event(QEvent* event) override;
+    QRegion visualRegionForSelection(const QItemSelection& selection) const override;
 
   private:
     void layOutColumns();
