@@ -149,6 +149,18 @@ TEST_F(OrphanTableTest, WhatIsEqualKeepsItsOrderInBothDirections) {
     EXPECT_EQ(orderBy(Column::kFiles).last(2), QStringList({kSketch, kTempo}));
 }
 
+TEST_F(OrphanTableTest, TheCursorStaysWithItsVendorWhenTheOrderChanges) {
+    openWith(three());
+    click(kTempo);
+    ASSERT_EQ(table().currentIndex().row(), 1);
+    orderBy(Column::kLeftBehindBy);
+    EXPECT_EQ(table().currentIndex().row(), 2);
+    EXPECT_EQ(selectedNames(), QStringList({kTempo}));
+    table().setFocus();
+    press(Qt::Key_Up);
+    EXPECT_EQ(selectedNames(), QStringList({kSketch}));
+}
+
 TEST_F(OrphanTableTest, TheRightPartOfARowIsTheRow) {
     openWith(three());
     const QRect row = table().visualRect(table().model()->index(1, Column::kLastTouched));

@@ -126,5 +126,24 @@ TEST_F(TableRepaint, AfterAnyStepsTheScreenShowsWhatAFullPaintShows) {
     EXPECT_GT(pictures.size(), 100U) << "the steps must show something";
 }
 
+TEST_F(TableRepaint, AClickTakesTheRingFromTheScreenEvenWhereItSelectsNothing) {
+    m_other.setFocus();
+    m_table.setFocus(Qt::TabFocusReason);
+    const QImage ringed = onScreen();
+    QTest::mousePress(m_table.header()->viewport(), Qt::RightButton);
+    const QImage shown = onScreen();
+    EXPECT_NE(shown, ringed);
+    EXPECT_EQ(shown, paintedAnew());
+}
+
+TEST_F(TableRepaint, ControlAndAnArrowShowTheCursorEvenWhereItCannotMove) {
+    m_table.setCurrentIndex(m_model.index(0, 0));
+    const QImage before = onScreen();
+    QTest::keyClick(&m_table, Qt::Key_Up, Qt::ControlModifier);
+    const QImage shown = onScreen();
+    EXPECT_NE(shown, before);
+    EXPECT_EQ(shown, paintedAnew());
+}
+
 } // namespace
 } // namespace quillane

@@ -94,6 +94,15 @@ class TableTest : public ::testing::Test {
         const QRect cell = m_table->visualRect(m_model.index(row, 1));
         return {(cell.right() + m_table->viewport()->width()) / 2, cell.center().y()};
     }
+    // The edge of a row's bar, where the ring of the cursor is.
+    QColor edge(int row) {
+        const QRect rect = m_table->visualRect(m_model.index(row, 1));
+        const QPoint at = m_table->viewport()->mapTo(&m_window, QPoint(rect.right() - 60, rect.top()));
+        return drawn(m_window).pixelColor(at * 2 + QPoint(0, 1));
+    }
+    bool isRinged(int row) {
+        return edge(row) != (row % 2 == 1 ? Tokens::current().alt : Tokens::current().base);
+    }
     QColor ground(int row) {
         const QRect rect = m_table->visualRect(m_model.index(row, 1));
         const QPoint corner = m_table->viewport()->mapTo(&m_window, rect.topRight() + QPoint(-11, 5));
@@ -155,6 +164,84 @@ TEST_F(TableTest, ArrowsHomeAndEndMoveAndShiftExtends) {
     EXPECT_EQ(m_table->selectionModel()->selectedRows().size(), 2);
     QTest::keyClick(m_table, Qt::Key_A, Qt::ControlModifier);
     EXPECT_EQ(m_table->selectionModel()->selectedRows().size(), 6);
+}
+
+TEST_F(TableTest, WithNothingSelectedAnArrowTakesTheRowAtItsEnd) {
+    for (const auto& [key, row] : {std::pair{Qt::Key_Down, 0},
+                                   {Qt::Key_Home, 0},
+                                   {Qt::Key_PageDown, 0},
+                                   {Qt::Key_Up, 5},
+                                   {Qt::Key_End, 5},
+                                   {Qt::Key_PageUp, 5}}) {
+        for (const auto modifier : {Qt::NoModifier, Qt::ShiftModifier}) {
+            select(3);
+            m_table->clearSelection();
+            QTest::keyClick(m_table, key, modifier);
+            EXPECT_EQ(selectedRows(), QList{row}) << key;
+            EXPECT_EQ(currentRow(), row) << key;
+        }
+    }
+}
+
+TEST_F(TableTest, FromWhereControlHasLedTheCursorAnArrowGoesOn) {
+    select(1);
+    m_table->clearSelection();
+    QTest::keyClick(m_table, Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_TRUE(selectedRows().isEmpty());
+    QTest::keyClick(m_table, Qt::Key_Down);
+    EXPECT_EQ(selectedRows(), QList{3});
+    QTest::keyClick(m_table, Qt::Key_Up, Qt::ControlModifier);
+    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {}, behindTheColumns(5) + QPoint(0, 40));
+    QTest::keyClick(m_table, Qt::Key_Down);
+    EXPECT_EQ(selectedRows(), QList{0}) << "a click is a new beginning";
+}
+
+TEST_F(TableTest, InATableWithoutRowsTheArrowsDoNothing) {
+    m_model.removeRows(0, m_model.rowCount());
+    QTest::keyClick(m_table, Qt::Key_Down);
+    EXPECT_FALSE(m_table->currentIndex().isValid());
+}
+
+TEST_F(TableTest, AKeyThatMovesTheCursorShowsItAfterAClickToo) {
+    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {},
+                      m_table->visualRect(m_model.index(1, 0)).center());
+    ASSERT_FALSE(isRinged(2));
+    QTest::keyClick(m_table, Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(selectedRows(), QList{1});
+    EXPECT_TRUE(isRinged(2));
+    EXPECT_FALSE(isRinged(3));
+}
+
+TEST_F(TableTest, AmongSelectedRowsTheCursorIsWhiteWhileControlLeadsIt) {
+    const auto isWhite = [&](int row) {
+        const QRect rect = m_table->visualRect(m_model.index(row, 1));
+        const QPoint at = m_table->viewport()->mapTo(&m_window, QPoint(rect.right() - 60, rect.top() + 3));
+        return drawn(m_window).pixelColor(at * 2) == QColor(Qt::white);
+    };
+    select(1);
+    QTest::keyClick(m_table, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(m_table, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_FALSE(isWhite(3));
+    QTest::keyClick(m_table, Qt::Key_Up, Qt::ControlModifier);
+    ASSERT_EQ(selectedRows(), (QList{1, 2, 3}));
+    EXPECT_TRUE(isWhite(2));
+    QTest::keyClick(m_table, Qt::Key_Up);
+    EXPECT_FALSE(isWhite(1)) << "one selected row is the cursor itself";
+    QTest::keyClick(m_table, Qt::Key_Down, Qt::ControlModifier);
+    QTest::keyClick(m_table, Qt::Key_E);
+    ASSERT_EQ(selectedRows(), QList{4});
+    EXPECT_FALSE(isWhite(4)) << "so is one that letters have found";
+}
+
+TEST_F(TableTest, TheCursorStaysWithItsRowWhenTheOrderChanges) {
+    m_table->setSortingEnabled(true);
+    m_table->sortByColumn(0, Qt::AscendingOrder);
+    select(1);
+    const QString name = m_table->currentIndex().data().toString();
+    m_table->sortByColumn(0, Qt::DescendingOrder);
+    EXPECT_EQ(m_table->currentIndex().data().toString(), name);
+    EXPECT_EQ(selectedRows(), QList{currentRow()});
+    EXPECT_NE(currentRow(), 1);
 }
 
 TEST_F(TableTest, BehindTheLastColumnAClickIsOneOnTheRow) {

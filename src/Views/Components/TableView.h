@@ -57,6 +57,7 @@ class TableView : public QTreeView {
     void resizeEvent(QResizeEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     bool event(QEvent* event) override;
     QRegion visualRegionForSelection(const QItemSelection& selection) const override;
 
@@ -64,7 +65,13 @@ class TableView : public QTreeView {
     void layOutColumns();
     void updateEmptyState();
     void sectionDragged(int column, int newWidth);
+    QRectF barOf(const QRect& row) const;
     void drawBar(QPainter& painter, const QRect& row, const QModelIndex& index, bool selected) const;
+    void drawCursor(QPainter& painter, const QRect& row, bool selected) const;
+    void pressSpace(QKeyEvent* event);
+    void moveCursorBy(QKeyEvent* event);
+    void selectRow(int row);
+    void setRoaming(bool roams);
     bool isTyping() const;
     void wantMenuAtPointer(const QPoint& position);
     void wantMenuByKey();
@@ -81,6 +88,7 @@ class TableView : public QTreeView {
     int m_spinnerStep = 0;
     mutable QRegion m_busyRegion; // cells with a spinner that the last paint showed
     bool m_layingOut = false;
+    bool m_cursorRoams = false; // Ctrl and an arrow have moved it without selecting
 };
 
 } // namespace quillane
