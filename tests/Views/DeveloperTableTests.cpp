@@ -166,6 +166,18 @@ TEST_F(DeveloperTableTest, EveryColumnSortsInBothDirections) {
     EXPECT_EQ(orderBy(Column::kLastTouched), QStringList({"Xcode", "Finder", "Archivist", "npm"}));
 }
 
+TEST_F(DeveloperTableTest, TheKeysSortAndTheHeadingSaysSo) {
+    openWith(four());
+    EXPECT_EQ(spokenOrders(), QStringList({"", "", "Sorted, largest first", "", ""}));
+    table().setFocus();
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    press(Qt::Key_Home);
+    press(Qt::Key_Space);
+    turn();
+    EXPECT_EQ(names(), QStringList({"Archivist", "Finder", "npm", "Xcode"}));
+    EXPECT_EQ(spokenOrders(), QStringList({"Sorted, ascending", "", "", "", ""}));
+}
+
 TEST_F(DeveloperTableTest, WhatIsInTheSweepComesFirstAndEqualsKeepTheirOrderInBothDirections) {
     openWith(four());
     EXPECT_EQ(orderBy(Column::kInSweep), QStringList({"Xcode", "npm", "Finder", "Archivist"}));

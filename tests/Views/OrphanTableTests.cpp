@@ -4,6 +4,7 @@
 #include "OrphanTable.h"
 #include "OrphansDetail.h"
 #include "PanePlaceholder.h"
+#include "SearchField.h"
 #include "SectionRecords.h"
 #include "SectionTableTest.h"
 #include "TableDelegate.h"
@@ -147,6 +148,33 @@ TEST_F(OrphanTableTest, WhatIsEqualKeepsItsOrderInBothDirections) {
     openWith(three()); // two vendors with two files each
     EXPECT_EQ(orderBy(Column::kFiles).first(2), QStringList({kSketch, kTempo}));
     EXPECT_EQ(orderBy(Column::kFiles).last(2), QStringList({kSketch, kTempo}));
+}
+
+TEST_F(OrphanTableTest, TheKeysSortAndGoBackToTheSearchField) {
+    openWith(three());
+    table().setFocus();
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    ASSERT_EQ(QApplication::focusWidget(), table().header());
+    press(Qt::Key_Space);
+    turn();
+    EXPECT_EQ(names(), QStringList({kInkwell, kTempo, kSketch})) << "the size turned round";
+    press(Qt::Key_Left);
+    press(Qt::Key_Return);
+    turn();
+    EXPECT_EQ(names(), QStringList({kInkwell, kSketch, kTempo}));
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(window->searchField()->hasFocus());
+}
+
+TEST_F(OrphanTableTest, TheHeadingsSayWhatTheRowsAreSortedBy) {
+    openWith(three());
+    EXPECT_EQ(spokenOrders(), QStringList({"", "Sorted, largest first", "", ""}));
+    clickHeader(Column::kSize);
+    EXPECT_EQ(spokenOrders(), QStringList({"", "Sorted, smallest first", "", ""}));
+    clickHeader(Column::kLeftBehindBy);
+    EXPECT_EQ(spokenOrders(), QStringList({"Sorted, ascending", "", "", ""}));
+    clickHeader(Column::kLeftBehindBy);
+    EXPECT_EQ(spokenOrders(), QStringList({"Sorted, descending", "", "", ""}));
 }
 
 TEST_F(OrphanTableTest, TheCursorStaysWithItsVendorWhenTheOrderChanges) {

@@ -6,6 +6,7 @@
 #include "TableRole.h"
 #include "TableView.h"
 #include "Tokens.h"
+#include <QAccessible>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -103,6 +104,7 @@ class TableTest : public ::testing::Test {
     bool isRinged(int row) {
         return edge(row) != (row % 2 == 1 ? Tokens::current().alt : Tokens::current().base);
     }
+    HeaderView& header() { return *qobject_cast<HeaderView*>(m_table->header()); }
     QColor ground(int row) {
         const QRect rect = m_table->visualRect(m_model.index(row, 1));
         const QPoint corner = m_table->viewport()->mapTo(&m_window, rect.topRight() + QPoint(-11, 5));
@@ -285,6 +287,134 @@ TEST_F(TableTest, BelowTheRowsAClickStillClearsTheSelection) {
     QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {}, behindTheColumns(5) + QPoint(0, 40));
     EXPECT_TRUE(selectedRows().isEmpty());
 }
+
+// The header by keyboard
+
+TEST_F(TableTest, ShiftTabGoesFromTheRowsToTheSortedColumnsHeading) {
+    m_table->header()->setSortIndicator(1, Qt::DescendingOrder);
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(header().hasFocus());
+    EXPECT_EQ(header().focusedColumn(), 1);
+}
+
+TEST_F(TableTest, TabAndDownGoFromTheHeaderToTheRows) {
+    for (const auto key : {Qt::Key_Tab, Qt::Key_Down}) {
+        QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+        QTest::keyClick(&header(), key);
+        EXPECT_TRUE(m_table->hasFocus()) << key;
+        EXPECT_EQ(header().focusedColumn(), -1) << key;
+    }
+}
+
+TEST_F(TableTest, ShiftTabGoesFromTheHeaderToWhatStandsBeforeTheTable) {
+    auto* const before = new QLineEdit;
+    qobject_cast<QHBoxLayout*>(m_window.layout())->insertWidget(0, before);
+    before->show();
+    QWidget::setTabOrder(m_field, before);
+    QWidget::setTabOrder(before, m_table);
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    QTest::keyClick(&header(), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(before->hasFocus());
+    QTest::keyClick(before, Qt::Key_Tab);
+    EXPECT_TRUE(m_table->hasFocus()) << "forwards the rows come first";
+    QTest::keyClick(m_table, Qt::Key_Tab);
+    EXPECT_TRUE(m_field->hasFocus());
+}
+
+TEST_F(TableTest, ArrowsHomeAndEndChooseAColumnAndStopAtTheEdges) {
+    m_table->header()->setSortIndicator(0, Qt::AscendingOrder);
+    m_table->header()->moveSection(0, 1); // the second column stands first
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    ASSERT_EQ(header().focusedColumn(), 0);
+    for (const auto& [key, column] : {std::pair{Qt::Key_Right, 0},
+                                      {Qt::Key_Left, 1},
+                                      {Qt::Key_Left, 1},
+                                      {Qt::Key_End, 0},
+                                      {Qt::Key_Home, 1}}) {
+        QTest::keyClick(&header(), key);
+        EXPECT_EQ(header().focusedColumn(), column) << key;
+    }
+}
+
+TEST_F(TableTest, SpaceAndReturnSortLikeAClickOnTheHeading) {
+    m_model.setHeaderData(1, Qt::Horizontal, int(Qt::DescendingOrder), Qt::InitialSortOrderRole);
+    m_table->header()->setSortIndicator(0, Qt::AscendingOrder);
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    for (const auto& [key, order] : {std::pair{Qt::Key_Space, Qt::DescendingOrder},
+                                     {Qt::Key_Return, Qt::AscendingOrder},
+                                     {Qt::Key_Enter, Qt::DescendingOrder}}) {
+        QTest::keyClick(&header(), key);
+        EXPECT_EQ(header().sortIndicatorOrder(), order) << key;
+    }
+    QTest::keyClick(&header(), Qt::Key_Right);
+    EXPECT_EQ(header().sortIndicatorSection(), 0) << "choosing alone sorts nothing";
+    QTest::keyClick(&header(), Qt::Key_Space);
+    EXPECT_EQ(header().sortIndicatorSection(), 1);
+    EXPECT_EQ(header().sortIndicatorOrder(), Qt::DescendingOrder) << "the largest first";
+}
+
+TEST_F(TableTest, AKeyThatIsHeldDownSortsOnce) {
+    m_table->header()->setSortIndicator(0, Qt::AscendingOrder);
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    for (const bool repeats : {false, true}) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, " ", repeats);
+        QCoreApplication::sendEvent(&header(), &press);
+    }
+    EXPECT_EQ(header().sortIndicatorOrder(), Qt::DescendingOrder);
+}
+
+TEST_F(TableTest, OtherArrowsInTheHeaderLeaveTheRowsAlone) {
+    select(2);
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    for (const auto key : {Qt::Key_Up, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End}) {
+        QTest::keyClick(&header(), key);
+        EXPECT_EQ(selectedRows(), QList{2}) << key;
+        EXPECT_EQ(currentRow(), 2) << key;
+    }
+}
+
+TEST_F(TableTest, TheChosenHeadingWearsTheRing) {
+    const auto isRingedAt = [&](int column) {
+        const QPoint at(header().sectionViewportPosition(column) + 3, header().height() / 2);
+        const QPoint place = header().viewport()->mapTo(&m_window, at);
+        return drawn(m_window).pixelColor(place * 2 + QPoint(1, 0)) != Tokens::current().base;
+    };
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    QTest::keyClick(&header(), Qt::Key_Home);
+    EXPECT_TRUE(isRingedAt(0));
+    EXPECT_FALSE(isRingedAt(1));
+    QTest::keyClick(&header(), Qt::Key_Right);
+    EXPECT_FALSE(isRingedAt(0));
+    EXPECT_TRUE(isRingedAt(1));
+    QTest::keyClick(&header(), Qt::Key_Tab);
+    EXPECT_FALSE(isRingedAt(1));
+}
+
+TEST_F(TableTest, AssistiveToolsMeetTheChosenHeading) {
+    m_model.setHeaderData(1, Qt::Horizontal, "Sorted, largest first", Qt::AccessibleDescriptionRole);
+    m_table->header()->setSortIndicator(1, Qt::DescendingOrder);
+    auto* const met = QAccessible::queryAccessibleInterface(&header());
+    EXPECT_EQ(met->text(QAccessible::Name), "Column headers");
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(met->role(), QAccessible::ColumnHeader);
+    EXPECT_EQ(met->text(QAccessible::Name), "Size");
+    EXPECT_EQ(met->text(QAccessible::Description), "Sorted, largest first");
+    EXPECT_TRUE(met->state().focused);
+    QTest::keyClick(&header(), Qt::Key_Left);
+    EXPECT_EQ(met->text(QAccessible::Name), "Name");
+    EXPECT_EQ(met->text(QAccessible::Description), "");
+}
+
+TEST_F(TableTest, AHeaderThatGoesWithTheLastRowGivesTheFocusToTheTable) {
+    m_table->setEmptyState(new EmptyState("magnifyingglass", "Nothing", "No trees."));
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    m_model.removeRows(0, m_model.rowCount());
+    EXPECT_TRUE(m_table->hasFocus());
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(m_field->hasFocus()) << "past what cannot be seen";
+}
+
+// Type-ahead
 
 TEST_F(TableTest, TypedLettersFindARow) {
     select(0);

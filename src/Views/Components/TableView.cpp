@@ -375,4 +375,18 @@ void TableView::mousePressEvent(QMouseEvent* event) {
     QTreeView::mousePressEvent(event);
 }
 
+// The header asks here too. It is no stop of its own, as whoever comes from before the table wants the rows;
+// and the step back from it starts at the rows, in whose place the window's order has the table.
+bool TableView::focusNextPrevChild(bool next) {
+    if (m_header->hasFocus()) {
+        setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+        return next || QTreeView::focusNextPrevChild(false);
+    }
+    if (!next && m_header->isVisible()) {
+        m_header->setFocus(Qt::BacktabFocusReason);
+        return true;
+    }
+    return QTreeView::focusNextPrevChild(next);
+}
+
 } // namespace quillane

@@ -13,7 +13,8 @@ class TableDelegate;
 
 // The table of a section: flat rows of 30 pixels, whole rows selected, rounded bars that reach past the last
 // column and answer there too. What a cell shows is the model's to say, see TableRole. Sorting, type-ahead,
-// keys and accessibility are those of QTreeView; Tab leaves the table.
+// keys and accessibility are those of QTreeView. Tab leaves the table; Shift+Tab goes to the header first,
+// where the order is chosen by keyboard.
 class TableView : public QTreeView {
     Q_OBJECT
   public:
@@ -59,6 +60,7 @@ class TableView : public QTreeView {
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     bool event(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
     QRegion visualRegionForSelection(const QItemSelection& selection) const override;
 
   private:
