@@ -10,13 +10,18 @@
 
 namespace quillane {
 
+namespace {
+// The widths are meant within the bars of the rows. In a narrow window Last Touched gives that up, then Tool.
+constexpr int kEdge = TableView::kInset;
+} // namespace
+
 DeveloperTable::DeveloperTable(AppLibrary& library, ContentState& state, QWidget* parent)
     : KeyedTable(QStringLiteral("Developer"), new DeveloperTableModel(library.platform().clock),
-                 {{.width = 140, .narrowest = 118, .narrowRank = 4},
+                 {{.width = kEdge + 140, .narrowest = 118, .narrowRank = 4},
                   {.width = 180, .stretches = true},
                   {.width = 84},
                   {.width = 78},
-                  {.width = 112}},
+                  {.width = 112 + kEdge, .narrowest = 112, .narrowRank = 3}},
                  new StatusRow, state.developerSelection, state.developerSortOrder, parent)
     , m_library(library)
     , m_state(state) {

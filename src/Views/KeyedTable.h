@@ -113,12 +113,14 @@ void KeyedTable<Model, Step>::takeOverSelection() {
 template <class Model, class Step>
 void KeyedTable<Model, Step>::showOrder() {
     const Step& first = m_order.get().front();
-    table()->header()->setSortIndicator(static_cast<int>(first.key),
-                                        first.isReverse ? Qt::DescendingOrder : Qt::AscendingOrder);
+    const auto direction = first.isReverse ? Qt::DescendingOrder : Qt::AscendingOrder;
+    table()->header()->setSortIndicator(static_cast<int>(first.key), direction);
+    m_model->describeOrder(static_cast<int>(first.key), direction);
 }
 
 template <class Model, class Step>
 void KeyedTable<Model, Step>::changeOrder(int column, Qt::SortOrder order) {
+    m_model->describeOrder(column, order);
     m_order = std::vector<Step>{{static_cast<typename Step::Key>(column), order == Qt::DescendingOrder}};
 }
 

@@ -10,11 +10,17 @@
 
 namespace quillane {
 
+namespace {
+constexpr int kEdge = TableView::kInset; // the widths are meant within the bars of the rows
+} // namespace
+
 OrphanTable::OrphanTable(AppLibrary& library, ContentState& state, QWidget* parent)
-    : KeyedTable(
-          QStringLiteral("Orphaned Files"), new OrphanTableModel(library.platform().clock),
-          {{.width = 200, .stretches = true, .widest = 280}, {.width = 90}, {.width = 62}, {.width = 130}},
-          new StatusRow, state.orphanSelection, state.orphanSortOrder, parent)
+    : KeyedTable(QStringLiteral("Orphaned Files"), new OrphanTableModel(library.platform().clock),
+                 {{.width = kEdge + 200, .stretches = true, .widest = kEdge + 280},
+                  {.width = 90},
+                  {.width = 62},
+                  {.width = 130}},
+                 new StatusRow, state.orphanSelection, state.orphanSortOrder, parent)
     , m_library(library)
     , m_state(state) {
     setEmptyWords({words(symbol(LibrarySection::orphans)), QStringLiteral("No Orphaned Files"),

@@ -12,7 +12,8 @@ struct ColumnHeading {
     bool isFigure = false; // stands at the right, and the first click on it sorts the largest first
 };
 
-// The rows of a section's table. It sorts nothing itself: a click on a header is the table's to answer.
+// The rows of a section's table. It sorts nothing itself: a click on a header is the table's to answer, and
+// the table tells the model what assistive tools are to say of the order.
 template <class RowType, class KeyType>
 class SectionModel : public RowModel<RowType, KeyType> {
   public:
@@ -29,6 +30,8 @@ class SectionModel : public RowModel<RowType, KeyType> {
         return cellData(this->row(index.row()), index.column(), role);
     }
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    // The heading of this column is now described as the one that the rows are sorted by.
+    void describeOrder(int column, Qt::SortOrder order);
 
   protected:
     SectionModel(std::vector<ColumnHeading> headings, QObject* parent)
@@ -38,7 +41,11 @@ class SectionModel : public RowModel<RowType, KeyType> {
     virtual QVariant cellData(const Row& row, int column, int role) const = 0;
 
   private:
+    QString orderWords(bool isFigure) const;
+
     std::vector<ColumnHeading> m_headings;
+    int m_sortedColumn = -1;
+    Qt::SortOrder m_order = Qt::AscendingOrder;
 };
 
 template <class RowType, class KeyType>
@@ -55,9 +62,28 @@ QVariant SectionModel<RowType, KeyType>::headerData(int section, Qt::Orientation
         return QVariant(Qt::AlignVCenter | (heading.isFigure ? Qt::AlignRight : Qt::AlignLeft));
     case Qt::InitialSortOrderRole:
         return static_cast<int>(heading.isFigure ? Qt::DescendingOrder : Qt::AscendingOrder);
+    case Qt::AccessibleDescriptionRole:
+        return section == m_sortedColumn ? QVariant(orderWords(heading.isFigure)) : QVariant();
     default:
         return {};
     }
+}
+
+template <class RowType, class KeyType>
+void SectionModel<RowType, KeyType>::describeOrder(int column, Qt::SortOrder order) {
+    m_sortedColumn = column;
+    m_order = order;
+    emit this->headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+}
+
+template <class RowType, class KeyType>
+QString SectionModel<RowType, KeyType>::orderWords(bool isFigure) const {
+    const bool isAscending = m_order == Qt::AscendingOrder;
+    if (isFigure) {
+        return isAscending ? QStringLiteral("Sorted, smallest first")
+                           : QStringLiteral("Sorted, largest first");
+    }
+    return isAscending ? QStringLiteral("Sorted, ascending") : QStringLiteral("Sorted, descending");
 }
 
 } // namespace quillane

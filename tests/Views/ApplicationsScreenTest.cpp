@@ -113,6 +113,23 @@ TEST_F(ApplicationsScreen, AClickOnAHeaderSortsAndASecondClickTurnsTheOrderRound
     EXPECT_EQ(names(), QStringList({"Alder", "Cedar", "Birch"}));
 }
 
+TEST_F(ApplicationsScreen, TheKeysSortAndTheHeadingSaysSo) {
+    openReady(three());
+    const auto spoken = [&](int column) {
+        return table().model()->headerData(column, Qt::Horizontal, Qt::AccessibleDescriptionRole).toString();
+    };
+    EXPECT_EQ(spoken(1), "Sorted, largest first");
+    table().setFocus();
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    press(Qt::Key_Left);
+    press(Qt::Key_Return);
+    turn();
+    EXPECT_EQ(names(), QStringList({"Alder", "Birch", "Cedar"}));
+    EXPECT_EQ(spoken(0), "Sorted, ascending");
+    EXPECT_EQ(spoken(1), "");
+    EXPECT_TRUE(workspace.opened().empty()) << "Return belongs to the header";
+}
+
 TEST_F(ApplicationsScreen, EveryColumnCanBeSortedBy) {
     openReady(three());
     for (const auto& [column, key] : {std::pair{2, AppComparator::Key::lastUsed},

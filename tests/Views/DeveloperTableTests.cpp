@@ -102,16 +102,17 @@ TEST_F(DeveloperTableTest, WordsThatWouldDeceiveTheEyeAreShownAsTheyAre) {
 
 TEST_F(DeveloperTableTest, TheColumnsHaveTheirWidthsAndToolGivesWayInTheSmallestWindow) {
     openWith(four());
-    EXPECT_EQ(table().columnWidth(Column::kTool), 140);
+    EXPECT_EQ(table().columnWidth(Column::kTool), 8 + 140) << "within the bars";
     EXPECT_EQ(table().columnWidth(Column::kSize), 84);
     EXPECT_EQ(table().columnWidth(Column::kInSweep), 78);
-    EXPECT_EQ(table().columnWidth(Column::kLastTouched), 112);
+    EXPECT_EQ(table().columnWidth(Column::kLastTouched), 112 + 8);
     EXPECT_EQ(table().header()->length(), table().viewport()->width());
     window->resize(ContentView::kMinimumSize);
     turn();
     EXPECT_LT(table().columnWidth(Column::kTool), 140);
     EXPECT_GE(table().columnWidth(Column::kTool), 118);
     EXPECT_GE(table().columnWidth(Column::kWhat), 180);
+    EXPECT_GE(table().columnWidth(Column::kLastTouched), 112);
     EXPECT_EQ(table().header()->length(), table().viewport()->width());
 }
 
@@ -163,6 +164,18 @@ TEST_F(DeveloperTableTest, EveryColumnSortsInBothDirections) {
     EXPECT_EQ(orderBy(Column::kLastTouched), QStringList({"npm", "Archivist", "Finder", "Xcode"}))
         << "what has no date is the oldest";
     EXPECT_EQ(orderBy(Column::kLastTouched), QStringList({"Xcode", "Finder", "Archivist", "npm"}));
+}
+
+TEST_F(DeveloperTableTest, TheKeysSortAndTheHeadingSaysSo) {
+    openWith(four());
+    EXPECT_EQ(spokenOrders(), QStringList({"", "", "Sorted, largest first", "", ""}));
+    table().setFocus();
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    press(Qt::Key_Home);
+    press(Qt::Key_Space);
+    turn();
+    EXPECT_EQ(names(), QStringList({"Archivist", "Finder", "npm", "Xcode"}));
+    EXPECT_EQ(spokenOrders(), QStringList({"Sorted, ascending", "", "", "", ""}));
 }
 
 TEST_F(DeveloperTableTest, WhatIsInTheSweepComesFirstAndEqualsKeepTheirOrderInBothDirections) {

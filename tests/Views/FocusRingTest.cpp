@@ -6,6 +6,7 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -72,6 +73,20 @@ TEST_F(FocusRingTest, TheNextClickTakesTheRingAway) {
 TEST_F(FocusRingTest, AShortcutThatMovesTheFocusCountsAsKeyboard) {
     m_second.setFocus(Qt::ShortcutFocusReason);
     EXPECT_EQ(ring()->target(), &m_second);
+}
+
+TEST_F(FocusRingTest, AnArrowInAListCountsAsKeyboardUntilTheNextClick) {
+    auto* const list = new QListWidget;
+    list->addItems({"Ash", "Beech", "Cedar"});
+    m_window.layout()->addWidget(list);
+    list->show();
+    list->setFocus(Qt::MouseFocusReason);
+    QTest::keyClick(list, Qt::Key_B);
+    EXPECT_FALSE(FocusRing::isShownFor(list)) << "a letter takes the row that it finds";
+    QTest::keyClick(list, Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_TRUE(FocusRing::isShownFor(list));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton);
+    EXPECT_FALSE(FocusRing::isShownFor(list));
 }
 
 TEST_F(FocusRingTest, ATextFieldWearsTheRingAfterAClickToo) {

@@ -4,6 +4,7 @@
 #include "OrphanTable.h"
 #include "OrphansDetail.h"
 #include "PanePlaceholder.h"
+#include "SearchField.h"
 #include "SectionRecords.h"
 #include "SectionTableTest.h"
 #include "TableDelegate.h"
@@ -84,13 +85,13 @@ TEST_F(OrphanTableTest, ATitleThatWouldDeceiveTheEyeIsShownAsItIs) {
 
 TEST_F(OrphanTableTest, TheColumnsHaveTheirWidths) {
     openWith(three());
-    EXPECT_EQ(table().columnWidth(Column::kLeftBehindBy), 280) << "and no wider";
+    EXPECT_EQ(table().columnWidth(Column::kLeftBehindBy), 8 + 280) << "within the bars, and no wider";
     EXPECT_EQ(table().columnWidth(Column::kSize), 90);
     EXPECT_EQ(table().columnWidth(Column::kFiles), 62);
     EXPECT_EQ(table().columnWidth(Column::kLastTouched), 130);
     window->resize(ContentView::kMinimumSize);
     turn();
-    EXPECT_GE(table().columnWidth(Column::kLeftBehindBy), 200);
+    EXPECT_GE(table().columnWidth(Column::kLeftBehindBy), 8 + 200);
     EXPECT_LE(table().header()->length(), table().viewport()->width());
 }
 
@@ -147,6 +148,56 @@ TEST_F(OrphanTableTest, WhatIsEqualKeepsItsOrderInBothDirections) {
     openWith(three()); // two vendors with two files each
     EXPECT_EQ(orderBy(Column::kFiles).first(2), QStringList({kSketch, kTempo}));
     EXPECT_EQ(orderBy(Column::kFiles).last(2), QStringList({kSketch, kTempo}));
+}
+
+TEST_F(OrphanTableTest, TheKeysSortAndGoBackToTheSearchField) {
+    openWith(three());
+    table().setFocus();
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    ASSERT_EQ(QApplication::focusWidget(), table().header());
+    press(Qt::Key_Space);
+    turn();
+    EXPECT_EQ(names(), QStringList({kInkwell, kTempo, kSketch})) << "the size turned round";
+    press(Qt::Key_Left);
+    press(Qt::Key_Return);
+    turn();
+    EXPECT_EQ(names(), QStringList({kInkwell, kSketch, kTempo}));
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(window->searchField()->hasFocus());
+}
+
+TEST_F(OrphanTableTest, TheHeadingsSayWhatTheRowsAreSortedBy) {
+    openWith(three());
+    EXPECT_EQ(spokenOrders(), QStringList({"", "Sorted, largest first", "", ""}));
+    clickHeader(Column::kSize);
+    EXPECT_EQ(spokenOrders(), QStringList({"", "Sorted, smallest first", "", ""}));
+    clickHeader(Column::kLeftBehindBy);
+    EXPECT_EQ(spokenOrders(), QStringList({"Sorted, ascending", "", "", ""}));
+    clickHeader(Column::kLeftBehindBy);
+    EXPECT_EQ(spokenOrders(), QStringList({"Sorted, descending", "", "", ""}));
+}
+
+TEST_F(OrphanTableTest, TheCursorStaysWithItsVendorWhenTheOrderChanges) {
+    openWith(three());
+    click(kTempo);
+    ASSERT_EQ(table().currentIndex().row(), 1);
+    orderBy(Column::kLeftBehindBy);
+    EXPECT_EQ(table().currentIndex().row(), 2);
+    EXPECT_EQ(selectedNames(), QStringList({kTempo}));
+    table().setFocus();
+    press(Qt::Key_Up);
+    EXPECT_EQ(selectedNames(), QStringList({kSketch}));
+}
+
+TEST_F(OrphanTableTest, TheRightPartOfARowIsTheRow) {
+    openWith(three());
+    const QRect row = table().visualRect(table().model()->index(1, Column::kLastTouched));
+    const QPoint right(table().viewport()->width() - 20, row.center().y());
+    ASSERT_GT(right.x(), row.right());
+    const auto* const menu = menuAt(right);
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(entries(menu).back(), "Move 1 Files to Trash…");
+    EXPECT_EQ(selectedNames(), QStringList({kTempo}));
 }
 
 TEST_F(OrphanTableTest, TitlesSortAsTheFinderSortsNames) {

@@ -37,6 +37,17 @@ class SectionTableTest : public MenuTest {
         turn();
         return names();
     }
+    // What assistive tools say of each heading's order, from the left.
+    QStringList spokenOrders() const {
+        auto* const met = QAccessible::queryAccessibleInterface(&table());
+        QStringList spoken;
+        for (int column = 0; column < table().model()->columnCount(); ++column) {
+            auto* const heading = met->child(column); // the headings come before the rows
+            EXPECT_EQ(heading->role(), QAccessible::ColumnHeader);
+            spoken << heading->text(QAccessible::Description);
+        }
+        return spoken;
+    }
     // The texts below the table that are there, from the left.
     QStringList footer() const {
         const auto* const row = qobject_cast<SectionTable*>(window->content(startsIn))->footer();

@@ -6,6 +6,7 @@
 #include "TableRole.h"
 #include "TableView.h"
 #include "Tokens.h"
+#include <QAccessible>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -79,6 +80,31 @@ class TableTest : public ::testing::Test {
 
     void select(int row) { m_table->setCurrentIndex(m_model.index(row, 0)); }
     int currentRow() const { return m_table->currentIndex().row(); }
+    QList<int> selectedRows() const {
+        QList<int> rows;
+        for (int row = 0; row < m_model.rowCount(); ++row) {
+            if (m_table->selectionModel()->isRowSelected(row)) {
+                rows << row;
+            }
+        }
+        return rows;
+    }
+    // Leaves room at the right of the columns, and answers a place there in this row.
+    QPoint behindTheColumns(int row) {
+        m_table->setColumns({{.width = 100}, {.width = 88}});
+        const QRect cell = m_table->visualRect(m_model.index(row, 1));
+        return {(cell.right() + m_table->viewport()->width()) / 2, cell.center().y()};
+    }
+    // The edge of a row's bar, where the ring of the cursor is.
+    QColor edge(int row) {
+        const QRect rect = m_table->visualRect(m_model.index(row, 1));
+        const QPoint at = m_table->viewport()->mapTo(&m_window, QPoint(rect.right() - 60, rect.top()));
+        return drawn(m_window).pixelColor(at * 2 + QPoint(0, 1));
+    }
+    bool isRinged(int row) {
+        return edge(row) != (row % 2 == 1 ? Tokens::current().alt : Tokens::current().base);
+    }
+    HeaderView& header() { return *qobject_cast<HeaderView*>(m_table->header()); }
     QColor ground(int row) {
         const QRect rect = m_table->visualRect(m_model.index(row, 1));
         const QPoint corner = m_table->viewport()->mapTo(&m_window, rect.topRight() + QPoint(-11, 5));
@@ -141,6 +167,254 @@ TEST_F(TableTest, ArrowsHomeAndEndMoveAndShiftExtends) {
     QTest::keyClick(m_table, Qt::Key_A, Qt::ControlModifier);
     EXPECT_EQ(m_table->selectionModel()->selectedRows().size(), 6);
 }
+
+TEST_F(TableTest, WithNothingSelectedAnArrowTakesTheRowAtItsEnd) {
+    for (const auto& [key, row] : {std::pair{Qt::Key_Down, 0},
+                                   {Qt::Key_Home, 0},
+                                   {Qt::Key_PageDown, 0},
+                                   {Qt::Key_Up, 5},
+                                   {Qt::Key_End, 5},
+                                   {Qt::Key_PageUp, 5}}) {
+        for (const auto modifier : {Qt::NoModifier, Qt::ShiftModifier}) {
+            select(3);
+            m_table->clearSelection();
+            QTest::keyClick(m_table, key, modifier);
+            EXPECT_EQ(selectedRows(), QList{row}) << key;
+            EXPECT_EQ(currentRow(), row) << key;
+        }
+    }
+}
+
+TEST_F(TableTest, FromWhereControlHasLedTheCursorAnArrowGoesOn) {
+    select(1);
+    m_table->clearSelection();
+    QTest::keyClick(m_table, Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_TRUE(selectedRows().isEmpty());
+    QTest::keyClick(m_table, Qt::Key_Down);
+    EXPECT_EQ(selectedRows(), QList{3});
+    QTest::keyClick(m_table, Qt::Key_Up, Qt::ControlModifier);
+    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {}, behindTheColumns(5) + QPoint(0, 40));
+    QTest::keyClick(m_table, Qt::Key_Down);
+    EXPECT_EQ(selectedRows(), QList{0}) << "a click is a new beginning";
+}
+
+TEST_F(TableTest, InATableWithoutRowsTheArrowsDoNothing) {
+    m_model.removeRows(0, m_model.rowCount());
+    QTest::keyClick(m_table, Qt::Key_Down);
+    EXPECT_FALSE(m_table->currentIndex().isValid());
+}
+
+TEST_F(TableTest, AKeyThatMovesTheCursorShowsItAfterAClickToo) {
+    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {},
+                      m_table->visualRect(m_model.index(1, 0)).center());
+    ASSERT_FALSE(isRinged(2));
+    QTest::keyClick(m_table, Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(selectedRows(), QList{1});
+    EXPECT_TRUE(isRinged(2));
+    EXPECT_FALSE(isRinged(3));
+}
+
+TEST_F(TableTest, AmongSelectedRowsTheCursorIsWhiteWhileControlLeadsIt) {
+    const auto isWhite = [&](int row) {
+        const QRect rect = m_table->visualRect(m_model.index(row, 1));
+        const QPoint at = m_table->viewport()->mapTo(&m_window, QPoint(rect.right() - 60, rect.top() + 3));
+        return drawn(m_window).pixelColor(at * 2) == QColor(Qt::white);
+    };
+    select(1);
+    QTest::keyClick(m_table, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(m_table, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_FALSE(isWhite(3));
+    QTest::keyClick(m_table, Qt::Key_Up, Qt::ControlModifier);
+    ASSERT_EQ(selectedRows(), (QList{1, 2, 3}));
+    EXPECT_TRUE(isWhite(2));
+    QTest::keyClick(m_table, Qt::Key_Up);
+    EXPECT_FALSE(isWhite(1)) << "one selected row is the cursor itself";
+    QTest::keyClick(m_table, Qt::Key_Down, Qt::ControlModifier);
+    QTest::keyClick(m_table, Qt::Key_E);
+    ASSERT_EQ(selectedRows(), QList{4});
+    EXPECT_FALSE(isWhite(4)) << "so is one that letters have found";
+}
+
+TEST_F(TableTest, TheCursorStaysWithItsRowWhenTheOrderChanges) {
+    m_table->setSortingEnabled(true);
+    m_table->sortByColumn(0, Qt::AscendingOrder);
+    select(1);
+    const QString name = m_table->currentIndex().data().toString();
+    m_table->sortByColumn(0, Qt::DescendingOrder);
+    EXPECT_EQ(m_table->currentIndex().data().toString(), name);
+    EXPECT_EQ(selectedRows(), QList{currentRow()});
+    EXPECT_NE(currentRow(), 1);
+}
+
+TEST_F(TableTest, BehindTheLastColumnAClickIsOneOnTheRow) {
+    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {}, behindTheColumns(2));
+    EXPECT_EQ(selectedRows(), QList{2});
+    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, Qt::ShiftModifier, behindTheColumns(4));
+    EXPECT_EQ(selectedRows(), (QList{2, 3, 4}));
+    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, Qt::ControlModifier, behindTheColumns(3));
+    EXPECT_EQ(selectedRows(), (QList{2, 4}));
+}
+
+TEST_F(TableTest, BehindTheLastColumnADoubleClickIsOneOnTheRow) {
+    QSignalSpy doubled(m_table, &QAbstractItemView::doubleClicked);
+    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {}, behindTheColumns(2));
+    QTest::mouseDClick(m_table->viewport(), Qt::LeftButton, {}, behindTheColumns(2));
+    ASSERT_EQ(doubled.size(), 1);
+    EXPECT_EQ(doubled.front().front().toModelIndex().row(), 2);
+}
+
+TEST_F(TableTest, BehindTheLastColumnTheMenuIsThatOfTheRow) {
+    QSignalSpy wanted(m_table, &TableView::menuWanted);
+    const QPoint at = behindTheColumns(3);
+    QTest::mouseClick(m_table->viewport(), Qt::RightButton, {}, at);
+    emit m_table->customContextMenuRequested(at);
+    EXPECT_EQ(selectedRows(), QList{3});
+    ASSERT_EQ(wanted.size(), 1);
+    EXPECT_TRUE(wanted.front().front().toBool());
+}
+
+TEST_F(TableTest, ADragBehindTheLastColumnSelectsTheRowsItPasses) {
+    const QPoint from = behindTheColumns(1);
+    QTest::mousePress(m_table->viewport(), Qt::LeftButton, {}, from);
+    QTest::mouseMove(m_table->viewport(), behindTheColumns(2));
+    QTest::mouseMove(m_table->viewport(), behindTheColumns(4));
+    QTest::mouseRelease(m_table->viewport(), Qt::LeftButton, {}, behindTheColumns(4));
+    EXPECT_EQ(selectedRows(), (QList{1, 2, 3, 4}));
+}
+
+TEST_F(TableTest, BelowTheRowsAClickStillClearsTheSelection) {
+    select(1);
+    QTest::mouseClick(m_table->viewport(), Qt::LeftButton, {}, behindTheColumns(5) + QPoint(0, 40));
+    EXPECT_TRUE(selectedRows().isEmpty());
+}
+
+// The header by keyboard
+
+TEST_F(TableTest, ShiftTabGoesFromTheRowsToTheSortedColumnsHeading) {
+    m_table->header()->setSortIndicator(1, Qt::DescendingOrder);
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(header().hasFocus());
+    EXPECT_EQ(header().focusedColumn(), 1);
+}
+
+TEST_F(TableTest, TabAndDownGoFromTheHeaderToTheRows) {
+    for (const auto key : {Qt::Key_Tab, Qt::Key_Down}) {
+        QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+        QTest::keyClick(&header(), key);
+        EXPECT_TRUE(m_table->hasFocus()) << key;
+        EXPECT_EQ(header().focusedColumn(), -1) << key;
+    }
+}
+
+TEST_F(TableTest, ShiftTabGoesFromTheHeaderToWhatStandsBeforeTheTable) {
+    auto* const before = new QLineEdit;
+    qobject_cast<QHBoxLayout*>(m_window.layout())->insertWidget(0, before);
+    before->show();
+    QWidget::setTabOrder(m_field, before);
+    QWidget::setTabOrder(before, m_table);
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    QTest::keyClick(&header(), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(before->hasFocus());
+    QTest::keyClick(before, Qt::Key_Tab);
+    EXPECT_TRUE(m_table->hasFocus()) << "forwards the rows come first";
+    QTest::keyClick(m_table, Qt::Key_Tab);
+    EXPECT_TRUE(m_field->hasFocus());
+}
+
+TEST_F(TableTest, ArrowsHomeAndEndChooseAColumnAndStopAtTheEdges) {
+    m_table->header()->setSortIndicator(0, Qt::AscendingOrder);
+    m_table->header()->moveSection(0, 1); // the second column stands first
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    ASSERT_EQ(header().focusedColumn(), 0);
+    for (const auto& [key, column] : {std::pair{Qt::Key_Right, 0},
+                                      {Qt::Key_Left, 1},
+                                      {Qt::Key_Left, 1},
+                                      {Qt::Key_End, 0},
+                                      {Qt::Key_Home, 1}}) {
+        QTest::keyClick(&header(), key);
+        EXPECT_EQ(header().focusedColumn(), column) << key;
+    }
+}
+
+TEST_F(TableTest, SpaceAndReturnSortLikeAClickOnTheHeading) {
+    m_model.setHeaderData(1, Qt::Horizontal, int(Qt::DescendingOrder), Qt::InitialSortOrderRole);
+    m_table->header()->setSortIndicator(0, Qt::AscendingOrder);
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    for (const auto& [key, order] : {std::pair{Qt::Key_Space, Qt::DescendingOrder},
+                                     {Qt::Key_Return, Qt::AscendingOrder},
+                                     {Qt::Key_Enter, Qt::DescendingOrder}}) {
+        QTest::keyClick(&header(), key);
+        EXPECT_EQ(header().sortIndicatorOrder(), order) << key;
+    }
+    QTest::keyClick(&header(), Qt::Key_Right);
+    EXPECT_EQ(header().sortIndicatorSection(), 0) << "choosing alone sorts nothing";
+    QTest::keyClick(&header(), Qt::Key_Space);
+    EXPECT_EQ(header().sortIndicatorSection(), 1);
+    EXPECT_EQ(header().sortIndicatorOrder(), Qt::DescendingOrder) << "the largest first";
+}
+
+TEST_F(TableTest, AKeyThatIsHeldDownSortsOnce) {
+    m_table->header()->setSortIndicator(0, Qt::AscendingOrder);
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    for (const bool repeats : {false, true}) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, " ", repeats);
+        QCoreApplication::sendEvent(&header(), &press);
+    }
+    EXPECT_EQ(header().sortIndicatorOrder(), Qt::DescendingOrder);
+}
+
+TEST_F(TableTest, OtherArrowsInTheHeaderLeaveTheRowsAlone) {
+    select(2);
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    for (const auto key : {Qt::Key_Up, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End}) {
+        QTest::keyClick(&header(), key);
+        EXPECT_EQ(selectedRows(), QList{2}) << key;
+        EXPECT_EQ(currentRow(), 2) << key;
+    }
+}
+
+TEST_F(TableTest, TheChosenHeadingWearsTheRing) {
+    const auto isRingedAt = [&](int column) {
+        const QPoint at(header().sectionViewportPosition(column) + 3, header().height() / 2);
+        const QPoint place = header().viewport()->mapTo(&m_window, at);
+        return drawn(m_window).pixelColor(place * 2 + QPoint(1, 0)) != Tokens::current().base;
+    };
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    QTest::keyClick(&header(), Qt::Key_Home);
+    EXPECT_TRUE(isRingedAt(0));
+    EXPECT_FALSE(isRingedAt(1));
+    QTest::keyClick(&header(), Qt::Key_Right);
+    EXPECT_FALSE(isRingedAt(0));
+    EXPECT_TRUE(isRingedAt(1));
+    QTest::keyClick(&header(), Qt::Key_Tab);
+    EXPECT_FALSE(isRingedAt(1));
+}
+
+TEST_F(TableTest, AssistiveToolsMeetTheChosenHeading) {
+    m_model.setHeaderData(1, Qt::Horizontal, "Sorted, largest first", Qt::AccessibleDescriptionRole);
+    m_table->header()->setSortIndicator(1, Qt::DescendingOrder);
+    auto* const met = QAccessible::queryAccessibleInterface(&header());
+    EXPECT_EQ(met->text(QAccessible::Name), "Column headers");
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(met->role(), QAccessible::ColumnHeader);
+    EXPECT_EQ(met->text(QAccessible::Name), "Size");
+    EXPECT_EQ(met->text(QAccessible::Description), "Sorted, largest first");
+    EXPECT_TRUE(met->state().focused);
+    QTest::keyClick(&header(), Qt::Key_Left);
+    EXPECT_EQ(met->text(QAccessible::Name), "Name");
+    EXPECT_EQ(met->text(QAccessible::Description), "");
+}
+
+TEST_F(TableTest, AHeaderThatGoesWithTheLastRowGivesTheFocusToTheTable) {
+    m_table->setEmptyState(new EmptyState("magnifyingglass", "Nothing", "No trees."));
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    m_model.removeRows(0, m_model.rowCount());
+    EXPECT_TRUE(m_table->hasFocus());
+    QTest::keyClick(m_table, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(m_field->hasFocus()) << "past what cannot be seen";
+}
+
+// Type-ahead
 
 TEST_F(TableTest, TypedLettersFindARow) {
     select(0);

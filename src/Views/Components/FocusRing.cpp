@@ -1,11 +1,13 @@
 #include "FocusRing.h"
 #include "Tokens.h"
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QApplication>
 #include <QComboBox>
 #include <QFocusEvent>
 #include <QFocusFrame>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QWidget>
@@ -30,6 +32,21 @@ bool isByKeyboard(Qt::FocusReason reason) {
            reason == Qt::ShortcutFocusReason;
 }
 
+void strokeInside(QPainter& painter, const QRectF& rect, double radius, const QPen& pen) {
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    const double half = pen.widthF() / 2;
+    painter.drawRoundedRect(rect.adjusted(half, half, -half, -half), radius - half, radius - half);
+}
+
+// Lists draw their focus in the viewport, which an update of the widget leaves out.
+void repaint(QWidget* widget) {
+    widget->update();
+    if (auto* const area = qobject_cast<QAbstractScrollArea*>(widget)) {
+        area->viewport()->update();
+    }
+}
+
 } // namespace
 
 FocusRing::FocusRing(QObject* parent)
@@ -48,10 +65,28 @@ bool FocusRing::isShownFor(const QWidget* widget) {
 }
 
 void FocusRing::drawInside(QPainter& painter, const QRectF& rect, double radius, double width) {
-    painter.setPen(QPen(Tokens::current().ring, width));
-    painter.setBrush(Qt::NoBrush);
-    const double half = width / 2;
-    painter.drawRoundedRect(rect.adjusted(half, half, -half, -half), radius - half, radius - half);
+    strokeInside(painter, rect, radius, QPen(Tokens::current().ring, width));
+}
+
+void FocusRing::drawOnSelection(QPainter& painter, const QRectF& rect, double radius) {
+    constexpr double kGap = 2; // of the selection's own colour, all round
+    strokeInside(painter, rect.adjusted(kGap, kGap, -kGap, -kGap), radius - kGap, QPen(Qt::white, 2));
+}
+
+bool FocusRing::movesCursor(int key) {
+    switch (key) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        return true;
+    default:
+        return false;
+    }
 }
 
 QWidget* FocusRing::target() const {
@@ -59,7 +94,7 @@ QWidget* FocusRing::target() const {
 }
 
 // Qt sets the attribute when Tab moves the focus. A shortcut that does counts too, and Qt never takes it back,
-// so a click does that here.
+// so a click does that here. After a click the arrows still move inside a list, so they bring it back.
 bool FocusRing::eventFilter(QObject* object, QEvent* event) {
     if (!object->isWidgetType()) {
         return false;
@@ -67,21 +102,28 @@ bool FocusRing::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::FocusIn && isByKeyboard(static_cast<QFocusEvent*>(event)->reason())) {
         static_cast<QWidget*>(object)->window()->setAttribute(Qt::WA_KeyboardFocusChange);
     }
+    if (event->type() == QEvent::KeyPress && qobject_cast<QAbstractItemView*>(object) != nullptr &&
+        movesCursor(static_cast<QKeyEvent*>(event)->key())) {
+        setByKeyboard(static_cast<QWidget*>(object)->window(), true);
+    }
     if (event->type() == QEvent::MouseButtonPress) {
-        QWidget* window = static_cast<QWidget*>(object)->window();
-        if (window->testAttribute(Qt::WA_KeyboardFocusChange)) {
-            window->setAttribute(Qt::WA_KeyboardFocusChange, false);
-            follow(QApplication::focusWidget());
-        }
+        setByKeyboard(static_cast<QWidget*>(object)->window(), false);
     }
     return false;
+}
+
+void FocusRing::setByKeyboard(QWidget* window, bool on) {
+    if (window->testAttribute(Qt::WA_KeyboardFocusChange) != on) {
+        window->setAttribute(Qt::WA_KeyboardFocusChange, on);
+        follow(QApplication::focusWidget());
+    }
 }
 
 void FocusRing::follow(QWidget* widget) {
     if (!isField(widget) && !(wearsRing(widget) && isShownFor(widget))) {
         delete m_frame;
         if (widget != nullptr) {
-            widget->update();
+            repaint(widget);
         }
         return;
     }

@@ -1,9 +1,12 @@
 #pragma once
 #include <QHeaderView>
+#include <vector>
 
 namespace quillane {
 
-// The header of a TableView: 28 pixels and a line, then 4 blank ones.
+// The header of a TableView: 28 pixels and a line, then 4 blank ones. While it has the focus, which the table
+// gives it, Left, Right, Home and End choose a column, and Space and Return do what a click on it does; Tab and
+// Down go back to the rows.
 class HeaderView : public QHeaderView {
     Q_OBJECT
   public:
@@ -13,13 +16,24 @@ class HeaderView : public QHeaderView {
     static constexpr int kBlank = 4;
 
     QSize sizeHint() const override;
+    // The logical column that the keys act on; -1 without the focus.
+    int focusedColumn() const { return hasFocus() ? m_focusedColumn : -1; }
 
   protected:
     void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;
     void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     void paintGround(const QRect& rect);
+    std::vector<int> shownColumns() const;
+    void focusColumn(int logicalIndex);
+    void stepBy(int columns);
+    void sortByFocused();
+    Qt::SortOrder orderAfterClick(int logicalIndex) const;
+
+    int m_focusedColumn = -1;
 };
 
 } // namespace quillane

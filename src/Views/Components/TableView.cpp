@@ -19,19 +19,12 @@ namespace quillane {
 namespace {
 constexpr double kBarRadius = 6;
 
-// Whether the key alone puts the selection on one row.
-bool movesCursor(const QKeyEvent& event) {
-    switch (event.key()) {
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-    case Qt::Key_Home:
-    case Qt::Key_End:
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-        return (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-    default:
-        return false;
-    }
+bool changesRow(int key) {
+    return FocusRing::movesCursor(key) && key != Qt::Key_Left && key != Qt::Key_Right;
+}
+
+bool goesToTheEnd(int key) {
+    return key == Qt::Key_Up || key == Qt::Key_PageUp || key == Qt::Key_End;
 }
 } // namespace
 
@@ -145,9 +138,14 @@ bool TableView::showsActiveSelection() const {
     return hasFocus();
 }
 
+QRectF TableView::barOf(const QRect& row) const {
+    return {kInset, static_cast<double>(row.top()), viewport()->width() - 2.0 * kInset,
+            static_cast<double>(row.height())};
+}
+
 void TableView::drawBar(QPainter& painter, const QRect& row, const QModelIndex& index, bool selected) const {
     const Tokens& tokens = Tokens::current();
-    const QRectF bar(kInset, row.top(), viewport()->width() - 2 * kInset, row.height());
+    const QRectF bar = barOf(row);
     painter.setPen(Qt::NoPen);
     if (!selected) {
         if (index.row() % 2 == 1) {
@@ -173,15 +171,26 @@ void TableView::drawBar(QPainter& painter, const QRect& row, const QModelIndex& 
     painter.drawPath(path.simplified());
 }
 
+// A selected row shows that the cursor is there, unless the cursor walks among selected rows.
+void TableView::drawCursor(QPainter& painter, const QRect& row, bool selected) const {
+    if (!FocusRing::isShownFor(this)) {
+        return;
+    }
+    if (!selected) {
+        FocusRing::drawInside(painter, barOf(row), kBarRadius);
+    } else if (m_cursorRoams) {
+        FocusRing::drawOnSelection(painter, barOf(row), kBarRadius);
+    }
+}
+
 void TableView::drawRow(QPainter* painter, const QStyleOptionViewItem& options,
                         const QModelIndex& index) const {
     const bool selected = selectionModel()->isSelected(index.siblingAtColumn(0));
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     drawBar(*painter, options.rect, index, selected);
-    if (!selected && currentIndex().row() == index.row() && FocusRing::isShownFor(this)) {
-        const QRectF bar(kInset, options.rect.top(), viewport()->width() - 2 * kInset, options.rect.height());
-        FocusRing::drawInside(*painter, bar, kBarRadius);
+    if (currentIndex().row() == index.row()) {
+        drawCursor(*painter, options.rect, selected);
     }
     painter->restore();
     for (int visual = 0; visual < m_header->count(); ++visual) {
@@ -203,6 +212,27 @@ void TableView::drawRow(QPainter* painter, const QStyleOptionViewItem& options,
 }
 
 void TableView::drawBranches(QPainter*, const QRect&, const QModelIndex&) const {}
+
+QModelIndex TableView::indexAt(const QPoint& point) const {
+    const int end = m_header->length() - m_header->offset();
+    return QTreeView::indexAt(point.x() < end ? point : QPoint(end - 1, point.y()));
+}
+
+// What a change of the selection repaints: whole bars, not only the columns, and those of the neighbours, as
+// they round or join their corners.
+QRegion TableView::visualRegionForSelection(const QItemSelection& selection) const {
+    QRegion region;
+    for (const QItemSelectionRange& range : selection) {
+        if (!range.isValid()) {
+            continue;
+        }
+        const int last = std::min(range.bottom() + 1, model()->rowCount() - 1);
+        const int top = visualRect(model()->index(std::max(range.top() - 1, 0), 0)).top();
+        const int bottom = visualRect(model()->index(last, 0)).bottom();
+        region += QRect(0, top, viewport()->width(), bottom - top + 1) & viewport()->rect();
+    }
+    return region;
+}
 
 void TableView::paintEvent(QPaintEvent* event) {
     m_busyRegion -= event->region();
@@ -249,6 +279,7 @@ void TableView::keyboardSearch(const QString& search) {
     const QModelIndexList hits = model()->match(model()->index(from, m_typeAheadColumn), Qt::DisplayRole,
                                                 wanted, 1, Qt::MatchStartsWith | Qt::MatchWrap);
     if (!hits.isEmpty()) {
+        setRoaming(false);
         setCurrentIndex(hits.front().siblingAtColumn(0));
     }
 }
@@ -286,16 +317,16 @@ void TableView::keyPressEvent(QKeyEvent* event) {
         event->accept();
         return;
     }
-    if (event->key() != Qt::Key_Space || event->modifiers() != Qt::NoModifier) {
-        const QModelIndex before = currentIndex();
+    if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier) {
+        pressSpace(event);
+    } else if (changesRow(event->key())) {
+        moveCursorBy(event);
+    } else {
         QTreeView::keyPressEvent(event);
-        // The base leaves the selection alone when there is nowhere further to go.
-        if (movesCursor(*event) && currentIndex() == before && before.isValid()) {
-            selectionModel()->setCurrentIndex(before, QItemSelectionModel::ClearAndSelect |
-                                                          QItemSelectionModel::Rows);
-        }
-        return;
     }
+}
+
+void TableView::pressSpace(QKeyEvent* event) {
     if (isTyping()) {
         keyboardSearch(QStringLiteral(" "));
     } else if (currentIndex().isValid()) {
@@ -305,6 +336,57 @@ void TableView::keyPressEvent(QKeyEvent* event) {
         emit spacePressed();
     }
     event->accept();
+}
+
+// With nothing selected there is nowhere to go from, unless the cursor was led somewhere: then an arrow takes
+// the row at its end of the table.
+void TableView::moveCursorBy(QKeyEvent* event) {
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    const bool roams = modifiers & Qt::ControlModifier;
+    const int rows = model() != nullptr ? model()->rowCount() : 0;
+    if (!roams && !m_cursorRoams && rows > 0 && !selectionModel()->hasSelection()) {
+        selectRow(goesToTheEnd(event->key()) ? rows - 1 : 0);
+        event->accept();
+        return;
+    }
+    const QModelIndex before = currentIndex();
+    QTreeView::keyPressEvent(event);
+    // The base leaves the selection alone when there is nowhere further to go.
+    if (modifiers == Qt::NoModifier && currentIndex() == before && before.isValid()) {
+        selectRow(before.row());
+    }
+    setRoaming(roams);
+}
+
+void TableView::selectRow(int row) {
+    selectionModel()->setCurrentIndex(model()->index(row, 0),
+                                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void TableView::setRoaming(bool roams) {
+    if (m_cursorRoams != roams) {
+        m_cursorRoams = roams;
+        viewport()->update();
+    }
+}
+
+void TableView::mousePressEvent(QMouseEvent* event) {
+    setRoaming(false);
+    QTreeView::mousePressEvent(event);
+}
+
+// The header asks here too. It is no stop of its own, as whoever comes from before the table wants the rows;
+// and the step back from it starts at the rows, in whose place the window's order has the table.
+bool TableView::focusNextPrevChild(bool next) {
+    if (m_header->hasFocus()) {
+        setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+        return next || QTreeView::focusNextPrevChild(false);
+    }
+    if (!next && m_header->isVisible()) {
+        m_header->setFocus(Qt::BacktabFocusReason);
+        return true;
+    }
+    return QTreeView::focusNextPrevChild(next);
 }
 
 } // namespace quillane

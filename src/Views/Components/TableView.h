@@ -11,9 +11,10 @@ namespace quillane {
 class HeaderView;
 class TableDelegate;
 
-// The table of a section: flat rows of 30 pixels, whole rows selected, rounded bars. What a cell shows is the
-// model's to say, see TableRole. Sorting, type-ahead, keys and accessibility are those of QTreeView; Tab
-// leaves the table.
+// The table of a section: flat rows of 30 pixels, whole rows selected, rounded bars that reach past the last
+// column and answer there too. What a cell shows is the model's to say, see TableRole. Sorting, type-ahead,
+// keys and accessibility are those of QTreeView. Tab leaves the table; Shift+Tab goes to the header first,
+// where the order is chosen by keyboard.
 class TableView : public QTreeView {
     Q_OBJECT
   public:
@@ -38,6 +39,8 @@ class TableView : public QTreeView {
 
     void setModel(QAbstractItemModel* model) override;
     void keyboardSearch(const QString& search) override;
+    // A place behind the last column is one in that column.
+    QModelIndex indexAt(const QPoint& point) const override;
 
   signals:
     // Space was pressed on the current row.
@@ -55,13 +58,22 @@ class TableView : public QTreeView {
     void resizeEvent(QResizeEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     bool event(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+    QRegion visualRegionForSelection(const QItemSelection& selection) const override;
 
   private:
     void layOutColumns();
     void updateEmptyState();
     void sectionDragged(int column, int newWidth);
+    QRectF barOf(const QRect& row) const;
     void drawBar(QPainter& painter, const QRect& row, const QModelIndex& index, bool selected) const;
+    void drawCursor(QPainter& painter, const QRect& row, bool selected) const;
+    void pressSpace(QKeyEvent* event);
+    void moveCursorBy(QKeyEvent* event);
+    void selectRow(int row);
+    void setRoaming(bool roams);
     bool isTyping() const;
     void wantMenuAtPointer(const QPoint& position);
     void wantMenuByKey();
@@ -78,6 +90,7 @@ class TableView : public QTreeView {
     int m_spinnerStep = 0;
     mutable QRegion m_busyRegion; // cells with a spinner that the last paint showed
     bool m_layingOut = false;
+    bool m_cursorRoams = false; // Ctrl and an arrow have moved it without selecting
 };
 
 } // namespace quillane
