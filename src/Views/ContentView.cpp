@@ -5,8 +5,10 @@
 #include "ColumnGround.h"
 #include "ColumnSplitter.h"
 #include "LibraryObserver.h"
+#include "PutBack.h"
 #include "Rule.h"
 #include "SearchField.h"
+#include "SectionDetail.h"
 #include "ShownText.h"
 #include "Sidebar.h"
 #include "SidebarView.h"
@@ -50,6 +52,7 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
               showSection(LibrarySection::overview);
           })) {
     m_state.notifications = &notifications;
+    m_state.putBack = new PutBack(library, m_state, *this);
     setWindowTitle(QStringLiteral("Quillane"));
     setMinimumSize(kMinimumSize);
     resize(kDefaultSize);

@@ -15,6 +15,7 @@ class AccessBanner;
 class AppLibrary;
 class ColumnGround;
 class LibraryObserver;
+class PutBack;
 class SearchField;
 class Sidebar;
 class SweepPreviewSheet;
@@ -53,6 +54,7 @@ class ContentView : public QWidget {
     void presentRemoval(BulkRemoval removal);
     // Null while no review is open.
     SweepPreviewSheet* removalSheet() const;
+    PutBack* putBack() const { return m_state.putBack; }
 
   protected:
     void showEvent(QShowEvent* event) override;
