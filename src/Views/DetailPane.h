@@ -43,7 +43,7 @@ class DetailPane : public QWidget {
     ToolbarRow* m_toolbar;
     PushButton* m_reveal;
     PushButton* m_remove;
-    QScrollArea* m_scroll;
+    QScrollArea* m_scroll = nullptr;
     QVBoxLayout* m_blocks;
 };
 

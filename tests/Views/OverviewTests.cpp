@@ -356,6 +356,16 @@ TEST_F(Overview, TabGoesThroughTheCardsFromTheTop) {
         EXPECT_EQ(QApplication::focusWidget(), widget);
         press(Qt::Key_Tab);
     }
+    EXPECT_EQ(QApplication::focusWidget(), window->sidebar()->brand()) << "nothing in the pane scrolls";
+}
+
+TEST_F(Overview, TabStopsAtThePaneWhileItScrolls) {
+    library.developerCaches = std::vector(6, devCache("Xcode", "Derived data", 1'000'000));
+    openReady(caches(6));
+    window->resize(ContentView::kMinimumSize);
+    turn();
+    view().rows().back()->checkBox()->setFocus();
+    press(Qt::Key_Tab);
     EXPECT_TRUE(pane().isAncestorOf(QApplication::focusWidget()));
 }
 
