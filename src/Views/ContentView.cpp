@@ -109,11 +109,15 @@ void ContentView::makeColumns() {
     for (const auto& screen : m_screens) {
         m_sections->addWidget(screen.content);
         m_details->addWidget(screen.detail);
+        if (auto* const pane = qobject_cast<SectionDetail*>(screen.detail)) {
+            pane->setKeyboardHeir(screen.content);
+        }
     }
 
     m_columns = new ColumnSplitter;
     m_columns->addWidget(m_middle);
     m_columns->addWidget(right);
+    m_middle->lower(); // a splitter lowers what joins it, and assistive tools read from the lowest up
     m_columns->setStretchFactor(0, 1);
     m_columns->setStretchFactor(1, 0);
     m_columns->setSizes({kDefaultSize.width(), kDetailNarrowest});
@@ -181,6 +185,14 @@ void ContentView::showSection(LibrarySection section) {
     }
 }
 
+void ContentView::enterSection(LibrarySection section) {
+    if (indexOf(section) >= 0) {
+        showSection(section);
+        m_sectionObserver->renderNow();
+        content(section)->setFocus(Qt::ShortcutFocusReason);
+    }
+}
+
 void ContentView::receive(const NotificationCenter::Object& title) {
     const auto section = title ? librarySectionFromRawValue(*title) : std::nullopt;
     if (section) {
@@ -195,7 +207,11 @@ void ContentView::renderSection() {
     // Cards lie on the page, tables on a ground of their own.
     m_middle->setGround(section == LibrarySection::overview ? ColumnGround::Ground::Page
                                                             : ColumnGround::Ground::Base);
+    const bool paneHasKeyboard = focusWidget() != nullptr && m_details->isAncestorOf(focusWidget());
     m_sections->setCurrentIndex(index);
+    if (paneHasKeyboard && index != m_details->currentIndex()) {
+        m_sections->currentWidget()->setFocus(); // the pane that comes may have nothing that takes it
+    }
     m_details->setCurrentIndex(index);
 }
 

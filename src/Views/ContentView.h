@@ -48,6 +48,8 @@ class ContentView : public QWidget {
 
     // Goes to the section; one that the window does not have is ignored.
     void showSection(LibrarySection section);
+    // The same at once, and the keyboard goes to what the section shows, also when the window was there already.
+    void enterSection(LibrarySection section);
 
     // Opens the review sheet for a request. Nothing opens for a request without rows, while another sheet is
     // open, and while a sweep runs: the request is dropped then.

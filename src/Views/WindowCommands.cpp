@@ -54,7 +54,7 @@ void WindowCommands::makeSectionKeys() {
         }
         auto* const go =
             command(words(rawValue(section)), QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + i)));
-        connect(go, &QAction::triggered, this, [this, section] { m_window.showSection(section); });
+        connect(go, &QAction::triggered, this, [this, section] { m_window.enterSection(section); });
     }
 }
 
