@@ -305,6 +305,7 @@ TEST_F(DeveloperPane, SeveralAreCountedAddedUpAndListedByToolAndKind) {
     EXPECT_TRUE(showsSeveral());
     const auto& several = *column->several();
     EXPECT_EQ(several.heading()->text(), "2 locations selected");
+    EXPECT_EQ(several.toolbar()->title(), "2 Locations");
     EXPECT_EQ(figures(*several.stats()), (Pairs{{"Combined Size", "20.38 GB"}, {"Rows", "2"}}));
     EXPECT_EQ(listed(), QStringList({"Simulator - Simulator devices, 18.92 GB",
                                      "npm / yarn / pnpm - node_modules in atlas/web, 1.46 GB"}));

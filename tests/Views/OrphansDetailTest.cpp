@@ -484,6 +484,7 @@ TEST_F(OrphansPane, SeveralAreCountedAddedUpAndListedByTheirTitles) {
     EXPECT_TRUE(showsSeveral());
     const auto& several = *column->several();
     EXPECT_EQ(several.heading()->text(), "2 dead apps selected");
+    EXPECT_EQ(several.toolbar()->title(), "2 Dead Apps");
     EXPECT_EQ(figures(*several.stats()), (Pairs{{"Combined Size", "462.9 MB"}, {"Rows", "2"}}));
     EXPECT_EQ(listed(), QStringList({"fm.tempo.desktop, 462.9 MB", "app.inkwell, 4 KB"}));
     EXPECT_TRUE(several.note()->isHidden());
