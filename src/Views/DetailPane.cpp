@@ -40,6 +40,10 @@ void DetailPane::makeToolbar() {
     connect(m_remove, &QPushButton::clicked, this, [this] { askToRemove(); });
 }
 
+QString DetailPane::lockHelp() {
+    return QStringLiteral("Needs admin rights to remove");
+}
+
 void DetailPane::scrollToTop() {
     m_scroll->verticalScrollBar()->setValue(0);
 }

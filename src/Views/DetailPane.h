@@ -20,6 +20,8 @@ class DetailPane : public QWidget {
     // The destructive one.
     PushButton* removeButton() const { return m_remove; }
     QScrollArea* scrollArea() const { return m_scroll; }
+    // What the lock of a file in a list means.
+    static QString lockHelp();
 
   signals:
     // A review is wanted.
