@@ -45,6 +45,9 @@ ListRow* leftoverRow(const LeftoverItem& item) {
                     shownName(item.url.lastPathComponent()), AppDetailView::leftoverSubtitle(item),
                     words(Formatting::byteCount(item.bytes)));
     row->setToolTip(shownName(item.url.path()));
+    if (item.requiresAdmin) {
+        row->setSymbolHelp(DetailPane::lockHelp());
+    }
     return row;
 }
 

@@ -4,16 +4,34 @@
 
 namespace quillane {
 
+namespace {
+
+// For nouns that this program names: plain letters.
+std::string inTitleCase(std::string noun) {
+    bool begins = true;
+    for (char& letter : noun) {
+        if (begins && letter >= 'a' && letter <= 'z') {
+            letter = static_cast<char>(letter - 'a' + 'A');
+        }
+        begins = letter == ' ';
+    }
+    return noun;
+}
+
+} // namespace
+
 BulkSummary::BulkSummary(QWidget* parent)
     : SelectionSummary(QStringLiteral("Selected rows"), parent) {}
 
-void BulkSummary::show(const QString& title, const Rows& rows, const std::optional<QString>& note,
+void BulkSummary::show(const std::string& noun, const Rows& rows, const std::optional<QString>& note,
                        bool canRemove) {
+    const auto count = static_cast<std::int64_t>(rows.size());
     Content content;
-    content.heading = title;
+    content.columnTitle = words(Formatting::counted(count, inTitleCase(noun)));
+    content.heading = words(Formatting::counted(count, noun)) + QStringLiteral(" selected");
     content.stats = {
         {QStringLiteral("Combined Size"), words(Formatting::byteCount(total(rows))), true},
-        {QStringLiteral("Rows"), words(Formatting::number(static_cast<std::int64_t>(rows.size())))},
+        {QStringLiteral("Rows"), words(Formatting::number(count))},
     };
     content.note = note;
     content.remove = QStringLiteral("Move All to Trash…");

@@ -3,6 +3,7 @@
 #include "SelectionSummary.h"
 #include <QString>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -16,8 +17,9 @@ class BulkSummary : public SelectionSummary {
     explicit BulkSummary(QWidget* parent = nullptr);
 
     using QWidget::show;
-    // `canRemove` is false when none of them can go.
-    void show(const QString& title, const Rows& rows, const std::optional<QString>& note = std::nullopt,
+    // `noun` is what one row is, in lower case and without an article: "dead app". `canRemove` is false when none
+    // of them can go.
+    void show(const std::string& noun, const Rows& rows, const std::optional<QString>& note = std::nullopt,
               bool canRemove = true);
 
     static Bytes total(const Rows& rows);

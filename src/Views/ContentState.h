@@ -14,6 +14,8 @@
 
 namespace quillane {
 
+class PutBack;
+
 // What the window itself knows: where the user is and what is selected there. Each section keeps its own
 // selection, so changing the section loses nothing. Main thread only.
 struct ContentState {
@@ -23,6 +25,8 @@ struct ContentState {
     Published<LibrarySection> section;
     // Through which the rest of the program steers the window; null where nobody does.
     NotificationCenter* notifications = nullptr;
+    // The window's; null where there is none.
+    PutBack* putBack = nullptr;
     // From the press of "Put Back" to its end, wherever it was asked for.
     Published<bool> isPuttingBack{false};
     // Rows of the applications table, hidden ones included: what a search hides stays selected.

@@ -5,8 +5,10 @@
 #include "ColumnGround.h"
 #include "ColumnSplitter.h"
 #include "LibraryObserver.h"
+#include "PutBack.h"
 #include "Rule.h"
 #include "SearchField.h"
+#include "SectionDetail.h"
 #include "ShownText.h"
 #include "Sidebar.h"
 #include "SidebarView.h"
@@ -50,6 +52,7 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
               showSection(LibrarySection::overview);
           })) {
     m_state.notifications = &notifications;
+    m_state.putBack = new PutBack(library, m_state, *this);
     setWindowTitle(QStringLiteral("Quillane"));
     setMinimumSize(kMinimumSize);
     resize(kDefaultSize);
@@ -106,11 +109,15 @@ void ContentView::makeColumns() {
     for (const auto& screen : m_screens) {
         m_sections->addWidget(screen.content);
         m_details->addWidget(screen.detail);
+        if (auto* const pane = qobject_cast<SectionDetail*>(screen.detail)) {
+            pane->setKeyboardHeir(screen.content);
+        }
     }
 
     m_columns = new ColumnSplitter;
     m_columns->addWidget(m_middle);
     m_columns->addWidget(right);
+    m_middle->lower(); // a splitter lowers what joins it, and assistive tools read from the lowest up
     m_columns->setStretchFactor(0, 1);
     m_columns->setStretchFactor(1, 0);
     m_columns->setSizes({kDefaultSize.width(), kDetailNarrowest});
@@ -178,6 +185,14 @@ void ContentView::showSection(LibrarySection section) {
     }
 }
 
+void ContentView::enterSection(LibrarySection section) {
+    if (indexOf(section) >= 0) {
+        showSection(section);
+        m_sectionObserver->renderNow();
+        content(section)->setFocus(Qt::ShortcutFocusReason);
+    }
+}
+
 void ContentView::receive(const NotificationCenter::Object& title) {
     const auto section = title ? librarySectionFromRawValue(*title) : std::nullopt;
     if (section) {
@@ -192,7 +207,11 @@ void ContentView::renderSection() {
     // Cards lie on the page, tables on a ground of their own.
     m_middle->setGround(section == LibrarySection::overview ? ColumnGround::Ground::Page
                                                             : ColumnGround::Ground::Base);
+    const bool paneHasKeyboard = focusWidget() != nullptr && m_details->isAncestorOf(focusWidget());
     m_sections->setCurrentIndex(index);
+    if (paneHasKeyboard && index != m_details->currentIndex()) {
+        m_sections->currentWidget()->setFocus(); // the pane that comes may have nothing that takes it
+    }
     m_details->setCurrentIndex(index);
 }
 

@@ -15,6 +15,7 @@ class AccessBanner;
 class AppLibrary;
 class ColumnGround;
 class LibraryObserver;
+class PutBack;
 class SearchField;
 class Sidebar;
 class SweepPreviewSheet;
@@ -47,12 +48,15 @@ class ContentView : public QWidget {
 
     // Goes to the section; one that the window does not have is ignored.
     void showSection(LibrarySection section);
+    // The same at once, and the keyboard goes to what the section shows, also when the window was there already.
+    void enterSection(LibrarySection section);
 
     // Opens the review sheet for a request. Nothing opens for a request without rows, while another sheet is
     // open, and while a sweep runs: the request is dropped then.
     void presentRemoval(BulkRemoval removal);
     // Null while no review is open.
     SweepPreviewSheet* removalSheet() const;
+    PutBack* putBack() const { return m_state.putBack; }
 
   protected:
     void showEvent(QShowEvent* event) override;

@@ -36,6 +36,8 @@ class DetailListModel : public RowModel<DetailList::Row, FileURL> {
             return shown.size;
         case DetailList::ProtectedRole:
             return shown.isProtected;
+        case DetailList::SymbolHelpRole:
+            return shown.symbolHelp;
         default:
             return {};
         }
@@ -47,6 +49,9 @@ class DetailListModel : public RowModel<DetailList::Row, FileURL> {
   private:
     static QString spoken(const DetailList::Row& row) {
         QStringList parts{row.title, row.subtitle, row.size};
+        if (!row.symbolHelp.isEmpty()) {
+            parts << row.symbolHelp;
+        }
         if (row.isProtected) {
             parts << ProtectedMark::helpText();
         }

@@ -21,11 +21,12 @@ class DetailList : public QListView {
         QString subtitle;
         QString size;
         bool isProtected = false; // bears the mark of what stays
+        QString symbolHelp = {};  // what the symbol tells beyond the texts; empty for nothing
         friend bool operator==(const Row&, const Row&) = default;
     };
     // Between the edges of a row and what it shows: room for the focus ring, taken from the panel's padding.
     static constexpr int kOverhang = 6;
-    enum Role { SymbolRole = Qt::UserRole, SubtitleRole, SizeRole, ProtectedRole };
+    enum Role { SymbolRole = Qt::UserRole, SubtitleRole, SizeRole, ProtectedRole, SymbolHelpRole };
 
     // `name` is what assistive tools call the list.
     explicit DetailList(const QString& name, QWidget* parent = nullptr);

@@ -25,9 +25,7 @@ constexpr int kMark = 15;
 constexpr int kGap = 9;
 
 QFont titleFont() {
-    TextStyle style = TextStyle::row();
-    style.weight = QFont::Medium;
-    return style.font();
+    return TextStyle::row().font();
 }
 
 QFont subtitleFont() {
@@ -45,6 +43,11 @@ int heightOf(const QFont& font) {
 // What lies below the line.
 QRectF contentOf(const QRect& row) {
     return QRectF(row).adjusted(DetailList::kOverhang, kLine, -DetailList::kOverhang, 0);
+}
+
+QRectF squareIn(const QRectF& content, double left, int side) {
+    return {left, std::round(content.center().y() - side / 2.0), static_cast<double>(side),
+            static_cast<double>(side)};
 }
 
 double sizeWidth(const QModelIndex& index) {
@@ -65,9 +68,14 @@ void drawLines(QPainter& painter, const QRectF& room, const QModelIndex& index) 
     draw(below, subtitleFont(), tokens.text2, index.data(DetailList::SubtitleRole).toString());
 }
 
-void drawSymbol(QPainter& painter, double left, double middle, int side, const QString& name,
-                const QColor& color) {
-    Symbols::draw(painter, {left, std::round(middle - side / 2.0)}, side, name, color);
+// What the symbol or the mark under the pointer means; empty for the rest of the row.
+QString helpAt(const QPoint& at, const QRect& row, const QModelIndex& index) {
+    if (DetailListDelegate::symbolOf(row).contains(at)) {
+        return index.data(DetailList::SymbolHelpRole).toString();
+    }
+    const bool isOnMark =
+        index.data(DetailList::ProtectedRole).toBool() && DetailListDelegate::markOf(row, index).contains(at);
+    return isOnMark ? ProtectedMark::helpText() : QString();
 }
 
 } // namespace
@@ -78,8 +86,12 @@ int DetailListDelegate::rowHeight() {
 
 QRectF DetailListDelegate::markOf(const QRect& row, const QModelIndex& index) {
     const QRectF content = contentOf(row);
-    const double left = content.right() - sizeWidth(index) - kGap - kMark;
-    return {left, std::round(content.center().y() - kMark / 2.0), kMark, kMark};
+    return squareIn(content, content.right() - sizeWidth(index) - kGap - kMark, kMark);
+}
+
+QRectF DetailListDelegate::symbolOf(const QRect& row) {
+    const QRectF content = contentOf(row);
+    return squareIn(content, content.left(), kSymbol);
 }
 
 QSize DetailListDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
@@ -91,21 +103,19 @@ void DetailListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
                                const QModelIndex& index) const {
     const Tokens& tokens = Tokens::current();
     const QRectF content = contentOf(option.rect);
-    const double middle = content.center().y();
     painter->save();
     if (index.row() > 0) {
         painter->fillRect(QRectF(content.left(), option.rect.top(), content.width(), kLine), tokens.line2);
     }
-    drawSymbol(*painter, content.left(), middle, kSymbol, index.data(DetailList::SymbolRole).toString(),
-               tokens.text2);
+    Symbols::draw(*painter, symbolOf(option.rect).topLeft(), kSymbol,
+                  index.data(DetailList::SymbolRole).toString(), tokens.text2);
     painter->setFont(sizeFont());
     painter->setPen(tokens.text2);
     TabularText::draw(*painter, content, index.data(DetailList::SizeRole).toString(), Qt::AlignRight);
     double end = content.right() - sizeWidth(index) - kGap;
     if (index.data(DetailList::ProtectedRole).toBool()) {
         const QRectF mark = markOf(option.rect, index);
-        drawSymbol(*painter, mark.left(), middle, kMark, ProtectedMark::symbolName(),
-                   tokens.tint(Tint::Green));
+        Symbols::draw(*painter, mark.topLeft(), kMark, ProtectedMark::symbolName(), tokens.tint(Tint::Green));
         end = mark.left() - kGap;
     }
     drawLines(*painter,
@@ -120,12 +130,13 @@ void DetailListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
 
 bool DetailListDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
                                    const QStyleOptionViewItem& option, const QModelIndex& index) {
-    if (event->type() == QEvent::ToolTip && index.data(DetailList::ProtectedRole).toBool() &&
-        markOf(option.rect, index).contains(event->pos())) {
-        QToolTip::showText(event->globalPos(), ProtectedMark::helpText(), view);
-        return true;
+    const QString help =
+        event->type() == QEvent::ToolTip ? helpAt(event->pos(), option.rect, index) : QString();
+    if (help.isEmpty()) {
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
     }
-    return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QToolTip::showText(event->globalPos(), help, view);
+    return true;
 }
 
 } // namespace quillane

@@ -14,6 +14,8 @@ class DetailListDelegate : public QStyledItemDelegate {
     static int rowHeight();
     // Where the mark of a protected row stands.
     static QRectF markOf(const QRect& row, const QModelIndex& index);
+    // Where the symbol of a row stands.
+    static QRectF symbolOf(const QRect& row);
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void paint(QPainter* painter, const QStyleOptionViewItem& option,

@@ -1,7 +1,7 @@
 #include "DetailPane.h"
+#include "PaneScroll.h"
 #include "PushButton.h"
 #include "ToolbarRow.h"
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -12,7 +12,6 @@ DetailPane::DetailPane(const QString& removeLabel, const QString& name, QWidget*
     , m_toolbar(new ToolbarRow)
     , m_reveal(new PushButton(QStringLiteral("Reveal in Finder"), QStringLiteral("folder")))
     , m_remove(new PushButton(removeLabel, QStringLiteral("trash"), PushButton::Role::Destructive))
-    , m_scroll(new QScrollArea)
     , m_blocks(new QVBoxLayout) {
     makeToolbar();
 
@@ -24,11 +23,7 @@ DetailPane::DetailPane(const QString& removeLabel, const QString& name, QWidget*
     padded->addStretch(1);
     m_blocks->setSpacing(12);
 
-    m_scroll->setWidget(content);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->setAccessibleName(name);
+    m_scroll = new PaneScroll(name, content);
 
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -43,6 +38,10 @@ void DetailPane::makeToolbar() {
     m_toolbar->setShrinking(m_reveal);
     connect(m_reveal, &QPushButton::clicked, this, [this] { reveal(); });
     connect(m_remove, &QPushButton::clicked, this, [this] { askToRemove(); });
+}
+
+QString DetailPane::lockHelp() {
+    return QStringLiteral("Needs admin rights to remove");
 }
 
 void DetailPane::scrollToTop() {

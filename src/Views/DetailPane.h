@@ -20,6 +20,8 @@ class DetailPane : public QWidget {
     // The destructive one.
     PushButton* removeButton() const { return m_remove; }
     QScrollArea* scrollArea() const { return m_scroll; }
+    // What the lock of a file in a list means.
+    static QString lockHelp();
 
   signals:
     // A review is wanted.
@@ -43,7 +45,7 @@ class DetailPane : public QWidget {
     ToolbarRow* m_toolbar;
     PushButton* m_reveal;
     PushButton* m_remove;
-    QScrollArea* m_scroll;
+    QScrollArea* m_scroll = nullptr;
     QVBoxLayout* m_blocks;
 };
 

@@ -3,7 +3,6 @@
 #include "BulkSummary.h"
 #include "ContentState.h"
 #include "DeveloperDetailView.h"
-#include "Formatting.h"
 #include "PanePlaceholder.h"
 #include "SelectedRecords.h"
 #include "ShownText.h"
@@ -36,11 +35,10 @@ void DeveloperDetail::showSeveral(const std::vector<DevCacheItem>& items) {
     for (const auto& item : items) { // several tools have a "Package cache"
         rows.emplace_back(shownName(item.tool + " - " + item.kind), item.bytes);
     }
-    const auto count = Formatting::counted(static_cast<std::int64_t>(items.size()), "location");
     const bool anyCanGo = std::ranges::any_of(
         items, [this](const DevCacheItem& item) { return !m_library.isProtected(item.url); });
     m_several->show(
-        words(count) + QStringLiteral(" selected"), rows,
+        "location", rows,
         QStringLiteral("Includes project dependencies. Those projects won't run until you reinstall them."),
         anyCanGo);
 }

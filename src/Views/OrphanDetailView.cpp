@@ -64,7 +64,8 @@ void OrphanDetailView::showFiles(const std::vector<OrphanItem>& items) {
     for (const auto& item : items) {
         rows.push_back({item.url, item.requiresAdmin ? QStringLiteral("lock.fill") : QStringLiteral("doc"),
                         shownName(item.url.lastPathComponent()), words(item.category),
-                        words(Formatting::byteCount(item.bytes)), m_library.isProtected(item.url)});
+                        words(Formatting::byteCount(item.bytes)), m_library.isProtected(item.url),
+                        item.requiresAdmin ? lockHelp() : QString()});
     }
     m_files->setRows(std::move(rows));
 }

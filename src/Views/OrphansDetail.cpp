@@ -2,7 +2,6 @@
 #include "AppLibrary.h"
 #include "BulkSummary.h"
 #include "ContentState.h"
-#include "Formatting.h"
 #include "OrphanDetailView.h"
 #include "PanePlaceholder.h"
 #include "SelectedRecords.h"
@@ -36,10 +35,9 @@ void OrphansDetail::showSeveral(const std::vector<OrphanGroup>& groups) {
     for (const auto& group : groups) {
         rows.emplace_back(shownName(group.title()), group.totalBytes());
     }
-    const auto count = Formatting::counted(static_cast<std::int64_t>(groups.size()), "dead app");
     const bool anyCanGo = std::ranges::any_of(
         groups, [this](const OrphanGroup& group) { return !m_library.sweepableItems(group).empty(); });
-    m_several->show(words(count) + QStringLiteral(" selected"), rows, std::nullopt, anyCanGo);
+    m_several->show("dead app", rows, std::nullopt, anyCanGo);
 }
 
 BulkRemoval OrphansDetail::removalForSelection() const {

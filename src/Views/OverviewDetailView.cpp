@@ -6,10 +6,10 @@
 #include "LibraryObserver.h"
 #include "ListRow.h"
 #include "OverviewCategories.h"
+#include "PaneScroll.h"
 #include "Panel.h"
 #include "ShownText.h"
 #include "ToolbarRow.h"
-#include <QScrollArea>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -37,18 +37,13 @@ OverviewDetailView::OverviewDetailView(AppLibrary& library, QWidget* parent)
     , m_placeholder(new EmptyState(QStringLiteral("checklist"), {},
                                    QStringLiteral("Tick a category to see what it includes."),
                                    EmptyState::kDetailWidth))
-    , m_scroll(new QScrollArea)
     , m_states(new QStackedWidget) {
     auto* const content = new QWidget;
     m_column = new QVBoxLayout(content);
     m_column->setContentsMargins(16, 0, 16, 16);
     m_column->setSpacing(12);
     m_column->addStretch(1);
-    m_scroll->setWidget(content);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->setAccessibleName(kTitle);
+    m_scroll = new PaneScroll(kTitle, content);
     m_states->addWidget(m_placeholder);
     m_states->addWidget(m_scroll);
 

@@ -42,7 +42,7 @@ class OverviewDetailView : public QWidget {
     AppLibrary& m_library;
     ToolbarRow* m_toolbar;
     EmptyState* m_placeholder;
-    QScrollArea* m_scroll;
+    QScrollArea* m_scroll = nullptr;
     QVBoxLayout* m_column;
     QStackedWidget* m_states;
     std::vector<Group> m_groups; // those that m_panels show

@@ -11,6 +11,7 @@
 #include "OverviewCategories.h"
 #include "Panel.h"
 #include "PushButton.h"
+#include "PutBack.h"
 #include "PutBackCard.h"
 #include <QCheckBox>
 #include <QKeyEvent>
@@ -82,7 +83,8 @@ void OverviewView::makeCards(QVBoxLayout* column) {
     column->addStretch(1);
     connect(m_hero->button(), &QPushButton::clicked, this, &OverviewView::openReview);
     connect(m_accessNotice->grantButton(), &QPushButton::clicked, this, &OverviewView::grantAccess);
-    connect(m_putBack->putBackButton(), &QPushButton::clicked, this, &OverviewView::putBack);
+    if (m_state.putBack)
+        connect(m_putBack->putBackButton(), &QPushButton::clicked, m_state.putBack, &PutBack::start);
 }
 
 QWidget* OverviewView::makeCategories() {
@@ -165,24 +167,6 @@ void OverviewView::openReview() {
     if (isReviewing || !Hero::canSweep(m_library))
         return;
     m_review = SweepPreviewSheet::present(m_library, BulkRemoval::make(kLabel, m_library.fullPlan()), this);
-}
-
-// The task belongs to the library, so that a window that goes doesn't stop it half way.
-void OverviewView::putBack() {
-    if (m_state.isPuttingBack.get())
-        return; // a second one would fail at everything that the first has moved
-    m_state.isPuttingBack = true;
-    m_library.tasks().start([&library = m_library, view = QPointer(this)](StopToken) -> Task<> {
-        const auto report = co_await library.undoLastOperation();
-        if (view)
-            view->finishPutBack(report);
-    });
-}
-
-void OverviewView::finishPutBack(const Uninstaller::Report& report) {
-    m_state.isPuttingBack = false;
-    delete m_undoAlert; // a newer report takes the place of an older one
-    m_undoAlert = ResultAlert::presentPutBack(report, [this] { grantAccess(); }, this);
 }
 
 // Return presses the button that has the focus, else the main one; a held one, which may have closed a sheet just

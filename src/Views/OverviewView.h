@@ -1,7 +1,6 @@
 #pragma once
 #include "ColumnGround.h"
 #include "NotificationCenter.h"
-#include "ResultAlert.h"
 #include "SweepPreviewSheet.h"
 #include <QPointer>
 #include <vector>
@@ -38,8 +37,7 @@ class OverviewView : public ColumnGround {
     const std::vector<CategoryRow*>& rows() const { return m_rows; }
     AccessNotice* accessNotice() const { return m_accessNotice; }
     PutBackCard* putBackCard() const { return m_putBack; }
-    SweepPreviewSheet* review() const { return m_review; }    // null while it is closed
-    ResultAlert* putBackAlert() const { return m_undoAlert; } // null while there is no report
+    SweepPreviewSheet* review() const { return m_review; } // null while it is closed
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -55,8 +53,6 @@ class OverviewView : public ColumnGround {
     void renderPutBack();
     void tick(SweepCategory category, bool isOn);
     void grantAccess() const;
-    void putBack();
-    void finishPutBack(const Uninstaller::Report& report);
 
     AppLibrary& m_library;
     ContentState& m_state;
@@ -70,7 +66,6 @@ class OverviewView : public ColumnGround {
     CardSlot* m_putBackSlot;
     LibraryObserver* m_observer = nullptr;
     QPointer<SweepPreviewSheet> m_review;
-    QPointer<ResultAlert> m_undoAlert;
     NotificationCenter::Subscription m_openPreview;
 };
 

@@ -37,10 +37,20 @@ bool SectionDetail::event(QEvent* event) {
 void SectionDetail::render() {
     const auto selected = fill();
     if (selected == 0) {
-        setCurrentWidget(m_none);
+        showPane(m_none);
     } else {
-        setCurrentWidget(selected == 1 ? m_one : m_several);
+        showPane(selected == 1 ? m_one : m_several);
     }
+}
+
+// Left to itself the stack hands the keyboard to the next pane: to what had it there last, which may be the
+// button that removes, or to nothing that can be seen.
+void SectionDetail::showPane(QWidget* pane) {
+    const auto* const focused = window()->focusWidget();
+    if (m_keyboardHeir && pane != currentWidget() && focused != nullptr && isAncestorOf(focused)) {
+        m_keyboardHeir->setFocus();
+    }
+    setCurrentWidget(pane);
 }
 
 } // namespace quillane

@@ -1,5 +1,6 @@
 #pragma once
 #include "BulkRemoval.h"
+#include <QPointer>
 #include <QStackedWidget>
 #include <cstddef>
 
@@ -12,11 +13,13 @@ class SelectionSummary;
 struct ContentState;
 
 // The right column of a section: the pane for none, one or several selected rows. What a pane asks to remove
-// goes to the review.
+// goes to the review. A pane that comes never takes the keyboard.
 class SectionDetail : public QStackedWidget {
     Q_OBJECT
   public:
     PanePlaceholder* placeholder() const { return m_none; }
+    // Who gets the keyboard when a pane goes that has it: the rows, and not the pane that comes.
+    void setKeyboardHeir(QWidget* heir) { m_keyboardHeir = heir; }
 
   protected:
     // The state outlives the column.
@@ -36,11 +39,13 @@ class SectionDetail : public QStackedWidget {
 
   private:
     void render();
+    void showPane(QWidget* pane);
 
     ContentState& m_state;
     PanePlaceholder* m_none = nullptr;
     QWidget* m_one = nullptr;
     QWidget* m_several = nullptr;
+    QPointer<QWidget> m_keyboardHeir;
     LibraryObserver* m_observer;
 };
 

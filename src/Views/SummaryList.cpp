@@ -27,7 +27,9 @@ namespace {
 constexpr int kRowHeight = 35;
 constexpr int kIconSide = 22;
 constexpr int kIconGap = 9;
-constexpr int kPadding = 14;    // left and right of the rows
+constexpr int kEdge = 1;     // of the card, left and right of the rows
+constexpr int kPadding = 13; // between the edges of a row and what it shows
+constexpr int kOverhang = 5; // of the focus ring beyond what the row shows; more would reach the scroll bar
 constexpr int kOuterSpace = 10; // above the first row and below the last
 constexpr int kSizeRole = Qt::UserRole;
 
@@ -42,12 +44,12 @@ class SummaryDelegate : public QStyledItemDelegate {
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override {
         const Tokens& tokens = Tokens::current();
+        const QRect content = option.rect.adjusted(kPadding, 0, -kPadding, 0);
         painter->save();
         if (index.row() > 0) {
-            painter->fillRect(QRect(option.rect.left(), option.rect.top(), option.rect.width(), 1),
-                              tokens.line2);
+            painter->fillRect(QRect(content.left(), content.top(), content.width(), 1), tokens.line2);
         }
-        QRectF rest = option.rect;
+        QRectF rest = content;
         const auto icon = index.data(Qt::DecorationRole);
         if (icon.isValid()) {
             painter->drawPixmap(QPointF(rest.left(), rest.center().y() - kIconSide / 2.0 + 0.5),
@@ -66,7 +68,7 @@ class SummaryDelegate : public QStyledItemDelegate {
                           QFontMetricsF(painter->font())
                               .elidedText(index.data().toString(), Qt::ElideMiddle, rest.width()));
         if ((option.state & QStyle::State_HasFocus) && FocusRing::isShownFor(option.widget)) {
-            FocusRing::drawInside(*painter, option.rect, 6);
+            FocusRing::drawInside(*painter, content.adjusted(-kOverhang, 0, kOverhang, 0), 6);
         }
         painter->restore();
     }
@@ -154,7 +156,8 @@ SummaryList::SummaryList(const QString& name, QWidget* parent)
     m_list->viewport()->setAutoFillBackground(false);
 
     auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(kPadding, kOuterSpace, kPadding, kOuterSpace);
+    // The list reaches the edge, so that the scroll bar lies beside the sizes and not over them.
+    column->setContentsMargins(kEdge, kOuterSpace, kEdge, kOuterSpace);
     column->addWidget(m_list);
     // A low row count must not stretch the card; a high one may be cut off and scrolled.
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);

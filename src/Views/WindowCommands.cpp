@@ -3,6 +3,7 @@
 #include "BrandButton.h"
 #include "ContentView.h"
 #include "LibraryObserver.h"
+#include "PutBack.h"
 #include "SearchField.h"
 #include "ShownText.h"
 #include "Sidebar.h"
@@ -12,7 +13,6 @@
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPointer>
 
 namespace quillane {
 
@@ -54,14 +54,14 @@ void WindowCommands::makeSectionKeys() {
         }
         auto* const go =
             command(words(rawValue(section)), QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + i)));
-        connect(go, &QAction::triggered, this, [this, section] { m_window.showSection(section); });
+        connect(go, &QAction::triggered, this, [this, section] { m_window.enterSection(section); });
     }
 }
 
 // A text field with the focus keeps the keys for its own undo.
 QAction* WindowCommands::makePutBack() {
     auto* const action = command(QStringLiteral("Put Back Last Cleanup"), QKeySequence(Qt::CTRL | Qt::Key_Z));
-    connect(action, &QAction::triggered, this, &WindowCommands::putBack);
+    connect(action, &QAction::triggered, m_window.putBack(), &PutBack::start);
     auto* const observer = new LibraryObserver(
         [this, action] {
             action->setEnabled(m_window.library().lastOperation->has_value() &&
@@ -70,18 +70,6 @@ QAction* WindowCommands::makePutBack() {
         this);
     observer->renderNow();
     return action;
-}
-
-void WindowCommands::putBack() {
-    auto& library = m_window.library();
-    if (!library.lastOperation->has_value() || m_window.state().isPuttingBack.get())
-        return; // it may have gone since the menu was drawn
-    m_window.state().isPuttingBack = true;
-    library.tasks().start([&library, window = QPointer(&m_window)](StopToken) -> Task<> {
-        co_await library.undoLastOperation();
-        if (window)
-            window->state().isPuttingBack = false;
-    });
 }
 
 QAction* WindowCommands::makeGrantAccess() {

@@ -31,7 +31,6 @@ class WindowCommands : public QObject {
     void makeSectionKeys();
     QAction* makePutBack();
     QAction* makeGrantAccess();
-    void putBack();
     void makeMenu(const Commands& commands);
 
     ContentView& m_window;

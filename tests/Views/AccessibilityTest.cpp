@@ -1,16 +1,23 @@
 #include "Gallery.h"
+#include "ListRow.h"
+#include "Panel.h"
+#include "SearchField.h"
 #include "SidebarView.h"
+#include "Stat.h"
 #include "SymbolButton.h"
+#include "SymbolView.h"
 #include "TableRole.h"
 #include "TableView.h"
 #include <QAbstractButton>
 #include <QAbstractSpinBox>
 #include <QAccessible>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QTest>
+#include <QToolButton>
 #include <gtest/gtest.h>
 
 namespace quillane {
@@ -75,6 +82,60 @@ TEST(Accessibility, ASidebarItemReadsItsCount) {
     sidebar.setBadge(0, "3", "Startup, 3 problems", Tint::Orange);
     EXPECT_EQ(sidebar.item(0)->data(Qt::AccessibleTextRole).toString(), "Startup, 3 problems");
     EXPECT_EQ(sidebar.badge(0), "3");
+}
+
+TEST(Accessibility, TheButtonsOfTheSearchFieldHaveNamesTooltipsAndRoomToHit) {
+    SearchField field;
+    field.show();
+    field.setText("a");
+    QStringList names;
+    for (auto* const button : field.findChildren<QToolButton*>()) {
+        names << nameOf(button);
+        EXPECT_EQ(button->toolTip(), names.last());
+        EXPECT_GE(button->width(), 26);
+        EXPECT_GE(button->height(), 26);
+        EXPECT_TRUE(field.rect().contains(button->geometry()));
+    }
+    EXPECT_EQ(names, QStringList({"Search", "Clear"}));
+}
+
+TEST(Accessibility, TheMagnifierLeadsIntoTheField) {
+    SearchField field;
+    field.setText("a");
+    auto* const magnifier = field.findChildren<QToolButton*>().front();
+    magnifier->click();
+    EXPECT_EQ(field.selectedText(), "a");
+    EXPECT_EQ(field.text(), "a");
+}
+
+TEST(Accessibility, AStatisticIsReadOnce) {
+    Stat stat("Combined Size", "9 MB");
+    auto* const interface = QAccessible::queryAccessibleInterface(&stat);
+    EXPECT_EQ(interface->role(), QAccessible::StaticText);
+    EXPECT_EQ(interface->text(QAccessible::Name), "Combined Size, 9 MB");
+    EXPECT_EQ(interface->childCount(), 0);
+    EXPECT_EQ(interface->child(0), nullptr);
+}
+
+TEST(Accessibility, AListRowIsReadOnceWithWhatItsSymbolMeans) {
+    ListRow row("lock.fill", "app.helper", "Privileged Helper", "52 KB");
+    auto* const interface = QAccessible::queryAccessibleInterface(&row);
+    EXPECT_EQ(interface->text(QAccessible::Name), "app.helper, Privileged Helper, 52 KB");
+    EXPECT_EQ(interface->childCount(), 0);
+    row.setSymbolHelp("Needs admin rights to remove");
+    EXPECT_EQ(interface->text(QAccessible::Name),
+              "app.helper, Privileged Helper, 52 KB, Needs admin rights to remove");
+    EXPECT_EQ(row.findChild<SymbolView*>()->toolTip(), "Needs admin rights to remove");
+}
+
+TEST(Accessibility, CardsAndPanelsAreGroupsAndWhatTheyHoldIsMet) {
+    Panel panel("Files", new QCheckBox("Include"));
+    auto* const group = QAccessible::queryAccessibleInterface(&panel);
+    EXPECT_EQ(group->role(), QAccessible::Grouping);
+    EXPECT_EQ(group->text(QAccessible::Name), "Files");
+    EXPECT_GT(group->childCount(), 0);
+    Card card;
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&card)->role(), QAccessible::Grouping);
 }
 
 TEST(Accessibility, ATableCellReadsItsText) {

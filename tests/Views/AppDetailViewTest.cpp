@@ -148,6 +148,8 @@ TEST_F(AppDetail, SupportFilesAreListedInTheirOrder) {
     EXPECT_EQ(listed[0]->findChild<SymbolView*>()->symbol(), "doc");
     EXPECT_EQ(listed[1]->subtitle(), "Caches, name match");
     EXPECT_EQ(listed[1]->findChild<SymbolView*>()->symbol(), "lock.fill");
+    EXPECT_EQ(listed[1]->findChild<SymbolView*>()->toolTip(), "Needs admin rights to remove");
+    EXPECT_TRUE(listed[0]->findChild<SymbolView*>()->toolTip().isEmpty());
 }
 
 TEST_F(AppDetail, WithoutSupportFilesThereIsNoBlockAtTheEnd) {

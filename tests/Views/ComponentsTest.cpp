@@ -4,6 +4,7 @@
 #include "EmptyState.h"
 #include "FittedLabel.h"
 #include "Label.h"
+#include "ListRow.h"
 #include "Look.h"
 #include "Panel.h"
 #include "ProgressBar.h"
@@ -54,6 +55,15 @@ TEST(StatGrid, NewFiguresKeepTheCells) {
     EXPECT_EQ(grid.cells()[0], first);
     EXPECT_EQ(first->value(), "10 GB");
     EXPECT_TRUE(first->isEmphasized());
+}
+
+TEST(ListRow, AllItsTextIsOfRegularWeight) {
+    const ListRow row("doc", "app.helper", "Caches", "52 KB");
+    const auto labels = row.findChildren<Label*>();
+    EXPECT_EQ(labels.size(), 3);
+    for (const auto* const label : labels) {
+        EXPECT_EQ(label->textStyle().weight, QFont::Normal) << label->text().toStdString();
+    }
 }
 
 TEST(Stat, AValueShrinksBeforeItElides) {

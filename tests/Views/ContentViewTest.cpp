@@ -232,6 +232,33 @@ TEST_F(MainWindow, TabGoesFromTheSidebarOverSearchAndTableToThePane) {
     EXPECT_LT(place(&table()), inPane - order.begin());
 }
 
+TEST_F(MainWindow, AssistiveToolsReadSidebarMiddleAndPaneInThisOrder) {
+    openReady(two());
+    QWidgetList met; // all that they read, one after the other
+    const auto meet = [&met](auto& self, QAccessibleInterface* of) -> void {
+        for (int i = 0; i < of->childCount(); ++i) {
+            auto* const child = of->child(i);
+            if (auto* const widget = qobject_cast<QWidget*>(child->object())) {
+                met << widget;
+                self(self, child);
+            }
+        }
+    };
+    meet(meet, QAccessible::queryAccessibleInterface(window.get()));
+    const QWidgetList wanted{window->sidebar(),
+                             &sections(),
+                             window->header(),
+                             window->searchField(),
+                             window->content(LibrarySection::applications),
+                             &table(),
+                             &detail()};
+    qsizetype last = -1;
+    for (auto* const widget : wanted) {
+        EXPECT_GT(met.indexOf(widget), last) << widget->metaObject()->className();
+        last = met.indexOf(widget);
+    }
+}
+
 TEST_F(MainWindow, EveryControlThatTakesTheFocusHasAName) {
     openReady(two());
     click("Alder");

@@ -11,6 +11,7 @@
 #include "SectionDetailTest.h"
 #include "SymbolView.h"
 #include "Tile.h"
+#include "ToolbarRow.h"
 #include <QScrollArea>
 #include <QScrollBar>
 
@@ -237,14 +238,63 @@ TEST_F(DeveloperPane, AScanThatMeasuresItAgainLeavesScrollPositionAndFocus) {
     EXPECT_EQ(bar.value(), 0) << "another location starts at its top";
 }
 
-TEST_F(DeveloperPane, TabGoesOverTheButtonsToTheContentWhichHasAName) {
+TEST_F(DeveloperPane, TabGoesOverTheButtonsToContentThatScrolls) {
     const auto& pane = show(kDevices);
+    ground().resize(ContentView::kDetailNarrowest, 250);
+    turn();
     pane.revealButton()->setFocus(Qt::TabFocusReason);
     QTest::keyClick(pane.revealButton(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), pane.removeButton());
     QTest::keyClick(pane.removeButton(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), pane.scrollArea());
     EXPECT_FALSE(pane.scrollArea()->accessibleName().isEmpty());
+}
+
+TEST_F(DeveloperPane, TabDoesNotStopWhereNothingScrolls) {
+    const auto& pane = show(kDevices);
+    ASSERT_EQ(pane.scrollArea()->verticalScrollBar()->maximum(), 0);
+    pane.removeButton()->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(pane.removeButton(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), pane.revealButton()) << "the round begins again";
+    QTest::mouseClick(pane.scrollArea()->viewport(), Qt::LeftButton);
+    EXPECT_EQ(QApplication::focusWidget(), pane.revealButton()) << "a click there takes nothing away";
+}
+
+TEST_F(DeveloperPane, ContentThatNoLongerScrollsKeepsTheFocusUntilItGoesOn) {
+    const auto& pane = show(kDevices);
+    ground().resize(ContentView::kDetailNarrowest, 250);
+    turn();
+    pane.scrollArea()->setFocus(Qt::TabFocusReason);
+    ground().resize(ContentView::kDetailNarrowest, 760);
+    turn();
+    EXPECT_EQ(QApplication::focusWidget(), pane.scrollArea());
+    QTest::keyClick(pane.scrollArea(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), pane.revealButton());
+    EXPECT_EQ(pane.scrollArea()->focusPolicy(), Qt::NoFocus);
+}
+
+TEST_F(DeveloperPane, ContentThatHasTheKeyboardWearsARingInsideItsEdge) {
+    const auto& pane = show(kDevices);
+    ground().resize(ContentView::kDetailNarrowest, 250);
+    turn();
+    auto& area = *pane.scrollArea();
+    area.setFocus(Qt::MouseFocusReason);
+    ground().setAttribute(Qt::WA_KeyboardFocusChange, false);
+    turn();
+    const QPoint edge(1, area.height() / 2);
+    const auto drawn = [&area] { return area.grab().toImage(); };
+    const QImage without = drawn();
+    pane.removeButton()->setFocus(Qt::TabFocusReason);
+    area.setFocus(Qt::TabFocusReason);
+    turn();
+    EXPECT_NE(drawn().pixel(edge), without.pixel(edge));
+    EXPECT_EQ(drawn().pixel(edge + QPoint(3, 0)), without.pixel(edge + QPoint(3, 0))) << "2 pixels wide";
+    area.verticalScrollBar()->setValue(area.verticalScrollBar()->maximum());
+    turn();
+    EXPECT_NE(drawn().pixel(edge), without.pixel(edge)) << "it does not scroll away";
+    QTest::mouseClick(area.viewport(), Qt::LeftButton);
+    turn();
+    EXPECT_EQ(drawn().pixel(edge), without.pixel(edge));
 }
 
 // Several
@@ -255,6 +305,7 @@ TEST_F(DeveloperPane, SeveralAreCountedAddedUpAndListedByToolAndKind) {
     EXPECT_TRUE(showsSeveral());
     const auto& several = *column->several();
     EXPECT_EQ(several.heading()->text(), "2 locations selected");
+    EXPECT_EQ(several.toolbar()->title(), "2 Locations");
     EXPECT_EQ(figures(*several.stats()), (Pairs{{"Combined Size", "20.38 GB"}, {"Rows", "2"}}));
     EXPECT_EQ(listed(), QStringList({"Simulator - Simulator devices, 18.92 GB",
                                      "npm / yarn / pnpm - node_modules in atlas/web, 1.46 GB"}));

@@ -189,6 +189,8 @@ TEST_F(OrphansPane, EachItemHasARowLargestFirst) {
     EXPECT_EQ(fileText(1, Role::SubtitleRole), "Privileged Helper");
     EXPECT_EQ(fileText(1, Role::SizeRole), "52.4 MB");
     EXPECT_EQ(fileText(1, Role::SymbolRole), "lock.fill");
+    EXPECT_EQ(fileText(1, Qt::AccessibleTextRole),
+              "fm.tempo.desktop.updater, Privileged Helper, 52.4 MB, Needs admin rights to remove");
     EXPECT_EQ(fileText(2, Role::SubtitleRole), "Caches");
     EXPECT_EQ(fileText(2, Role::SymbolRole), "doc");
 }
@@ -379,7 +381,7 @@ TEST_F(OrphansPane, AWindowThatComesToTheFrontAgainScrollsNothing) {
     EXPECT_EQ(bar().value(), 0);
 }
 
-TEST_F(OrphansPane, TheMarkSaysWhatItMeansAndTheRestOfTheRowWhereTheFileLies) {
+TEST_F(OrphansPane, MarkAndLockSayWhatTheyMeanAndTheRestOfTheRowWhereTheFileLies) {
     library.setProtected(kCaches, true);
     show(tempo());
     const auto helpAt = [this](const QPoint& at) {
@@ -391,6 +393,12 @@ TEST_F(OrphansPane, TheMarkSaysWhatItMeansAndTheRestOfTheRowWhereTheFileLies) {
     EXPECT_EQ(helpAt(DetailListDelegate::markOf(row, file(2)).center().toPoint()),
               "Protected - Quillane will never remove this");
     EXPECT_EQ(helpAt(row.center()), "/Users/alex/Library/Caches/fm.tempo.desktop");
+    const QRect locked = files().visualRect(file(1));
+    EXPECT_EQ(helpAt(DetailListDelegate::symbolOf(locked).center().toPoint()),
+              "Needs admin rights to remove");
+    EXPECT_EQ(helpAt(locked.center()), "/Library/PrivilegedHelperTools/fm.tempo.desktop.updater");
+    EXPECT_EQ(helpAt(DetailListDelegate::symbolOf(row).center().toPoint()),
+              "/Users/alex/Library/Caches/fm.tempo.desktop");
     const QRect unmarked = files().visualRect(file(0));
     EXPECT_EQ(helpAt(DetailListDelegate::markOf(unmarked, file(0)).center().toPoint()),
               "/Users/alex/Library/Application Support/fm.tempo.desktop");
@@ -484,6 +492,7 @@ TEST_F(OrphansPane, SeveralAreCountedAddedUpAndListedByTheirTitles) {
     EXPECT_TRUE(showsSeveral());
     const auto& several = *column->several();
     EXPECT_EQ(several.heading()->text(), "2 dead apps selected");
+    EXPECT_EQ(several.toolbar()->title(), "2 Dead Apps");
     EXPECT_EQ(figures(*several.stats()), (Pairs{{"Combined Size", "462.9 MB"}, {"Rows", "2"}}));
     EXPECT_EQ(listed(), QStringList({"fm.tempo.desktop, 462.9 MB", "app.inkwell, 4 KB"}));
     EXPECT_TRUE(several.note()->isHidden());

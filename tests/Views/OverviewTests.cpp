@@ -1,6 +1,7 @@
 #include "AccessBanner.h"
 #include "AccessNotice.h"
 #include "Badge.h"
+#include "BrandButton.h"
 #include "CategoryRow.h"
 #include "CompositionBar.h"
 #include "EmptyState.h"
@@ -13,12 +14,14 @@
 #include "OverviewView.h"
 #include "Panel.h"
 #include "PushButton.h"
+#include "PutBack.h"
 #include "PutBackCard.h"
 #include "RemovalWorld.h"
 #include "ResultAlertButtons.h"
 #include "Rule.h"
 #include "SearchField.h"
 #include "SectionRecords.h"
+#include "Sidebar.h"
 #include "Spinner.h"
 #include "SweepDoneStage.h"
 #include "SweepReviewModel.h"
@@ -380,6 +383,16 @@ TEST_F(Overview, TabGoesThroughTheCardsFromTheTop) {
         EXPECT_EQ(QApplication::focusWidget(), widget);
         press(Qt::Key_Tab);
     }
+    EXPECT_EQ(QApplication::focusWidget(), window->sidebar()->brand()) << "nothing in the pane scrolls";
+}
+
+TEST_F(Overview, TabStopsAtThePaneWhileItScrolls) {
+    library.developerCaches = std::vector(6, devCache("Xcode", "Derived data", 1'000'000));
+    openReady(caches(6));
+    window->resize(ContentView::kMinimumSize);
+    turn();
+    view().rows().back()->checkBox()->setFocus();
+    press(Qt::Key_Tab);
     EXPECT_TRUE(pane().isAncestorOf(QApplication::focusWidget()));
 }
 
@@ -580,7 +593,7 @@ TEST_F(Overview, APutBackThatFailsIsToldAndTheCardIsGoneAllTheSame) {
     turn();
     EXPECT_FALSE(putBack().isEnabled()) << "one runs";
     finish();
-    auto* const alert = view().putBackAlert();
+    auto* const alert = window->putBack()->alert();
     ASSERT_NE(alert, nullptr);
     EXPECT_TRUE(alert->isModal());
     EXPECT_EQ(alert->title()->text(), "Put Back Finished");
@@ -591,7 +604,7 @@ TEST_F(Overview, APutBackThatFailsIsToldAndTheCardIsGoneAllTheSame) {
     ASSERT_EQ(alert->buttons()->buttons().size(), 1U);
     click(alert->buttons()->buttons().front());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(view().putBackAlert(), nullptr);
+    EXPECT_EQ(window->putBack()->alert(), nullptr);
 }
 
 TEST_F(Overview, WhatFailedForLackOfAccessOffersTheSettings) {
@@ -627,6 +640,40 @@ TEST_F(Overview, TheKeysPutBackOnlyWhenThereIsSomething) {
     finish();
     EXPECT_FALSE(library.lastOperation->has_value());
     EXPECT_FALSE(command("Put Back Last Cleanup").isEnabled());
+}
+
+TEST_F(Overview, APutBackByKeyIsToldInWhateverSection) {
+    openReady({});
+    for (const auto& screen : standingScreens()) {
+        library.lastOperation = operation(2);
+        window->showSection(screen.section);
+        turn();
+        QTest::keyClick(window.get(), Qt::Key_Z, Qt::ControlModifier);
+        finish();
+        auto* const alert = window->putBack()->alert();
+        ASSERT_NE(alert, nullptr) << rawValue(screen.section);
+        EXPECT_TRUE(alert->isVisible());
+        EXPECT_EQ(alert->title()->text(), "Put Back Finished");
+        EXPECT_TRUE(alert->message()->text().contains("2 item(s) failed"));
+        EXPECT_FALSE(window->state().isPuttingBack.get());
+        click(alert->buttons()->buttons().front());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+TEST_F(Overview, AReportThatComesOverAnOpenSheetGivesTheKeyboardBackToThatSheet) {
+    library.lastOperation = operation();
+    openReady(caches(1));
+    click(&putBack());
+    view().openReview();
+    finish();
+    auto* const alert = window->putBack()->alert();
+    ASSERT_NE(alert, nullptr);
+    ASSERT_NE(view().review(), nullptr);
+    EXPECT_EQ(alert->parentWidget(), view().review());
+    click(alert->buttons()->buttons().front());
+    turn();
+    EXPECT_TRUE(view().review()->isActiveWindow());
 }
 
 TEST_F(Overview, ATextFieldUndoesItsOwnTextFirst) {
@@ -754,8 +801,8 @@ TEST_F(OverviewOnDisk, ASweepIsToldInTheCardAndPutBackFromThere) {
     finish();
     EXPECT_TRUE(world.isThere(cache));
     EXPECT_FALSE(view.putBackCard()->isVisible());
-    ASSERT_NE(view.putBackAlert(), nullptr);
-    EXPECT_EQ(view.putBackAlert()->message()->text(),
+    ASSERT_NE(window.putBack()->alert(), nullptr);
+    EXPECT_EQ(window.putBack()->alert()->message()->text(),
               "Restored 1 item(s) to their original locations, reclaiming Zero KB.");
 }
 
@@ -766,14 +813,14 @@ TEST_F(OverviewOnDisk, APutBackThatTheSystemRefusesSaysHowItCouldBeAllowed) {
     finish();
     EXPECT_FALSE(world.isThere(cache));
     EXPECT_FALSE(view.putBackCard()->isVisible());
-    ASSERT_NE(view.putBackAlert(), nullptr);
-    EXPECT_TRUE(view.putBackAlert()->message()->text().endsWith(
+    ASSERT_NE(window.putBack()->alert(), nullptr);
+    EXPECT_TRUE(window.putBack()->alert()->message()->text().endsWith(
         "1 item(s) failed: macOS blocked access. Grant Full Disk Access to include them."));
-    ASSERT_EQ(view.putBackAlert()->buttons()->buttons().size(), 2U);
-    view.putBackAlert()->buttons()->buttons().front()->click();
+    ASSERT_EQ(window.putBack()->alert()->buttons()->buttons().size(), 2U);
+    window.putBack()->alert()->buttons()->buttons().front()->click();
     EXPECT_EQ(world.workspace.settingsOpened(), 1);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(view.putBackAlert(), nullptr);
+    EXPECT_EQ(window.putBack()->alert(), nullptr);
 }
 
 // Layout

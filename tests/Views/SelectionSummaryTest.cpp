@@ -6,6 +6,9 @@
 #include "Stat.h"
 #include "ToolbarRow.h"
 #include <QListView>
+#include <QScrollBar>
+#include <QTest>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace quillane;
@@ -76,7 +79,8 @@ TEST(MultiSelectionSummary, AThousandApplicationsMakeNoWidgetForEachRow) {
 
 TEST(BulkSummary, ShowsTitleTotalRowsAndTheListLargestFirst) {
     BulkSummary pane;
-    pane.show("2 files selected", {{"a.mov", 1'000'000}, {"b.mov", 4'000'000}}, std::nullopt);
+    pane.show("file", {{"a.mov", 1'000'000}, {"b.mov", 4'000'000}}, std::nullopt);
+    EXPECT_EQ(pane.toolbar()->title(), "2 Files");
     EXPECT_EQ(pane.heading()->text(), "2 files selected");
     EXPECT_EQ(figures(pane), (Pairs{{"Combined Size", "5 MB"}, {"Rows", "2"}}));
     EXPECT_EQ(labels(pane), QStringList({"b.mov, 4 MB", "a.mov, 1 MB"}));
@@ -85,8 +89,7 @@ TEST(BulkSummary, ShowsTitleTotalRowsAndTheListLargestFirst) {
 
 TEST(BulkSummary, ANoteStandsWhereThereIsOne) {
     BulkSummary pane;
-    pane.show("2 files selected", {{"a", 1}, {"b", 1}},
-              "These are your own files. Nothing here can be regenerated.");
+    pane.show("file", {{"a", 1}, {"b", 1}}, "These are your own files. Nothing here can be regenerated.");
     EXPECT_FALSE(pane.note()->isHidden());
     EXPECT_EQ(pane.note()->text(), "These are your own files. Nothing here can be regenerated.");
 }
@@ -98,6 +101,70 @@ TEST(BulkSummary, TheTotalIsTheSumOfTheRows) {
 
 TEST(BulkSummary, RowsOfEqualSizeKeepTheirOrder) {
     BulkSummary pane;
-    pane.show("3 rows", {{"c", 1}, {"a", 1}, {"b", 1}});
+    pane.show("row", {{"c", 1}, {"a", 1}, {"b", 1}});
     EXPECT_EQ(labels(pane), QStringList({"c, 1 byte", "a, 1 byte", "b, 1 byte"}));
+}
+
+namespace {
+
+// Where what is drawn differs from the ground, from left to right; the ground is what its corner shows.
+std::pair<int, int> inkOf(const QImage& picture) {
+    int left = picture.width();
+    int right = -1;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixel(x, y) != picture.pixel(0, 0)) {
+                left = std::min(left, x);
+                right = std::max(right, x);
+            }
+        }
+    }
+    return {left, right};
+}
+
+class ListOfSeveral : public testing::Test {
+  protected:
+    void open(int rows) {
+        BulkSummary::Rows shown;
+        for (int i = 0; i < rows; ++i) {
+            shown.emplace_back("A location with a name that is much longer than the pane is wide",
+                               1'234'567'890);
+        }
+        pane.show("location", shown);
+        pane.resize(348, 500);
+        static_cast<QWidget&>(pane).show();
+        pane.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&pane));
+    }
+    QListView& list() const { return *pane.list()->list(); }
+    // The row as it is drawn, without the line above it.
+    QImage drawn(int row) const {
+        return list()
+            .viewport()
+            ->grab(list().visualRect(list().model()->index(row, 0)).adjusted(0, 1, 0, 0))
+            .toImage();
+    }
+
+    BulkSummary pane;
+};
+
+} // namespace
+
+TEST_F(ListOfSeveral, TheFocusRingLeavesTheTextWhole) {
+    open(2);
+    const auto [left, right] = inkOf(drawn(0));
+    list().setFocus(Qt::TabFocusReason);
+    list().setCurrentIndex(list().model()->index(0, 0));
+    const auto [ringLeft, ringRight] = inkOf(drawn(0));
+    EXPECT_LE(ringLeft, left - 4);
+    EXPECT_GE(ringRight, right + 4);
+    EXPECT_GT(ringLeft, 0) << "and lies inside the card";
+    EXPECT_LT(ringRight, list().viewport()->width() - 1);
+}
+
+TEST_F(ListOfSeveral, TheScrollBarLiesBesideTheSizes) {
+    open(100);
+    auto* const bar = list().verticalScrollBar();
+    ASSERT_GT(bar->maximum(), 0);
+    EXPECT_LT(inkOf(drawn(1)).second, bar->mapTo(&list(), QPoint()).x());
 }

@@ -10,6 +10,7 @@
 #include "Look.h"
 #include "OverviewView.h"
 #include "PushButton.h"
+#include "PutBack.h"
 #include "PutBackCard.h"
 #include "QuillaneApp.h"
 #include "ResultAlert.h"
@@ -460,9 +461,9 @@ void Tour::compareWithTrash(const std::vector<SweepEntry>& moved, std::size_t tr
 void Tour::putBack(OverviewView& screen, const std::string& treeBefore) {
     auto& library = m_app.library();
     Visitor::push(screen.putBackCard()->putBackButton());
-    check(Visitor::waitUntil([&] { return screen.putBackAlert() != nullptr; }),
+    check(Visitor::waitUntil([&] { return window().putBack()->alert() != nullptr; }),
           QStringLiteral("the last cleanup was not put back"));
-    if (auto* const alert = screen.putBackAlert()) {
+    if (auto* const alert = window().putBack()->alert()) {
         takeOf(*alert, QStringLiteral("put-back-finished"));
         Visitor::press(alert, Qt::Key_Return);
     }

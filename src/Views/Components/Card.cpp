@@ -1,4 +1,5 @@
 #include "Card.h"
+#include "Accessibles.h"
 #include "Tokens.h"
 #include <QLinearGradient>
 #include <QPainter>
@@ -7,7 +8,9 @@ namespace quillane {
 
 Card::Card(QWidget* parent, Kind kind)
     : QWidget(parent)
-    , m_kind(kind) {}
+    , m_kind(kind) {
+    installAccessibles();
+}
 
 void Card::paintEvent(QPaintEvent*) {
     const Tokens& tokens = Tokens::current();

@@ -2,8 +2,6 @@
 #include "Tint.h"
 #include <QWidget>
 
-class QHBoxLayout;
-
 namespace quillane {
 
 class ElidedLabel;
@@ -22,11 +20,12 @@ class ListRow : public QWidget {
     QString title() const;
     QString subtitle() const;
     QString sizeText() const;
-    // Adds a control behind the size.
-    void addTrailing(QWidget* widget);
+    // What the symbol tells beyond the texts: its tooltip, and part of what assistive tools read.
+    void setSymbolHelp(const QString& help);
 
   private:
-    QHBoxLayout* m_row;
+    void speak();
+
     SymbolView* m_symbol;
     ElidedLabel* m_title;
     ElidedLabel* m_subtitle;

@@ -1,7 +1,9 @@
 #include "SearchField.h"
 #include "Fonts.h"
 #include "Symbols.h"
+#include <QAction>
 #include <QKeyEvent>
+#include <QToolButton>
 
 namespace quillane {
 
@@ -9,10 +11,45 @@ SearchField::SearchField(QWidget* parent)
     : QLineEdit(parent) {
     setPlaceholderText(QStringLiteral("Search"));
     setAccessibleName(QStringLiteral("Search"));
-    addAction(Symbols::icon(QStringLiteral("magnifyingglass"), Tint::Tertiary), QLineEdit::LeadingPosition);
+    auto* const magnifier =
+        addAction(Symbols::icon(QStringLiteral("magnifyingglass"), Tint::Tertiary), LeadingPosition);
     setClearButtonEnabled(true);
     setFont(Fonts::of(13));
     setFixedSize(sizeHint());
+    nameButtons(magnifier);
+}
+
+// The base makes its buttons without words. The magnifier is one too, so it does what its name says.
+void SearchField::nameButtons(QAction* magnifier) {
+    const auto name = [](QAction* action, const QString& words) {
+        action->setText(words);
+        action->setToolTip(words);
+    };
+    name(magnifier, QStringLiteral("Search"));
+    connect(magnifier, &QAction::triggered, this, [this] {
+        setFocus(Qt::MouseFocusReason);
+        selectAll();
+    });
+    name(findChild<QAction*>(QStringLiteral("_q_qlineeditclearaction")), QStringLiteral("Clear"));
+}
+
+// The base lays its buttons out as large as their symbols.
+void SearchField::growButtons() {
+    constexpr int kLeastSide = 26;
+    for (auto* const button : findChildren<QToolButton*>()) {
+        QRect place = button->geometry();
+        const QSize size = place.size().expandedTo({kLeastSide, kLeastSide});
+        place = QRect(place.center() - QRect({}, size).center(), size);
+        button->setGeometry(place);
+    }
+}
+
+bool SearchField::event(QEvent* event) {
+    const bool isDone = QLineEdit::event(event);
+    if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutDirectionChange) {
+        growButtons();
+    }
+    return isDone;
 }
 
 QSize SearchField::sizeHint() const {

@@ -15,7 +15,12 @@ class SearchField : public QLineEdit {
     QSize sizeHint() const override;
 
   protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void nameButtons(QAction* magnifier);
+    void growButtons();
 };
 
 } // namespace quillane
