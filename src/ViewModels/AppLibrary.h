@@ -29,7 +29,7 @@ namespace quillane {
 // Lives as long as the process. Main thread only; long work runs in jobs that get copies.
 class AppLibrary {
   public:
-    // The state of the scan. `done` and `total` count applications and are 0 but while measuring.
+    // The state of the scan, whose stages follow each other in the order of the kinds. `done` and `total` count applications and are 0 but while measuring.
     struct Phase {
         enum class Kind { idle, scanning, measuring, findingOrphans, findingDeveloperCaches, ready };
         Kind kind = Kind::idle;

@@ -18,6 +18,7 @@
 #include "Spinner.h"
 #include "StatGrid.h"
 #include "TextStyle.h"
+#include "ToolTipText.h"
 #include "Workspace.h"
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -44,7 +45,7 @@ ListRow* leftoverRow(const LeftoverItem& item) {
         new ListRow(item.requiresAdmin ? QStringLiteral("lock.fill") : QStringLiteral("doc"),
                     shownName(item.url.lastPathComponent()), AppDetailView::leftoverSubtitle(item),
                     words(Formatting::byteCount(item.bytes)));
-    row->setToolTip(shownName(item.url.path()));
+    row->setToolTip(toolTipText(shownName(item.url.path())));
     if (item.requiresAdmin) {
         row->setSymbolHelp(DetailPane::lockHelp());
     }

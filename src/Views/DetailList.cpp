@@ -3,6 +3,7 @@
 #include "ProtectedMark.h"
 #include "RowModel.h"
 #include "ShownText.h"
+#include "ToolTipText.h"
 #include <QFocusEvent>
 #include <QScrollArea>
 #include <algorithm>
@@ -25,7 +26,7 @@ class DetailListModel : public RowModel<DetailList::Row, FileURL> {
         case Qt::DisplayRole:
             return shown.title;
         case Qt::ToolTipRole:
-            return shownName(shown.url.path()).toHtmlEscaped();
+            return toolTipText(shownName(shown.url.path()));
         case Qt::AccessibleTextRole:
             return spoken(shown);
         case DetailList::SymbolRole:

@@ -30,7 +30,10 @@ DeveloperTable::DeveloperTable(AppLibrary& library, ContentState& state, QWidget
                    QStringLiteral("Measuring developer caches…")});
     drawWith([this] { renderRows(); });
     drawWith([this] { renderFooter(); });
-    drawWith([this] { explainEmptiness(m_library, m_library.developerCaches->empty()); });
+    drawWith([this] {
+        explainEmptiness(m_library, AppLibrary::Phase::Kind::findingDeveloperCaches,
+                         m_library.developerCaches->empty());
+    });
 }
 
 DeveloperTable::~DeveloperTable() = default;

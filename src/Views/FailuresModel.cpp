@@ -1,5 +1,6 @@
 #include "FailuresModel.h"
 #include "ShownText.h"
+#include "ToolTipText.h"
 #include <utility>
 
 namespace quillane {
@@ -25,7 +26,7 @@ QVariant FailuresModel::data(const QModelIndex& index, int role) const {
     case Qt::AccessibleTextRole:
         return shownName(failure.url.lastPathComponent()) + QStringLiteral(", ") + shownName(failure.reason);
     case Qt::ToolTipRole:
-        return shownName(failure.url.path()).toHtmlEscaped();
+        return toolTipText(shownName(failure.url.path()));
     default:
         return {};
     }

@@ -6,6 +6,8 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QScopedValueRollback>
+#include <algorithm>
+#include <cstddef>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -62,6 +64,10 @@ KeyedTable<Model, Step>::KeyedTable(const QString& name, Model* model, std::vect
             [this](int column, Qt::SortOrder direction) { changeOrder(column, direction); });
     connect(table()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { takeOverSelection(); });
+    drawWith([this] { // apart from the rows, which a change of the selection leaves as they are
+        (void)m_selection.get();
+        showRows([] {});
+    });
     connect(table(), &TableView::menuWanted, this, [this](bool forRows, const QPoint& globalPosition) {
         openMenu(forRows ? selectedKeys() : std::vector<Key>(), globalPosition);
     });
@@ -77,11 +83,12 @@ void KeyedTable<Model, Step>::showRows(Update update) {
 
 template <class Model, class Step>
 std::vector<typename Model::Key> KeyedTable<Model, Step>::selectedKeys() const {
+    auto rows = table()->selectionModel()->selectedRows();
+    std::ranges::sort(rows, {}, &QModelIndex::row);
     std::vector<Key> keys;
-    for (int row = 0; row < m_model->rowCount(); ++row) {
-        if (table()->selectionModel()->isRowSelected(row)) {
-            keys.push_back(m_model->keyAt(row));
-        }
+    keys.reserve(static_cast<std::size_t>(rows.size()));
+    for (const auto& row : rows) {
+        keys.push_back(m_model->keyAt(row.row()));
     }
     return keys;
 }
@@ -90,7 +97,7 @@ template <class Model, class Step>
 void KeyedTable<Model, Step>::restoreSelection() {
     auto* const selection = table()->selectionModel();
     QItemSelection missing;
-    for (const Key& key : m_selection.get()) {
+    for (const Key& key : m_selection.peek()) {
         const auto row = m_model->rowOf(key);
         if (row && !selection->isRowSelected(*row)) {
             missing.select(m_model->index(*row, 0), m_model->index(*row, m_model->columnCount() - 1));

@@ -28,7 +28,9 @@ OrphanTable::OrphanTable(AppLibrary& library, ContentState& state, QWidget* pare
                    QStringLiteral("Looking for orphaned files…")});
     drawWith([this] { renderRows(); });
     drawWith([this] { renderFooter(); });
-    drawWith([this] { explainEmptiness(m_library, m_library.orphans->empty()); });
+    drawWith([this] {
+        explainEmptiness(m_library, AppLibrary::Phase::Kind::findingOrphans, m_library.orphans->empty());
+    });
 }
 
 OrphanTable::~OrphanTable() = default;

@@ -41,8 +41,9 @@ void SectionTable::setEmptyWords(EmptyWords words) {
     m_table->setEmptyState(m_emptyState);
 }
 
-void SectionTable::explainEmptiness(const AppLibrary& library, bool isListEmpty) {
-    const bool isLooking = library.phase->kind != AppLibrary::Phase::Kind::ready;
+void SectionTable::explainEmptiness(const AppLibrary& library, AppLibrary::Phase::Kind foundBy,
+                                    bool isListEmpty) {
+    const bool isLooking = library.phase->kind <= foundBy; // the kinds stand in the order of a scan
     if (!isListEmpty) {
         m_emptyState->setContent(QStringLiteral("magnifyingglass"), QStringLiteral("No Results"),
                                  QStringLiteral("Nothing here matches the search."));

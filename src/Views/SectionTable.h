@@ -1,4 +1,5 @@
 #pragma once
+#include "AppLibrary.h"
 #include "MenuEntries.h"
 #include "TableColumn.h"
 #include <QString>
@@ -10,7 +11,6 @@ class QAbstractItemModel;
 
 namespace quillane {
 
-class AppLibrary;
 class EmptyState;
 class StatusRow;
 class TableView;
@@ -44,8 +44,8 @@ class SectionTable : public QWidget {
     // From now on the table explains why it has no rows.
     void setEmptyWords(EmptyWords words);
     // Why it has none: what it lists is empty, because nothing has been found or not yet, or the search hides
-    // it all. Reads the phase of the scan.
-    void explainEmptiness(const AppLibrary& library, bool isListEmpty);
+    // it all. It is found by the stage of the scan that `foundBy` names. Reads the phase of the scan.
+    void explainEmptiness(const AppLibrary& library, AppLibrary::Phase::Kind foundBy, bool isListEmpty);
 
   private:
     TableView* m_table;

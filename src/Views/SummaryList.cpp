@@ -8,6 +8,7 @@
 #include "ShownText.h"
 #include "TabularText.h"
 #include "Tokens.h"
+#include "ToolTipText.h"
 #include <QAbstractListModel>
 #include <QGuiApplication>
 #include <QListView>
@@ -121,8 +122,9 @@ class SummaryListModel : public QAbstractListModel {
         const auto& row = m_rows[static_cast<std::size_t>(index.row())];
         switch (role) {
         case Qt::DisplayRole:
-        case Qt::ToolTipRole:
             return row.label;
+        case Qt::ToolTipRole:
+            return toolTipText(row.label);
         case kSizeRole:
             return words(Formatting::byteCount(row.bytes));
         case Qt::AccessibleTextRole:

@@ -8,6 +8,7 @@
 #include "TabularText.h"
 #include "TextStyle.h"
 #include "Tokens.h"
+#include "ToolTipText.h"
 #include <QAbstractItemView>
 #include <QHelpEvent>
 #include <QPainter>
@@ -201,10 +202,10 @@ bool SweepReviewDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
     }
     QString help;
     if (layout(option.rect, index).elided) {
-        help = index.data().toString().toHtmlEscaped() + QStringLiteral("<br>") +
-               index.data(SweepReviewModel::kSubtitleRole).toString().toHtmlEscaped();
+        help = index.data().toString() + QLatin1Char('\n') +
+               index.data(SweepReviewModel::kSubtitleRole).toString();
     }
-    QToolTip::showText(event->globalPos(), help, view);
+    QToolTip::showText(event->globalPos(), toolTipText(help), view);
     return true;
 }
 

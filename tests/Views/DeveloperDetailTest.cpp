@@ -3,6 +3,7 @@
 #include "DetailHeader.h"
 #include "DeveloperDetailView.h"
 #include "EmptyState.h"
+#include "FittedLabel.h"
 #include "Label.h"
 #include "Note.h"
 #include "PanePlaceholder.h"
@@ -152,6 +153,18 @@ TEST_F(DeveloperPane, DaysThatPassedOutOfSightAreToldWhenThePaneShows) {
     column->show();
     turn();
     EXPECT_EQ(figures(stats)[1].second, "4 days ago");
+}
+
+TEST_F(DeveloperPane, TheSizeStandsOut) {
+    const auto cells = show(kDevices).stats()->cells();
+    EXPECT_EQ(cells[0]->findChild<FittedLabel*>()->tint(), Tint::Link);
+    EXPECT_EQ(cells[1]->findChild<FittedLabel*>()->tint(), Tint::Text);
+}
+
+TEST_F(DeveloperPane, TwoRecordsOfOneLocationAreOneSelectedRow) {
+    show(kDevices);
+    publish({devices(), derived(), devices()});
+    EXPECT_TRUE(showsOne());
 }
 
 TEST_F(DeveloperPane, AProtectedLocationSaysSoAndCannotGo) {

@@ -235,6 +235,17 @@ TEST_F(DeveloperTableTest, UntilTheScanHasFoundThemTheTableSaysThatItMeasures) {
     EXPECT_FALSE(emptyState().isVisible());
 }
 
+TEST_F(DeveloperTableTest, ItMeasuresUntilTheScanIsReady) {
+    openWith({});
+    for (const auto& [kind, isLooking] :
+         {std::pair(Kind::idle, true), std::pair(Kind::findingDeveloperCaches, true),
+          std::pair(Kind::ready, false)}) {
+        library.phase = AppLibrary::Phase{kind};
+        turn();
+        EXPECT_EQ(emptyState().isLoading(), isLooking) << static_cast<int>(kind);
+    }
+}
+
 TEST_F(DeveloperTableTest, SearchedToNothingTheTableSaysSo) {
     openWith(four());
     library.searchText = "zzz";

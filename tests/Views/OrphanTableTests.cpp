@@ -253,6 +253,28 @@ TEST_F(OrphanTableTest, UntilTheScanHasFoundThemTheTableSaysThatItLooks) {
     EXPECT_FALSE(emptyState().isVisible());
 }
 
+TEST_F(OrphanTableTest, EachStageUpToTheSearchIsLookingAndTheLaterOnesAreNot) {
+    openWith({});
+    for (const auto& [kind, isLooking] :
+         {std::pair(Kind::idle, true), std::pair(Kind::scanning, true), std::pair(Kind::measuring, true),
+          std::pair(Kind::findingOrphans, true), std::pair(Kind::findingDeveloperCaches, false),
+          std::pair(Kind::ready, false)}) {
+        library.phase = AppLibrary::Phase{kind};
+        turn();
+        EXPECT_EQ(emptyState().isLoading(), isLooking) << static_cast<int>(kind);
+    }
+}
+
+TEST_F(OrphanTableTest, ThousandsAreCountedWithSeparators) {
+    std::vector<OrphanItem> many;
+    for (int i = 0; i < 1234; ++i) {
+        many.push_back(orphan("com.sketch.pad" + std::to_string(i), "com.sketch", 1'000));
+    }
+    openWith(many);
+    EXPECT_EQ(cell(0, Column::kFiles), "1,234");
+    EXPECT_EQ(entries(menuOn(names().front())).back(), "Move 1,234 Files to Trash…");
+}
+
 TEST_F(OrphanTableTest, SearchedToNothingTheTableSaysSoEvenDuringAScan) {
     openWith(three());
     library.searchText = "zzz";

@@ -14,6 +14,7 @@
 #include "SectionDetailTest.h"
 #include "SymbolView.h"
 #include "Tile.h"
+#include "ToolTip.h"
 #include "ToolbarRow.h"
 #include <QAccessible>
 #include <QHelpEvent>
@@ -184,7 +185,8 @@ TEST_F(OrphansPane, EachItemHasARowLargestFirst) {
     EXPECT_EQ(fileText(0, Role::SubtitleRole), "Application Support");
     EXPECT_EQ(fileText(0, Role::SizeRole), "388.1 MB");
     EXPECT_EQ(fileText(0, Role::SymbolRole), "doc");
-    EXPECT_EQ(fileText(0, Qt::ToolTipRole), "/Users/alex/Library/Application Support/fm.tempo.desktop");
+    EXPECT_EQ(readIn(fileText(0, Qt::ToolTipRole)),
+              "/Users/alex/Library/Application Support/fm.tempo.desktop");
     EXPECT_EQ(fileText(1), "fm.tempo.desktop.updater");
     EXPECT_EQ(fileText(1, Role::SubtitleRole), "Privileged Helper");
     EXPECT_EQ(fileText(1, Role::SizeRole), "52.4 MB");
@@ -218,7 +220,7 @@ TEST_F(OrphansPane, NamesThatDeceiveAreShownAsTheyAre) {
     show(items);
     EXPECT_EQ(view().header()->title(), "fm.‹U+202E›opmet");
     EXPECT_EQ(fileText(0), "safe‹U+202E›exe");
-    EXPECT_EQ(fileText(0, Qt::ToolTipRole), "/Users/alex/Library/Caches/safe‹U+202E›exe");
+    EXPECT_EQ(readIn(fileText(0, Qt::ToolTipRole)), "/Users/alex/Library/Caches/safe‹U+202E›exe");
 }
 
 // The buttons
@@ -387,7 +389,7 @@ TEST_F(OrphansPane, MarkAndLockSayWhatTheyMeanAndTheRestOfTheRowWhereTheFileLies
     const auto helpAt = [this](const QPoint& at) {
         QHelpEvent event(QEvent::ToolTip, at, files().viewport()->mapToGlobal(at));
         QCoreApplication::sendEvent(files().viewport(), &event);
-        return QToolTip::text();
+        return readIn(QToolTip::text());
     };
     const QRect row = files().visualRect(file(2));
     EXPECT_EQ(helpAt(DetailListDelegate::markOf(row, file(2)).center().toPoint()),

@@ -1,6 +1,7 @@
 #include "ElidedLabel.h"
 #include "TabularText.h"
 #include "Tokens.h"
+#include "ToolTipText.h"
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -33,7 +34,7 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
 bool ElidedLabel::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty()) {
         const QString help = isElided() ? text() : QString();
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), help.toHtmlEscaped(), this);
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), toolTipText(help), this);
         return true;
     }
     return Label::event(event);

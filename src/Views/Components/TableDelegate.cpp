@@ -9,6 +9,7 @@
 #include "TableView.h"
 #include "TabularText.h"
 #include "Tokens.h"
+#include "ToolTipText.h"
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -171,7 +172,7 @@ bool TableDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
     if (help.isEmpty() && parts.elided) {
         help = index.data().toString();
     }
-    QToolTip::showText(event->globalPos(), help.toHtmlEscaped(), view, option.rect);
+    QToolTip::showText(event->globalPos(), toolTipText(help), view, option.rect);
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "ValueField.h"
 #include "Fonts.h"
 #include "Tokens.h"
+#include "ToolTipText.h"
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -50,7 +51,7 @@ void ValueField::paintEvent(QPaintEvent* event) {
 bool ValueField::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const QString help = isElided() ? text() : QString();
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), help.toHtmlEscaped(), this);
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), toolTipText(help), this);
         return true;
     }
     return QLineEdit::event(event);
