@@ -29,7 +29,7 @@ ResultAlert::ResultAlert(const QString& title, const QString& message, bool anyA
     column->addWidget(m_message);
     column->addSpacing(20);
     column->addWidget(m_buttons);
-    setFixedSize(kWidth, column->totalHeightForWidth(kWidth));
+    setWantedSize({kWidth, column->totalHeightForWidth(kWidth)});
     m_buttons->buttons().back()->setFocus();
 }
 
