@@ -150,6 +150,22 @@ void drawRadio(QPainter& painter, const QRectF& rect, QStyle::State state) {
     painter.restore();
 }
 
+// The symbol of that name would be a hair at this size.
+void drawTick(QPainter& painter, const QRectF& box, bool mixed) {
+    const auto at = [&box](double x, double y) {
+        return QPointF(box.left() + x * box.width(), box.top() + y * box.height());
+    };
+    constexpr double kStroke = 0.075; // of the box
+    painter.setPen(QPen(Qt::white, kStroke * box.width(), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    if (mixed) { // on whole pixels, as it lies along them
+        const double y = std::floor(box.center().y()) + 0.5;
+        painter.drawLine(QPointF(at(0.28, 0).x(), y), QPointF(at(0.72, 0).x(), y));
+    } else {
+        painter.drawPolyline(QPolygonF{at(0.27, 0.52), at(0.43, 0.68), at(0.73, 0.32)});
+    }
+}
+
 void drawField(QPainter& painter, const QRectF& rect, QStyle::State state, bool framed) {
     const Tokens& tokens = Tokens::current();
     painter.save();
@@ -302,10 +318,7 @@ void QuillaneStyle::drawCheckBox(QPainter& painter, const QRectF& rect, State st
     painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), kCheckRadius - inset / 2,
                             kCheckRadius - inset / 2);
     if (on) {
-        const double side = std::round(rect.width() * 0.67);
-        const QPointF corner(rect.center().x() - side / 2, rect.center().y() - side / 2);
-        Symbols::draw(painter, corner, side, mixed ? QStringLiteral("minus") : QStringLiteral("checkmark"),
-                      Qt::white);
+        drawTick(painter, rect, mixed);
     }
     painter.restore();
 }

@@ -1,0 +1,38 @@
+#include "QuillaneStyle.h"
+#include "Tokens.h"
+#include <QPainter>
+#include <algorithm>
+#include <gtest/gtest.h>
+
+using namespace quillane;
+
+namespace {
+
+QImage checkBox(int side, QStyle::State state) {
+    QImage image(side, side, QImage::Format_RGB32);
+    image.fill(Tokens::current().card);
+    QPainter painter(&image);
+    QuillaneStyle::drawCheckBox(painter, image.rect(), state | QStyle::State_Enabled);
+    return image;
+}
+
+float lightest(const QImage& image) {
+    float most = 0;
+    for (int y = 3; y < image.height() - 3; ++y) { // the corners show what lies behind
+        for (int x = 3; x < image.width() - 3; ++x) {
+            most = std::max(most, image.pixelColor(x, y).redF());
+        }
+    }
+    return most;
+}
+
+class StyleTest : public testing::Test {};
+
+} // namespace
+
+TEST_F(StyleTest, ATickIsWhiteAndNotAHairAtAnySideOfABox) {
+    for (const int side : {16, 18}) {
+        EXPECT_GT(lightest(checkBox(side, QStyle::State_On)), 0.9F) << side;
+        EXPECT_GT(lightest(checkBox(side, QStyle::State_NoChange)), 0.9F) << side;
+    }
+}
