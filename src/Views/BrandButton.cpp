@@ -25,6 +25,7 @@ BrandButton::BrandButton(QWidget* parent)
     setFixedHeight(ToolbarRow::kHeight);
     setMouseTracking(true);
     setFocusPolicy(Qt::NoFocus);
+    setProperty("drawsFocusRing", true); // inside the part that lights up
     connect(this, &QAbstractButton::clicked, this, &BrandButton::openMenu);
 }
 

@@ -1,6 +1,11 @@
+#include "BrandButton.h"
+#include "FocusRing.h"
 #include "QuillaneStyle.h"
 #include "Tokens.h"
+#include <QApplication>
+#include <QMenu>
 #include <QPainter>
+#include <QTest>
 #include <algorithm>
 #include <gtest/gtest.h>
 
@@ -35,4 +40,19 @@ TEST_F(StyleTest, ATickIsWhiteAndNotAHairAtAnySideOfABox) {
         EXPECT_GT(lightest(checkBox(side, QStyle::State_On)), 0.9F) << side;
         EXPECT_GT(lightest(checkBox(side, QStyle::State_NoChange)), 0.9F) << side;
     }
+}
+
+TEST_F(StyleTest, TheBrandWearsItsOwnRingAlone) {
+    QWidget window;
+    BrandButton brand(&window);
+    QMenu menu;
+    brand.setMenu(&menu);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    brand.clearFocus(); // it got it with the window
+    brand.setFocus(Qt::TabFocusReason);
+    ASSERT_TRUE(brand.hasFocus());
+    EXPECT_TRUE(FocusRing::isShownFor(&brand));
+    EXPECT_EQ(qApp->findChild<FocusRing*>()->target(), nullptr);
 }
