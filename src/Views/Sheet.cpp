@@ -1,4 +1,5 @@
 #include "Sheet.h"
+#include "RoundRegion.h"
 #include "Scrim.h"
 #include "SystemLook.h"
 #include "Tokens.h"
@@ -33,7 +34,7 @@ Sheet::Sheet(QSize size, QWidget* over)
         setWindowFlag(Qt::Sheet);
     } else {
         setWindowFlag(Qt::FramelessWindowHint);
-        setAttribute(Qt::WA_TranslucentBackground); // for the round corners
+        setAttribute(Qt::WA_TranslucentBackground, SystemLook::blendsWindows()); // for the round corners
     }
     if (parentWidget() != nullptr) {
         parentWidget()->installEventFilter(this);
@@ -63,7 +64,15 @@ void Sheet::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(tokens.page);
-    painter.drawRoundedRect(rect(), radius(), radius());
+    const double corner = testAttribute(Qt::WA_TranslucentBackground) ? radius() : 0;
+    painter.drawRoundedRect(rect(), corner, corner);
+}
+
+void Sheet::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    if (!SystemLook::isNative() && !testAttribute(Qt::WA_TranslucentBackground)) {
+        setMask(roundRegion(size(), kRadius));
+    }
 }
 
 void Sheet::showEvent(QShowEvent* event) {

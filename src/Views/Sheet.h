@@ -28,6 +28,7 @@ class Sheet : public QDialog {
     void setWantedSize(QSize size);
 
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     bool eventFilter(QObject* object, QEvent* event) override;

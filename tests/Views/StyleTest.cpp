@@ -1,6 +1,7 @@
 #include "BrandButton.h"
 #include "FocusRing.h"
 #include "QuillaneStyle.h"
+#include "RoundRegion.h"
 #include "Tokens.h"
 #include <QApplication>
 #include <QMenu>
@@ -40,6 +41,23 @@ TEST_F(StyleTest, ATickIsWhiteAndNotAHairAtAnySideOfABox) {
         EXPECT_GT(lightest(checkBox(side, QStyle::State_On)), 0.9F) << side;
         EXPECT_GT(lightest(checkBox(side, QStyle::State_NoChange)), 0.9F) << side;
     }
+}
+
+TEST_F(StyleTest, ARoundRegionLacksTheCornersAndNothingElse) {
+    const QRegion region = roundRegion({100, 60}, 14);
+    EXPECT_EQ(region.boundingRect(), QRect(0, 0, 100, 60));
+    for (const QPoint& corner : {QPoint(0, 0), QPoint(99, 0), QPoint(0, 59), QPoint(99, 59), QPoint(3, 3)}) {
+        EXPECT_FALSE(region.contains(corner)) << corner.x() << ", " << corner.y();
+    }
+    EXPECT_TRUE(region.contains(QPoint(5, 5)));
+    for (const QPoint& edge : {QPoint(14, 0), QPoint(0, 14), QPoint(85, 59), QPoint(99, 45)}) {
+        EXPECT_TRUE(region.contains(edge)) << edge.x() << ", " << edge.y();
+    }
+}
+
+TEST_F(StyleTest, ARoundRegionOfAnythingSmallStaysInside) {
+    EXPECT_EQ(roundRegion({10, 4}, 14).boundingRect(), QRect(0, 0, 10, 4));
+    EXPECT_TRUE(roundRegion({0, 0}, 14).isEmpty());
 }
 
 TEST_F(StyleTest, TheBrandWearsItsOwnRingAlone) {
