@@ -1,5 +1,6 @@
 #include "BrandButton.h"
 #include "FocusRing.h"
+#include "Look.h"
 #include "QuillaneStyle.h"
 #include "RoundRegion.h"
 #include "Tokens.h"
@@ -13,6 +14,30 @@
 using namespace quillane;
 
 namespace {
+
+// What the menu itself paints; what it leaves out is transparent.
+class MenuPicture {
+  public:
+    MenuPicture() {
+        m_menu.addAction("Reveal in Finder");
+        m_divider = m_menu.addSeparator();
+        m_menu.addAction("Copy Identifiers");
+        m_menu.popup({});
+        QCoreApplication::processEvents();
+        m_image = QImage(m_menu.size(), QImage::Format_ARGB32);
+        m_image.fill(Qt::transparent);
+        m_menu.render(&m_image, {}, {}, {});
+    }
+
+    QColor at(int x, int y) const { return m_image.pixelColor(x, y); }
+    QSize size() const { return m_image.size(); }
+    QPoint middleOfDivider() const { return m_menu.actionGeometry(m_divider).center(); }
+
+  private:
+    QMenu m_menu;
+    QAction* m_divider;
+    QImage m_image;
+};
 
 QImage checkBox(int side, QStyle::State state) {
     QImage image(side, side, QImage::Format_RGB32);
@@ -32,9 +57,30 @@ float lightest(const QImage& image) {
     return most;
 }
 
-class StyleTest : public testing::Test {};
+class StyleTest : public testing::Test {
+  protected:
+    ~StyleTest() override { Look::setDark(false); }
+};
 
 } // namespace
+
+TEST_F(StyleTest, AMenuIsACardWithRoundCornersInBothModes) {
+    for (const bool dark : {false, true}) {
+        Look::setDark(dark);
+        const MenuPicture menu;
+        const Tokens& tokens = Tokens::current();
+        const int right = menu.size().width() - 1;
+        const int bottom = menu.size().height() - 1;
+        for (const QPoint& corner :
+             {QPoint(0, 0), QPoint(right, 0), QPoint(0, bottom), QPoint(right, bottom)}) {
+            EXPECT_EQ(menu.at(corner.x(), corner.y()).alpha(), 0);
+        }
+        EXPECT_EQ(menu.at(right / 2, 0), tokens.line);
+        EXPECT_EQ(menu.at(right / 2, bottom), tokens.line);
+        EXPECT_EQ(menu.at(right / 2, 3), tokens.card);
+        EXPECT_EQ(menu.at(menu.middleOfDivider().x(), menu.middleOfDivider().y()), tokens.line2);
+    }
+}
 
 TEST_F(StyleTest, ATickIsWhiteAndNotAHairAtAnySideOfABox) {
     for (const int side : {16, 18}) {
