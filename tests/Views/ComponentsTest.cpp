@@ -3,6 +3,7 @@
 #include "DetailRow.h"
 #include "EmptyState.h"
 #include "FittedLabel.h"
+#include "Gallery.h"
 #include "Label.h"
 #include "Look.h"
 #include "Panel.h"
@@ -17,6 +18,7 @@
 #include "StatusRow.h"
 #include "Symbols.h"
 #include "TabularText.h"
+#include "Tokens.h"
 #include "ToolbarRow.h"
 #include "ValueField.h"
 #include <QApplication>
@@ -24,6 +26,7 @@
 #include <QGridLayout>
 #include <QSignalSpy>
 #include <QTest>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace quillane {
@@ -266,6 +269,21 @@ TEST(SearchField, IsPromptedAndNamedSearch) {
     EXPECT_EQ(field.accessibleName(), "Search");
     EXPECT_EQ(field.width(), 220);
     EXPECT_TRUE(field.isClearButtonEnabled());
+}
+
+TEST(SearchField, ThePromptIsQuietAndBeginsThirtyFromTheEdge) {
+    SearchField field;
+    const QImage picture = drawn(field); // twice the size
+    int first = picture.width();
+    bool isQuiet = false;
+    for (int x = 50; x < picture.width(); ++x) {
+        for (int y = 0; y < picture.height(); ++y) {
+            first = qGray(picture.pixel(x, y)) < 180 ? std::min(first, x) : first;
+            isQuiet = isQuiet || picture.pixelColor(x, y) == Tokens::current().text3;
+        }
+    }
+    EXPECT_NEAR(first, 61, 1);
+    EXPECT_TRUE(isQuiet);
 }
 
 TEST(DetailRow, ALongValueIsElidedButCopiedWhole) {

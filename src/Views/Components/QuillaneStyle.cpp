@@ -502,7 +502,9 @@ int QuillaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, c
     case PM_MenuHMargin:
         return 5;
     case PM_LineEditIconSize:
-        return 16;
+        return 14;
+    case PM_LineEditIconMargin:
+        return 6;
     case PM_ToolTipLabelFrameWidth:
         return 5;
     default:

@@ -5,12 +5,17 @@
 
 namespace quillane {
 
+namespace {
+constexpr int kLessAir = 5; // than a field leaves between its symbol and its text
+}
+
 SearchField::SearchField(QWidget* parent)
     : QLineEdit(parent) {
     setPlaceholderText(QStringLiteral("Search"));
     setAccessibleName(QStringLiteral("Search"));
     addAction(Symbols::icon(QStringLiteral("magnifyingglass"), Tint::Tertiary), QLineEdit::LeadingPosition);
     setClearButtonEnabled(true);
+    setTextMargins(-kLessAir, 0, 0, 0);
     setFont(Fonts::of(13));
     setFixedSize(sizeHint());
 }
