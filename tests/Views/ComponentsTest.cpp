@@ -229,6 +229,36 @@ TEST(ToolbarRow, IsFiftyTwoHigh) {
     EXPECT_EQ(row.title(), "Applications");
 }
 
+TEST(ToolbarRow, AControlStandsInItsMiddleAndEndsSixteenBeforeTheNextColumn) {
+    ToolbarRow middle("Applications"); // behind it comes a line of one pixel
+    ToolbarRow last;
+    for (auto* row : {&middle, &last}) {
+        auto* const field = new SearchField;
+        row->addControl(field);
+        row->resize(600, 52);
+        row->show();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(field->y(), 12);
+        EXPECT_EQ(field->geometry().right() + 1, row == &middle ? 585 : 584);
+    }
+}
+
+TEST(StatusRow, TheSizeEndsWhereTheControlsAboveItEnd) {
+    StatusRow row;
+    row.setTexts("6 apps", {}, "245.3 MB");
+    row.resize(600, 32);
+    const QImage picture = row.grab().toImage();
+    const auto ground = picture.pixel(2, 10);
+    int last = 0;
+    for (int x = 0; x < picture.width(); ++x) {
+        for (int y = 4; y < picture.height(); ++y) {
+            last = picture.pixel(x, y) != ground ? x : last;
+        }
+    }
+    EXPECT_GE(last, 582); // the letter has some air of its own
+    EXPECT_LT(last, 585);
+}
+
 TEST(StatusRow, TheDotStandsOnlyBetweenTwoTexts) {
     StatusRow row;
     const auto shown = [&] {

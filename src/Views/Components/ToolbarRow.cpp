@@ -11,8 +11,9 @@ namespace quillane {
 
 namespace {
 constexpr int kLeft = 16;
-constexpr int kLeftUntitled = 8; // three labelled buttons need it in the narrowest detail pane
-constexpr int kRight = 14;
+constexpr int kRight = 15;       // the line between the columns is the sixteenth
+constexpr int kLeftUntitled = 6; // three labelled buttons need it in the narrowest detail pane
+constexpr int kRightUntitled = 16;
 constexpr int kSpacing = 8;
 } // namespace
 
@@ -33,7 +34,8 @@ ToolbarRow::ToolbarRow(const QString& title, Line line, QWidget* parent)
 void ToolbarRow::setTitle(const QString& title) {
     m_title->setText(title);
     m_title->setVisible(!title.isEmpty());
-    m_row->setContentsMargins(title.isEmpty() ? kLeftUntitled : kLeft, 0, kRight, 1);
+    m_row->setContentsMargins(title.isEmpty() ? kLeftUntitled : kLeft, 0,
+                              title.isEmpty() ? kRightUntitled : kRight, 0);
     fit();
 }
 
