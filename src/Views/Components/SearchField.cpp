@@ -16,8 +16,10 @@ SearchField::SearchField(QWidget* parent)
     addAction(Symbols::icon(QStringLiteral("magnifyingglass"), Tint::Tertiary), QLineEdit::LeadingPosition);
     setClearButtonEnabled(true);
     setTextMargins(-kLessAir, 0, 0, 0);
-    setFont(Fonts::of(13));
-    setFixedSize(sizeHint());
+    Fonts::follow(this, [this] {
+        setFont(Fonts::of(13));
+        setFixedSize(sizeHint());
+    });
 }
 
 QSize SearchField::sizeHint() const {

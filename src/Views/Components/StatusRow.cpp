@@ -14,7 +14,7 @@ StatusRow::StatusRow(QWidget* parent)
     , m_dot(new Label(QStringLiteral("•"), TextStyle::secondary().tinted(Tint::Tertiary)))
     , m_extra(new Label({}, TextStyle::secondary()))
     , m_right(new Label({}, TextStyle::secondary())) {
-    setFixedHeight(Fonts::rowHeight(kHeight, 12));
+    Fonts::follow(this, [this] { setFixedHeight(Fonts::rowHeight(kHeight, 12)); });
     m_row->setContentsMargins(16, 1, 15, 0); // the line between the columns is the sixteenth
     m_row->setSpacing(8);
     m_row->addWidget(m_left);

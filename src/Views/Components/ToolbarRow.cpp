@@ -1,4 +1,5 @@
 #include "ToolbarRow.h"
+#include "Fonts.h"
 #include "Label.h"
 #include "PushButton.h"
 #include "Tokens.h"
@@ -22,13 +23,18 @@ ToolbarRow::ToolbarRow(const QString& title, Line line, QWidget* parent)
     , m_row(new QHBoxLayout(this))
     , m_title(new Label(title, TextStyle::columnTitle()))
     , m_line(line) {
-    setFixedHeight(kHeight);
+    Fonts::follow(this, [this] { setFixedHeight(scaledHeight()); });
     // The row may be narrower than its labels ask for: they shrink.
     m_row->setSizeConstraint(QLayout::SetNoConstraint);
     m_row->setSpacing(kSpacing);
     m_row->addWidget(m_title, 0, Qt::AlignVCenter);
     m_row->addStretch(1);
     setTitle(title);
+}
+
+int ToolbarRow::scaledHeight() {
+    constexpr int kAir = 24;
+    return Fonts::rowHeight(kHeight, TextStyle::columnTitle().px, kAir);
 }
 
 void ToolbarRow::setTitle(const QString& title) {
