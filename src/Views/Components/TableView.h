@@ -58,6 +58,7 @@ class TableView : public QTreeView {
     bool event(QEvent* event) override;
 
   private:
+    double growth(int column) const;
     void layOutColumns();
     void updateEmptyState();
     void sectionDragged(int column, int newWidth);
