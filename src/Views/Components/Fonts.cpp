@@ -1,8 +1,8 @@
 #include "Fonts.h"
+#include "ScaleNotifier.h"
 #include "TextStyle.h"
 #include <QApplication>
 #include <QFontMetrics>
-#include <QObject>
 #include <algorithm>
 #include <cmath>
 
@@ -11,12 +11,6 @@ namespace quillane {
 namespace {
 
 double g_scale = 1;
-
-class ScaleNotifier : public QObject {
-    Q_OBJECT
-  signals:
-    void changed();
-};
 
 ScaleNotifier& notifier() {
     static ScaleNotifier one;
@@ -61,5 +55,3 @@ QFont TextStyle::font() const {
 }
 
 } // namespace quillane
-
-#include "Fonts.moc"
