@@ -18,11 +18,22 @@ void DesktopSession::followDesktop(TaskRunner& tasks) {
                      [&scheme] { Look::setDark(scheme.scheme() == ColorScheme::Scheme::dark); });
     const ReducedMotion& motion = m_reducedMotion.emplace(tasks);
     QObject::connect(&motion, &ReducedMotion::changed, [&motion] { Look::setReducedMotion(motion.isOn()); });
+    const Contrast& contrast = m_contrast.emplace(tasks);
+    QObject::connect(&contrast, &Contrast::changed,
+                     [&contrast] { Look::setHighContrast(contrast.isHigh()); });
+    const TextScaling& text = m_textScaling.emplace(tasks);
+    QObject::connect(&text, &TextScaling::changed, [&text] {
+        const bool mayBeDone = QGuiApplication::platformName() == QLatin1String("xcb");
+        Look::setTextScale(mayBeDone ? TextScaling::leftOf(text.factor(), qApp->devicePixelRatio())
+                                     : text.factor());
+    });
 }
 
 void DesktopSession::stopFollowing() {
     m_colorScheme.reset();
     m_reducedMotion.reset();
+    m_contrast.reset();
+    m_textScaling.reset();
 }
 
 } // namespace quillane

@@ -1,9 +1,11 @@
 #pragma once
 #include "ColorScheme.h"
 #include "ContinuousClock.h"
+#include "Contrast.h"
 #include "MainQueue.h"
 #include "QtMainLoop.h"
 #include "ReducedMotion.h"
+#include "TextScaling.h"
 #include <optional>
 
 class QApplication;
@@ -22,8 +24,8 @@ class DesktopSession {
 
     MainQueue& mainQueue() { return m_mainQueue; }
     ContinuousClock& clock() { return m_clock; }
-    // From now on the window is light or dark, and moves or does not, as the desktop wants it. Stop before the
-    // runner goes.
+    // From now on the window is light or dark, moves or does not, and has lines and text, as the desktop wants it.
+    // Stop before the runner goes.
     void followDesktop(TaskRunner& tasks);
     void stopFollowing();
 
@@ -33,6 +35,8 @@ class DesktopSession {
     ContinuousClock m_clock{m_mainQueue};
     std::optional<ColorScheme> m_colorScheme;
     std::optional<ReducedMotion> m_reducedMotion;
+    std::optional<Contrast> m_contrast;
+    std::optional<TextScaling> m_textScaling;
 };
 
 } // namespace quillane

@@ -22,9 +22,10 @@ constexpr int kRadius = 7;
 BrandButton::BrandButton(QWidget* parent)
     : QAbstractButton(parent) {
     setText(QStringLiteral("Quillane"));
-    setFixedHeight(ToolbarRow::kHeight);
+    Fonts::follow(this, [this] { setFixedHeight(ToolbarRow::scaledHeight()); });
     setMouseTracking(true);
     setFocusPolicy(Qt::NoFocus);
+    setProperty("drawsFocusRing", true); // inside the part that lights up
     connect(this, &QAbstractButton::clicked, this, &BrandButton::openMenu);
 }
 
@@ -41,7 +42,7 @@ void BrandButton::openMenu() {
 }
 
 QSize BrandButton::sizeHint() const {
-    return {196, ToolbarRow::kHeight};
+    return {196, ToolbarRow::scaledHeight()};
 }
 
 QRect BrandButton::contentRect() const {

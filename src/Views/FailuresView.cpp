@@ -68,8 +68,10 @@ class FailureList : public QListView {
         const int rows = static_cast<int>(std::min<std::size_t>(failures.size(), 100));
         setModel(new FailuresModel(std::move(failures), this));
         setViewportMargins(0, kListPadding, 0, kListPadding);
-        const int wanted = rows * sizeHintForRow(0) + 2 * kListPadding;
-        setFixedHeight(std::min(wanted, FailuresView::kHighestList));
+        Fonts::follow(this, [this, rows] {
+            const int wanted = rows * sizeHintForRow(0) + 2 * kListPadding;
+            setFixedHeight(std::min(wanted, FailuresView::kHighestList));
+        });
     }
 };
 

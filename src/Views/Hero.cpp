@@ -1,6 +1,7 @@
 #include "Hero.h"
 #include "CompositionBar.h"
 #include "FittedLabel.h"
+#include "Fonts.h"
 #include "Formatting.h"
 #include "OverviewCategories.h"
 #include "PushButton.h"
@@ -59,7 +60,9 @@ QWidget* Hero::makeFigure() {
     row->addWidget(m_progress, 1);
 
     m_states = new QStackedWidget;
-    m_states->setFixedHeight(kFigureHeight);
+    Fonts::follow(m_states, [states = m_states] {
+        states->setFixedHeight(Fonts::rowHeight(kFigureHeight, TextStyle::heroFigure().px, 0));
+    });
     m_states->addWidget(scan);
     m_states->addWidget(m_figure);
     return m_states;

@@ -1,4 +1,5 @@
 #include "ResultAlert.h"
+#include "Fonts.h"
 #include "Label.h"
 #include "PushButton.h"
 #include "ResultAlertButtons.h"
@@ -29,7 +30,10 @@ ResultAlert::ResultAlert(const QString& title, const QString& message, bool anyA
     column->addWidget(m_message);
     column->addSpacing(20);
     column->addWidget(m_buttons);
-    setFixedSize(kWidth, column->totalHeightForWidth(kWidth));
+    Fonts::follow(this, [this, column] {
+        column->activate();
+        setWantedSize({kWidth, column->totalHeightForWidth(kWidth)});
+    });
     m_buttons->buttons().back()->setFocus();
 }
 

@@ -1,25 +1,40 @@
 #include "Sheet.h"
+#include "RoundRegion.h"
 #include "Scrim.h"
 #include "SystemLook.h"
 #include "Tokens.h"
 #include <QEvent>
 #include <QPainter>
+#include <QScreen>
+#include <algorithm>
 
 namespace quillane {
 
 namespace {
 constexpr double kRadius = 14;
+constexpr int kLeastAir = 40; // of the window's height, above and below together
+
+// Where both can't be, the top and the left are seen.
+QRect movedInto(const QRect& room, QRect place) {
+    place.moveRight(std::min(place.right(), room.right()));
+    place.moveBottom(std::min(place.bottom(), room.bottom()));
+    place.moveLeft(std::max(place.left(), room.left()));
+    place.moveTop(std::max(place.top(), room.top()));
+    return place;
+}
+
 } // namespace
 
 Sheet::Sheet(QSize size, QWidget* over)
-    : QDialog(over != nullptr ? over->window() : nullptr) {
+    : QDialog(over != nullptr ? over->window() : nullptr)
+    , m_wanted(size) {
     setWindowModality(Qt::WindowModal);
     setFixedSize(size);
     if (SystemLook::isNative()) {
         setWindowFlag(Qt::Sheet);
     } else {
         setWindowFlag(Qt::FramelessWindowHint);
-        setAttribute(Qt::WA_TranslucentBackground); // for the round corners
+        setAttribute(Qt::WA_TranslucentBackground, SystemLook::blendsWindows()); // for the round corners
     }
     if (parentWidget() != nullptr) {
         parentWidget()->installEventFilter(this);
@@ -38,13 +53,26 @@ QWidget* Sheet::scrim() const {
     return m_scrim;
 }
 
+void Sheet::setWantedSize(QSize size) {
+    m_wanted = size;
+    setFixedSize(size);
+}
+
 void Sheet::paintEvent(QPaintEvent*) {
     const Tokens& tokens = Tokens::current();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(tokens.page);
-    painter.drawRoundedRect(rect(), radius(), radius());
+    const double corner = testAttribute(Qt::WA_TranslucentBackground) ? radius() : 0;
+    painter.drawRoundedRect(rect(), corner, corner);
+}
+
+void Sheet::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    if (!SystemLook::isNative() && !testAttribute(Qt::WA_TranslucentBackground)) {
+        setMask(roundRegion(size(), kRadius));
+    }
 }
 
 void Sheet::showEvent(QShowEvent* event) {
@@ -54,13 +82,16 @@ void Sheet::showEvent(QShowEvent* event) {
     }
     if (!SystemLook::isNative() && m_scrim == nullptr) {
         m_scrim = new Scrim(parentWidget());
-        centre();
+        arrange();
     }
 }
 
 // A dialog takes every opening for a step by Tab. Whoever came by keyboard goes on by keyboard and wants to see
 // where the focus is, and nobody else.
 void Sheet::setVisible(bool visible) {
+    if (visible && !isVisible() && parentWidget() != nullptr) {
+        arrange();
+    }
     QDialog::setVisible(visible);
     if (visible) {
         const auto* window = parentWidget();
@@ -80,16 +111,29 @@ void Sheet::hideEvent(QHideEvent* event) {
 
 bool Sheet::eventFilter(QObject* object, QEvent* event) {
     const bool moved = event->type() == QEvent::Move || event->type() == QEvent::Resize;
-    if (object == parent() && moved && m_scrim != nullptr) {
-        centre();
+    if (object == parent() && moved && isVisible()) {
+        arrange();
     }
     return QDialog::eventFilter(object, event);
+}
+
+QSize Sheet::fittingSize() const {
+    const int room = std::min(parentWidget()->height() - kLeastAir,
+                              parentWidget()->screen()->availableGeometry().height());
+    return {m_wanted.width(), std::max(std::min(m_wanted.height(), room), minimumSizeHint().height())};
+}
+
+void Sheet::arrange() {
+    setFixedSize(fittingSize());
+    if (!SystemLook::isNative()) {
+        centre();
+    }
 }
 
 void Sheet::centre() {
     QRect place(QPoint(), size());
     place.moveCenter(parentWidget()->geometry().center());
-    move(place.topLeft());
+    move(movedInto(parentWidget()->screen()->availableGeometry(), place).topLeft());
 }
 
 void SheetFooter::paintEvent(QPaintEvent*) {

@@ -7,7 +7,8 @@ namespace quillane {
 class Scrim;
 
 // A dialog of fixed size that belongs to one window and blocks it. macOS slides it from the title bar; elsewhere
-// it lies without a frame over the middle of the window, which is dimmed meanwhile.
+// it lies without a frame over the middle of the window, which is dimmed meanwhile, and never off the screen. In
+// a low window it is lower, so that its buttons can be reached.
 class Sheet : public QDialog {
     Q_OBJECT
   public:
@@ -23,14 +24,21 @@ class Sheet : public QDialog {
     void setVisible(bool visible) override;
 
   protected:
+    // In place of the size that was given when it was made.
+    void setWantedSize(QSize size);
+
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
+    QSize fittingSize() const;
+    void arrange();
     void centre();
 
+    QSize m_wanted;
     QPointer<Scrim> m_scrim;
 };
 

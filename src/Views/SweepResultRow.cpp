@@ -20,7 +20,7 @@ SweepResultRow::SweepResultRow(SweepCategory category, Bytes bytes, QWidget* par
     : QWidget(parent)
     , m_category(category)
     , m_size(words(Formatting::byteCount(bytes))) {
-    setFixedHeight(Fonts::rowHeight(kHeight));
+    Fonts::follow(this, [this] { setFixedHeight(Fonts::rowHeight(kHeight)); });
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(14, 0, 14, 0);
     row->setSpacing(10);

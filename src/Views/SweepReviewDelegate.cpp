@@ -81,10 +81,14 @@ void drawSlice(QPainter& painter, const QRectF& slice, bool first, bool last) {
 } // namespace
 
 SweepReviewDelegate::SweepReviewDelegate(QObject* parent)
-    : QStyledItemDelegate(parent)
-    , m_sectionHeight(Fonts::rowHeight(kSectionHeight))
-    , m_titleHeight(std::ceil(QFontMetricsF(titleFont()).height()))
-    , m_subtitleHeight(std::ceil(QFontMetricsF(subtitleFont()).height())) {
+    : QStyledItemDelegate(parent) {
+    Fonts::follow(this, [this] { measure(); });
+}
+
+void SweepReviewDelegate::measure() {
+    m_sectionHeight = Fonts::rowHeight(kSectionHeight);
+    m_titleHeight = std::ceil(QFontMetricsF(titleFont()).height());
+    m_subtitleHeight = std::ceil(QFontMetricsF(subtitleFont()).height());
     const int words = static_cast<int>(m_titleHeight + m_subtitleHeight);
     m_entryHeight = std::max(kEntryHeight, words + 10);
 }

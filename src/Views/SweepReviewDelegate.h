@@ -32,11 +32,13 @@ class SweepReviewDelegate : public QStyledItemDelegate {
     void paintSection(QPainter& painter, const QRect& row, const QModelIndex& index) const;
     void paintEntry(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
 
-    // 20,000 rows ask for them; text does not change its size while a sheet is open.
-    int m_sectionHeight;
-    int m_entryHeight;
-    double m_titleHeight;
-    double m_subtitleHeight;
+    void measure();
+
+    // Kept, as 20,000 rows ask for them.
+    int m_sectionHeight = 0;
+    int m_entryHeight = 0;
+    double m_titleHeight = 0;
+    double m_subtitleHeight = 0;
 };
 
 } // namespace quillane

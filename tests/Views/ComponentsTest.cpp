@@ -3,6 +3,7 @@
 #include "DetailRow.h"
 #include "EmptyState.h"
 #include "FittedLabel.h"
+#include "Gallery.h"
 #include "Label.h"
 #include "ListRow.h"
 #include "Look.h"
@@ -18,6 +19,7 @@
 #include "StatusRow.h"
 #include "Symbols.h"
 #include "TabularText.h"
+#include "Tokens.h"
 #include "ToolbarRow.h"
 #include "ValueField.h"
 #include <QApplication>
@@ -25,6 +27,7 @@
 #include <QGridLayout>
 #include <QSignalSpy>
 #include <QTest>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace quillane {
@@ -236,6 +239,36 @@ TEST(ToolbarRow, IsFiftyTwoHigh) {
     EXPECT_EQ(row.title(), "Applications");
 }
 
+TEST(ToolbarRow, AControlStandsInItsMiddleAndEndsSixteenBeforeTheNextColumn) {
+    ToolbarRow middle("Applications"); // behind it comes a line of one pixel
+    ToolbarRow last;
+    for (auto* row : {&middle, &last}) {
+        auto* const field = new SearchField;
+        row->addControl(field);
+        row->resize(600, 52);
+        row->show();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(field->y(), 12);
+        EXPECT_EQ(field->geometry().right() + 1, row == &middle ? 585 : 584);
+    }
+}
+
+TEST(StatusRow, TheSizeEndsWhereTheControlsAboveItEnd) {
+    StatusRow row;
+    row.setTexts("6 apps", {}, "245.3 MB");
+    row.resize(600, 32);
+    const QImage picture = row.grab().toImage();
+    const auto ground = picture.pixel(2, 10);
+    int last = 0;
+    for (int x = 0; x < picture.width(); ++x) {
+        for (int y = 4; y < picture.height(); ++y) {
+            last = picture.pixel(x, y) != ground ? x : last;
+        }
+    }
+    EXPECT_GE(last, 582); // the letter has some air of its own
+    EXPECT_LT(last, 585);
+}
+
 TEST(StatusRow, TheDotStandsOnlyBetweenTwoTexts) {
     StatusRow row;
     const auto shown = [&] {
@@ -276,6 +309,21 @@ TEST(SearchField, IsPromptedAndNamedSearch) {
     EXPECT_EQ(field.accessibleName(), "Search");
     EXPECT_EQ(field.width(), 220);
     EXPECT_TRUE(field.isClearButtonEnabled());
+}
+
+TEST(SearchField, ThePromptIsQuietAndBeginsThirtyFromTheEdge) {
+    SearchField field;
+    const QImage picture = drawn(field); // twice the size
+    int first = picture.width();
+    bool isQuiet = false;
+    for (int x = 50; x < picture.width(); ++x) {
+        for (int y = 0; y < picture.height(); ++y) {
+            first = qGray(picture.pixel(x, y)) < 180 ? std::min(first, x) : first;
+            isQuiet = isQuiet || picture.pixelColor(x, y) == Tokens::current().text3;
+        }
+    }
+    EXPECT_NEAR(first, 61, 1);
+    EXPECT_TRUE(isQuiet);
 }
 
 TEST(DetailRow, ALongValueIsElidedButCopiedWhole) {

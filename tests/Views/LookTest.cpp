@@ -4,7 +4,9 @@
 #include "QuillaneStyle.h"
 #include "Tokens.h"
 #include <QApplication>
+#include <QComboBox>
 #include <QFontDatabase>
+#include <QLayout>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -38,7 +40,7 @@ class LookTest : public ::testing::Test {
         Look::setDark(false);
         Look::setHighContrast(false);
         Look::setReducedMotion(false);
-        Fonts::setScale(1);
+        Look::setTextScale(1);
     }
 };
 
@@ -85,6 +87,39 @@ TEST_F(LookTest, HighContrastStrengthensLinesInTheModeThatIsOn) {
     EXPECT_TRUE(Look::isDark());
     EXPECT_TRUE(Tokens::current().highContrast);
     EXPECT_EQ(QApplication::palette().color(QPalette::Mid), Tokens::darkSet().text3);
+}
+
+// As high as it wants to be in its width. Layouts in layouts need some turns to agree on that.
+QImage shown(QWidget& widget) {
+    widget.show();
+    for (int before = 0; before != widget.height();) {
+        before = widget.height();
+        QCoreApplication::processEvents();
+        widget.resize(widget.width(), widget.layout()->totalHeightForWidth(widget.width()));
+    }
+    QCoreApplication::processEvents();
+    return drawn(widget);
+}
+
+// Qt never forgets the least size of a combo box.
+std::unique_ptr<QWidget> galleryWithoutComboBoxes() {
+    auto gallery = makeGallery();
+    qDeleteAll(gallery->findChildren<QComboBox*>());
+    return gallery;
+}
+
+TEST_F(LookTest, TextThatGrowsLaterLooksAsIfItHadAlwaysBeenLarge) {
+    Look::setReducedMotion(true);
+    const auto grown = galleryWithoutComboBoxes();
+    const QImage usual = shown(*grown);
+    Look::setTextScale(1.5);
+    const QImage large = shown(*grown);
+    const auto born = galleryWithoutComboBoxes();
+    EXPECT_EQ(large.size(), shown(*born).size());
+    EXPECT_EQ(large, shown(*born));
+    EXPECT_GT(large.height(), usual.height());
+    Look::setTextScale(1);
+    EXPECT_EQ(shown(*grown), usual);
 }
 
 TEST_F(LookTest, ReducedMotionTakesNoTime) {

@@ -2,7 +2,9 @@
 #include "Scrim.h"
 #include "Sheet.h"
 #include <QApplication>
+#include <QScreen>
 #include <QTest>
+#include <QVBoxLayout>
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -44,6 +46,35 @@ TEST_F(SheetOverWindow, ItStaysInTheMiddleAndCoversTheWindowWhenThatMovesAndGrow
     QCoreApplication::processEvents();
     EXPECT_EQ(sheet->geometry().center(), window.geometry().center());
     EXPECT_EQ(sheet->scrim()->size(), QSize(900, 700));
+}
+
+TEST_F(SheetOverWindow, InALowWindowItIsLowerSoThatTheWindowShowsAboveAndBelow) {
+    window.setGeometry(0, 0, 700, 180);
+    sheet->open();
+    EXPECT_EQ(sheet->size(), QSize(300, 140));
+    EXPECT_EQ(sheet->geometry().center(), window.geometry().center());
+    window.setGeometry(0, 0, 700, 400);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(sheet->size(), QSize(300, 200)) << "there is room again";
+}
+
+TEST_F(SheetOverWindow, ItIsNeverLowerThanWhatItHolds) {
+    auto* const column = new QVBoxLayout(sheet.get());
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addSpacing(170);
+    window.setGeometry(0, 0, 700, 180);
+    sheet->open();
+    EXPECT_EQ(sheet->height(), 170);
+}
+
+TEST_F(SheetOverWindow, ItStaysOnTheScreenWhenTheWindowDoesNot) {
+    sheet->open();
+    const QRect room = window.screen()->availableGeometry();
+    for (const QPoint& corner : {QPoint(-600, -400), QPoint(room.right() - 50, room.bottom() - 50)}) {
+        window.move(corner);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(room.contains(sheet->geometry())) << corner.x();
+    }
 }
 
 TEST_F(SheetOverWindow, WhatJoinsTheWindowMeanwhileIsDimmedToo) {

@@ -69,6 +69,20 @@ TEST_F(SidebarTest, ABadgeOfProblemsIsOrange) {
     EXPECT_GT(orange.hsvSaturation(), neutral.hsvSaturation() + 20);
 }
 
+TEST_F(SidebarTest, ANarrowSidebarStillShowsALongNameBesideThreeDigits) {
+    m_sidebar.addSection("Orphaned Files", "questionmark.folder");
+    m_sidebar.setCurrentRow(3); // in its widest letters
+    m_ground.resize(196, 400);
+    m_sidebar.resize(m_ground.size());
+    const auto words = [&] {
+        const QRect item = m_sidebar.visualItemRect(m_sidebar.item(3));
+        return drawn(m_ground).copy(2 * (item.left() + 42), 2 * item.top(), 2 * 97, 2 * item.height());
+    };
+    const QImage alone = words();
+    m_sidebar.setBadge(3, "130", "Orphaned Files, 130");
+    EXPECT_EQ(words(), alone);
+}
+
 TEST_F(SidebarTest, ABadgeForARowThatIsNotThereIsIgnored) {
     m_sidebar.setBadge(9, "1", "nothing");
     EXPECT_TRUE(m_sidebar.badge(9).isEmpty());

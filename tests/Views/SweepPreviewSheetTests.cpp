@@ -1,3 +1,4 @@
+#include "ContentView.h"
 #include "ResultMark.h"
 #include "SheetTest.h"
 #include <QHeaderView>
@@ -346,10 +347,21 @@ TEST_F(SweepPreviewSheetTest, EveryControlHasAName) {
 }
 
 TEST_F(SweepPreviewSheetTest, ItIsOfItsSizeInTheMiddleOfTheWindowWhichItBlocks) {
+    window.setGeometry(0, 0, 780, 760); // all of it on the screen
     open(mixedPlan());
     EXPECT_EQ(sheet->size(), QSize(640, 660));
     EXPECT_EQ(sheet->windowModality(), Qt::WindowModal);
     EXPECT_EQ(sheet->geometry().center(), window.geometry().center());
+}
+
+TEST_F(SweepPreviewSheetTest, IsWholeInTheSmallestWindow) {
+    window.setGeometry(QRect(QPoint(), ContentView::kMinimumSize));
+    open(mixedPlan());
+    EXPECT_EQ(sheet->size(), QSize(640, 560));
+    EXPECT_TRUE(window.geometry().contains(sheet->geometry()));
+    const QRect button(mainButton().mapTo(sheet, QPoint()), mainButton().size());
+    EXPECT_TRUE(sheet->rect().contains(button));
+    EXPECT_GT(list().height(), 300) << "the list alone gives way";
 }
 
 TEST_F(SweepPreviewSheetTest, AllStagesFollowASwitchBetweenLightAndDark) {

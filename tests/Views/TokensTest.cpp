@@ -96,7 +96,7 @@ TEST_P(TokenSet, ThePaletteSpeaksOfTheTokens) {
     const QPalette palette = tokens().palette();
     EXPECT_EQ(palette.color(QPalette::Window), tokens().page);
     EXPECT_EQ(palette.color(QPalette::WindowText), tokens().text);
-    EXPECT_EQ(palette.color(QPalette::PlaceholderText), tokens().text2);
+    EXPECT_EQ(palette.color(QPalette::PlaceholderText), tokens().text3);
     EXPECT_EQ(palette.color(QPalette::Inactive, QPalette::Highlight), tokens().selIdle);
 }
 

@@ -27,6 +27,7 @@ PortalSetting::PortalSetting(TaskRunner& tasks, SessionBus bus, QString group, Q
     : QObject(parent)
     , m_group(std::move(group))
     , m_key(std::move(key)) {
+    qRegisterMetaType<QDBusVariant>(); // a slot of a type that Qt does not know by name can't be connected
     tasks.run(Priority::userInitiated, [&tasks, bus = std::move(bus), self = std::weak_ptr(m_self)] {
         tasks.post([connection = bus(), self] {
             if (const auto setting = self.lock()) {

@@ -19,14 +19,14 @@ AccessBanner::AccessBanner(std::function<void()> onGrantAccess, std::function<vo
     row->addWidget(new SymbolView(symbolName(), 24, Tint::Orange), 0, Qt::AlignVCenter);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(1);
-    texts->addWidget(new Label(heading(), TextStyle::heading()));
+    texts->addWidget(Label::wrapped(heading(), TextStyle::heading()));
     texts->addWidget(Label::wrapped(text(), TextStyle::note()));
     row->addLayout(texts, 1);
     row->addSpacing(4);
     row->addWidget(m_grant);
     row->addWidget(m_relaunch);
     setAccessibleName(heading());
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum); // as high as its width asks for
     connect(m_grant, &QPushButton::clicked, this, [call = std::move(onGrantAccess)] { call(); });
     connect(m_relaunch, &QPushButton::clicked, this, [call = std::move(onRelaunch)] { call(); });
 }

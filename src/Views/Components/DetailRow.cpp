@@ -15,7 +15,7 @@ DetailRow::DetailRow(const QString& label, const QString& value, QWidget* parent
     row->setSpacing(12);
     row->addWidget(m_label);
     row->addWidget(m_value, 1);
-    setFixedHeight(Fonts::rowHeight(30, 12.5));
+    Fonts::follow(this, [this] { setFixedHeight(Fonts::rowHeight(30, 12.5)); });
     m_value->setAccessibleName(label);
 }
 

@@ -1,4 +1,5 @@
 #include "EmptyState.h"
+#include "Fonts.h"
 #include "Label.h"
 #include "Spinner.h"
 #include "SymbolView.h"
@@ -33,6 +34,7 @@ EmptyState::EmptyState(const QString& symbol, const QString& title, const QStrin
     }
     column->addStretch();
     setContent(symbol, title, sentence);
+    Fonts::follow(this, [this] { fitTexts(); }); // behind the labels, which take their fonts first
 }
 
 void EmptyState::setContent(const QString& symbol, const QString& title, const QString& sentence) {
@@ -53,8 +55,13 @@ void EmptyState::setTexts(const QString& title, const QString& sentence) {
     m_title->setVisible(!title.isEmpty());
     m_sentence->setText(sentence);
     m_sentence->setVisible(!sentence.isEmpty());
+    fitTexts();
+}
+
+void EmptyState::fitTexts() {
     // A centred item of a box layout does not get the height that its width asks for.
     for (Label* label : {m_title, m_sentence}) {
+        label->setMinimumHeight(0); // a label counts its own least height in
         label->setFixedHeight(std::max(0, label->heightForWidth(label->width())));
     }
 }

@@ -30,6 +30,7 @@ class EmptyState : public QWidget {
 
   private:
     void setTexts(const QString& title, const QString& sentence);
+    void fitTexts();
 
     SymbolView* m_symbol;
     Spinner* m_spinner;

@@ -17,8 +17,9 @@ namespace quillane {
 namespace {
 
 bool wearsRing(const QWidget* widget) {
-    return qobject_cast<const QAbstractButton*>(widget) != nullptr ||
-           qobject_cast<const QComboBox*>(widget) != nullptr;
+    return (qobject_cast<const QAbstractButton*>(widget) != nullptr ||
+            qobject_cast<const QComboBox*>(widget) != nullptr) &&
+           !widget->property("drawsFocusRing").toBool();
 }
 
 // Fields tell where typed letters go, so they wear the ring however the focus came.

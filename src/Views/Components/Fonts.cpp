@@ -1,4 +1,5 @@
 #include "Fonts.h"
+#include "ScaleNotifier.h"
 #include "TextStyle.h"
 #include <QApplication>
 #include <QFontMetrics>
@@ -10,6 +11,12 @@ namespace quillane {
 namespace {
 
 double g_scale = 1;
+
+ScaleNotifier& notifier() {
+    static ScaleNotifier one;
+    return one;
+}
+
 } // namespace
 
 QFont Fonts::of(double px, int weight, double tracking) {
@@ -27,7 +34,16 @@ double Fonts::scale() {
 }
 
 void Fonts::setScale(double factor) {
-    g_scale = std::clamp(factor, 0.5, 4.0);
+    const double scale = std::clamp(factor, 0.5, 4.0);
+    if (scale != g_scale) {
+        g_scale = scale;
+        emit notifier().changed();
+    }
+}
+
+void Fonts::follow(QObject* context, const std::function<void()>& adjust) {
+    adjust();
+    QObject::connect(&notifier(), &ScaleNotifier::changed, context, adjust);
 }
 
 int Fonts::rowHeight(int base, double px, int air) {

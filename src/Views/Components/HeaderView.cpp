@@ -28,7 +28,7 @@ HeaderView::HeaderView(QWidget* parent)
     setHighlightSections(false);
     setStretchLastSection(false);
     setMinimumSectionSize(40);
-    setFixedHeight(sizeHint().height());
+    Fonts::follow(this, [this] { setFixedHeight(sizeHint().height()); });
     setAccessibleName(QStringLiteral("Column headers"));
 }
 

@@ -11,7 +11,7 @@ Label::Label(const QString& text, const TextStyle& style, QWidget* parent)
     : QLabel(parent)
     , m_style(style) {
     setTextFormat(Qt::PlainText);
-    setFont(style.font());
+    Fonts::follow(this, [this] { setFont(m_style.font()); });
     setText(text);
 }
 

@@ -36,6 +36,11 @@ QFont bodyFont() {
     return font;
 }
 
+void applyFonts() {
+    QApplication::setFont(bodyFont());
+    QToolTip::setFont(Fonts::of(12));
+}
+
 } // namespace
 
 void Look::install(QApplication& app) {
@@ -43,8 +48,7 @@ void Look::install(QApplication& app) {
         return;
     }
     QApplication::setStyle(new QuillaneStyle);
-    QApplication::setFont(bodyFont());
-    QToolTip::setFont(Fonts::of(12));
+    applyFonts();
     apply(false);
     new FocusRing(&app);
 }
@@ -57,6 +61,13 @@ void Look::setDark(bool dark) {
 
 bool Look::isDark() {
     return Tokens::current().dark;
+}
+
+void Look::setTextScale(double factor) {
+    if (!SystemLook::isNative()) {
+        Fonts::setScale(factor);
+        applyFonts();
+    }
 }
 
 void Look::setHighContrast(bool on) {

@@ -14,6 +14,9 @@ void install(QApplication& app);
 void setDark(bool dark);
 bool isDark();
 
+// How much larger than usual text is: all widgets grow or shrink at once. Without effect on macOS.
+void setTextScale(double factor);
+
 // Stronger lines, and an edge in their tint round soft grounds.
 void setHighContrast(bool on);
 

@@ -59,6 +59,7 @@ PushButton::PushButton(const QString& text, const QString& symbol, Role role, Si
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setFocusPolicy(Qt::StrongFocus);
     dress();
+    Fonts::follow(this, [this] { wearFont(); });
 }
 
 void PushButton::setRole(Role role) {
@@ -85,11 +86,15 @@ void PushButton::setCompact(bool compact) {
     }
 }
 
-void PushButton::dress() {
-    setFlat(m_role == Role::Plain);
+void PushButton::wearFont() {
     if (paintsItself(m_role, m_size)) {
         setFont(fontFor(m_role, m_size));
     }
+}
+
+void PushButton::dress() {
+    setFlat(m_role == Role::Plain);
+    wearFont();
     setText(m_compact ? QString() : escaped(m_label));
     setAccessibleName(m_label);
     setIcon(Symbols::icon(m_symbol, symbolTint(m_role)));

@@ -43,6 +43,7 @@ class PushButton : public QPushButton {
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    void wearFont();
     void dress();
     QSize sizeFor(bool compact) const;
 

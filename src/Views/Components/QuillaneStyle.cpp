@@ -1,13 +1,16 @@
 #include "QuillaneStyle.h"
 #include "Fonts.h"
 #include "PushButton.h"
+#include "RoundRegion.h"
 #include "Symbols.h"
+#include "SystemLook.h"
 #include "Tokens.h"
 #include <QAbstractScrollArea>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFocusFrame>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRadioButton>
@@ -26,6 +29,7 @@ constexpr int kLeastSlider = 36;
 constexpr int kRing = 3;
 constexpr double kFieldRadius = 7;
 constexpr double kCheckRadius = 4.5;
+constexpr double kMenuRadius = 9;
 constexpr int kPressedPercent = 112; // 12 % darker
 constexpr double kDisabledShare = 0.45;
 constexpr int kStepperWidth = 18;
@@ -150,6 +154,22 @@ void drawRadio(QPainter& painter, const QRectF& rect, QStyle::State state) {
     painter.restore();
 }
 
+// The symbol of that name would be a hair at this size.
+void drawTick(QPainter& painter, const QRectF& box, bool mixed) {
+    const auto at = [&box](double x, double y) {
+        return QPointF(box.left() + x * box.width(), box.top() + y * box.height());
+    };
+    constexpr double kStroke = 0.075; // of the box
+    painter.setPen(QPen(Qt::white, kStroke * box.width(), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    if (mixed) { // on whole pixels, as it lies along them
+        const double y = std::floor(box.center().y()) + 0.5;
+        painter.drawLine(QPointF(at(0.28, 0).x(), y), QPointF(at(0.72, 0).x(), y));
+    } else {
+        painter.drawPolyline(QPolygonF{at(0.27, 0.52), at(0.43, 0.68), at(0.73, 0.32)});
+    }
+}
+
 void drawField(QPainter& painter, const QRectF& rect, QStyle::State state, bool framed) {
     const Tokens& tokens = Tokens::current();
     painter.save();
@@ -198,10 +218,32 @@ QRectF focusShape(const QWidget& control, const QStyle& style, double& radius) {
     return whole;
 }
 
+bool isMasked(const QWidget* menu) {
+    return menu != nullptr && menu->isWindow() && !menu->testAttribute(Qt::WA_TranslucentBackground);
+}
+
+// The ground and the edge of a menu. Where the screen cannot blend, a mask cuts the corners and needs the edge's
+// colour up to its own edge.
+void drawMenuGround(QPainter& painter, const QRect& rect, bool isMasked) {
+    const Tokens& tokens = Tokens::current();
+    painter.save();
+    if (isMasked) {
+        painter.fillRect(rect, tokens.line);
+    }
+    drawGround(painter, rect, kMenuRadius, tokens.card, tokens.line);
+    painter.restore();
+}
+
+void drawMenuDivider(QPainter& painter, const QRect& rect) {
+    constexpr int kInset = 10;
+    painter.fillRect(QRect(rect.left() + kInset, rect.center().y(), rect.width() - 2 * kInset, 1),
+                     Tokens::current().line2);
+}
+
 // The chosen line of a menu: Fusion draws its words and icon, white on a rounded ground of ours.
 QStyleOptionMenuItem onMenuGround(const QStyleOptionMenuItem& item, QPainter& painter) {
-    constexpr double kMenuRadius = 5;
-    drawGround(painter, QRectF(item.rect).adjusted(1, 0, -1, 0), kMenuRadius, Tokens::current().sel,
+    constexpr double kLineRadius = 5;
+    drawGround(painter, QRectF(item.rect).adjusted(1, 0, -1, 0), kLineRadius, Tokens::current().sel,
                Qt::transparent);
     QStyleOptionMenuItem plain = item;
     plain.state.setFlag(QStyle::State_Selected, false);
@@ -302,10 +344,7 @@ void QuillaneStyle::drawCheckBox(QPainter& painter, const QRectF& rect, State st
     painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), kCheckRadius - inset / 2,
                             kCheckRadius - inset / 2);
     if (on) {
-        const double side = std::round(rect.width() * 0.67);
-        const QPointF corner(rect.center().x() - side / 2, rect.center().y() - side / 2);
-        Symbols::draw(painter, corner, side, mixed ? QStringLiteral("minus") : QStringLiteral("checkmark"),
-                      Qt::white);
+        drawTick(painter, rect, mixed);
     }
     painter.restore();
 }
@@ -333,7 +372,11 @@ void QuillaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* 
         return;
     }
     case PE_FrameLineEdit:
+    case PE_FrameMenu:
         return; // part of the panel
+    case PE_PanelMenu:
+        drawMenuGround(*painter, option->rect, isMasked(widget));
+        return;
     case PE_PanelTipLabel: {
         const Tokens& tokens = Tokens::current();
         painter->fillRect(option->rect, tokens.card);
@@ -353,13 +396,9 @@ void QuillaneStyle::drawControl(ControlElement element, const QStyleOption* opti
         drawPushButton(*button, *painter, widget);
         return;
     }
-    if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
-        element == CE_MenuItem && item != nullptr && (item->state & State_Selected) &&
-        (item->state & State_Enabled)) {
-        painter->save();
-        const QStyleOptionMenuItem plain = onMenuGround(*item, *painter);
-        QProxyStyle::drawControl(element, &plain, painter, widget);
-        painter->restore();
+    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (element == CE_MenuItem && item != nullptr) {
+        drawMenuItem(*item, *painter, widget);
         return;
     }
     if (element == CE_FocusFrame) {
@@ -369,6 +408,19 @@ void QuillaneStyle::drawControl(ControlElement element, const QStyleOption* opti
         return;
     }
     QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void QuillaneStyle::drawMenuItem(const QStyleOptionMenuItem& item, QPainter& painter,
+                                 const QWidget* widget) const {
+    if (item.menuItemType == QStyleOptionMenuItem::Separator && item.text.isEmpty()) {
+        drawMenuDivider(painter, item.rect);
+        return;
+    }
+    painter.save();
+    const bool chosen = (item.state & State_Selected) && (item.state & State_Enabled);
+    const QStyleOptionMenuItem plain = chosen ? onMenuGround(item, painter) : item;
+    QProxyStyle::drawControl(CE_MenuItem, &plain, &painter, widget);
+    painter.restore();
 }
 
 void QuillaneStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
@@ -450,7 +502,9 @@ int QuillaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, c
     case PM_MenuHMargin:
         return 5;
     case PM_LineEditIconSize:
-        return 16;
+        return 14;
+    case PM_LineEditIconMargin:
+        return 6;
     case PM_ToolTipLabelFrameWidth:
         return 5;
     default:
@@ -474,6 +528,14 @@ int QuillaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const Q
         return 0;
     case SH_ComboBox_Popup:
         return 0;
+    case SH_Menu_Mask: {
+        auto* const mask = qstyleoption_cast<QStyleHintReturnMask*>(data);
+        if (mask == nullptr || !isMasked(widget)) {
+            return 0;
+        }
+        mask->region = roundRegion(widget->size(), kMenuRadius);
+        return 1;
+    }
     default:
         return QProxyStyle::styleHint(hint, option, widget, data);
     }
@@ -582,6 +644,9 @@ void QuillaneStyle::polish(QWidget* widget) {
     // Without it the state under the pointer is not told to the drawings.
     if (qobject_cast<QAbstractButton*>(widget) != nullptr || qobject_cast<QComboBox*>(widget) != nullptr) {
         widget->setAttribute(Qt::WA_Hover);
+    }
+    if (qobject_cast<QMenu*>(widget) != nullptr) {
+        widget->setAttribute(Qt::WA_TranslucentBackground, SystemLook::blendsWindows()); // round corners
     }
 }
 

@@ -2,6 +2,7 @@
 #include <QProxyStyle>
 
 class QStyleOptionButton;
+class QStyleOptionMenuItem;
 
 namespace quillane {
 
@@ -37,6 +38,9 @@ class QuillaneStyle : public QProxyStyle {
     static QSize pushButtonSize(const QStyleOptionButton& option, const QWidget* widget);
     // A check box of any side; `state` as for PE_IndicatorCheckBox.
     static void drawCheckBox(QPainter& painter, const QRectF& rect, State state);
+
+  private:
+    void drawMenuItem(const QStyleOptionMenuItem& item, QPainter& painter, const QWidget* widget) const;
 };
 
 } // namespace quillane

@@ -7,6 +7,10 @@
 
 namespace quillane {
 
+namespace {
+constexpr int kLessAir = 5; // than a field leaves between its symbol and its text
+}
+
 SearchField::SearchField(QWidget* parent)
     : QLineEdit(parent) {
     setPlaceholderText(QStringLiteral("Search"));
@@ -14,8 +18,11 @@ SearchField::SearchField(QWidget* parent)
     auto* const magnifier =
         addAction(Symbols::icon(QStringLiteral("magnifyingglass"), Tint::Tertiary), LeadingPosition);
     setClearButtonEnabled(true);
-    setFont(Fonts::of(13));
-    setFixedSize(sizeHint());
+    setTextMargins(-kLessAir, 0, 0, 0);
+    Fonts::follow(this, [this] {
+        setFont(Fonts::of(13));
+        setFixedSize(sizeHint());
+    });
     nameButtons(magnifier);
 }
 

@@ -25,7 +25,7 @@ class Segment : public QAbstractButton {
         setAccessibleName(text);
         setCheckable(true);
         setFocusPolicy(Qt::ClickFocus);
-        setFont(Fonts::of(13, QFont::Medium));
+        Fonts::follow(this, [this] { setFont(Fonts::of(13, QFont::Medium)); });
         setProperty("focusRadius", kSegmentRadius);
         m_label = text;
     }

@@ -15,8 +15,18 @@ constexpr double kInset = 10;
 constexpr double kRadius = 7;
 constexpr double kSymbol = 17;
 constexpr double kHoverShare = 0.45;
-constexpr double kTextLeft = 35;
-constexpr double kBadgeRight = 8;
+
+// What the words and the badge leave free. A narrow sidebar gives them what it can.
+struct Air {
+    double left;
+    double right;
+    double betweenThem;
+};
+
+Air airIn(int width) {
+    return width < SidebarView::kWidth ? Air{33, 4, 4} : Air{35, 8, 6};
+}
+
 } // namespace
 
 QSize SidebarDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
@@ -40,19 +50,19 @@ void SidebarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     }
     Symbols::draw(*painter, {item.left() + 9, std::round(item.center().y() - kSymbol / 2)}, kSymbol,
                   index.data(kSymbolRole).toString(), selected ? tokens.link : tokens.text2);
-    double textRight = item.right() - kBadgeRight;
+    const Air air = airIn(option.rect.width());
+    double textRight = item.right() - air.right;
     const QString badge = index.data(kBadgeRole).toString();
     if (!badge.isEmpty()) {
         const QSizeF size = Badge::sizeOf(badge, {}, Badge::Kind::Capsule);
         const QRectF place(QPointF(textRight - size.width(), item.center().y() - size.height() / 2), size);
         Badge::draw(*painter, place, badge, {}, static_cast<Tint>(index.data(kBadgeTintRole).toInt()),
                     Badge::Kind::Capsule);
-        textRight = place.left() - 6;
+        textRight = place.left() - air.betweenThem;
     }
     painter->setFont(Fonts::of(13, selected ? QFont::DemiBold : QFont::Normal));
     painter->setPen(tokens.text);
-    const QRectF words(item.left() + kTextLeft, item.top(), textRight - item.left() - kTextLeft,
-                       item.height());
+    const QRectF words(QPointF(item.left() + air.left, item.top()), QPointF(textRight, item.bottom()));
     const QString title = index.data().toString();
     painter->drawText(words, Qt::AlignVCenter | Qt::TextSingleLine,
                       QFontMetricsF(painter->font()).elidedText(title, Qt::ElideRight, words.width()));

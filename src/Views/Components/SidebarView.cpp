@@ -41,7 +41,7 @@ QString SidebarView::badge(int row) const {
 }
 
 QSize SidebarView::sizeHint() const {
-    return {212, count() * (Fonts::rowHeight(kItemHeight) + kItemGap)};
+    return {kWidth, count() * (Fonts::rowHeight(kItemHeight) + kItemGap)};
 }
 
 QSize SidebarView::minimumSizeHint() const {

@@ -11,6 +11,7 @@ class SidebarView : public QListWidget {
   public:
     explicit SidebarView(const QString& name, QWidget* parent = nullptr);
 
+    static constexpr int kWidth = 212; // where there is room; below it all air shrinks
     static constexpr int kItemHeight = 32;
     static constexpr int kItemGap = 2;
 

@@ -14,18 +14,17 @@ StatusRow::StatusRow(QWidget* parent)
     , m_dot(new Label(QStringLiteral("•"), TextStyle::secondary().tinted(Tint::Tertiary)))
     , m_extra(new Label({}, TextStyle::secondary()))
     , m_right(new Label({}, TextStyle::secondary())) {
-    setFixedHeight(Fonts::rowHeight(kHeight, 12));
-    m_row->setContentsMargins(16, 1, 16, 0);
+    Fonts::follow(this, [this] { setFixedHeight(Fonts::rowHeight(kHeight, 12)); });
+    m_row->setContentsMargins(16, 1, 15, 0); // the line between the columns is the sixteenth
     m_row->setSpacing(8);
     m_row->addWidget(m_left);
     m_row->addWidget(m_dot);
     m_row->addWidget(m_extra);
     m_row->addStretch(1);
     m_row->addWidget(m_right);
-    for (Label* label : {m_extra, m_right}) {
-        label->setTabular(true);
-        label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    }
+    m_extra->setTabular(true);
+    m_right->setTabular(true);
+    m_right->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setTexts({}, {}, {});
 }
 

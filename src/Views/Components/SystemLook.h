@@ -7,5 +7,7 @@ namespace quillane::SystemLook {
 bool isNative();
 // Menus stand in a bar outside the window.
 bool hasMenuBar();
+// Whether what lies behind a window shows through where the window is transparent. If not, it is black there.
+bool blendsWindows();
 
 } // namespace quillane::SystemLook

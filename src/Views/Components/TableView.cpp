@@ -1,5 +1,6 @@
 #include "TableView.h"
 #include "FocusRing.h"
+#include "Fonts.h"
 #include "HeaderView.h"
 #include "Look.h"
 #include "Spinner.h"
@@ -13,6 +14,8 @@
 #include <QPainterPath>
 #include <QScopedValueRollback>
 #include <QTimerEvent>
+#include <algorithm>
+#include <cmath>
 
 namespace quillane {
 
@@ -52,6 +55,7 @@ TableView::TableView(const QString& name, QWidget* parent)
     connect(m_header, &QHeaderView::sectionResized, this,
             [this](int column, int, int newWidth) { sectionDragged(column, newWidth); });
     connect(this, &QWidget::customContextMenuRequested, this, &TableView::wantMenuAtPointer);
+    Fonts::follow(this, [this] { layOutColumns(); });
 }
 
 TableView::~TableView() = default;
@@ -84,13 +88,24 @@ void TableView::setColumns(std::vector<TableColumn> columns) {
     layOutColumns();
 }
 
+// A figure that is cut misleads, above all a size without its unit, so what stands at the right grows with the text.
+double TableView::growth(int column) const {
+    const int side = model()->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).toInt();
+    return (side & Qt::AlignRight) != 0 ? std::max(1.0, Fonts::scale()) : 1;
+}
+
 void TableView::layOutColumns() {
     const int known = std::min(static_cast<int>(m_columns.size()), m_header->count());
     if (known == 0 || viewport()->width() <= 0) {
         return;
     }
     const QScopedValueRollback<bool> guard(m_layingOut, true);
-    const std::vector<int> widths = columnWidths(m_columns, viewport()->width());
+    std::vector<TableColumn> columns = m_columns;
+    for (int i = 0; i < known; ++i) {
+        TableColumn& column = columns[static_cast<std::size_t>(i)];
+        column.width = static_cast<int>(std::lround(column.width * growth(i)));
+    }
+    const std::vector<int> widths = columnWidths(columns, viewport()->width());
     for (int i = 0; i < known; ++i) {
         m_header->resizeSection(i, widths[static_cast<std::size_t>(i)]);
     }
@@ -100,7 +115,8 @@ void TableView::sectionDragged(int column, int newWidth) {
     if (m_layingOut || column >= static_cast<int>(m_columns.size())) {
         return;
     }
-    m_columns[static_cast<std::size_t>(column)].width = newWidth;
+    m_columns[static_cast<std::size_t>(column)].width =
+        static_cast<int>(std::lround(newWidth / growth(column)));
     layOutColumns();
 }
 

@@ -64,6 +64,7 @@ class TableView : public QTreeView {
     QRegion visualRegionForSelection(const QItemSelection& selection) const override;
 
   private:
+    double growth(int column) const;
     void layOutColumns();
     void updateEmptyState();
     void sectionDragged(int column, int newWidth);

@@ -212,7 +212,7 @@ QPalette Tokens::palette() const {
     set(QPalette::Button, ctl);
     set(QPalette::ButtonText, text);
     set(QPalette::BrightText, Qt::white);
-    set(QPalette::PlaceholderText, text2);
+    set(QPalette::PlaceholderText, text3);
     set(QPalette::Highlight, sel);
     set(QPalette::HighlightedText, Qt::white);
     set(QPalette::Link, link);

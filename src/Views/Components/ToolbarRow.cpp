@@ -1,4 +1,5 @@
 #include "ToolbarRow.h"
+#include "Fonts.h"
 #include "Label.h"
 #include "PushButton.h"
 #include "Tokens.h"
@@ -11,8 +12,9 @@ namespace quillane {
 
 namespace {
 constexpr int kLeft = 16;
-constexpr int kLeftUntitled = 8; // three labelled buttons need it in the narrowest detail pane
-constexpr int kRight = 14;
+constexpr int kRight = 15;       // the line between the columns is the sixteenth
+constexpr int kLeftUntitled = 6; // three labelled buttons need it in the narrowest detail pane
+constexpr int kRightUntitled = 16;
 constexpr int kSpacing = 8;
 } // namespace
 
@@ -21,7 +23,7 @@ ToolbarRow::ToolbarRow(const QString& title, Line line, QWidget* parent)
     , m_row(new QHBoxLayout(this))
     , m_title(new Label(title, TextStyle::columnTitle()))
     , m_line(line) {
-    setFixedHeight(kHeight);
+    Fonts::follow(this, [this] { setFixedHeight(scaledHeight()); });
     // The row may be narrower than its labels ask for: they shrink.
     m_row->setSizeConstraint(QLayout::SetNoConstraint);
     m_row->setSpacing(kSpacing);
@@ -30,10 +32,16 @@ ToolbarRow::ToolbarRow(const QString& title, Line line, QWidget* parent)
     setTitle(title);
 }
 
+int ToolbarRow::scaledHeight() {
+    constexpr int kAir = 24;
+    return Fonts::rowHeight(kHeight, TextStyle::columnTitle().px, kAir);
+}
+
 void ToolbarRow::setTitle(const QString& title) {
     m_title->setText(title);
     m_title->setVisible(!title.isEmpty());
-    m_row->setContentsMargins(title.isEmpty() ? kLeftUntitled : kLeft, 0, kRight, 1);
+    m_row->setContentsMargins(title.isEmpty() ? kLeftUntitled : kLeft, 0,
+                              title.isEmpty() ? kRightUntitled : kRight, 0);
     fit();
 }
 

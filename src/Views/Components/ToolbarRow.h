@@ -17,6 +17,8 @@ class ToolbarRow : public QWidget {
     explicit ToolbarRow(const QString& title = {}, Line line = Line::Below, QWidget* parent = nullptr);
 
     static constexpr int kHeight = 52;
+    // The same for larger text.
+    static int scaledHeight();
 
     void setTitle(const QString& title);
     QString title() const;

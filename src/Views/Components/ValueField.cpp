@@ -14,7 +14,7 @@ ValueField::ValueField(const QString& value, QWidget* parent)
     setFrame(false);
     setAlignment(Qt::AlignRight);
     setFocusPolicy(Qt::ClickFocus);
-    setFont(Fonts::of(12.5));
+    Fonts::follow(this, [this] { setFont(Fonts::of(12.5)); });
     // QLineEdit keeps 2 pixels at either side; without them the value ends where the row does.
     setTextMargins(-2, 0, -2, 0);
     // Only this role is its own: all others follow the application.

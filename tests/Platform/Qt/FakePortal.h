@@ -1,4 +1,5 @@
 #pragma once
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusVariant>
@@ -6,6 +7,8 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QTest>
+#include <gtest/gtest.h>
 
 namespace quillane {
 
@@ -77,5 +80,15 @@ class PortalListener : public QObject {
         keys.append(key);
     }
 };
+
+// What the portal has told so far has arrived at whoever listens on this connection: messages arrive in the order
+// in which they were sent.
+inline void awaitArrival(FakePortal& portal, const QDBusConnection& connection) {
+    const PortalListener listener(connection);
+    const auto last = QStringLiteral("last");
+    portal.tell(QString::fromLatin1(FakePortal::kGroup), last, 0U);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return listener.keys.contains(last); }));
+    QCoreApplication::processEvents();
+}
 
 } // namespace quillane

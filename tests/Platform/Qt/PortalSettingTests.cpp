@@ -2,7 +2,9 @@
 #include "PortalSetting.h"
 #include "PrivateBus.h"
 #include "StepTaskRunner.h"
+#include <QMetaType>
 #include <QSignalSpy>
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace quillane {
@@ -38,6 +40,17 @@ TEST_F(PortalSettingTest, TellsNothingOfASettingThatTheDesktopDoesNotHave) {
     ASSERT_TRUE(m_told.wait());
     ASSERT_EQ(m_told.count(), 1);
     EXPECT_EQ(m_told[0][0].value<QVariant>(), QVariant(3));
+}
+
+// In a process of its own: whoever else uses the type, as the fake portal does, makes it known to all.
+TEST(PortalSettingDeathTest, HearsOfChangesWithoutAnyoneElseWhoKnowsTheirType) {
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    const auto isTypeKnown = [] {
+        StepTaskRunner tasks;
+        const PortalSetting setting(tasks, sharedSessionBus, kGroup, kKey);
+        return QMetaType::fromName("QDBusVariant").isValid();
+    };
+    EXPECT_EXIT(std::_Exit(isTypeKnown() ? 0 : 1), testing::ExitedWithCode(0), "");
 }
 
 } // namespace

@@ -21,14 +21,7 @@ class ReducedMotionTest : public testing::Test {
         EXPECT_TRUE(QTest::qWaitFor([&] { return m_portal.reads == 2; }));
         awaitArrival();
     }
-    // Messages arrive in the order in which they were sent.
-    void awaitArrival() {
-        const PortalListener listener(m_connection);
-        const auto last = QStringLiteral("last");
-        m_portal.tell(kAppearance, last, 0U);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return listener.keys.contains(last); }));
-        QCoreApplication::processEvents();
-    }
+    void awaitArrival() { quillane::awaitArrival(m_portal, m_connection); }
 
     PrivateBus m_bus;
     StepTaskRunner m_tasks;
