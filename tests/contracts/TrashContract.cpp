@@ -3,6 +3,7 @@
 #include "FreedesktopTrash.h"
 #include "TrashInfo.h"
 #include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -238,7 +239,9 @@ TYPED_TEST(TrashContract, ATrashThatIsALinkElsewhereIsRefused) {
     fs::create_directory_symlink(this->world.root / "elsewhere", TypeParam::folder(this->world));
     EXPECT_FALSE(this->trash->items().ok());
     EXPECT_FALSE(this->trash->moveToTrash(this->url("home/a")).ok());
-    EXPECT_FALSE(this->trash->deleteItem(*this->trash->location()).ok());
+    const auto precious = this->trash->location()->appending("precious");
+    EXPECT_FALSE(this->trash->deleteItem(precious).ok());
+    EXPECT_FALSE(this->trash->moveOut(precious, this->url("home/stolen")).ok());
     EXPECT_TRUE(fs::exists(this->world.root / "elsewhere/precious"));
     EXPECT_TRUE(fs::exists(this->world.root / "home/a"));
 }
@@ -300,6 +303,88 @@ TEST_F(FreedesktopTrashRecords, ANameWhoseRecordIsTakenByAStrayIsNotUsed) {
     const auto landed = trash->moveToTrash(DesktopTrash::url(world, "home/a"));
     ASSERT_TRUE(landed.ok());
     EXPECT_EQ((*landed)->lastPathComponent(), "a 2");
+}
+
+TEST_F(FreedesktopTrashRecords, AnInfoFolderThatIsALinkIsNotFollowedToTheRecords) {
+    world.write("home/a", "x");
+    world.write("home/b", "x");
+    const auto a = trash->moveToTrash(DesktopTrash::url(world, "home/a"));
+    const auto b = trash->moveToTrash(DesktopTrash::url(world, "home/b"));
+    ASSERT_TRUE(a.ok() && b.ok());
+    fs::rename(info, world.root / "elsewhere");
+    fs::create_directory_symlink(world.root / "elsewhere", info);
+    EXPECT_TRUE(trash->moveOut(**a, DesktopTrash::url(world, "home/a")).ok());
+    EXPECT_TRUE(trash->deleteItem(**b).ok());
+    EXPECT_EQ(records(), 2U);
+}
+
+// ---- where a Trash of desktops may lie
+
+struct FreedesktopTrashPlace : testing::Test {
+    World world;
+    std::unique_ptr<Trash> trash = DesktopTrash::make(world);
+    FileURL url(const std::string& below) const { return DesktopTrash::url(world, below); }
+    bool exists(const std::string& below) const { return fs::exists(world.root / below); }
+};
+
+TEST_F(FreedesktopTrashPlace, ATrashThatIsALinkToAFolderWithFilesIsNeverListedFilledOrEmptied) {
+    world.write("home/Documents/files/precious", "kept");
+    world.write("home/a", "kept");
+    fs::create_directories(world.root / "home/.local/share");
+    fs::create_directory_symlink(world.root / "home/Documents", world.root / "home/.local/share/Trash");
+    EXPECT_EQ(trash->location(), url("home/.local/share/Trash/files"));
+    EXPECT_FALSE(trash->items().ok());
+    EXPECT_FALSE(trash->moveToTrash(url("home/a")).ok());
+    const auto precious = url("home/.local/share/Trash/files/precious");
+    EXPECT_FALSE(trash->deleteItem(precious).ok());
+    EXPECT_FALSE(trash->moveOut(precious, url("home/stolen")).ok());
+    EXPECT_TRUE(exists("home/Documents/files/precious") && exists("home/a"));
+    EXPECT_FALSE(exists("home/Documents/info"));
+}
+
+TEST_F(FreedesktopTrashPlace, LinksAboveTheTrashAreFollowed) {
+    fs::create_directories(world.root / "elsewhere");
+    fs::create_directory_symlink(world.root / "elsewhere", world.root / "home/.local");
+    world.write("home/a", "x");
+    const auto landed = trash->moveToTrash(url("home/a"));
+    ASSERT_TRUE(landed.ok());
+    EXPECT_TRUE(exists("elsewhere/share/Trash/files/a"));
+    EXPECT_EQ(*trash->items(), std::vector{**landed});
+    EXPECT_TRUE(trash->moveOut(**landed, url("home/a")).ok());
+}
+
+TEST_F(FreedesktopTrashPlace, AFileOnTheWayToTheTrashHoldsNone) {
+    world.write("home/.local", "a file");
+    EXPECT_FALSE(trash->location());
+    EXPECT_TRUE(trash->items().ok());
+}
+
+TEST_F(FreedesktopTrashPlace, OnlyTheFilesFolderOfTheTrashHoldsItems) {
+    world.write("home/.local/share/Trash/info/a", "kept");
+    EXPECT_FALSE(trash->moveOut(url("home/.local/share/Trash/info/a"), url("home/stolen")).ok());
+    EXPECT_FALSE(exists("home/stolen"));
+}
+
+TEST_F(FreedesktopTrashPlace, WhatIsNamedLikeATrashBelowTheTopOfAVolumeIsNone) {
+    const std::string user = std::to_string(::getuid());
+    for (const auto& folder : {"home/.Trash-" + user, "home/.Trash/" + user}) {
+        world.write(folder + "/files/a", "kept");
+        EXPECT_FALSE(trash->moveOut(url(folder + "/files/a"), url("home/stolen")).ok()) << folder;
+        EXPECT_FALSE(exists("home/stolen"));
+    }
+}
+
+TEST(FreedesktopTrashPlaces, ADataFolderOfTheEnvironmentCountsOnlyWithAWholePath) {
+    const char* before = std::getenv("XDG_DATA_HOME"); // NOLINT(concurrency-mt-unsafe): one thread
+    const std::string kept = before != nullptr ? before : "";
+    const auto dataHome = [](const char* variable) {
+        ::setenv("XDG_DATA_HOME", variable, 1); // NOLINT(concurrency-mt-unsafe): one thread
+        return FreedesktopTrash::Places::ofThisUser(FileURL("/home/me")).dataHome;
+    };
+    EXPECT_EQ(dataHome("/data/"), "/data");
+    EXPECT_EQ(dataHome("relative/data"), "/home/me/.local/share");
+    EXPECT_EQ(dataHome(""), "/home/me/.local/share");
+    ::setenv("XDG_DATA_HOME", kept.c_str(), 1); // NOLINT(concurrency-mt-unsafe): empty counts as unset
 }
 
 TEST(TrashInfo, ARecordReadsBackWhateverBytesThePathHolds) {

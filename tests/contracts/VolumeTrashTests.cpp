@@ -151,7 +151,117 @@ TEST_F(VolumeTrash, AReadOnlyVolumeLeavesTheItemWhereItIs) {
                     write("/a", "text");
                     require(::mount(nullptr, volume().c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) == 0,
                             "not remounted");
-                    require(!trash.moveToTrash(FileURL(volume("/a"))).ok(), "it moved");
+                    const auto landed = trash.moveToTrash(FileURL(volume("/a")));
+                    require(!landed.ok(), "it moved");
+                    require(landed.error().code == ErrorCode::kWriteReadOnlyVolume, "another error");
+                    require(contentOf(volume("/a")) == "text", "it is gone");
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST_F(VolumeTrash, AVolumeWithNoRoomForATrashSaysSo) {
+    EXPECT_EXIT(inOwnWorld([&](Trash& trash) {
+                    write("/a", "text");
+                    require(::mount(nullptr, volume().c_str(), nullptr, MS_REMOUNT, "nr_inodes=2") == 0,
+                            "not remounted");
+                    const auto landed = trash.moveToTrash(FileURL(volume("/a")));
+                    require(!landed.ok(), "it moved");
+                    require(landed.error().code == ErrorCode::kWriteNoSpace, "another error");
+                    require(contentOf(volume("/a")) == "text", "it is gone");
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST_F(VolumeTrash, BehindALinkToAnotherVolumeTheTrashIsAtTheTopOfThatVolume) {
+    EXPECT_EXIT(inOwnWorld([&](Trash& trash) {
+                    write("/big/Caches/foo", "text");
+                    const std::string link = disk.path() + "/home/Caches";
+                    fs::create_directory_symlink(volume("/big/Caches"), link);
+                    const auto landed = trash.moveToTrash(FileURL(link + "/foo"));
+                    require(landed.ok() && landed->has_value(), "the move failed");
+                    require((*landed)->path() == own() + "/files/foo", (*landed)->path());
+                    require(TrashInfo::originalPath(contentOf(own() + "/info/foo.trashinfo")) ==
+                                "big/Caches/foo",
+                            "the record leads elsewhere");
+                    require(fs::is_empty(volume("/big/Caches")), "something was made among the caches");
+                    require(trash.moveOut(**landed, FileURL(link + "/foo")).ok(), "it did not come back");
+                    require(contentOf(volume("/big/Caches/foo")) == "text", "the content is another");
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+// One file system that is mounted twice has one device, and nothing can be moved from one mount to the other.
+TEST_F(VolumeTrash, AnItemThatCannotReachTheHomeTrashGoesToTheTrashOfItsOwnMount) {
+    EXPECT_EXIT(inOwnWorld([&](Trash& trash) {
+                    fs::create_directories(volume("/home"));
+                    require(::mount(volume("/home").c_str(), (disk.path() + "/home").c_str(), nullptr,
+                                    MS_BIND, nullptr) == 0,
+                            "no second mount");
+                    write("/a", "text");
+                    const auto landed = trash.moveToTrash(FileURL(volume("/a")));
+                    require(landed.ok() && landed->has_value(), "the move failed");
+                    require((*landed)->path() == own() + "/files/a", (*landed)->path());
+                    require(fs::is_empty(disk.path() + "/home/.local/share/Trash/info"), "a record was left");
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST_F(VolumeTrash, ATrashOfTheVolumeThatIsALinkIsNeverFilledOrTakenFrom) {
+    EXPECT_EXIT(inOwnWorld([&](Trash& trash) {
+                    write("/a", "text");
+                    write("/elsewhere/files/precious", "kept");
+                    fs::create_directories(volume("/elsewhere/info"));
+                    fs::create_directory_symlink("elsewhere", own());
+                    const auto landed = trash.moveToTrash(FileURL(volume("/a")));
+                    require(!landed.ok(), "it moved");
+                    require(landed.error().code == ErrorCode::kFeatureUnsupported, "another error");
+                    require(!trash.moveOut(FileURL(own() + "/files/precious"), FileURL(volume("/b"))).ok(),
+                            "it was taken");
+                    require(contentOf(volume("/elsewhere/files/precious")) == "kept", "it is gone");
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST_F(VolumeTrash, AUsersFolderInTheSharedTrashThatIsALinkIsNotFollowed) {
+    EXPECT_EXIT(inOwnWorld([&](Trash& trash) {
+                    const auto shared = volume("/.Trash/" + std::to_string(::getuid()));
+                    write("/a", "text");
+                    write("/elsewhere/files/precious", "kept");
+                    fs::create_directories(volume("/.Trash"));
+                    require(::chmod(volume("/.Trash").c_str(), 01777) == 0, "chmod");
+                    fs::create_directory_symlink("../elsewhere", shared);
+                    const auto landed = trash.moveToTrash(FileURL(volume("/a")));
+                    require(landed.ok() && (*landed)->path() == own() + "/files/a", "it went elsewhere");
+                    require(!trash.moveOut(FileURL(shared + "/files/precious"), FileURL(volume("/b"))).ok(),
+                            "it was taken");
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST_F(VolumeTrash, ASharedTrashThatIsALinkIsNotTakenFrom) {
+    EXPECT_EXIT(
+        inOwnWorld([&](Trash& trash) {
+            const std::string user = std::to_string(::getuid());
+            write("/elsewhere/" + user + "/files/precious", "kept");
+            fs::create_directory_symlink("elsewhere", volume("/.Trash"));
+            require(
+                !trash.moveOut(FileURL(volume("/.Trash/" + user + "/files/precious")), FileURL(volume("/b")))
+                     .ok(),
+                "it was taken");
+        }),
+        testing::ExitedWithCode(0), "");
+}
+
+// Somebody else may have made a folder of that name first, to read what comes in.
+TEST_F(VolumeTrash, ATrashThatBelongsToSomebodyElseIsNotUsed) {
+    EXPECT_EXIT(inOwnWorld([&](Trash&) {
+                    StepTaskRunner runner;
+                    ManualClock clock(runner);
+                    FreedesktopTrash trash({places().dataHome, ::getuid() + 1}, clock);
+                    write("/a", "text");
+                    const auto landed = trash.moveToTrash(FileURL(volume("/a")));
+                    require(!landed.ok(), "it moved");
+                    require(landed.error().code == ErrorCode::kFeatureUnsupported, "another error");
                     require(contentOf(volume("/a")) == "text", "it is gone");
                 }),
                 testing::ExitedWithCode(0), "");
