@@ -299,6 +299,13 @@ TEST_F(FileDefaultsTest, WhatIsNoFileOfBytesIsLeftAlone) {
     }
 }
 
+TEST_F(FileDefaultsTest, WhatWasReadBeforeStaysKnownWhenSomethingElseTakesThePlaceOfTheFile) {
+    FileDefaults defaults(path);
+    defaults.set("a", true);
+    folder.remove("quillane/defaults.plist").fifo("quillane/defaults.plist");
+    EXPECT_TRUE(defaults.boolean("a"));
+}
+
 // As the programs do that keep a user's settings in one folder.
 TEST_F(FileDefaultsTest, ALinkedFileIsWrittenThroughAndTheLinkStays) {
     folder.file("dots/there.plist").folder("elsewhere");

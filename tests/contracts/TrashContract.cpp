@@ -1,4 +1,5 @@
 // What every Trash keeps, over the plain Trash of a sample volume and the Trash of Linux desktops.
+#include "DiskFolder.h"
 #include "FolderTrash.h"
 #include "FreedesktopTrash.h"
 #include "TrashInfo.h"
@@ -8,6 +9,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace quillane {
@@ -219,6 +221,45 @@ TYPED_TEST(TrashContract, DeletingAFolderDeletesAllItHoldsAndFollowsNoLink) {
     EXPECT_EQ(this->content(this->world.root / "home/kept/file"), "kept");
 }
 
+// As the descriptors of a process are few.
+class FewDescriptors {
+  public:
+    explicit FewDescriptors(rlim_t most) {
+        ::getrlimit(RLIMIT_NOFILE, &m_before);
+        const rlimit few{most, m_before.rlim_max};
+        EXPECT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+    }
+    ~FewDescriptors() { ::setrlimit(RLIMIT_NOFILE, &m_before); }
+    FewDescriptors(const FewDescriptors&) = delete;
+    FewDescriptors& operator=(const FewDescriptors&) = delete;
+
+  private:
+    rlimit m_before = {};
+};
+
+TYPED_TEST(TrashContract, HoweverDeepAFolderIsItIsDeletedWithFewDescriptors) {
+    DiskFolder(this->world.root.string()).chain("home/deep", 3000);
+    const auto landed = this->trashed("home/deep");
+    {
+        const FewDescriptors few(64);
+        EXPECT_TRUE(this->trash->deleteItem(landed).ok());
+    }
+    EXPECT_FALSE(fs::exists(this->host(landed)));
+}
+
+TYPED_TEST(TrashContract, InADeepFolderWhatLiesBesideTheWayDownIsDeletedToo) {
+    std::string level = "home/deep";
+    for (int i = 0; i < 60; ++i) {
+        this->world.write(level + "/a", "x");
+        this->world.write(level + "/c/x", "x");
+        level += "/b";
+    }
+    this->world.write(level, "x");
+    const auto landed = this->trashed("home/deep");
+    EXPECT_TRUE(this->trash->deleteItem(landed).ok());
+    EXPECT_FALSE(fs::exists(this->host(landed)));
+}
+
 TYPED_TEST(TrashContract, NothingOutsideTheTrashIsEverDeleted) {
     this->world.write("home/a", "1");
     this->world.write("home/kept", "2");
@@ -360,6 +401,7 @@ TEST_F(FreedesktopTrashPlace, AFileOnTheWayToTheTrashHoldsNone) {
 }
 
 TEST_F(FreedesktopTrashPlace, OnlyTheFilesFolderOfTheTrashHoldsItems) {
+    world.write("home/.local/share/Trash/files/a", "kept");
     world.write("home/.local/share/Trash/info/a", "kept");
     EXPECT_FALSE(trash->moveOut(url("home/.local/share/Trash/info/a"), url("home/stolen")).ok());
     EXPECT_FALSE(exists("home/stolen"));
@@ -367,9 +409,10 @@ TEST_F(FreedesktopTrashPlace, OnlyTheFilesFolderOfTheTrashHoldsItems) {
 
 TEST_F(FreedesktopTrashPlace, WhatIsNamedLikeATrashBelowTheTopOfAVolumeIsNone) {
     const std::string user = std::to_string(::getuid());
-    for (const auto& folder : {"home/.Trash-" + user, "home/.Trash/" + user}) {
+    for (const auto& folder : {"home/.Trash-" + user, "home/.Trash/" + user, "home/" + user}) {
         world.write(folder + "/files/a", "kept");
-        EXPECT_FALSE(trash->moveOut(url(folder + "/files/a"), url("home/stolen")).ok()) << folder;
+        const auto moved = trash->moveOut(url(folder + "/files/a"), url("home/stolen"));
+        EXPECT_TRUE(!moved.ok() && moved.error().underlying == EINVAL) << folder;
         EXPECT_FALSE(exists("home/stolen"));
     }
 }

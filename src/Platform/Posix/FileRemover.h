@@ -10,7 +10,8 @@ namespace quillane::FileRemover {
 Result<> removeFile(int folder, const std::string& name);
 
 // Deletes an entry with all it holds, on open folders: links are deleted and never followed, whoever swaps
-// what under us. Stops at the first failure; what went before stays deleted.
+// what under us. Neither the stack nor the open descriptors grow with its depth. Stops at the first failure; what
+// went before stays deleted.
 Result<> removeTree(int folder, const std::string& name);
 
 } // namespace quillane::FileRemover
