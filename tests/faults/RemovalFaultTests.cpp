@@ -8,7 +8,9 @@
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
+#include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace quillane {
@@ -19,7 +21,8 @@ namespace fs = std::filesystem;
 struct RemovalFaults : testing::Test {
     RemovalFaults() { disk.file("precious/kept", "kept"); }
 
-    // Deletes "tree" and lets somebody act once, right after a call with this name for this entry.
+    // Deletes "tree" and lets somebody act once, right after a call with this name for this entry. Nothing is
+    // deleted that this tree never held by name, so that a rule that is broken costs nobody a file.
     Result<> removeTree(const char* call, const char* entry, const std::function<void()>& act) const {
         const Descriptor folder(::open(disk.path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         bool acted = false;
@@ -35,6 +38,10 @@ struct RemovalFaults : testing::Test {
         return removed;
     }
     bool isThere(const std::string& below) const { return fs::exists(fs::symlink_status(disk.at(below))); }
+    static const std::set<std::string_view>& namesInTree() {
+        static const std::set<std::string_view> names = {"tree", "below", "x", "late", "d", "leaf"};
+        return names;
+    }
     static std::string levels(int count) {
         std::string path;
         for (int i = 0; i < count; ++i) {
