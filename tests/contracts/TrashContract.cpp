@@ -132,6 +132,14 @@ TYPED_TEST(TrashContract, ANameOf255BytesMovesTwice) {
     }
 }
 
+TYPED_TEST(TrashContract, ALongNameOfBytesThatAreNoTextMovesTwice) {
+    const std::string name(255, '\x80');
+    for (int i = 0; i < 2; ++i) {
+        this->world.write("home/" + name, std::to_string(i));
+        EXPECT_EQ(this->content(this->host(this->trashed("home/" + name))), std::to_string(i));
+    }
+}
+
 TYPED_TEST(TrashContract, AnOddNameComesThroughByteForByte) {
     for (const std::string name :
          {"new\nline", "\xff\xfe bad", "100% %41", "-rf", ".hidden", "é", "[Trash Info]"}) {
