@@ -354,6 +354,30 @@ TEST_F(FreedesktopTrashRecords, ANameWhoseRecordIsTakenByAStrayIsNotUsed) {
     EXPECT_EQ((*landed)->lastPathComponent(), "a 2");
 }
 
+// A crash between the record and the move leaves a record. A young one may be of a move that is under way.
+TEST_F(FreedesktopTrashRecords, DeletingTheLastItemDeletesOldRecordsThatHaveNoItem) {
+    constexpr double kHour = 3600;
+    world.write("home/a", "x");
+    world.write("home/b", "x");
+    const auto a = trash->moveToTrash(DesktopTrash::url(world, "home/a"));
+    const auto b = trash->moveToTrash(DesktopTrash::url(world, "home/b"));
+    ASSERT_TRUE(a.ok() && b.ok());
+    DiskFolder folder(info.string());
+    const auto ago = [&](double seconds) { return world.clock.now().addingSeconds(-seconds); };
+    folder.file("old.trashinfo").modified("old.trashinfo", ago(kHour + 1));
+    folder.file("young.trashinfo").modified("young.trashinfo", ago(kHour - 1));
+    folder.file("ahead.trashinfo").modified("ahead.trashinfo", ago(-3 * kHour));
+    folder.file("no record").modified("no record", ago(2 * kHour));
+    ASSERT_TRUE(trash->deleteItem(**a).ok());
+    EXPECT_TRUE(fs::exists(info / "old.trashinfo")); // not while the Trash is in use
+    ASSERT_TRUE(trash->deleteItem(**b).ok());
+    EXPECT_FALSE(fs::exists(info / "old.trashinfo"));
+    for (const char* kept : {"young.trashinfo", "ahead.trashinfo", "no record"}) {
+        EXPECT_TRUE(fs::exists(info / kept)) << kept;
+    }
+    EXPECT_EQ(records(), 3U);
+}
+
 TEST_F(FreedesktopTrashRecords, AnInfoFolderThatIsALinkIsNotFollowedToTheRecords) {
     world.write("home/a", "x");
     world.write("home/b", "x");

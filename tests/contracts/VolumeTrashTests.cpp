@@ -2,6 +2,7 @@
 // mounts a small volume that nobody else sees.
 #include "FreedesktopTrash.h"
 #include "ManualClock.h"
+#include "OwnVolume.h"
 #include "StepTaskRunner.h"
 #include "TemporaryFolder.h"
 #include "TrashInfo.h"
@@ -11,7 +12,6 @@
 #include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
-#include <sched.h>
 #include <sstream>
 #include <string>
 #include <sys/mount.h>
@@ -50,10 +50,7 @@ struct VolumeTrash : testing::Test {
     }
     // Mounts the volume in a world of this process and leaves with 0 when the body came to its end.
     void inOwnWorld(const std::function<void(Trash&)>& body) const {
-        const bool mayMount = ::unshare(CLONE_NEWNS) == 0 || ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0;
-        require(mayMount, "no world of its own");
-        require(::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, "the world is not private");
-        require(::mount("volume", volume().c_str(), "tmpfs", 0, "size=8m") == 0, "no volume was mounted");
+        mountOwnVolume(volume());
         StepTaskRunner runner;
         ManualClock clock(runner);
         FreedesktopTrash trash(places(), clock);

@@ -2,6 +2,7 @@
 #include "FileMover.h"
 #include "FileRemover.h"
 #include "PosixError.h"
+#include "StatusTime.h"
 #include "TrashFolder.h"
 #include "TrashInfo.h"
 #include "TrashNames.h"
@@ -20,6 +21,7 @@ namespace {
 
 constexpr mode_t kRecordMode = 0600;
 constexpr std::string_view kRecordSuffix = ".trashinfo";
+constexpr double kLongestMove = 3600; // in seconds, and far beyond
 // An item's name leaves room for the suffix of its record.
 constexpr std::size_t kMaxItemName = TrashFolder::kMaxNameBytes - kRecordSuffix.size();
 constexpr const char* kFiles = "files";
@@ -220,6 +222,24 @@ Result<> FreedesktopTrash::moveOut(const FileURL& inTrash, const FileURL& origin
     return moved;
 }
 
+// A young record may be that of a move which is under way, in whatever program.
+void FreedesktopTrash::removeOldStrays(int files, const Descriptor& info) const {
+    auto listed = TrashFolder::items(TrashBins::openFolderAt(info.get(), "."), FileURL());
+    for (const auto& record : std::move(listed).valueOr({})) {
+        const std::string name(record.lastPathComponent());
+        struct stat status = {};
+        if (!name.ends_with(kRecordSuffix) ||
+            ::fstatat(info.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
+            m_clock.now().secondsSince1970() - modifiedOf(status).secondsSince1970() < kLongestMove) {
+            continue;
+        }
+        const auto item = name.substr(0, name.size() - kRecordSuffix.size());
+        if (::fstatat(files, item.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOENT) {
+            (void)FileRemover::removeFile(info.get(), name);
+        }
+    }
+}
+
 Result<> FreedesktopTrash::deleteItem(const FileURL& inTrash) {
     if (!TrashFolder::holdsDirectly(FileURL(homePath()).appending(kFiles), inTrash)) {
         return PosixError::writing(EINVAL);
@@ -234,6 +254,9 @@ Result<> FreedesktopTrash::deleteItem(const FileURL& inTrash) {
     if (removed) {
         const auto info = TrashBins::openFolderAt(trash.get(), kInfo);
         removeRecord(info, name);
+        if (info && TrashFolder::isEmpty(files.get())) {
+            removeOldStrays(files.get(), info);
+        }
     }
     return removed;
 }

@@ -10,7 +10,8 @@ namespace quillane {
 // The Trash of Linux desktops: one in the home volume's data folder, and one at the top of each other volume,
 // each with the items in "files" and a record for each item in "info". The record is written before the move
 // and withdrawn when the move fails. Nothing crosses a volume: where a volume can have no Trash, a move fails. A
-// link in the place of a Trash is refused.
+// link in the place of a Trash is refused. Deleting the last item also deletes what a crash can leave: records
+// without an item, once they are older than any move takes.
 class FreedesktopTrash final : public Trash {
   public:
     struct Places {
@@ -35,6 +36,7 @@ class FreedesktopTrash final : public Trash {
     Result<std::optional<FileURL>> moveInto(const TrashBin& bin, int parent, const FileURL& url) const;
     Result<std::optional<FileURL>> moveIntoVolume(int parent, const FileURL& url) const;
     Result<Descriptor> openTrash(const FileURL& filesFolder) const;
+    void removeOldStrays(int files, const Descriptor& info) const;
 
     Places m_places;
     const Clock& m_clock;
