@@ -367,12 +367,12 @@ TEST_F(FreedesktopTrashRecords, DeletingTheLastItemDeletesOldRecordsThatHaveNoIt
     folder.file("old.trashinfo").modified("old.trashinfo", ago(kHour + 1));
     folder.file("young.trashinfo").modified("young.trashinfo", ago(kHour - 1));
     folder.file("ahead.trashinfo").modified("ahead.trashinfo", ago(-3 * kHour));
-    folder.file("no record").modified("no record", ago(2 * kHour));
+    folder.file("something that is no record").modified("something that is no record", ago(2 * kHour));
     ASSERT_TRUE(trash->deleteItem(**a).ok());
     EXPECT_TRUE(fs::exists(info / "old.trashinfo")); // not while the Trash is in use
     ASSERT_TRUE(trash->deleteItem(**b).ok());
     EXPECT_FALSE(fs::exists(info / "old.trashinfo"));
-    for (const char* kept : {"young.trashinfo", "ahead.trashinfo", "no record"}) {
+    for (const char* kept : {"young.trashinfo", "ahead.trashinfo", "something that is no record"}) {
         EXPECT_TRUE(fs::exists(info / kept)) << kept;
     }
     EXPECT_EQ(records(), 3U);
