@@ -51,7 +51,8 @@ Result<std::string> endOfLinks(std::string path) {
             return path;
         }
         const std::string text(target.data(), static_cast<std::size_t>(length));
-        path = text.starts_with('/') ? text : path.substr(0, path.rfind('/') + 1) + text;
+        path.resize(text.starts_with('/') ? 0 : path.rfind('/') + 1);
+        path += text;
     }
     return PosixError::writing(ELOOP);
 }

@@ -87,6 +87,7 @@ class TreeRemoval {
     // Unlinks the next entry of the lowest folder, goes into it, or leaves the folder when it was the last.
     Result<> advance() {
         errno = 0;
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): the stream is this object's own
         const dirent* entry = ::readdir(m_levels.back().directory.get());
         if (entry == nullptr) {
             return errno != 0 ? lastError() : leave();
