@@ -264,10 +264,16 @@ TEST_F(VolumeTrash, ATrashThatBelongsToSomebodyElseIsNotUsed) {
                 testing::ExitedWithCode(0), "");
 }
 
+// A volume on the test's own one, so that no Trash is made on the machine's.
 TEST_F(VolumeTrash, TheTopOfAVolumeCannotBeTrashed) {
     EXPECT_EXIT(inOwnWorld([&](Trash& trash) {
-                    require(!trash.moveToTrash(FileURL(volume())).ok(), "the volume itself moved");
-                    require(fs::exists(volume()), "it is gone");
+                    fs::create_directories(volume("/inner"));
+                    require(::mount("inner", volume("/inner").c_str(), "tmpfs", 0, "size=1m") == 0,
+                            "no second volume");
+                    write("/inner/a", "text");
+                    require(!trash.moveToTrash(FileURL(volume("/inner"))).ok(), "the volume itself moved");
+                    require(contentOf(volume("/inner/a")) == "text", "it is gone");
+                    require(fs::is_empty(own() + "/info"), "a record was left");
                 }),
                 testing::ExitedWithCode(0), "");
 }
