@@ -1,4 +1,5 @@
 // What settings keep, over the file of the user and over the fake.
+#include "AtomicFile.h"
 #include "FileDefaults.h"
 #include "MemoryDefaults.h"
 #include "TemporaryFolder.h"
@@ -217,6 +218,117 @@ TEST_F(FileDefaultsTest, TheFileIsReadableByItsOwnerAlone) {
     struct stat status = {};
     ASSERT_EQ(::stat(path.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0600);
+}
+
+// Over a file of at most 16,000 bytes and 200 values.
+struct SmallFileDefaults : FileDefaultsTest {
+    static constexpr PropertyList::Limits kLimits{.bytes = 16000, .nodes = 200};
+    FileDefaults launch() const { return FileDefaults(path, kLimits); }
+    FileDefaults defaults = launch();
+};
+
+TEST_F(SmallFileDefaults, AValueTooLargeToBeReadBackStaysInMemoryAndTheOthersAreStored) {
+    for (const auto& huge : {Defaults::Value(Defaults::Data(13000, 7)),
+                             Defaults::Value(std::vector<std::string>(250, "of too many"))}) {
+        defaults.set("paths", std::vector<std::string>{"/protected"});
+        defaults.set("operation", Defaults::Data{1});
+        defaults.set("operation", huge);
+        EXPECT_EQ(defaults.value("operation"), huge);
+        EXPECT_EQ(launch().stringArray("paths"), std::vector<std::string>{"/protected"});
+        EXPECT_EQ(launch().data("operation"), Defaults::Data{1});
+        defaults.set("paths", std::vector<std::string>{"/protected", "/too"});
+        EXPECT_EQ(launch().stringArray("paths"), (std::vector<std::string>{"/protected", "/too"}));
+        EXPECT_EQ(defaults.value("operation"), huge);
+        defaults.set("operation", Defaults::Data{2});
+        EXPECT_EQ(launch().data("operation"), Defaults::Data{2});
+    }
+}
+
+TEST_F(SmallFileDefaults, AHugeValueThatIsTakenAwayAgainIsGone) {
+    defaults.set("operation", Defaults::Data{1});
+    defaults.set("operation", Defaults::Data(13000, 7));
+    defaults.clear("operation");
+    EXPECT_EQ(defaults.value("operation"), std::nullopt);
+    EXPECT_EQ(launch().value("operation"), std::nullopt);
+}
+
+TEST_F(SmallFileDefaults, WhatHadNoRoomIsStoredOnceItHasSome) {
+    defaults.set("first", std::string(8000, 'x'));
+    defaults.set("second", std::string(9000, 'y'));
+    EXPECT_EQ(launch().value("second"), std::nullopt);
+    defaults.clear("first");
+    EXPECT_EQ(launch().value("second"), Defaults::Value(std::string(9000, 'y')));
+}
+
+// 11,000 bytes are 14,700 in the file, which would just be read.
+TEST_F(SmallFileDefaults, HoweverLargeOneValueIsTheOthersFindRoom) {
+    const Defaults::Value paths(std::string(3000, 'p'));
+    defaults.set("operation", Defaults::Data(11000, 7));
+    defaults.set("paths", paths);
+    EXPECT_EQ(launch().value("paths"), paths);
+    defaults.set("operation", Defaults::Data(8500, 7));
+    EXPECT_EQ(launch().value("operation"), Defaults::Value(Defaults::Data(8500, 7)));
+    EXPECT_EQ(launch().value("paths"), paths);
+}
+
+TEST_F(FileDefaultsTest, AFileThatIsTooLargeToBeReadIsLeftAlone) {
+    folder.sparse("quillane/defaults.plist", std::int64_t{17} << 20);
+    FileDefaults defaults(path);
+    EXPECT_EQ(defaults.value("a"), std::nullopt);
+    defaults.set("a", true);
+    EXPECT_TRUE(defaults.boolean("a"));
+    struct stat status = {};
+    ASSERT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_size, off_t{17} << 20);
+}
+
+TEST_F(FileDefaultsTest, WhatIsNoFileOfBytesIsLeftAlone) {
+    folder.fifo("a/defaults.plist")
+        .folder("b/defaults.plist")
+        .fifo("c/pipe")
+        .link("c/defaults.plist", "pipe");
+    for (const char* name : {"a/defaults.plist", "b/defaults.plist", "c/pipe"}) {
+        const auto place = folder.path() + "/" + std::string(1, name[0]) + "/defaults.plist";
+        FileDefaults defaults(place);
+        defaults.set("a", true);
+        EXPECT_TRUE(defaults.boolean("a"));
+        EXPECT_FALSE(AtomicFile::write(place, "text").ok());
+        struct stat status = {};
+        ASSERT_EQ(::lstat(folder.at(name).c_str(), &status), 0);
+        EXPECT_TRUE(S_ISFIFO(status.st_mode) || S_ISDIR(status.st_mode)) << name;
+    }
+}
+
+TEST_F(FileDefaultsTest, WhatWasReadBeforeStaysKnownWhenSomethingElseTakesThePlaceOfTheFile) {
+    FileDefaults defaults(path);
+    defaults.set("a", true);
+    folder.remove("quillane/defaults.plist").fifo("quillane/defaults.plist");
+    EXPECT_TRUE(defaults.boolean("a"));
+}
+
+// As the programs do that keep a user's settings in one folder.
+TEST_F(FileDefaultsTest, ALinkedFileIsWrittenThroughAndTheLinkStays) {
+    folder.file("dots/there.plist").folder("elsewhere");
+    for (const char* target : {"../dots/there.plist", "../elsewhere/missing.plist", "second"}) {
+        folder.remove("quillane").link("quillane/defaults.plist", target);
+        folder.link("quillane/second", folder.at("dots/third.plist"));
+        FileDefaults(path).set("a", std::string(target));
+        struct stat status = {};
+        ASSERT_EQ(::lstat(path.c_str(), &status), 0);
+        EXPECT_TRUE(S_ISLNK(status.st_mode)) << target;
+        EXPECT_EQ(FileDefaults(path).value("a"), Defaults::Value(std::string(target)));
+    }
+    EXPECT_TRUE(FileDefaults(folder.at("dots/third.plist")).value("a"));
+}
+
+TEST_F(FileDefaultsTest, LinksThatLeadInACircleAreLeftAlone) {
+    folder.link("quillane/defaults.plist", "other").link("quillane/other", "defaults.plist");
+    FileDefaults defaults(path);
+    defaults.set("a", true);
+    EXPECT_TRUE(defaults.boolean("a"));
+    struct stat status = {};
+    ASSERT_EQ(::lstat(path.c_str(), &status), 0);
+    EXPECT_TRUE(S_ISLNK(status.st_mode));
 }
 
 // Several processes store at once, and each is killed at a moment that is as good as any.

@@ -1,12 +1,15 @@
 // What every Trash keeps, over the plain Trash of a sample volume and the Trash of Linux desktops.
+#include "DiskFolder.h"
 #include "FolderTrash.h"
 #include "FreedesktopTrash.h"
 #include "TrashInfo.h"
 #include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace quillane {
@@ -129,6 +132,14 @@ TYPED_TEST(TrashContract, ANameOf255BytesMovesTwice) {
     }
 }
 
+TYPED_TEST(TrashContract, ALongNameOfBytesThatAreNoTextMovesTwice) {
+    const std::string name(255, '\x80');
+    for (int i = 0; i < 2; ++i) {
+        this->world.write("home/" + name, std::to_string(i));
+        EXPECT_EQ(this->content(this->host(this->trashed("home/" + name))), std::to_string(i));
+    }
+}
+
 TYPED_TEST(TrashContract, AnOddNameComesThroughByteForByte) {
     for (const std::string name :
          {"new\nline", "\xff\xfe bad", "100% %41", "-rf", ".hidden", "é", "[Trash Info]"}) {
@@ -218,6 +229,45 @@ TYPED_TEST(TrashContract, DeletingAFolderDeletesAllItHoldsAndFollowsNoLink) {
     EXPECT_EQ(this->content(this->world.root / "home/kept/file"), "kept");
 }
 
+// As the descriptors of a process are few.
+class FewDescriptors {
+  public:
+    explicit FewDescriptors(rlim_t most) {
+        ::getrlimit(RLIMIT_NOFILE, &m_before);
+        const rlimit few{most, m_before.rlim_max};
+        EXPECT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+    }
+    ~FewDescriptors() { ::setrlimit(RLIMIT_NOFILE, &m_before); }
+    FewDescriptors(const FewDescriptors&) = delete;
+    FewDescriptors& operator=(const FewDescriptors&) = delete;
+
+  private:
+    rlimit m_before = {};
+};
+
+TYPED_TEST(TrashContract, HoweverDeepAFolderIsItIsDeletedWithFewDescriptors) {
+    DiskFolder(this->world.root.string()).chain("home/deep", 3000);
+    const auto landed = this->trashed("home/deep");
+    {
+        const FewDescriptors few(64);
+        EXPECT_TRUE(this->trash->deleteItem(landed).ok());
+    }
+    EXPECT_FALSE(fs::exists(this->host(landed)));
+}
+
+TYPED_TEST(TrashContract, InADeepFolderWhatLiesBesideTheWayDownIsDeletedToo) {
+    std::string level = "home/deep";
+    for (int i = 0; i < 60; ++i) {
+        this->world.write(level + "/a", "x");
+        this->world.write(level + "/c/x", "x");
+        level += "/b";
+    }
+    this->world.write(level, "x");
+    const auto landed = this->trashed("home/deep");
+    EXPECT_TRUE(this->trash->deleteItem(landed).ok());
+    EXPECT_FALSE(fs::exists(this->host(landed)));
+}
+
 TYPED_TEST(TrashContract, NothingOutsideTheTrashIsEverDeleted) {
     this->world.write("home/a", "1");
     this->world.write("home/kept", "2");
@@ -238,7 +288,9 @@ TYPED_TEST(TrashContract, ATrashThatIsALinkElsewhereIsRefused) {
     fs::create_directory_symlink(this->world.root / "elsewhere", TypeParam::folder(this->world));
     EXPECT_FALSE(this->trash->items().ok());
     EXPECT_FALSE(this->trash->moveToTrash(this->url("home/a")).ok());
-    EXPECT_FALSE(this->trash->deleteItem(*this->trash->location()).ok());
+    const auto precious = this->trash->location()->appending("precious");
+    EXPECT_FALSE(this->trash->deleteItem(precious).ok());
+    EXPECT_FALSE(this->trash->moveOut(precious, this->url("home/stolen")).ok());
     EXPECT_TRUE(fs::exists(this->world.root / "elsewhere/precious"));
     EXPECT_TRUE(fs::exists(this->world.root / "home/a"));
 }
@@ -300,6 +352,114 @@ TEST_F(FreedesktopTrashRecords, ANameWhoseRecordIsTakenByAStrayIsNotUsed) {
     const auto landed = trash->moveToTrash(DesktopTrash::url(world, "home/a"));
     ASSERT_TRUE(landed.ok());
     EXPECT_EQ((*landed)->lastPathComponent(), "a 2");
+}
+
+// A crash between the record and the move leaves a record. A young one may be of a move that is under way.
+TEST_F(FreedesktopTrashRecords, DeletingTheLastItemDeletesOldRecordsThatHaveNoItem) {
+    constexpr double kHour = 3600;
+    world.write("home/a", "x");
+    world.write("home/b", "x");
+    const auto a = trash->moveToTrash(DesktopTrash::url(world, "home/a"));
+    const auto b = trash->moveToTrash(DesktopTrash::url(world, "home/b"));
+    ASSERT_TRUE(a.ok() && b.ok());
+    DiskFolder folder(info.string());
+    const auto ago = [&](double seconds) { return world.clock.now().addingSeconds(-seconds); };
+    folder.file("old.trashinfo").modified("old.trashinfo", ago(kHour + 1));
+    folder.file("young.trashinfo").modified("young.trashinfo", ago(kHour - 1));
+    folder.file("ahead.trashinfo").modified("ahead.trashinfo", ago(-3 * kHour));
+    folder.file("something that is no record").modified("something that is no record", ago(2 * kHour));
+    ASSERT_TRUE(trash->deleteItem(**a).ok());
+    EXPECT_TRUE(fs::exists(info / "old.trashinfo")); // not while the Trash is in use
+    ASSERT_TRUE(trash->deleteItem(**b).ok());
+    EXPECT_FALSE(fs::exists(info / "old.trashinfo"));
+    for (const char* kept : {"young.trashinfo", "ahead.trashinfo", "something that is no record"}) {
+        EXPECT_TRUE(fs::exists(info / kept)) << kept;
+    }
+    EXPECT_EQ(records(), 3U);
+}
+
+TEST_F(FreedesktopTrashRecords, AnInfoFolderThatIsALinkIsNotFollowedToTheRecords) {
+    world.write("home/a", "x");
+    world.write("home/b", "x");
+    const auto a = trash->moveToTrash(DesktopTrash::url(world, "home/a"));
+    const auto b = trash->moveToTrash(DesktopTrash::url(world, "home/b"));
+    ASSERT_TRUE(a.ok() && b.ok());
+    fs::rename(info, world.root / "elsewhere");
+    fs::create_directory_symlink(world.root / "elsewhere", info);
+    EXPECT_TRUE(trash->moveOut(**a, DesktopTrash::url(world, "home/a")).ok());
+    EXPECT_TRUE(trash->deleteItem(**b).ok());
+    EXPECT_EQ(records(), 2U);
+}
+
+// ---- where a Trash of desktops may lie
+
+struct FreedesktopTrashPlace : testing::Test {
+    World world;
+    std::unique_ptr<Trash> trash = DesktopTrash::make(world);
+    FileURL url(const std::string& below) const { return DesktopTrash::url(world, below); }
+    bool exists(const std::string& below) const { return fs::exists(world.root / below); }
+};
+
+TEST_F(FreedesktopTrashPlace, ATrashThatIsALinkToAFolderWithFilesIsNeverListedFilledOrEmptied) {
+    world.write("home/Documents/files/precious", "kept");
+    world.write("home/a", "kept");
+    fs::create_directories(world.root / "home/.local/share");
+    fs::create_directory_symlink(world.root / "home/Documents", world.root / "home/.local/share/Trash");
+    EXPECT_EQ(trash->location(), url("home/.local/share/Trash/files"));
+    EXPECT_FALSE(trash->items().ok());
+    EXPECT_FALSE(trash->moveToTrash(url("home/a")).ok());
+    const auto precious = url("home/.local/share/Trash/files/precious");
+    EXPECT_FALSE(trash->deleteItem(precious).ok());
+    EXPECT_FALSE(trash->moveOut(precious, url("home/stolen")).ok());
+    EXPECT_TRUE(exists("home/Documents/files/precious") && exists("home/a"));
+    EXPECT_FALSE(exists("home/Documents/info"));
+}
+
+TEST_F(FreedesktopTrashPlace, LinksAboveTheTrashAreFollowed) {
+    fs::create_directories(world.root / "elsewhere");
+    fs::create_directory_symlink(world.root / "elsewhere", world.root / "home/.local");
+    world.write("home/a", "x");
+    const auto landed = trash->moveToTrash(url("home/a"));
+    ASSERT_TRUE(landed.ok());
+    EXPECT_TRUE(exists("elsewhere/share/Trash/files/a"));
+    EXPECT_EQ(*trash->items(), std::vector{**landed});
+    EXPECT_TRUE(trash->moveOut(**landed, url("home/a")).ok());
+}
+
+TEST_F(FreedesktopTrashPlace, AFileOnTheWayToTheTrashHoldsNone) {
+    world.write("home/.local", "a file");
+    EXPECT_FALSE(trash->location());
+    EXPECT_TRUE(trash->items().ok());
+}
+
+TEST_F(FreedesktopTrashPlace, OnlyTheFilesFolderOfTheTrashHoldsItems) {
+    world.write("home/.local/share/Trash/files/a", "kept");
+    world.write("home/.local/share/Trash/info/a", "kept");
+    EXPECT_FALSE(trash->moveOut(url("home/.local/share/Trash/info/a"), url("home/stolen")).ok());
+    EXPECT_FALSE(exists("home/stolen"));
+}
+
+TEST_F(FreedesktopTrashPlace, WhatIsNamedLikeATrashBelowTheTopOfAVolumeIsNone) {
+    const std::string user = std::to_string(::getuid());
+    for (const auto& folder : {"home/.Trash-" + user, "home/.Trash/" + user, "home/" + user}) {
+        world.write(folder + "/files/a", "kept");
+        const auto moved = trash->moveOut(url(folder + "/files/a"), url("home/stolen"));
+        EXPECT_TRUE(!moved.ok() && moved.error().underlying == EINVAL) << folder;
+        EXPECT_FALSE(exists("home/stolen"));
+    }
+}
+
+TEST(FreedesktopTrashPlaces, ADataFolderOfTheEnvironmentCountsOnlyWithAWholePath) {
+    const char* before = std::getenv("XDG_DATA_HOME"); // NOLINT(concurrency-mt-unsafe): one thread
+    const std::string kept = before != nullptr ? before : "";
+    const auto dataHome = [](const char* variable) {
+        ::setenv("XDG_DATA_HOME", variable, 1); // NOLINT(concurrency-mt-unsafe): one thread
+        return FreedesktopTrash::Places::ofThisUser(FileURL("/home/me")).dataHome;
+    };
+    EXPECT_EQ(dataHome("/data/"), "/data");
+    EXPECT_EQ(dataHome("relative/data"), "/home/me/.local/share");
+    EXPECT_EQ(dataHome(""), "/home/me/.local/share");
+    ::setenv("XDG_DATA_HOME", kept.c_str(), 1); // NOLINT(concurrency-mt-unsafe): empty counts as unset
 }
 
 TEST(TrashInfo, ARecordReadsBackWhateverBytesThePathHolds) {

@@ -2,6 +2,7 @@
 // mounts a small volume that nobody else sees.
 #include "FreedesktopTrash.h"
 #include "ManualClock.h"
+#include "OwnVolume.h"
 #include "StepTaskRunner.h"
 #include "TemporaryFolder.h"
 #include "TrashInfo.h"
@@ -11,7 +12,6 @@
 #include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
-#include <sched.h>
 #include <sstream>
 #include <string>
 #include <sys/mount.h>
@@ -50,10 +50,7 @@ struct VolumeTrash : testing::Test {
     }
     // Mounts the volume in a world of this process and leaves with 0 when the body came to its end.
     void inOwnWorld(const std::function<void(Trash&)>& body) const {
-        const bool mayMount = ::unshare(CLONE_NEWNS) == 0 || ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0;
-        require(mayMount, "no world of its own");
-        require(::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, "the world is not private");
-        require(::mount("volume", volume().c_str(), "tmpfs", 0, "size=8m") == 0, "no volume was mounted");
+        mountOwnVolume(volume());
         StepTaskRunner runner;
         ManualClock clock(runner);
         FreedesktopTrash trash(places(), clock);
@@ -151,16 +148,132 @@ TEST_F(VolumeTrash, AReadOnlyVolumeLeavesTheItemWhereItIs) {
                     write("/a", "text");
                     require(::mount(nullptr, volume().c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) == 0,
                             "not remounted");
-                    require(!trash.moveToTrash(FileURL(volume("/a"))).ok(), "it moved");
+                    const auto landed = trash.moveToTrash(FileURL(volume("/a")));
+                    require(!landed.ok(), "it moved");
+                    require(landed.error().code == ErrorCode::kWriteReadOnlyVolume, "another error");
                     require(contentOf(volume("/a")) == "text", "it is gone");
                 }),
                 testing::ExitedWithCode(0), "");
 }
 
+TEST_F(VolumeTrash, AVolumeWithNoRoomForATrashSaysSo) {
+    EXPECT_EXIT(inOwnWorld([&](Trash& trash) {
+                    write("/a", "text");
+                    require(::mount(nullptr, volume().c_str(), nullptr, MS_REMOUNT, "nr_inodes=2") == 0,
+                            "not remounted");
+                    const auto landed = trash.moveToTrash(FileURL(volume("/a")));
+                    require(!landed.ok(), "it moved");
+                    require(landed.error().code == ErrorCode::kWriteNoSpace, "another error");
+                    require(contentOf(volume("/a")) == "text", "it is gone");
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST_F(VolumeTrash, BehindALinkToAnotherVolumeTheTrashIsAtTheTopOfThatVolume) {
+    EXPECT_EXIT(inOwnWorld([&](Trash& trash) {
+                    write("/big/Caches/foo", "text");
+                    const std::string link = disk.path() + "/home/Caches";
+                    fs::create_directory_symlink(volume("/big/Caches"), link);
+                    const auto landed = trash.moveToTrash(FileURL(link + "/foo"));
+                    require(landed.ok() && landed->has_value(), "the move failed");
+                    require((*landed)->path() == own() + "/files/foo", (*landed)->path());
+                    require(TrashInfo::originalPath(contentOf(own() + "/info/foo.trashinfo")) ==
+                                "big/Caches/foo",
+                            "the record leads elsewhere");
+                    require(fs::is_empty(volume("/big/Caches")), "something was made among the caches");
+                    require(trash.moveOut(**landed, FileURL(link + "/foo")).ok(), "it did not come back");
+                    require(contentOf(volume("/big/Caches/foo")) == "text", "the content is another");
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+// One file system that is mounted twice has one device, and nothing can be moved from one mount to the other.
+TEST_F(VolumeTrash, AnItemThatCannotReachTheHomeTrashGoesToTheTrashOfItsOwnMount) {
+    EXPECT_EXIT(inOwnWorld([&](Trash& trash) {
+                    fs::create_directories(volume("/home"));
+                    require(::mount(volume("/home").c_str(), (disk.path() + "/home").c_str(), nullptr,
+                                    MS_BIND, nullptr) == 0,
+                            "no second mount");
+                    write("/a", "text");
+                    const auto landed = trash.moveToTrash(FileURL(volume("/a")));
+                    require(landed.ok() && landed->has_value(), "the move failed");
+                    require((*landed)->path() == own() + "/files/a", (*landed)->path());
+                    require(fs::is_empty(disk.path() + "/home/.local/share/Trash/info"), "a record was left");
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST_F(VolumeTrash, ATrashOfTheVolumeThatIsALinkIsNeverFilledOrTakenFrom) {
+    EXPECT_EXIT(inOwnWorld([&](Trash& trash) {
+                    write("/a", "text");
+                    write("/elsewhere/files/precious", "kept");
+                    fs::create_directories(volume("/elsewhere/info"));
+                    fs::create_directory_symlink("elsewhere", own());
+                    const auto landed = trash.moveToTrash(FileURL(volume("/a")));
+                    require(!landed.ok(), "it moved");
+                    require(landed.error().code == ErrorCode::kFeatureUnsupported, "another error");
+                    require(!trash.moveOut(FileURL(own() + "/files/precious"), FileURL(volume("/b"))).ok(),
+                            "it was taken");
+                    require(contentOf(volume("/elsewhere/files/precious")) == "kept", "it is gone");
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST_F(VolumeTrash, AUsersFolderInTheSharedTrashThatIsALinkIsNotFollowed) {
+    EXPECT_EXIT(inOwnWorld([&](Trash& trash) {
+                    const auto shared = volume("/.Trash/" + std::to_string(::getuid()));
+                    write("/a", "text");
+                    write("/elsewhere/files/precious", "kept");
+                    fs::create_directories(volume("/.Trash"));
+                    require(::chmod(volume("/.Trash").c_str(), 01777) == 0, "chmod");
+                    fs::create_directory_symlink("../elsewhere", shared);
+                    const auto landed = trash.moveToTrash(FileURL(volume("/a")));
+                    require(landed.ok() && (*landed)->path() == own() + "/files/a", "it went elsewhere");
+                    require(!trash.moveOut(FileURL(shared + "/files/precious"), FileURL(volume("/b"))).ok(),
+                            "it was taken");
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST_F(VolumeTrash, ASharedTrashThatIsALinkIsNotTakenFrom) {
+    EXPECT_EXIT(
+        inOwnWorld([&](Trash& trash) {
+            const std::string user = std::to_string(::getuid());
+            write("/elsewhere/" + user + "/files/precious", "kept");
+            fs::create_directory_symlink("elsewhere", volume("/.Trash"));
+            require(
+                !trash.moveOut(FileURL(volume("/.Trash/" + user + "/files/precious")), FileURL(volume("/b")))
+                     .ok(),
+                "it was taken");
+        }),
+        testing::ExitedWithCode(0), "");
+}
+
+// Somebody else may have made a folder of that name first, to read what comes in.
+TEST_F(VolumeTrash, ATrashThatBelongsToSomebodyElseIsNotUsed) {
+    EXPECT_EXIT(inOwnWorld([&](Trash&) {
+                    StepTaskRunner runner;
+                    ManualClock clock(runner);
+                    FreedesktopTrash trash({places().dataHome, ::getuid() + 1}, clock);
+                    write("/a", "text");
+                    const auto landed = trash.moveToTrash(FileURL(volume("/a")));
+                    require(!landed.ok(), "it moved");
+                    require(landed.error().code == ErrorCode::kFeatureUnsupported, "another error");
+                    require(contentOf(volume("/a")) == "text", "it is gone");
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+// A volume on the test's own one, so that no Trash is made on the machine's.
 TEST_F(VolumeTrash, TheTopOfAVolumeCannotBeTrashed) {
     EXPECT_EXIT(inOwnWorld([&](Trash& trash) {
-                    require(!trash.moveToTrash(FileURL(volume())).ok(), "the volume itself moved");
-                    require(fs::exists(volume()), "it is gone");
+                    fs::create_directories(volume("/inner"));
+                    require(::mount("inner", volume("/inner").c_str(), "tmpfs", 0, "size=1m") == 0,
+                            "no second volume");
+                    write("/inner/a", "text");
+                    require(!trash.moveToTrash(FileURL(volume("/inner"))).ok(), "the volume itself moved");
+                    require(contentOf(volume("/inner/a")) == "text", "it is gone");
+                    require(fs::is_empty(own() + "/info"), "a record was left");
                 }),
                 testing::ExitedWithCode(0), "");
 }

@@ -4,6 +4,8 @@
 #include "FailingCall.h"
 #include "RealHome.h"
 #include <gtest/gtest.h>
+#include <utility>
+#include <vector>
 
 namespace quillane {
 namespace {
@@ -95,6 +97,41 @@ TEST_F(SettingsFaults, EachCallThatFailsWhileAValueIsStoredLeavesTheOldOrTheNew)
 
 TEST_F(SettingsFaults, EachCallThatFailsWhileAValueIsTakenAwayLeavesItOrNone) {
     failEachCall([](FileDefaults& defaults) { defaults.clear("key"); }, std::nullopt);
+}
+
+// Another instance stores something just before the lock is had.
+TEST_F(SettingsFaults, NothingIsReadOrWrittenBeforeTheLockIsHad) {
+    const Ground ground;
+    FileDefaults defaults(ground.path);
+    bool locked = false;
+    {
+        const SystemCallWatch watch([&](const SystemCall& call) {
+            if (call.name == "flock" && !std::exchange(locked, true)) {
+                FileDefaults(ground.path).set("next", true);
+            }
+            return 0;
+        });
+        defaults.set("key", std::string("new"));
+    }
+    EXPECT_TRUE(locked);
+    EXPECT_EQ(ground.stored("next"), Defaults::Value(true));
+    EXPECT_EQ(ground.stored("key"), Defaults::Value(std::string("new")));
+}
+
+// A power cut takes away what was not synced: the content, and then the name.
+TEST_F(SettingsFaults, TheContentIsSyncedBeforeItGetsItsNameAndTheNameAfterIt) {
+    const Ground ground;
+    std::vector<std::string> calls;
+    {
+        const SystemCallWatch watch([&](const SystemCall& call) {
+            if (call.name == "fsync" || call.name == "renameat") {
+                calls.emplace_back(call.name);
+            }
+            return 0;
+        });
+        FileDefaults(ground.path).set("key", std::string("new"));
+    }
+    EXPECT_EQ(calls, (std::vector<std::string>{"fsync", "renameat", "fsync"}));
 }
 
 // The disk fills in the middle: a part is written, then nothing more.

@@ -2,10 +2,11 @@
 #include "FileMover.h"
 #include "FileRemover.h"
 #include "PosixError.h"
+#include "StatusTime.h"
 #include "TrashFolder.h"
 #include "TrashInfo.h"
 #include "TrashNames.h"
-#include <algorithm>
+#include "Volume.h"
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -18,42 +19,14 @@
 namespace quillane {
 namespace {
 
-constexpr mode_t kFolderMode = 0700;
 constexpr mode_t kRecordMode = 0600;
 constexpr std::string_view kRecordSuffix = ".trashinfo";
+constexpr double kLongestMove = 3600; // in seconds, and far beyond
 // An item's name leaves room for the suffix of its record.
 constexpr std::size_t kMaxItemName = TrashFolder::kMaxNameBytes - kRecordSuffix.size();
+constexpr const char* kFiles = "files";
+constexpr const char* kInfo = "info";
 constexpr int kOpenFolder = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
-
-Descriptor openFolderAt(int folder, const char* name) {
-    return Descriptor(::openat(folder, name, kOpenFolder | O_NOFOLLOW));
-}
-
-// Opens a folder below `parent`, made for the user alone when it is missing. A link is refused.
-Descriptor openOrMake(int parent, const char* name) {
-    if (::mkdirat(parent, name, kFolderMode) != 0 && errno != EEXIST) {
-        return {};
-    }
-    return openFolderAt(parent, name);
-}
-
-// The same for each missing folder of a path of the machine.
-Descriptor openOrMakePath(const std::string& path) {
-    Descriptor folder(::open("/", kOpenFolder));
-    for (std::size_t begin = 1; folder && begin < path.size();) {
-        const auto end = std::min(path.find('/', begin), path.size());
-        if (end > begin) {
-            const std::string name = path.substr(begin, end - begin);
-            if (::mkdirat(folder.get(), name.c_str(), kFolderMode) != 0 && errno != EEXIST) {
-                return {};
-            }
-            folder =
-                Descriptor(::openat(folder.get(), name.c_str(), kOpenFolder)); // may be the user's own link
-        }
-        begin = end + 1;
-    }
-    return folder;
-}
 
 std::string parentOf(const std::string& path) {
     return FileURL(path).deletingLastPathComponent().path();
@@ -61,23 +34,6 @@ std::string parentOf(const std::string& path) {
 
 bool sameVolume(const struct stat& a, const struct stat& b) {
     return a.st_dev == b.st_dev;
-}
-
-// The top of the volume that holds the folder at `path`: the highest folder above it on the same device.
-std::string topOfVolume(std::string path) {
-    struct stat status = {};
-    if (::stat(path.c_str(), &status) != 0) {
-        return path;
-    }
-    while (path != "/") {
-        const auto above = parentOf(path);
-        struct stat aboveStatus = {};
-        if (::stat(above.c_str(), &aboveStatus) != 0 || !sameVolume(status, aboveStatus)) {
-            break;
-        }
-        path = above;
-    }
-    return path;
 }
 
 // The status of a path or, where it is missing, of the nearest folder above it.
@@ -117,8 +73,11 @@ Result<> writeRecord(int infoFolder, const std::string& name, const std::string&
     return PosixError::writing(error);
 }
 
-PlatformError unsupported() {
-    return {ErrorCode::kFeatureUnsupported, std::nullopt};
+// Of an item that is no longer in the Trash. One that can't be removed does no harm.
+void removeRecord(const Descriptor& info, const std::string& name) {
+    if (info) {
+        (void)FileRemover::removeFile(info.get(), name + std::string(kRecordSuffix));
+    }
 }
 
 } // namespace
@@ -136,80 +95,28 @@ FreedesktopTrash::FreedesktopTrash(Places places, const Clock& clock)
     , m_clock(clock) {}
 
 std::optional<FileURL> FreedesktopTrash::location() const {
-    FileURL files(m_places.dataHome + "/Trash/files");
+    const auto trash = TrashBins::openHome(m_places.dataHome);
     struct stat status = {};
-    if (::lstat(files.path().c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR)) {
+    const bool known = trash && ::fstatat(trash.get(), kFiles, &status, AT_SYMLINK_NOFOLLOW) == 0;
+    if (!known && errno == ENOENT) {
         return std::nullopt;
     }
-    return files;
+    return FileURL(homePath()).appending(kFiles);
 }
 
 Result<std::vector<FileURL>> FreedesktopTrash::items() const {
-    const auto folder = location();
-    if (!folder) {
+    const auto trash = TrashBins::openHome(m_places.dataHome);
+    auto files = trash ? TrashBins::openFolderAt(trash.get(), kFiles) : Descriptor();
+    if (!files && errno == ENOENT) {
         return std::vector<FileURL>();
     }
-    Descriptor files(::open(folder->path().c_str(), kOpenFolder | O_NOFOLLOW));
     if (!files) {
         return PosixError::reading(errno);
     }
-    return TrashFolder::items(std::move(files), *folder);
+    return TrashFolder::items(std::move(files), FileURL(homePath()).appending(kFiles));
 }
 
-Result<FreedesktopTrash::Bin> FreedesktopTrash::homeBin() const {
-    const auto trash = openOrMakePath(m_places.dataHome + "/Trash");
-    if (!trash) {
-        return PosixError::writing(errno);
-    }
-    Bin bin{openOrMake(trash.get(), "files"), {}, m_places.dataHome + "/Trash", ""};
-    if (bin.files) { // else the error is that of the first
-        bin.info = openOrMake(trash.get(), "info");
-    }
-    if (!bin.files || !bin.info) {
-        return PosixError::writing(errno);
-    }
-    return bin;
-}
-
-Result<FreedesktopTrash::Bin> FreedesktopTrash::volumeBin(const FileURL& url, int parent) const {
-    // The volume is that of the folder that is open, whatever its path has become.
-    const auto top = topOfVolume(url.deletingLastPathComponent().path());
-    const Descriptor topFolder(::open(top.c_str(), kOpenFolder));
-    struct stat topStatus = {};
-    struct stat parentStatus = {};
-    if (!topFolder || ::fstat(topFolder.get(), &topStatus) != 0 || ::fstat(parent, &parentStatus) != 0 ||
-        !sameVolume(topStatus, parentStatus)) {
-        return unsupported();
-    }
-    const std::string user = std::to_string(m_places.user);
-    const std::string base = top == "/" ? "" : top;
-    Descriptor own;
-    std::string path;
-    // A shared ".Trash" counts only when it is a real folder with the sticky bit: anyone may have made it.
-    if (const auto shared = openFolderAt(topFolder.get(), ".Trash")) {
-        struct stat status = {};
-        if (::fstat(shared.get(), &status) == 0 && (status.st_mode & S_ISVTX) != 0) {
-            own = openOrMake(shared.get(), user.c_str());
-            path = base + "/.Trash/" + user;
-        }
-    }
-    if (!own) {
-        const std::string name = ".Trash-" + user;
-        own = openOrMake(topFolder.get(), name.c_str());
-        path = base + "/" + name;
-    }
-    struct stat ownStatus = {};
-    if (!own || ::fstat(own.get(), &ownStatus) != 0 || ownStatus.st_uid != m_places.user) {
-        return unsupported();
-    }
-    Bin bin{openOrMake(own.get(), "files"), openOrMake(own.get(), "info"), path, top};
-    if (!bin.files || !bin.info) {
-        return unsupported();
-    }
-    return bin;
-}
-
-Result<std::optional<FileURL>> FreedesktopTrash::moveInto(const Bin& bin, int parent,
+Result<std::optional<FileURL>> FreedesktopTrash::moveInto(const TrashBin& bin, int parent,
                                                           const FileURL& url) const {
     const std::string name(url.lastPathComponent());
     std::string recorded = url.path();
@@ -226,9 +133,9 @@ Result<std::optional<FileURL>> FreedesktopTrash::moveInto(const Bin& bin, int pa
             }
             return written.error();
         }
-        const auto moved = FileMover::move(parent, name, bin.files.get(), free);
+        const auto moved = FileMover::move(parent, name, bin.files.get(), free, FileMover::TrashSide::to);
         if (moved) {
-            return std::optional(FileURL(bin.path + "/files/" + free));
+            return std::optional(FileURL(bin.path + "/" + kFiles + "/" + free));
         }
         (void)FileRemover::removeFile(bin.info.get(), record);
         if (moved.error().underlying != EEXIST) {
@@ -245,7 +152,7 @@ Result<std::optional<FileURL>> FreedesktopTrash::moveToTrash(const FileURL& url)
                              AT_SYMLINK_NOFOLLOW) != 0) {
         return PosixError::writing(errno);
     }
-    if (const auto home = homeBin(); !home) {
+    if (const auto home = TrashBins::makeHome(m_places.dataHome); !home) {
         // A home Trash that can't be used is no reason to look for another on its own volume.
         struct stat data = {};
         if (statNearest(m_places.dataHome, data) && sameVolume(item, data)) {
@@ -259,72 +166,97 @@ Result<std::optional<FileURL>> FreedesktopTrash::moveToTrash(const FileURL& url)
             return moved;
         }
     }
-    const auto volume = volumeBin(url, parent.get());
-    if (!volume) {
-        return volume.error();
-    }
-    return moveInto(*volume, parent.get(), url);
+    return moveIntoVolume(parent.get(), url);
 }
 
-bool FreedesktopTrash::isTrashFilesFolder(const FileURL& folder) const {
-    if (folder.lastPathComponent() != "files") {
-        return false;
-    }
-    const auto trash = folder.deletingLastPathComponent();
-    if (trash.path() == m_places.dataHome + "/Trash") {
-        return true;
-    }
-    const std::string user = std::to_string(m_places.user);
-    const auto holder = trash.deletingLastPathComponent();
-    const bool own = trash.lastPathComponent() == ".Trash-" + user;
-    const bool shared = trash.lastPathComponent() == user && holder.lastPathComponent() == ".Trash";
-    const auto top = own ? holder : holder.deletingLastPathComponent();
-    return (own || shared) && topOfVolume(top.path()) == top.path();
-}
-
-Result<Descriptor> FreedesktopTrash::openInfoBeside(const Descriptor& files) const {
-    Descriptor info(::openat(files.get(), "../info", kOpenFolder | O_NOFOLLOW));
-    if (!info) {
+// Folders above the item may be links to another volume, so its Trash is looked for above the folder that is open.
+Result<std::optional<FileURL>> FreedesktopTrash::moveIntoVolume(int parent, const FileURL& url) const {
+    const auto folder = Volume().realPath(url.deletingLastPathComponent().path());
+    struct stat found = {};
+    struct stat opened = {};
+    if (!folder || ::stat(folder->c_str(), &found) != 0 || ::fstat(parent, &opened) != 0) {
         return PosixError::writing(errno);
     }
-    return info;
+    if (!sameVolume(found, opened) || found.st_ino != opened.st_ino) {
+        return PosixError::writing(ESTALE); // the path leads elsewhere by now
+    }
+    const auto bin = TrashBins::makeOnVolume(*folder, m_places.user);
+    if (!bin) {
+        return bin.error();
+    }
+    return moveInto(*bin, parent, FileURL(*folder).appending(url.lastPathComponent()));
+}
+
+// The Trash that has this folder for its items: records that were tampered with move nothing else.
+Result<Descriptor> FreedesktopTrash::openTrash(const FileURL& filesFolder) const {
+    const auto path = filesFolder.deletingLastPathComponent().path();
+    if (filesFolder.lastPathComponent() != kFiles) {
+        return PosixError::writing(EINVAL);
+    }
+    if (path != homePath()) {
+        return TrashBins::openOnVolume(path, m_places.user);
+    }
+    auto trash = TrashBins::openHome(m_places.dataHome);
+    if (!trash) {
+        return PosixError::writing(errno);
+    }
+    return trash;
 }
 
 Result<> FreedesktopTrash::moveOut(const FileURL& inTrash, const FileURL& original) {
-    const auto folder = inTrash.deletingLastPathComponent();
-    if (!isTrashFilesFolder(folder)) {
-        return PosixError::writing(EINVAL); // records that were tampered with move nothing else
+    const auto trash = openTrash(inTrash.deletingLastPathComponent());
+    if (!trash) {
+        return trash.error();
     }
-    const Descriptor files(::open(folder.path().c_str(), kOpenFolder | O_NOFOLLOW));
+    const auto files = TrashBins::openFolderAt(trash->get(), kFiles);
     const Descriptor parent(files ? ::open(original.deletingLastPathComponent().path().c_str(), kOpenFolder)
                                   : -1);
     if (!parent) {
         return PosixError::writing(errno);
     }
     const std::string name(inTrash.lastPathComponent());
-    auto moved = FileMover::move(files.get(), name, parent.get(), std::string(original.lastPathComponent()));
+    auto moved = FileMover::move(files.get(), name, parent.get(), std::string(original.lastPathComponent()),
+                                 FileMover::TrashSide::from);
     if (moved) {
-        if (const auto info = openInfoBeside(files)) {
-            (void)FileRemover::removeFile(info->get(), name + std::string(kRecordSuffix));
-        }
+        removeRecord(TrashBins::openFolderAt(trash->get(), kInfo), name);
     }
     return moved;
 }
 
+// A young record may be that of a move which is under way, in whatever program.
+void FreedesktopTrash::removeOldStrays(int files, const Descriptor& info) const {
+    auto listed = TrashFolder::items(TrashBins::openFolderAt(info.get(), "."), FileURL());
+    for (const auto& record : std::move(listed).valueOr({})) {
+        const std::string name(record.lastPathComponent());
+        struct stat status = {};
+        if (!name.ends_with(kRecordSuffix) ||
+            ::fstatat(info.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
+            m_clock.now().secondsSince1970() - modifiedOf(status).secondsSince1970() < kLongestMove) {
+            continue;
+        }
+        const auto item = name.substr(0, name.size() - kRecordSuffix.size());
+        if (::fstatat(files, item.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOENT) {
+            (void)FileRemover::removeFile(info.get(), name);
+        }
+    }
+}
+
 Result<> FreedesktopTrash::deleteItem(const FileURL& inTrash) {
-    const auto folder = location();
-    if (!folder || !TrashFolder::holdsDirectly(*folder, inTrash)) {
+    if (!TrashFolder::holdsDirectly(FileURL(homePath()).appending(kFiles), inTrash)) {
         return PosixError::writing(EINVAL);
     }
-    const Descriptor files(::open(folder->path().c_str(), kOpenFolder | O_NOFOLLOW));
+    const auto trash = TrashBins::openHome(m_places.dataHome);
+    const auto files = trash ? TrashBins::openFolderAt(trash.get(), kFiles) : Descriptor();
     if (!files) {
         return PosixError::writing(errno);
     }
     const std::string name(inTrash.lastPathComponent());
     auto removed = FileRemover::removeTree(files.get(), name);
     if (removed) {
-        if (const auto info = openInfoBeside(files)) {
-            (void)FileRemover::removeFile(info->get(), name + std::string(kRecordSuffix));
+        const auto info = TrashBins::openFolderAt(trash.get(), kInfo);
+        removeRecord(info, name);
+        if (info && TrashFolder::isEmpty(files.get())) {
+            removeOldStrays(files.get(), info);
         }
     }
     return removed;

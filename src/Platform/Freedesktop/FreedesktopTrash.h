@@ -1,7 +1,7 @@
 #pragma once
 #include "Clock.h"
-#include "Descriptor.h"
 #include "Trash.h"
+#include "TrashBin.h"
 #include <string>
 #include <sys/types.h>
 
@@ -9,7 +9,9 @@ namespace quillane {
 
 // The Trash of Linux desktops: one in the home volume's data folder, and one at the top of each other volume,
 // each with the items in "files" and a record for each item in "info". The record is written before the move
-// and withdrawn when the move fails. Nothing crosses a volume: where a volume can have no Trash, a move fails.
+// and withdrawn when the move fails. Nothing crosses a volume: where a volume can have no Trash, a move fails. A
+// link in the place of a Trash is refused. Deleting the last item also deletes what a crash can leave: records
+// without an item, once they are older than any move takes.
 class FreedesktopTrash final : public Trash {
   public:
     struct Places {
@@ -30,19 +32,11 @@ class FreedesktopTrash final : public Trash {
     Result<> deleteItem(const FileURL& inTrash) override;
 
   private:
-    // An open Trash: its folders, and where it lies.
-    struct Bin {
-        Descriptor files;
-        Descriptor info;
-        std::string path;    // of the Trash itself
-        std::string topPath; // of its volume; empty for the home Trash, whose records hold whole paths
-    };
-
-    Result<Bin> homeBin() const;
-    Result<Bin> volumeBin(const FileURL& url, int parent) const;
-    Result<std::optional<FileURL>> moveInto(const Bin& bin, int parent, const FileURL& url) const;
-    Result<Descriptor> openInfoBeside(const Descriptor& files) const;
-    bool isTrashFilesFolder(const FileURL& folder) const;
+    std::string homePath() const { return m_places.dataHome + "/Trash"; }
+    Result<std::optional<FileURL>> moveInto(const TrashBin& bin, int parent, const FileURL& url) const;
+    Result<std::optional<FileURL>> moveIntoVolume(int parent, const FileURL& url) const;
+    Result<Descriptor> openTrash(const FileURL& filesFolder) const;
+    void removeOldStrays(int files, const Descriptor& info) const;
 
     Places m_places;
     const Clock& m_clock;

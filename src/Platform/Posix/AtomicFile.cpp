@@ -3,16 +3,21 @@
 #include "FileMover.h"
 #include "FileRemover.h"
 #include "PosixError.h"
+#include <array>
 #include <atomic>
 #include <cerrno>
+#include <climits>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
 
 namespace quillane::AtomicFile {
 namespace {
 
 constexpr mode_t kOwnerOnly = 0600;
 constexpr int kNameTries = 100;
+constexpr int kMostLinks = 40; // as the Linux kernel has it
 
 // Differs between processes and between calls of one process.
 std::string temporaryName(const std::string& name) {
@@ -37,39 +42,84 @@ Result<> writeAll(int fd, std::string_view bytes) {
     return success();
 }
 
+// The path at which a chain of links ends, be anything there or not.
+Result<std::string> endOfLinks(std::string path) {
+    std::array<char, PATH_MAX> target{};
+    for (int links = 0; links <= kMostLinks; ++links) {
+        const auto length = ::readlink(path.c_str(), target.data(), target.size());
+        if (length < 0) {
+            return path;
+        }
+        const std::string text(target.data(), static_cast<std::size_t>(length));
+        path.resize(text.starts_with('/') ? 0 : path.rfind('/') + 1);
+        path += text;
+    }
+    return PosixError::writing(ELOOP);
+}
+
+// Nothing, or a file of bytes.
+Result<> checkReplaceable(int folder, const std::string& name) {
+    struct stat status = {};
+    if (::fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) {
+        return errno == ENOENT ? success() : PosixError::writing(errno);
+    }
+    return S_ISREG(status.st_mode) ? success() : PosixError::writing(EEXIST);
+}
+
+struct Temporary {
+    std::string name;
+    Descriptor file;
+};
+
+Result<Temporary> makeTemporary(int folder, const std::string& name) {
+    for (int i = 0; i < kNameTries; ++i) {
+        auto temporary = temporaryName(name);
+        Descriptor file(::openat(folder, temporary.c_str(),
+                                 O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kOwnerOnly));
+        if (file) {
+            return Temporary{std::move(temporary), std::move(file)};
+        }
+        if (errno != EEXIST) {
+            return PosixError::writing(errno);
+        }
+    }
+    return PosixError::writing(EEXIST);
+}
+
+Result<> writeIn(int folder, const std::string& name, std::string_view bytes) {
+    if (auto replaceable = checkReplaceable(folder, name); !replaceable) {
+        return replaceable;
+    }
+    const auto temporary = makeTemporary(folder, name);
+    if (!temporary) {
+        return temporary.error();
+    }
+    auto done = writeAll(temporary->file.get(), bytes);
+    if (done) {
+        done = FileMover::replace(folder, temporary->name, name);
+    }
+    if (!done) {
+        (void)FileRemover::removeFile(folder, temporary->name);
+        return done;
+    }
+    ::fsync(folder); // the new name itself survives a power cut
+    return success();
+}
+
 } // namespace
 
 Result<> write(const std::string& path, std::string_view bytes) {
-    const auto slash = path.rfind('/');
-    const std::string folderPath = slash == 0 ? "/" : path.substr(0, slash);
-    const std::string name = path.substr(slash + 1);
+    const auto end = endOfLinks(path);
+    if (!end) {
+        return end.error();
+    }
+    const auto slash = end->rfind('/');
+    const std::string folderPath = slash == 0 ? "/" : end->substr(0, slash);
     const Descriptor folder(::open(folderPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!folder) {
         return PosixError::writing(errno);
     }
-    std::string temporary;
-    Descriptor file;
-    for (int i = 0; i < kNameTries && !file; ++i) {
-        temporary = temporaryName(name);
-        file = Descriptor(::openat(folder.get(), temporary.c_str(),
-                                   O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kOwnerOnly));
-        if (!file && errno != EEXIST) {
-            return PosixError::writing(errno);
-        }
-    }
-    if (!file) {
-        return PosixError::writing(EEXIST);
-    }
-    auto done = writeAll(file.get(), bytes);
-    if (done) {
-        done = FileMover::replace(folder.get(), temporary, name);
-    }
-    if (!done) {
-        (void)FileRemover::removeFile(folder.get(), temporary);
-        return done;
-    }
-    ::fsync(folder.get()); // the new name itself survives a power cut
-    return success();
+    return writeIn(folder.get(), end->substr(slash + 1), bytes);
 }
 
 } // namespace quillane::AtomicFile

@@ -2,6 +2,7 @@
 #include "AtomicFile.h"
 #include "Descriptor.h"
 #include "PropertyListDocument.h"
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -75,15 +76,15 @@ bool isMissing(int error) {
     return error == ENOENT || error == ENOTDIR;
 }
 
-// Empty for a file that is missing or no list for its kind or length; nothing when it could not be read.
-std::optional<std::string> readAll(const std::string& path) {
+// Empty for a file that is missing; nothing when it could not be read, for its kind or length too.
+std::optional<std::string> readAll(const std::string& path, std::size_t limit) {
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status = {};
     if (!file || ::fstat(file.get(), &status) != 0) {
         return !file && isMissing(errno) ? std::optional<std::string>("") : std::nullopt;
     }
-    if (!S_ISREG(status.st_mode) || status.st_size > static_cast<off_t>(PropertyList::Limits().bytes)) {
-        return "";
+    if (!S_ISREG(status.st_mode) || status.st_size > static_cast<off_t>(limit)) {
+        return std::nullopt;
     }
     std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
     std::size_t filled = 0;
@@ -104,6 +105,30 @@ std::optional<std::string> readAll(const std::string& path) {
     return bytes;
 }
 
+std::string textOf(const std::map<std::string, PropertyList::Value, std::less<>>& values) {
+    std::vector<PropertyList::Entry> entries;
+    entries.reserve(values.size());
+    for (const auto& [key, value] : values) {
+        entries.push_back({key, value});
+    }
+    return PropertyListDocument::text(PropertyList::Dictionary(std::move(entries)));
+}
+
+std::size_t sizeInFile(const std::string& key, const std::optional<PropertyList::Value>& value) {
+    return value ? textOf({{key, *value}}).size() : 0;
+}
+
+template <class Stored, class Changes>
+Stored changed(Stored values, const Changes& changes) {
+    for (const auto& [key, value] : changes) {
+        values.erase(key);
+        if (value) {
+            values.emplace(key, *value);
+        }
+    }
+    return values;
+}
+
 void makeFolders(const std::string& path) {
     for (auto slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1)) {
         ::mkdir(path.substr(0, slash).c_str(), kFolderMode);
@@ -112,8 +137,9 @@ void makeFolders(const std::string& path) {
 
 } // namespace
 
-FileDefaults::FileDefaults(std::string path)
-    : m_path(std::move(path)) {}
+FileDefaults::FileDefaults(std::string path, PropertyList::Limits limits)
+    : m_path(std::move(path))
+    , m_limits(limits) {}
 
 std::string FileDefaults::userPath(const std::string& home) {
     const char* config = std::getenv("XDG_CONFIG_HOME"); // NOLINT(concurrency-mt-unsafe): nobody sets it
@@ -135,13 +161,13 @@ bool FileDefaults::reloadIfChanged() const {
     if (stamp && stamp == m_stamp) {
         return true;
     }
-    const auto bytes = stamp ? readAll(m_path) : std::nullopt;
+    const auto bytes = stamp ? readAll(m_path, m_limits.bytes) : std::nullopt;
     if (!bytes) {
         return false;
     }
     m_stamp = stamp;
     m_stored.clear();
-    const auto parsed = PropertyList::parse(*bytes);
+    const auto parsed = PropertyList::parse(*bytes, m_limits);
     const auto* root = parsed.ok() ? PropertyList::asDictionary(&parsed.value()) : nullptr;
     if (root == nullptr) {
         return true;
@@ -165,14 +191,23 @@ std::optional<Defaults::Value> FileDefaults::value(std::string_view key) const {
     return found == m_registered.end() ? std::nullopt : std::optional(found->second);
 }
 
-bool FileDefaults::write(const Stored& values) const {
-    std::vector<PropertyList::Entry> entries;
-    entries.reserve(values.size());
-    for (const auto& [key, value] : values) {
-        entries.push_back({key, value});
+std::optional<FileDefaults::Draft> FileDefaults::draft() const {
+    // Whatever the largest value takes, a quarter of the file is left for the others.
+    const std::size_t mostForOne = m_limits.bytes / 4 * 3;
+    Draft draft;
+    for (Changes changes = m_unwritten; !changes.empty();) {
+        const auto largest = std::ranges::max_element(
+            changes, {}, [](const auto& change) { return sizeInFile(change.first, change.second); });
+        if (sizeInFile(largest->first, largest->second) <= mostForOne) {
+            draft.values = changed(m_stored, changes);
+            draft.text = textOf(draft.values);
+            if (PropertyList::parse(draft.text, m_limits).ok()) {
+                return draft;
+            }
+        }
+        draft.heldBack.insert(changes.extract(largest));
     }
-    return AtomicFile::write(m_path, PropertyListDocument::text(PropertyList::Dictionary(std::move(entries))))
-        .ok();
+    return std::nullopt;
 }
 
 void FileDefaults::change(std::string_view key, std::optional<PropertyList::Value> value) {
@@ -188,17 +223,11 @@ void FileDefaults::change(std::string_view key, std::optional<PropertyList::Valu
     if (!reloadIfChanged()) {
         return; // what can't be read is not written over
     }
-    Stored wanted = m_stored;
-    for (const auto& [changed, newValue] : m_unwritten) {
-        wanted.erase(changed);
-        if (newValue) {
-            wanted.emplace(changed, *newValue);
-        }
-    }
-    if (write(wanted)) {
+    auto wanted = draft();
+    if (wanted && AtomicFile::write(m_path, wanted->text).ok()) {
         m_stamp = stampOfFile();
-        m_stored = std::move(wanted);
-        m_unwritten.clear();
+        m_stored = std::move(wanted->values);
+        m_unwritten = std::move(wanted->heldBack);
     }
 }
 

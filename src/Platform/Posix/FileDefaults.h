@@ -11,13 +11,16 @@ namespace quillane {
 
 // Settings in one XML property list. Written whole, atomically and durably at each change, under a lock that
 // other instances heed: a change of one key never undoes another instance's change of a second. A file that is
-// missing or damaged counts as empty and is replaced at the next change; one that is there and can't be read is
-// left alone, and what was read before stays known. A change that can't be written holds for this process and
-// is written with the next one that can. Values of kinds that settings don't have are kept as they are.
+// missing or damaged counts as empty and is replaced at the next change; one that is there and can't be read, is
+// too large to be read or is no file of bytes (a folder, a device) is left alone, and what was read before stays
+// known. A link is written through. A change that can't be written holds for this process and is written with
+// the next one that can. So is one too large to be read back with the rest: the file keeps the key's older value,
+// and other keys can be stored. Values of kinds that settings don't have are kept as they are.
 class FileDefaults final : public Defaults {
   public:
-    // `path` is a path of the machine; its folder is made when the first value is stored.
-    explicit FileDefaults(std::string path);
+    // `path` is a path of the machine; its folder is made when the first value is stored. No file beyond the
+    // limits is read or written.
+    explicit FileDefaults(std::string path, PropertyList::Limits limits = {});
     // The file of the user: below $XDG_CONFIG_HOME, else ~/.config.
     static std::string userPath(const std::string& home);
 
@@ -40,20 +43,29 @@ class FileDefaults final : public Defaults {
         friend bool operator==(const Stamp&, const Stamp&) = default;
     };
     using Stored = std::map<std::string, PropertyList::Value, std::less<>>;
+    // By key; nothing for what was taken away.
+    using Changes = std::map<std::string, std::optional<PropertyList::Value>, std::less<>>;
+    // What is to be in the file.
+    struct Draft {
+        Stored values;
+        std::string text;
+        Changes heldBack; // what had no room
+    };
 
     // Nothing when it could not be told.
     std::optional<Stamp> stampOfFile() const;
     // False when the file is there and could not be read.
     bool reloadIfChanged() const;
     void change(std::string_view key, std::optional<PropertyList::Value> value);
-    bool write(const Stored& values) const;
+    // Nothing when none of the changes has room.
+    std::optional<Draft> draft() const;
     void tell(const std::string& key);
 
     std::string m_path;
+    PropertyList::Limits m_limits;
     mutable Stored m_stored;
     mutable std::optional<Stamp> m_stamp = Stamp(); // of what is stored; nothing when it is not known
-    // Changes that are not in the file yet; nothing for what was taken away.
-    std::map<std::string, std::optional<PropertyList::Value>, std::less<>> m_unwritten;
+    Changes m_unwritten;                            // not in the file yet
     std::map<std::string, Value, std::less<>> m_registered;
     std::map<SubscriptionId, std::function<void(const std::string&)>> m_subscribers;
     SubscriptionId m_lastSubscription = 0;

@@ -5,9 +5,9 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
-#include <optional>
 #include <string_view>
 #include <sys/stat.h>
+#include <utility>
 #include <vector>
 
 namespace quillane::FileRemover {
@@ -18,10 +18,15 @@ struct CloseDirectory {
 };
 using Directory = std::unique_ptr<DIR, CloseDirectory>;
 
+// As for walks: far below the 256 descriptors that a process may have.
+constexpr std::size_t kMostOpenFolders = 20;
+
 // A folder that is being emptied, and its name in the folder above.
 struct Level {
-    Directory directory;
+    Directory directory; // closed while the work is far below
     std::string name;
+    dev_t device = 0; // its identity, once closed
+    ino_t inode = 0;
 };
 
 Directory openFolder(int parent, const std::string& name) {
@@ -58,42 +63,121 @@ Outcome unlinkEntry(int folder, const std::string& name) {
     return Outcome::failed;
 }
 
-// Unlinks what the folder holds until it meets a folder, which is returned opened; nothing when it is empty.
-Result<std::optional<Level>> emptyUntilFolder(DIR* directory) {
-    for (;;) {
+PlatformError lastError() {
+    return PosixError::writing(errno);
+}
+
+// Empties a folder level by level and not by recursion.
+class TreeRemoval {
+  public:
+    explicit TreeRemoval(int top)
+        : m_top(top) {}
+
+    Result<> run(const std::string& name) {
+        auto done = enter(name);
+        while (done && !m_levels.empty()) {
+            done = advance();
+        }
+        return done;
+    }
+
+  private:
+    int parent() const { return m_levels.empty() ? m_top : ::dirfd(m_levels.back().directory.get()); }
+
+    // Unlinks the next entry of the lowest folder, goes into it, or leaves the folder when it was the last.
+    Result<> advance() {
         errno = 0;
-        const dirent* entry = ::readdir(directory);
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): the stream is this object's own
+        const dirent* entry = ::readdir(m_levels.back().directory.get());
         if (entry == nullptr) {
-            if (errno != 0) {
-                return PosixError::writing(errno);
-            }
-            return std::optional<Level>();
+            return errno != 0 ? lastError() : leave();
         }
         if (isSelfOrParent(entry->d_name)) {
-            continue;
+            return success();
         }
         const std::string name = entry->d_name;
-        switch (unlinkEntry(::dirfd(directory), name)) {
+        switch (unlinkEntry(parent(), name)) {
         case Outcome::gone:
-            break;
+            return success();
+        case Outcome::isFolder:
+            return enter(name);
         case Outcome::failed:
-            return PosixError::writing(errno);
-        case Outcome::isFolder: {
-            auto below = openFolder(::dirfd(directory), name);
-            if (!below) {
-                return PosixError::writing(errno);
-            }
-            return std::optional<Level>(Level{std::move(below), name});
+            break;
         }
-        }
+        return lastError();
     }
-}
+
+    Result<> enter(const std::string& name) {
+        auto directory = openFolder(parent(), name);
+        if (!directory) {
+            return lastError();
+        }
+        m_levels.push_back({std::move(directory), name});
+        return m_levels.size() - m_oldestOpen > kMostOpenFolders ? closeOldest() : success();
+    }
+
+    Result<> closeOldest() {
+        Level& oldest = m_levels[m_oldestOpen];
+        struct stat status = {};
+        if (::fstat(::dirfd(oldest.directory.get()), &status) != 0) {
+            return lastError();
+        }
+        oldest.device = status.st_dev;
+        oldest.inode = status.st_ino;
+        oldest.directory.reset();
+        ++m_oldestOpen;
+        return success();
+    }
+
+    Result<> leave() {
+        const Level emptied = std::move(m_levels.back());
+        m_levels.pop_back();
+        if (!m_levels.empty() && !m_levels.back().directory) {
+            if (auto opened = reopen(m_levels.back(), ::dirfd(emptied.directory.get())); !opened) {
+                return opened;
+            }
+        }
+        if (::unlinkat(parent(), emptied.name.c_str(), AT_REMOVEDIR) != 0 && errno != ENOENT) {
+            return lastError();
+        }
+        if (!m_levels.empty()) {
+            ::rewinddir(m_levels.back().directory.get()); // entries moved while we were below
+        }
+        return success();
+    }
+
+    // From a child of it. A folder that was moved meanwhile has another parent, and nothing there is ours.
+    Result<> reopen(Level& level, int child) {
+        auto directory = openFolder(child, "..");
+        struct stat status = {};
+        if (!directory || ::fstat(::dirfd(directory.get()), &status) != 0) {
+            return lastError();
+        }
+        if (status.st_dev != level.device || status.st_ino != level.inode) {
+            return PosixError::writing(ESTALE);
+        }
+        level.directory = std::move(directory);
+        --m_oldestOpen;
+        return success();
+    }
+
+    const int m_top;             // stays the caller's
+    std::vector<Level> m_levels; // the highest first; all closed before m_oldestOpen, all others open
+    std::size_t m_oldestOpen = 0;
+};
 
 } // namespace
 
 Result<> removeFile(int folder, const std::string& name) {
     if (::unlinkat(folder, name.c_str(), 0) != 0) {
-        return PosixError::writing(errno);
+        return lastError();
+    }
+    return success();
+}
+
+Result<> removeEmptyFolder(int folder, const std::string& name) {
+    if (::unlinkat(folder, name.c_str(), AT_REMOVEDIR) != 0) {
+        return lastError();
     }
     return success();
 }
@@ -103,36 +187,11 @@ Result<> removeTree(int folder, const std::string& name) {
     case Outcome::gone:
         return success();
     case Outcome::failed:
-        return PosixError::writing(errno);
+        return lastError();
     case Outcome::isFolder:
         break;
     }
-    // Level by level and not by recursion, so that depth costs descriptors and not the stack.
-    std::vector<Level> levels;
-    levels.push_back({openFolder(folder, name), name});
-    if (!levels.back().directory) {
-        return PosixError::writing(errno);
-    }
-    while (!levels.empty()) {
-        auto below = emptyUntilFolder(levels.back().directory.get());
-        if (!below) {
-            return below.error();
-        }
-        if (*below) {
-            levels.push_back(std::move(*below.value()));
-            continue;
-        }
-        const std::string emptied = std::move(levels.back().name);
-        levels.pop_back();
-        const int parent = levels.empty() ? folder : ::dirfd(levels.back().directory.get());
-        if (::unlinkat(parent, emptied.c_str(), AT_REMOVEDIR) != 0 && errno != ENOENT) {
-            return PosixError::writing(errno);
-        }
-        if (!levels.empty()) {
-            ::rewinddir(levels.back().directory.get()); // entries moved while we were below
-        }
-    }
-    return success();
+    return TreeRemoval(folder).run(name);
 }
 
 } // namespace quillane::FileRemover

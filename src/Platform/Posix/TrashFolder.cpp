@@ -1,4 +1,5 @@
 #include "TrashFolder.h"
+#include "DirectoryReader.h"
 #include "PosixError.h"
 #include <cerrno>
 #include <dirent.h>
@@ -36,6 +37,23 @@ Result<std::vector<FileURL>> items(Descriptor folder, const FileURL& folderURL) 
         return PosixError::reading(errno);
     }
     return found;
+}
+
+bool isEmpty(int folder) {
+    DirectoryReader reader(DirectoryReader::kSmallestBatch);
+    RawEntry entry;
+    for (;;) {
+        const auto filled = reader.fill(folder, DirectoryReader::kSmallestBatch);
+        if (filled != DirectoryReader::Filled::entries) {
+            return filled == DirectoryReader::Filled::end;
+        }
+        if (reader.next(entry)) {
+            return false;
+        }
+        if (reader.exhausted()) {
+            return true;
+        }
+    }
 }
 
 bool holdsDirectly(const FileURL& folder, const FileURL& url) {

@@ -16,6 +16,9 @@ inline constexpr int kMaxAttempts = 100000;
 // The entries of an open folder as locations below `folder`, hidden ones included.
 Result<std::vector<FileURL>> items(Descriptor folder, const FileURL& folderURL);
 
+// False also when the folder, which nobody has read from yet, can't be listed. Reads no more than it must.
+bool isEmpty(int folder);
+
 // True when `url` is a direct entry of `folder` with an ordinary name.
 bool holdsDirectly(const FileURL& folder, const FileURL& url);
 

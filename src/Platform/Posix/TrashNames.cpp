@@ -8,14 +8,19 @@ bool continuesCharacter(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
 
+// A character has at most 3 bytes after its first. Bytes that belong to none are cut anywhere.
+constexpr std::size_t kMostContinuations = 3;
+
 std::string_view cut(std::string_view text, std::size_t limit) {
     if (text.size() <= limit) {
         return text;
     }
-    while (limit > 0 && continuesCharacter(text[limit])) {
-        --limit;
+    std::size_t end = limit;
+    while (end > 0 && limit - end < kMostContinuations && continuesCharacter(text[end])) {
+        --end;
     }
-    return text.substr(0, limit);
+    const bool isWhole = end > 0 && !continuesCharacter(text[end]);
+    return text.substr(0, isWhole ? end : limit);
 }
 
 } // namespace
