@@ -1,6 +1,7 @@
 #include "DetailListDelegate.h"
 #include "DetailList.h"
 #include "FocusRing.h"
+#include "Hairline.h"
 #include "ProtectedMark.h"
 #include "Symbols.h"
 #include "TabularText.h"
@@ -105,7 +106,8 @@ void DetailListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
     const QRectF content = contentOf(option.rect);
     painter->save();
     if (index.row() > 0) {
-        painter->fillRect(QRectF(content.left(), option.rect.top(), content.width(), kLine), tokens.line2);
+        Hairline::fill(*painter, QRectF(content.left(), option.rect.top(), content.width(), kLine),
+                       tokens.line2);
     }
     Symbols::draw(*painter, symbolOf(option.rect).topLeft(), kSymbol,
                   index.data(DetailList::SymbolRole).toString(), tokens.text2);

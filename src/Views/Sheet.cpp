@@ -1,4 +1,5 @@
 #include "Sheet.h"
+#include "Hairline.h"
 #include "RoundRegion.h"
 #include "Scrim.h"
 #include "SystemLook.h"
@@ -146,7 +147,7 @@ void SheetFooter::paintEvent(QPaintEvent*) {
     painter.setClipRect(rect());
     // Round below only: what overhangs at the top is clipped away.
     painter.drawRoundedRect(QRectF(rect()).adjusted(0, -radius, 0, 0), radius, radius);
-    painter.fillRect(QRect(0, 0, width(), 1), tokens.line);
+    Hairline::fill(painter, QRect(0, 0, width(), 1), tokens.line);
 }
 
 } // namespace quillane

@@ -2,6 +2,7 @@
 #include "FocusRing.h"
 #include "Fonts.h"
 #include "Formatting.h"
+#include "Hairline.h"
 #include "IconCache.h"
 #include "IconPixmaps.h"
 #include "LibraryObserver.h"
@@ -48,7 +49,7 @@ class SummaryDelegate : public QStyledItemDelegate {
         const QRect content = option.rect.adjusted(kPadding, 0, -kPadding, 0);
         painter->save();
         if (index.row() > 0) {
-            painter->fillRect(QRect(content.left(), content.top(), content.width(), 1), tokens.line2);
+            Hairline::fill(*painter, QRect(content.left(), content.top(), content.width(), 1), tokens.line2);
         }
         QRectF rest = content;
         const auto icon = index.data(Qt::DecorationRole);

@@ -1,6 +1,7 @@
 #include "SweepReviewDelegate.h"
 #include "CategoryTint.h"
 #include "Fonts.h"
+#include "Hairline.h"
 #include "PermanentBadge.h"
 #include "QuillaneStyle.h"
 #include "SweepReviewModel.h"
@@ -74,7 +75,7 @@ void drawSlice(QPainter& painter, const QRectF& slice, bool first, bool last) {
     painter.drawRoundedRect(card, kCardRadius, kCardRadius);
     painter.restore();
     if (!first) {
-        painter.fillRect(QRectF(slice.left() + 1, slice.top(), slice.width() - 2, 1), tokens.line2);
+        Hairline::fill(painter, QRectF(slice.left() + 1, slice.top(), slice.width() - 2, 1), tokens.line2);
     }
 }
 

@@ -1,4 +1,5 @@
 #include "AccessBanner.h"
+#include "Hairline.h"
 #include "Label.h"
 #include "PushButton.h"
 #include "SymbolView.h"
@@ -49,7 +50,7 @@ void AccessBanner::paintEvent(QPaintEvent*) {
     const Tokens& tokens = Tokens::current();
     QPainter painter(this);
     painter.fillRect(rect(), tokens.orangeSoft);
-    painter.fillRect(QRect(0, height() - 1, width(), 1), tokens.line);
+    Hairline::fill(painter, QRect(0, height() - 1, width(), 1), tokens.line);
 }
 
 } // namespace quillane

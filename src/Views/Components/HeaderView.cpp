@@ -1,6 +1,7 @@
 #include "HeaderView.h"
 #include "FocusRing.h"
 #include "Fonts.h"
+#include "Hairline.h"
 #include "HeaderAccessible.h"
 #include "Symbols.h"
 #include "Tokens.h"
@@ -63,7 +64,7 @@ void HeaderView::paintSection(QPainter* painter, const QRect& rect, int logicalI
     }
     if (!first) {
         const int top = (rect.height() - kBlank - kTick) / 2;
-        painter->fillRect(QRect(rect.left(), rect.top() + top, 1, kTick), tokens.line);
+        Hairline::fill(*painter, QRect(rect.left(), rect.top() + top, 1, kTick), tokens.line);
     }
     if (logicalIndex == m_focusedColumn && FocusRing::isShownFor(this)) {
         const QRectF ring =
@@ -77,7 +78,7 @@ void HeaderView::paintGround(const QRect& rect) {
     const Tokens& tokens = Tokens::current();
     QPainter painter(viewport());
     painter.fillRect(rect, tokens.base);
-    painter.fillRect(QRect(rect.left(), height() - kBlank - 1, rect.width(), 1), tokens.line);
+    Hairline::fill(painter, QRect(rect.left(), height() - kBlank - 1, rect.width(), 1), tokens.line);
 }
 
 void HeaderView::paintEvent(QPaintEvent* event) {

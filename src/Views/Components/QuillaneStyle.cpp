@@ -1,5 +1,6 @@
 #include "QuillaneStyle.h"
 #include "Fonts.h"
+#include "Hairline.h"
 #include "PushButton.h"
 #include "RoundRegion.h"
 #include "Symbols.h"
@@ -236,8 +237,8 @@ void drawMenuGround(QPainter& painter, const QRect& rect, bool isMasked) {
 
 void drawMenuDivider(QPainter& painter, const QRect& rect) {
     constexpr int kInset = 10;
-    painter.fillRect(QRect(rect.left() + kInset, rect.center().y(), rect.width() - 2 * kInset, 1),
-                     Tokens::current().line2);
+    Hairline::fill(painter, QRect(rect.left() + kInset, rect.center().y(), rect.width() - 2 * kInset, 1),
+                   Tokens::current().line2);
 }
 
 // The chosen line of a menu: Fusion draws its words and icon, white on a rounded ground of ours.

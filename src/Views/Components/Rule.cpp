@@ -1,4 +1,5 @@
 #include "Rule.h"
+#include "Hairline.h"
 #include "Tokens.h"
 #include <QPainter>
 
@@ -16,7 +17,8 @@ Rule::Rule(Weight weight, Qt::Orientation orientation, QWidget* parent)
 
 void Rule::paintEvent(QPaintEvent*) {
     const Tokens& tokens = Tokens::current();
-    QPainter(this).fillRect(rect(), m_weight == Weight::Edge ? tokens.line : tokens.line2);
+    QPainter painter(this);
+    Hairline::fill(painter, rect(), m_weight == Weight::Edge ? tokens.line : tokens.line2);
 }
 
 } // namespace quillane

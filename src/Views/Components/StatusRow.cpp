@@ -1,5 +1,6 @@
 #include "StatusRow.h"
 #include "Fonts.h"
+#include "Hairline.h"
 #include "Label.h"
 #include "Tokens.h"
 #include <QHBoxLayout>
@@ -51,7 +52,8 @@ void StatusRow::addBeforeRight(QWidget* widget) {
 }
 
 void StatusRow::paintEvent(QPaintEvent*) {
-    QPainter(this).fillRect(QRect(0, 0, width(), 1), Tokens::current().line);
+    QPainter painter(this);
+    Hairline::fill(painter, QRect(0, 0, width(), 1), Tokens::current().line);
 }
 
 } // namespace quillane

@@ -1,5 +1,6 @@
 #include "ToolbarRow.h"
 #include "Fonts.h"
+#include "Hairline.h"
 #include "Label.h"
 #include "PushButton.h"
 #include "Tokens.h"
@@ -101,7 +102,8 @@ void ToolbarRow::fit() {
 
 void ToolbarRow::paintEvent(QPaintEvent*) {
     if (m_line == Line::Below) {
-        QPainter(this).fillRect(QRect(0, height() - 1, width(), 1), Tokens::current().line);
+        QPainter painter(this);
+        Hairline::fill(painter, QRect(0, height() - 1, width(), 1), Tokens::current().line);
     }
 }
 
