@@ -1,11 +1,10 @@
 #include "AppLibrary.h"
-#include "Look.h"
 #include "RemovalWorld.h"
 #include "SweepPreviewSheet.h"
 #include "SweepReviewList.h"
 #include "SweepReviewModel.h"
 #include "SweepReviewStage.h"
-#include <QApplication>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <benchmark/benchmark.h>
 #include <memory>
@@ -84,12 +83,3 @@ BENCHMARK(tickRow)->Arg(100)->Arg(20'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(drawSheet)->Arg(100)->Arg(20'000)->Unit(benchmark::kMicrosecond);
 
 } // namespace
-
-int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    QApplication app(argc, argv);
-    Look::install(app);
-    Look::setReducedMotion(true);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

@@ -3,10 +3,9 @@
 #include "AppLibrary.h"
 #include "ContentState.h"
 #include "DeveloperTable.h"
-#include "Look.h"
 #include "RemovalWorld.h"
 #include "TableView.h"
-#include <QApplication>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <benchmark/benchmark.h>
 #include <string>
@@ -90,12 +89,3 @@ BENCHMARK(search)->Arg(100)->Arg(1'000)->Arg(20'000)->Unit(benchmark::kMicroseco
 BENCHMARK(dropRow)->Arg(100)->Arg(1'000)->Arg(20'000)->Unit(benchmark::kMicrosecond);
 
 } // namespace
-
-int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    QApplication app(argc, argv);
-    Look::install(app);
-    Look::setReducedMotion(true);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}
