@@ -19,7 +19,6 @@ int __real_fstat(int fd, struct stat* status);
 int __real_fstatat(int folder, const char* path, struct stat* status, int flags);
 int __real_mkdir(const char* path, mode_t mode);
 int __real_mkdirat(int folder, const char* path, mode_t mode);
-int __real_linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags);
 int __real_renameat(int fromFolder, const char* from, int toFolder, const char* to);
 int __real_renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned int flags);
 ssize_t __real_read(int fd, void* bytes, size_t length);
@@ -131,11 +130,6 @@ int __wrap_mkdir(const char* path, mode_t mode) {
 
 int __wrap_mkdirat(int folder, const char* path, mode_t mode) {
     return watched({"mkdirat", path, true}, [&] { return __real_mkdirat(folder, path, mode); });
-}
-
-int __wrap_linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) {
-    return watched({"linkat", from, true},
-                   [&] { return __real_linkat(fromFolder, from, toFolder, to, flags); });
 }
 
 int __wrap_renameat(int fromFolder, const char* from, int toFolder, const char* to) {

@@ -133,7 +133,7 @@ Result<std::optional<FileURL>> FreedesktopTrash::moveInto(const TrashBin& bin, i
             }
             return written.error();
         }
-        const auto moved = FileMover::move(parent, name, bin.files.get(), free, FileMover::TrashSide::to);
+        const auto moved = FileMover::move(parent, name, bin.files.get(), free);
         if (moved) {
             return std::optional(FileURL(bin.path + "/" + kFiles + "/" + free));
         }
@@ -215,8 +215,7 @@ Result<> FreedesktopTrash::moveOut(const FileURL& inTrash, const FileURL& origin
         return PosixError::writing(errno);
     }
     const std::string name(inTrash.lastPathComponent());
-    auto moved = FileMover::move(files.get(), name, parent.get(), std::string(original.lastPathComponent()),
-                                 FileMover::TrashSide::from);
+    auto moved = FileMover::move(files.get(), name, parent.get(), std::string(original.lastPathComponent()));
     if (moved) {
         removeRecord(TrashBins::openFolderAt(trash->get(), kInfo), name);
     }

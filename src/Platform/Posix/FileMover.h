@@ -6,13 +6,8 @@
 // copies: what can't be renamed stays where it is.
 namespace quillane::FileMover {
 
-// Which of the two folders is a Trash of the user: nobody else makes or replaces what has our names there.
-enum class TrashSide { from, to };
-
-// Moves an entry to a name that must be free. The error for a taken name is "file exists". What the file system
-// can't do safely fails with EINVAL.
-Result<> move(int fromFolder, const std::string& fromName, int toFolder, const std::string& toName,
-              TrashSide trash);
+// Moves an entry to a name that must be free. The error for a taken name is "file exists".
+Result<> move(int fromFolder, const std::string& fromName, int toFolder, const std::string& toName);
 
 // Puts a file of our own making in the place of an older one, in one step, within one folder.
 Result<> replace(int folder, const std::string& temporaryName, const std::string& name);

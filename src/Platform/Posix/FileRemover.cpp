@@ -175,13 +175,6 @@ Result<> removeFile(int folder, const std::string& name) {
     return success();
 }
 
-Result<> removeEmptyFolder(int folder, const std::string& name) {
-    if (::unlinkat(folder, name.c_str(), AT_REMOVEDIR) != 0) {
-        return lastError();
-    }
-    return success();
-}
-
 Result<> removeTree(int folder, const std::string& name) {
     switch (unlinkEntry(folder, name)) {
     case Outcome::gone:

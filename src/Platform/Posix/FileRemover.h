@@ -3,14 +3,11 @@
 #include <string>
 
 // The only source that deletes. Called for what lies in the Trash, for records of the Trash, and for
-// temporary files and folders of our own.
+// temporary files of our own.
 namespace quillane::FileRemover {
 
 // Deletes one file or link.
 Result<> removeFile(int folder, const std::string& name);
-
-// Deletes a folder that holds nothing; another stays.
-Result<> removeEmptyFolder(int folder, const std::string& name);
 
 // Deletes an entry with all it holds, on open folders: links are deleted and never followed, whoever swaps
 // what under us. Neither the stack nor the open descriptors grow with its depth. Stops at the first failure; what

@@ -75,7 +75,7 @@ Result<std::optional<FileURL>> FolderTrash::moveToTrash(const FileURL& url) {
     const std::string name(url.lastPathComponent());
     for (int attempt = 0; attempt < TrashFolder::kMaxAttempts; ++attempt) {
         const auto free = TrashNames::candidate(name, attempt, TrashFolder::kMaxNameBytes);
-        const auto moved = FileMover::move(parent.get(), name, trash->get(), free, FileMover::TrashSide::to);
+        const auto moved = FileMover::move(parent.get(), name, trash->get(), free);
         if (moved) {
             return std::optional(m_folder.appending(free));
         }
@@ -97,7 +97,7 @@ Result<> FolderTrash::moveOut(const FileURL& inTrash, const FileURL& original) {
         return PosixError::writing(errno);
     }
     return FileMover::move(trash.get(), std::string(inTrash.lastPathComponent()), parent.get(),
-                           std::string(original.lastPathComponent()), FileMover::TrashSide::from);
+                           std::string(original.lastPathComponent()));
 }
 
 Result<> FolderTrash::deleteItem(const FileURL& inTrash) {
