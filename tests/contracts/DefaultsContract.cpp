@@ -260,6 +260,17 @@ TEST_F(SmallFileDefaults, WhatHadNoRoomIsStoredOnceItHasSome) {
     EXPECT_EQ(launch().value("second"), Defaults::Value(std::string(9000, 'y')));
 }
 
+TEST_F(SmallFileDefaults, AChangeThatFitsIsStoredWhateverElseIsHeldBack) {
+    defaults.set("tooMany", std::vector<std::string>(250, "a")); // small in bytes
+    defaults.set("larger", std::string(6000, 'x'));
+    EXPECT_EQ(launch().value("larger"), Defaults::Value(std::string(6000, 'x')));
+    EXPECT_EQ(launch().value("tooMany"), std::nullopt);
+    defaults.set("second", std::string(11000, 'y')); // no room beside the other
+    EXPECT_EQ(launch().value("second"), std::nullopt);
+    defaults.set("larger", std::string(11500, 'z')); // larger than what waits, and alone it fits
+    EXPECT_EQ(launch().value("larger"), Defaults::Value(std::string(11500, 'z')));
+}
+
 // 11,000 bytes are 14,700 in the file, which would just be read.
 TEST_F(SmallFileDefaults, HoweverLargeOneValueIsTheOthersFindRoom) {
     const Defaults::Value paths(std::string(3000, 'p'));

@@ -5,6 +5,7 @@
 #include "TrashInfo.h"
 #include <cerrno>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -19,13 +20,15 @@ namespace fs = std::filesystem;
 
 class FixedClock final : public Clock {
   public:
-    Date now() const override { return Date::fromUnix(1763712000); }
+    Date now() const override { return m_now; }
+    void setNow(Date now) { m_now = now; }
     const Calendar& calendar() const override { return m_calendar; }
     Instant instant() const override { return {}; }
     TimerId callAt(Instant, Job) override { return 0; }
     void cancel(TimerId) override {}
 
   private:
+    Date m_now = Date::fromUnix(1763712000);
     Calendar m_calendar{"GMT"};
 };
 
@@ -354,9 +357,15 @@ TEST_F(FreedesktopTrashRecords, ANameWhoseRecordIsTakenByAStrayIsNotUsed) {
     EXPECT_EQ((*landed)->lastPathComponent(), "a 2");
 }
 
+// The clock by which the system dates files.
+Date realNow() {
+    return Date::fromUnix(::time(nullptr), 0);
+}
+
 // A crash between the record and the move leaves a record. A young one may be of a move that is under way.
 TEST_F(FreedesktopTrashRecords, DeletingTheLastItemDeletesOldRecordsThatHaveNoItem) {
     constexpr double kHour = 3600;
+    world.clock.setNow(realNow().addingSeconds(2 * kHour));
     world.write("home/a", "x");
     world.write("home/b", "x");
     const auto a = trash->moveToTrash(DesktopTrash::url(world, "home/a"));
@@ -376,6 +385,17 @@ TEST_F(FreedesktopTrashRecords, DeletingTheLastItemDeletesOldRecordsThatHaveNoIt
         EXPECT_TRUE(fs::exists(info / kept)) << kept;
     }
     EXPECT_EQ(records(), 3U);
+}
+
+// As a program does that brings back a Trash with its dates: the record first, and the item later.
+TEST_F(FreedesktopTrashRecords, AYoungRecordWithAnEarlierDateIsKept) {
+    world.clock.setNow(realNow().addingSeconds(1800));
+    world.write("home/a", "x");
+    const auto a = trash->moveToTrash(DesktopTrash::url(world, "home/a"));
+    ASSERT_TRUE(a.ok());
+    DiskFolder(info.string()).file("b.trashinfo").modified("b.trashinfo", Date{0});
+    ASSERT_TRUE(trash->deleteItem(**a).ok());
+    EXPECT_TRUE(fs::exists(info / "b.trashinfo"));
 }
 
 TEST_F(FreedesktopTrashRecords, AnInfoFolderThatIsALinkIsNotFollowedToTheRecords) {

@@ -7,6 +7,7 @@
 #include "TemporaryFolder.h"
 #include <cerrno>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
@@ -61,6 +62,7 @@ TEST_F(TrashFaults, ARecordWhoseItemArrivesWhileStraysAreLookedForIsKept) {
     const auto last = trash.moveToTrash(disk.url("home/last"));
     ASSERT_TRUE(last.ok());
     const std::string bin = "home/.local/share/Trash/";
+    clock.setNow(Date::fromUnix(::time(nullptr), 0).addingSeconds(2 * 3600)); // no record is young
     disk.file(bin + "info/slow.trashinfo").modified(bin + "info/slow.trashinfo", Date{0});
     {
         const SystemCallWatch watch([&](const SystemCall& call) {
@@ -73,6 +75,48 @@ TEST_F(TrashFaults, ARecordWhoseItemArrivesWhileStraysAreLookedForIsKept) {
     }
     EXPECT_TRUE(isThere(bin + "files/slow"));
     EXPECT_TRUE(isThere(bin + "info/slow.trashinfo"));
+}
+
+// Disks of other machines lose the answer to what they have done.
+TEST_F(TrashFaults, AMoveThatWasMadeAndReportedAsFailedIsAMove) {
+    disk.file("home/thesis");
+    for (const int error : {EIO, EINTR, ENOENT, ETIMEDOUT}) {
+        Result<std::optional<FileURL>> moved = std::optional<FileURL>();
+        const auto answerIsLost = [&](const std::string& from, const std::string& to) {
+            return [&disk = disk, from, to, error](const SystemCall& call) {
+                if (call.name == "renameat2") {
+                    fs::rename(disk.at(from), disk.at(to));
+                    return error;
+                }
+                return 0;
+            };
+        };
+        const std::string inTrash = "home/.local/share/Trash/files/thesis";
+        {
+            const SystemCallWatch watch(answerIsLost("home/thesis", inTrash));
+            moved = trash.moveToTrash(disk.url("home/thesis"));
+        }
+        ASSERT_TRUE(moved.ok()) << error;
+        EXPECT_TRUE(isThere(inTrash) && isThere("home/.local/share/Trash/info/thesis.trashinfo"));
+        const SystemCallWatch watch(answerIsLost(inTrash, "home/thesis"));
+        EXPECT_TRUE(trash.moveOut(**moved, disk.url("home/thesis")).ok()) << error;
+        EXPECT_TRUE(isThere("home/thesis"));
+        EXPECT_FALSE(isThere("home/.local/share/Trash/info/thesis.trashinfo"));
+    }
+}
+
+// What took the name meanwhile is another file, and the item is where it was.
+TEST_F(TrashFaults, AMoveThatFailedBecauseTheNameWasTakenIsNone) {
+    disk.file("home/thesis", "mine");
+    const SystemCallWatch watch([&](const SystemCall& call) {
+        if (call.name == "renameat2") {
+            disk.file("home/.local/share/Trash/files/thesis", "another");
+            return EIO;
+        }
+        return 0;
+    });
+    EXPECT_FALSE(trash.moveToTrash(disk.url("home/thesis")).ok());
+    EXPECT_TRUE(isThere("home/thesis"));
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "TrashInfo.h"
 #include "TrashNames.h"
 #include "Volume.h"
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -148,19 +149,23 @@ Result<std::optional<FileURL>> FreedesktopTrash::moveInto(const TrashBin& bin, i
 Result<std::optional<FileURL>> FreedesktopTrash::moveToTrash(const FileURL& url) {
     const Descriptor parent(::open(url.deletingLastPathComponent().path().c_str(), kOpenFolder));
     struct stat item = {};
-    if (!parent || ::fstatat(parent.get(), std::string(url.lastPathComponent()).c_str(), &item,
-                             AT_SYMLINK_NOFOLLOW) != 0) {
+    struct stat folder = {};
+    if (!parent ||
+        ::fstatat(parent.get(), std::string(url.lastPathComponent()).c_str(), &item, AT_SYMLINK_NOFOLLOW) !=
+            0 ||
+        ::fstat(parent.get(), &folder) != 0) {
         return PosixError::writing(errno);
     }
+    // Its folder tells the volume of an item: on layered file systems files bear the device of their layer.
     if (const auto home = TrashBins::makeHome(m_places.dataHome); !home) {
         // A home Trash that can't be used is no reason to look for another on its own volume.
         struct stat data = {};
-        if (statNearest(m_places.dataHome, data) && sameVolume(item, data)) {
+        if (statNearest(m_places.dataHome, data) && sameVolume(folder, data)) {
             return home.error();
         }
     } else if (struct stat files = {}; ::fstat(home->files.get(), &files) != 0) {
         return PosixError::writing(errno);
-    } else if (sameVolume(item, files)) {
+    } else if (sameVolume(folder, files)) {
         auto moved = moveInto(*home, parent.get(), url);
         if (moved || moved.error().underlying != EXDEV) { // one device may still be several volumes
             return moved;
@@ -222,7 +227,7 @@ Result<> FreedesktopTrash::moveOut(const FileURL& inTrash, const FileURL& origin
     return moved;
 }
 
-// A young record may be that of a move which is under way, in whatever program.
+// A young record may be that of a move which is under way, in whatever program, also one that sets earlier dates.
 void FreedesktopTrash::removeOldStrays(int files, const Descriptor& info) const {
     auto listed = TrashFolder::items(TrashBins::openFolderAt(info.get(), "."), FileURL());
     for (const auto& record : std::move(listed).valueOr({})) {
@@ -230,7 +235,9 @@ void FreedesktopTrash::removeOldStrays(int files, const Descriptor& info) const 
         struct stat status = {};
         if (!name.ends_with(kRecordSuffix) ||
             ::fstatat(info.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
-            m_clock.now().secondsSince1970() - modifiedOf(status).secondsSince1970() < kLongestMove) {
+            m_clock.now().secondsSince1970() -
+                    std::max(modifiedOf(status), changedOf(status)).secondsSince1970() <
+                kLongestMove) {
             continue;
         }
         const auto item = name.substr(0, name.size() - kRecordSuffix.size());

@@ -156,6 +156,10 @@ Result<TrashBin> makeOnVolume(const std::string& folder, uid_t user) {
         own = openOrMakeOwn(top.get(), ownName(user), user);
         path = base + "/" + ownName(user);
     }
+    if (!own && (errno == EACCES || errno == EPERM)) {
+        // The volume's top is another's. That is no word about the item, which nobody need be asked to unlock.
+        return PlatformError{ErrorCode::kFeatureUnsupported, std::nullopt};
+    }
     if (!own) {
         return unusable(errno);
     }

@@ -6,10 +6,12 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <string_view>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace quillane {
 namespace {
@@ -194,20 +196,28 @@ std::optional<Defaults::Value> FileDefaults::value(std::string_view key) const {
 std::optional<FileDefaults::Draft> FileDefaults::draft() const {
     // Whatever the largest value takes, a quarter of the file is left for the others.
     const std::size_t mostForOne = m_limits.bytes / 4 * 3;
-    Draft draft;
-    for (Changes changes = m_unwritten; !changes.empty();) {
-        const auto largest = std::ranges::max_element(
-            changes, {}, [](const auto& change) { return sizeInFile(change.first, change.second); });
-        if (sizeInFile(largest->first, largest->second) <= mostForOne) {
-            draft.values = changed(m_stored, changes);
-            draft.text = textOf(draft.values);
-            if (PropertyList::parse(draft.text, m_limits).ok()) {
-                return draft;
-            }
-        }
-        draft.heldBack.insert(changes.extract(largest));
+    std::vector<std::pair<std::size_t, std::string_view>> bySize; // the smallest first: as many as fit
+    for (const auto& [key, value] : m_unwritten) {
+        bySize.emplace_back(sizeInFile(key, value), key);
     }
-    return std::nullopt;
+    std::ranges::sort(bySize);
+    Draft draft;
+    Changes fitting;
+    for (const auto& [size, key] : bySize) {
+        const auto change = m_unwritten.find(key);
+        auto tried = fitting;
+        tried.insert(*change);
+        auto values = changed(m_stored, tried);
+        auto text = textOf(values);
+        if (size <= mostForOne && PropertyList::parse(text, m_limits).ok()) {
+            draft.values = std::move(values);
+            draft.text = std::move(text);
+            fitting = std::move(tried);
+        } else {
+            draft.heldBack.insert(*change);
+        }
+    }
+    return fitting.empty() ? std::nullopt : std::optional(std::move(draft));
 }
 
 void FileDefaults::change(std::string_view key, std::optional<PropertyList::Value> value) {
