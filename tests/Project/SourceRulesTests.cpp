@@ -164,6 +164,42 @@ TEST(SourceRules, TheCoreUsesNothingThatTheMacsStandardLibraryLacks) {
     EXPECT_TRUE(found.empty()) << joined(found);
 }
 
+// The functions that a header declares and leaves to a source.
+std::set<std::string> declaredIn(const fs::path& header) {
+    const std::string code = codeOnly(readFile(header));
+    const std::regex declaration(R"(\b(\w+)\s*\([^()]*\)\s*(const|noexcept)?\s*;)");
+    std::set<std::string> names;
+    for (auto it = std::sregex_iterator(code.begin(), code.end(), declaration); it != std::sregex_iterator();
+         ++it) {
+        names.insert((*it)[1].str());
+    }
+    return names;
+}
+
+// No machine builds the files of both systems, so that what one of them lacks shows late. What neither has stands
+// in a source for both.
+TEST(SourceRules, WhatAHeaderDeclaresEachSystemDefines) {
+    std::size_t checked = 0;
+    for (const auto& source : sourcesBelow("src")) {
+        const fs::path file = fs::path(QUILLANE_SOURCE_DIR) / source.path;
+        if (file.parent_path().filename() != "Linux" || file.extension() != ".cpp") {
+            continue;
+        }
+        const fs::path room = file.parent_path().parent_path();
+        const fs::path mac = room / "Mac" / file.filename();
+        const std::string twin = readFile(fs::exists(mac) ? mac : room / "Portable" / file.filename());
+        EXPECT_FALSE(twin.empty()) << source.path << " has no twin, or an empty one";
+        for (const auto& name : declaredIn(room / file.filename().replace_extension(".h"))) {
+            const std::regex definition("(\\w::|[^:\\w])" + name + "\\s*\\("); // and no call of the system
+            const bool here = std::regex_search(codeOnly(source.text), definition);
+            const bool there = std::regex_search(codeOnly(twin), definition);
+            EXPECT_EQ(here, there) << name << " in " << source.path << " and in its twin";
+            ++checked;
+        }
+    }
+    EXPECT_GT(checked, 10U);
+}
+
 TEST(SourceRules, NothingIsPrintedOrLogged) {
     const auto found = occurrences(
         sourcesBelow("src"),

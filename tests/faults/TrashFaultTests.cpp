@@ -56,6 +56,23 @@ TEST_F(TrashFaults, OnAnotherVolumeAFolderThatWasSwappedMeanwhileIsNotRecordedAs
         testing::ExitedWithCode(0), "");
 }
 
+// What the user may not make there says nothing about the item, which no grant would free.
+TEST_F(TrashFaults, AVolumeWhoseTopIsAnothersRefusesNoAccessToTheItem) {
+    disk.folder("home").folder("volume");
+    EXPECT_EXIT(
+        {
+            mountOwnVolume(disk.at("volume"));
+            disk.file("volume/mine/a");
+            const SystemCallWatch watch([](const SystemCall& call) {
+                return call.name == "mkdirat" && call.path.starts_with(".Trash-") ? EACCES : 0;
+            });
+            const auto moved = trash.moveToTrash(disk.url("volume/mine/a"));
+            const bool failed = !moved.ok() && moved.error().code == ErrorCode::kFeatureUnsupported;
+            std::_Exit(failed && isThere("volume/mine/a") ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
 // Another program took its time between its record and its item.
 TEST_F(TrashFaults, ARecordWhoseItemArrivesWhileStraysAreLookedForIsKept) {
     disk.file("home/last");

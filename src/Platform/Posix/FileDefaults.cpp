@@ -202,22 +202,18 @@ std::optional<FileDefaults::Draft> FileDefaults::draft() const {
     }
     std::ranges::sort(bySize);
     Draft draft;
-    Changes fitting;
     for (const auto& [size, key] : bySize) {
-        const auto change = m_unwritten.find(key);
-        auto tried = fitting;
-        tried.insert(*change);
-        auto values = changed(m_stored, tried);
-        auto text = textOf(values);
-        if (size <= mostForOne && PropertyList::parse(text, m_limits).ok()) {
+        const auto change = *m_unwritten.find(key);
+        auto values = changed(draft.text.empty() ? m_stored : draft.values, Changes{change});
+        auto text = size <= mostForOne ? textOf(values) : std::string();
+        if (!text.empty() && PropertyList::parse(text, m_limits).ok()) {
             draft.values = std::move(values);
             draft.text = std::move(text);
-            fitting = std::move(tried);
         } else {
-            draft.heldBack.insert(*change);
+            draft.heldBack.insert(change);
         }
     }
-    return fitting.empty() ? std::nullopt : std::optional(std::move(draft));
+    return draft.text.empty() ? std::nullopt : std::optional(std::move(draft));
 }
 
 void FileDefaults::change(std::string_view key, std::optional<PropertyList::Value> value) {
