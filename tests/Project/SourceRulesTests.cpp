@@ -200,6 +200,20 @@ TEST(SourceRules, WhatAHeaderDeclaresEachSystemDefines) {
     EXPECT_GT(checked, 10U);
 }
 
+// They are C, and an update of them may be no C++ any more. What libc does not wrap stands in KernelCalls.h.
+TEST(SourceRules, NoSourceTakesAHeaderOfTheKernel) {
+    const std::regex include(R"(#\s*include\s*[<"](linux|asm|asm-generic)/)");
+    std::vector<std::string> found;
+    for (const char* folder : {"src", "tests", "tools", "benchmarks", "fuzz"}) {
+        for (const auto& source : sourcesBelow(folder)) {
+            if (std::regex_search(source.text, include)) {
+                found.push_back(source.path);
+            }
+        }
+    }
+    EXPECT_TRUE(found.empty()) << joined(found);
+}
+
 TEST(SourceRules, NothingIsPrintedOrLogged) {
     const auto found = occurrences(
         sourcesBelow("src"),

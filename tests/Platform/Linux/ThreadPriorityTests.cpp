@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <gtest/gtest.h>
-#include <linux/ioprio.h>
 #include <optional>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -11,6 +10,11 @@
 
 namespace quillane {
 namespace {
+
+// The kernel's values, told once more: which call counts a thread, where the class stands, and the idle one.
+constexpr int kWhoProcess = 1;
+constexpr int kClassShift = 13;
+constexpr int kClassIdle = 3;
 
 struct ThreadState {
     int nice = 0;
@@ -20,9 +24,8 @@ struct ThreadState {
 // What the kernel says of the calling thread.
 ThreadState stateOfCurrentThread() {
     const auto thread = static_cast<int>(::syscall(SYS_gettid));
-    const auto disk = ::syscall(SYS_ioprio_get, IOPRIO_WHO_PROCESS, thread);
-    return {::getpriority(PRIO_PROCESS, static_cast<id_t>(thread)),
-            IOPRIO_PRIO_CLASS(static_cast<int>(disk))};
+    const auto disk = ::syscall(SYS_ioprio_get, kWhoProcess, thread);
+    return {::getpriority(PRIO_PROCESS, static_cast<id_t>(thread)), static_cast<int>(disk) >> kClassShift};
 }
 
 ThreadState stateOfAJob(Priority priority) {
@@ -37,7 +40,7 @@ ThreadState stateOfAJob(Priority priority) {
 TEST(ThreadPriority, BackgroundJobsHaveTheLowestNiceValueAndTheIdleDiskClass) {
     const auto state = stateOfAJob(Priority::background);
     EXPECT_EQ(state.nice, 19);
-    EXPECT_EQ(state.diskClass, IOPRIO_CLASS_IDLE);
+    EXPECT_EQ(state.diskClass, kClassIdle);
 }
 
 TEST(ThreadPriority, UtilityJobsAreALittleNiceAndKeepTheDiskClassOfTheProcess) {

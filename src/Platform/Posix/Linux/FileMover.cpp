@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
-#include <linux/fs.h>
 #include <sys/stat.h>
 
 namespace quillane::FileMover {

@@ -1,6 +1,6 @@
 #include "ThreadPriority.h"
+#include "KernelCalls.h"
 #include <algorithm>
-#include <linux/ioprio.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -19,8 +19,8 @@ void setNice(id_t thread, int nice) {
 
 // The thread's disk requests are served when nobody else has any.
 void setIdleDiskClass(id_t thread) {
-    ::syscall(SYS_ioprio_set, IOPRIO_WHO_PROCESS, static_cast<int>(thread),
-              IOPRIO_PRIO_VALUE(IOPRIO_CLASS_IDLE, 0));
+    ::syscall(SYS_ioprio_set, KernelCalls::kOneThread, static_cast<int>(thread),
+              KernelCalls::kIdleDiskClass << KernelCalls::kDiskClassShift);
 }
 
 } // namespace

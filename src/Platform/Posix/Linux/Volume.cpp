@@ -1,8 +1,8 @@
 #include "Volume.h"
+#include "KernelCalls.h"
 #include <cerrno>
 #include <cstdint>
 #include <fcntl.h>
-#include <linux/openat2.h>
 #include <sys/syscall.h>
 
 namespace quillane {
@@ -14,9 +14,9 @@ constexpr int kMostAttempts = 64;
 } // namespace
 
 Descriptor Volume::openRooted(const std::string& path, int flags) const {
-    open_how how = {};
+    KernelCalls::OpenHow how = {};
     how.flags = static_cast<std::uint64_t>(static_cast<unsigned int>(flags));
-    how.resolve = RESOLVE_IN_ROOT;
+    how.resolve = KernelCalls::kResolveInRoot;
     if (!m_root) {
         errno = ENOENT;
         return {};
