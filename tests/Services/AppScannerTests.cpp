@@ -133,6 +133,20 @@ TEST(AppScanner, TheFiveRootsAreListedInTheirOrder) {
     EXPECT_EQ(pathsOf(scan(sample)), roots);
 }
 
+// A root is looked into one level deeper than a folder of another root.
+TEST(AppScanner, EachRootHasVendorFoldersOfItsOwn) {
+    SampleMac mac;
+    const Paths inside = {"/Applications/V/1.app", "/Applications/Utilities/V/2.app",
+                          "/System/Applications/V/3.app", "/System/Applications/Utilities/V/4.app",
+                          "/Users/alex/Applications/V/5.app"};
+    for (const auto& path : inside) {
+        mac.app(path);
+    }
+    SamplePlatform sample(mac);
+    sample.withoutSpotlight();
+    EXPECT_EQ(pathsOf(scan(sample)), inside);
+}
+
 TEST(AppScanner, TheBundlesOfARootComeBeforeThoseOfItsFolders) {
     SampleMac mac;
     mac.app("/Applications/A Vendor/Inner.app").outsideTheIndex();
@@ -358,8 +372,10 @@ INSTANTIATE_TEST_SUITE_P(
         Place{"/System/Library/CoreServices/Finder.app", false}, Place{"/System/Applications/Mail.app", true},
         Place{"/System/Tool.app", true}, Place{"/Library/Apple/System/Library/Tool.app", false},
         Place{"/Library/Apple/Tool.app", true}, Place{"/Library/Image Capture/Devices/Tool.app", false},
-        Place{"/usr/libexec/Tool.app", false}, Place{"/Volumes/Disk/usr/Tool.app", true},
-        Place{"/private/var/folders/zz/Tool.app", false}, Place{"/private/var/db/Tool.app", true},
+        Place{"/usr/Tool.app", false}, Place{"/usr/libexec/Tool.app", false},
+        Place{"/usrlocal/Tool.app", true}, Place{"/Volumes/Disk/usr/Tool.app", true},
+        Place{"/private/var/folders/zz/Tool.app", false}, Place{"/private/var/folders.old/Tool.app", true},
+        Place{"/private/var/db/Tool.app", true}, Place{"/Volumes/Disk/private/var/folders/Tool.app", true},
         // Anywhere on the path.
         Place{"/Users/alex/.Trash/Tool.app", false}, Place{"/Volumes/Disk/.Trash/501/Tool.app", false},
         Place{"/Users/alex/.Trashes/Tool.app", true}, Place{"/opt/Kit.framework/Resources/Tool.app", false},
@@ -368,7 +384,30 @@ INSTANTIATE_TEST_SUITE_P(
         Place{"/Users/bob/Library/Developer/Xcode/Archives/Tool.app", true},
         Place{"/Volumes/Disk/.Spotlight-V100/Tool.app", false},
         Place{"/Volumes/Disk/Backups.backupdb/Mac/Tool.app", false},
+        Place{"/Volumes/Disk/Backups.backupdb.old/Tool.app", true},
+        Place{"/Volumes/Disk/Old Backups.backupdb/Tool.app", true},
         Place{"/Volumes/Disk/backups.backupdb/Mac/Tool.app", true}));
+
+TEST(AppScanner, WhatIsLeftOutIsToldFromThePathThatWasNamedAndNotFromWhereItLeads) {
+    SampleMac mac;
+    mac.app("/private/var/folders/zz/Tool.app").outsideTheIndex();
+    mac.app("/usr/libexec/Other.app").outsideTheIndex();
+    mac.link("/Applications/Tool.app", "/private/var/folders/zz/Tool.app");
+    mac.link("/Applications/Vendor", "/usr/libexec");
+    EXPECT_EQ(sorted(foundOn(mac)), (Paths{"/Applications/Tool.app", "/Applications/Vendor/Other.app"}));
+}
+
+// A machine whose /var is a link to /private/var, as every Mac's is.
+TEST(AppScanner, WhatIsLeftOutIsToldFromTheStandardFormOfThePath) {
+    SampleMac mac;
+    mac.app("/usr/libexec/Other.app").outsideTheIndex();
+    mac.app("/private/var/folders/zz/Tool.app").outsideTheIndex();
+    mac.link("/var", "/private/var");
+    SamplePlatform sample(mac);
+    // The standard form is without /private where the rest exists, and /var is not among what is left out.
+    sample.answerSpotlight("/opt/../usr/libexec/Other.app\n/private/var/folders/zz/Tool.app\n");
+    EXPECT_EQ(pathsOf(scan(sample)), (Paths{"/var/folders/zz/Tool.app"}));
+}
 
 TEST(AppScanner, ABundleInTheTrashIsRejectedWhoeverNamedIt) {
     SampleMac mac;
