@@ -23,8 +23,11 @@ constexpr std::uint32_t kFatMagic64 = 0xCAFEBABF;
 constexpr std::size_t kFatHeaderSize = 8;
 constexpr std::size_t kFatRecordSize = 20;
 constexpr std::size_t kFatRecordSize64 = 32;
-// A compiled Java class begins with the same four bytes, and what stands for its version reads as a greater
-// number of records.
+// No real file has more, so that a table always fits into the head that is read. A compiled Java class begins with
+// the same four bytes, and this does not tell it apart: its version stands where the number is, and up to Java 19
+// that is 45 to 63. What its constants hold in the places of the types is seldom one, but now and then it is, and
+// then the class passes as a program for that processor. It would have to be what a bundle names as its executable,
+// and an architecture is shown and counted but never decides what is removed.
 constexpr std::uint32_t kMostFatRecords = 63;
 
 constexpr std::uint32_t kMagic32 = 0xFEEDFACE;

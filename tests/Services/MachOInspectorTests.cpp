@@ -190,9 +190,27 @@ TEST(MachOInspector, OtherFilesAreUnknown) {
     EXPECT_EQ(inspected({0x7F, 'E', 'L', 'F', 7, 0, 0, 1, 7, 0, 0, 1}), Architecture::unknown);
     // A fat magic in the wrong byte order is none.
     EXPECT_EQ(inspected(thin(kFat, kArm64)), Architecture::unknown);
-    // A Java class of version 52 reads as 52 records; none of what follows is a processor.
-    const Head java = {0xCA, 0xFE, 0xBA, 0xBE, 0, 0, 0, 52, 0, 29, 10, 0, 6, 0, 15, 9};
-    EXPECT_EQ(inspected(java), Architecture::unknown);
+}
+
+// A class file begins with the magic of fat files, its version where they have their number of records.
+Head javaClass(std::uint32_t version, std::uint32_t whereTheSecondTypeWouldBe) {
+    auto head = fat(kFat, version, {0x001D0A00, whereTheSecondTypeWouldBe});
+    head.resize(300, 0x2A);
+    return head;
+}
+
+TEST(MachOInspector, MostJavaClassesHoldNoProcessorWhereATypeWouldBe) {
+    for (const std::uint32_t version : {45U, 52U, 63U}) {
+        EXPECT_EQ(inspected(javaClass(version, 0x06000F09)), Architecture::unknown) << version;
+    }
+}
+
+TEST(MachOInspector, AJavaClassUpToVersion63PassesAsFatWhereItsConstantsReadAsAProcessor) {
+    for (const std::uint32_t version : {45U, 52U, 63U}) {
+        EXPECT_EQ(inspected(javaClass(version, kI386)), Architecture::intel32) << version;
+        EXPECT_EQ(inspected(javaClass(version, kPowerPC)), Architecture::powerPC) << version;
+    }
+    EXPECT_EQ(inspected(javaClass(64, kI386)), Architecture::unknown); // Java 20 and later
 }
 
 TEST(MachOInspector, EveryLengthOfEveryHeadIsReadWithinItsBounds) {
