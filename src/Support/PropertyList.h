@@ -45,7 +45,8 @@ struct Data {
     friend bool operator==(const Data&, const Data&) = default;
 };
 
-// What a binary list may hold and no cast accepts: null, sets, and the references of archives.
+// What a binary list may hold and no cast accepts: null, sets, the references of archives, and dictionaries
+// with a key that is no text.
 struct Opaque {
     friend bool operator==(const Opaque&, const Opaque&) = default;
 };

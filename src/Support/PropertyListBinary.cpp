@@ -167,7 +167,7 @@ class Reader {
 
     // Nothing for an object that is no string or damaged.
     std::optional<std::string> stringFrom(Head head) const {
-        if (head.marker != kAsciiString && head.marker != kUtf16String) {
+        if (!isText(head.marker)) {
             return std::nullopt;
         }
         const auto count = countOf(head);
@@ -288,12 +288,36 @@ class Reader {
             return false;
         }
         const auto size = static_cast<std::size_t>(*count);
-        m_open.push_back({head.content, size, 0, isDictionary});
         if (isDictionary) {
-            return m_builder.openDictionary(size);
+            return openDictionary(head.content, size);
         }
+        m_open.push_back({head.content, size, 0, false});
         return head.marker == kArray ? m_builder.openArray(size) : m_builder.openOpaque(size);
     }
+
+    // One with a key that is no text, as archives and settings hold them, is nothing that could be asked for a
+    // key. It is read like a set of its keys and values, so that damage in it is still found.
+    bool openDictionary(std::size_t references, std::size_t count) {
+        bool hasTextKeys = true;
+        for (std::size_t i = 0; i < count; ++i) {
+            const auto key = headOf(referenceAt(references, i));
+            if (!key || !isLeaf(key->marker)) {
+                return false;
+            }
+            hasTextKeys = hasTextKeys && isText(key->marker);
+        }
+        if (hasTextKeys) {
+            m_open.push_back({references, count, 0, true});
+            return m_builder.openDictionary(count);
+        }
+        m_open.push_back({references, count * 2, 0, false});
+        return m_builder.openOpaque(count * 2);
+    }
+
+    static bool isText(unsigned marker) { return marker == kAsciiString || marker == kUtf16String; }
+
+    // What may be a key: a value of its own without children.
+    static bool isLeaf(unsigned marker) { return marker <= kUtf16String; }
 
     std::string_view m_bytes;
     Builder m_builder;

@@ -320,27 +320,37 @@ std::optional<std::uint32_t> base64Digit(char c) {
     return c == '+' ? std::optional(62U) : c == '/' ? std::optional(63U) : std::nullopt;
 }
 
-// As forgiving as the platform: what is no digit is passed over, bits that fill no byte are dropped.
+// As forgiving as the platform: what is no digit is passed over. Four make a group of three bytes, in which "="
+// stands for six bits of zero wherever it is; one right before the end of a group, with what follows its last
+// digit, takes a byte from it. What is left over gives the bytes that it fills.
 std::string decodeBase64(std::string_view text) {
+    constexpr unsigned kGroup = 4;
     std::string bytes;
-    bytes.reserve(text.size() / 4 * 3);
+    bytes.reserve(text.size() / kGroup * 3);
     std::uint32_t bits = 0;
     unsigned count = 0;
-    for (const char c : text) {
-        const auto digit = base64Digit(c);
-        if (c == '=') { // ends a group; another may follow
-            count = 0;
+    unsigned padding = 0; // the "=" since the last digit
+    const auto endGroup = [&] {
+        const unsigned whole = count * 6 / 8;
+        bits <<= 6U * (kGroup - count);
+        for (unsigned i = 0; i + std::min(padding, 2U) < whole; ++i) {
+            bytes += static_cast<char>(bits >> (16U - 8U * i) & 0xFFU);
         }
+        bits = 0;
+        count = 0;
+    };
+    for (const char c : text) {
+        const auto digit = c == '=' ? std::optional(0U) : base64Digit(c);
         if (!digit) {
             continue;
         }
+        padding = c == '=' ? padding + 1 : 0;
         bits = bits << 6U | *digit;
-        count += 6;
-        if (count >= 8) {
-            count -= 8;
-            bytes += static_cast<char>(bits >> count & 0xFFU);
+        if (++count == kGroup) {
+            endGroup();
         }
     }
+    endGroup();
     return bytes;
 }
 

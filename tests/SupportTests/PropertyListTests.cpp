@@ -181,6 +181,16 @@ TEST(PropertyList, TheTableOfWhatIsAccepted) {
          Value(Array{Value(Date{0}), Value(Date{730943999}), Value(Date{-978307200}),
                      Value(Date{-63113904000})})},
         {"data in groups, each with its padding", plist("<data>YQ==YWI=YWJj</data>"), Value(Data{"aababc"})},
+        {"data with = at the front", plist("<data>=YWJ</data>"), Value(Data{"\x01\x85\x89"})},
+        {"data with = inside a group", plist("<data>Y=Fi</data>"), Value(Data{"\x60\x01\x62"})},
+        {"data with = inside and behind", plist("<data>Y=Q=</data>"), Value(Data{"\x60\x04"})},
+        {"data with = before the last digit", plist("<data>YQ=B</data>"), Value(Data{"a\0\x01"s})},
+        {"data of = alone", plist("<data>====</data>"), Value(Data{"\0"s})},
+        {"data with = over two groups", plist("<data>YQ=YWJj=</data>"), Value(Data{"a\0\x18\x58\x98"s})},
+        {"data with too many =", plist("<data>YQ===</data>"), Value(Data{"a"})},
+        {"data whose last group is cut off", plist("<data>YWJjZA</data>"), Value(Data{"abcd"})},
+        {"data whose padding is cut off", plist("<data>YWJjZA=</data>"), Value(Data{"abcd"})},
+        {"data with blanks inside the padding", plist("<data>YQ=\n=</data>"), Value(Data{"a"})},
         {"data with blanks and padding", plist("<data>\n\tYWJj\n\tZA==\n</data>"), Value(Data{"abcd"})},
     };
     for (const auto& row : rows) {
@@ -456,10 +466,53 @@ TEST(PropertyListBinary, ADuplicateKeyIsNoError) {
     EXPECT_EQ(asDictionary(&value)->entries().size(), 1U);
 }
 
-TEST(PropertyListBinary, AKeyMustBeAText) {
+TEST(PropertyListBinary, ADictionaryWithAKeyThatIsNoTextIsOpaqueAndTheRestIsRead) {
+    const auto real = "\x22\x3F\x80\0\0"s;
+    const auto date = "\x33" + BinaryListBuilder::number(0, 8);
+    for (const auto& key : {"\x10\x05"s, "\x09"s, real, date, "\x41\xFF"s}) {
+        BinaryListBuilder list;
+        list.objects = {list.dictionary({1, 2}, {3, 4}),  BinaryListBuilder::text("a"),
+                        BinaryListBuilder::text("b"),     list.dictionary({5, 1}, {4, 4}),
+                        BinaryListBuilder::text("value"), key};
+        EXPECT_EQ(parsed(list.bytes()), dictionary({{"a", Value(Opaque{})}, {"b", text("value")}}));
+    }
+}
+
+TEST(PropertyListBinary, AtTheTopEveryKeyMustBeATextToBeADictionary) {
     BinaryListBuilder list;
-    list.objects = {list.dictionary({1}, {1}), "\x10\x05"};
+    list.objects = {list.dictionary({1, 2}, {1, 1}), BinaryListBuilder::text("a"), "\x10\x05"};
+    const auto value = parsed(list.bytes());
+    EXPECT_EQ(value, Value(Opaque{}));
+    EXPECT_EQ(asDictionary(&value), nullptr);
+}
+
+TEST(PropertyListBinary, DamageInADictionaryWithAKeyThatIsNoTextIsStillDamage) {
+    BinaryListBuilder list;
+    const auto refused = [&list](const std::string& key, const std::string& value) {
+        list.objects = {list.dictionary({1, 2}, {3, 3}), "\x10\x05", key, value};
+        expectRefused(list.bytes());
+    };
+    const std::string word = BinaryListBuilder::text("a");
+    refused("\x70", word);         // a key of no known kind
+    refused("\x15\x01", word);     // a number of an impossible size
+    refused(list.array({}), word); // a key that holds others
+    refused(list.dictionary({}, {}), word);
+    refused(word, "\x70");                                        // a value of no known kind
+    list.objects = {list.dictionary({1, 9}, {1, 1}), "\x10\x05"}; // a key that is not there
     expectRefused(list.bytes());
+}
+
+TEST(PropertyListBinary, ADictionaryInItselfIsRefusedWhateverItsKeys) {
+    BinaryListBuilder list;
+    list.objects = {list.dictionary({1}, {0}), "\x10\x05"};
+    expectRefused(list.bytes());
+}
+
+TEST(PropertyListBinary, KeysThatAreNoTextCountAsValues) {
+    BinaryListBuilder list;
+    list.objects = {list.dictionary({1, 1}, {1, 1}), "\x10\x05"}; // two keys and two values, and itself
+    EXPECT_TRUE(parse(list.bytes(), {.nodes = 5}).ok());
+    EXPECT_FALSE(parse(list.bytes(), {.nodes = 4}).ok());
 }
 
 TEST(PropertyListBinary, AnObjectThatIsSharedStandsInEachPlace) {
