@@ -21,12 +21,12 @@ bool namesIdentifier(std::string_view name, std::string_view id) {
            (name.ends_with(id) && name[name.size() - id.size() - 1] == '.');
 }
 
-std::optional<Confidence> match(const InstalledApp& app, const SupportFileLocations::Location& location,
-                                std::string_view name) {
+std::optional<Confidence> match(const InstalledApp& app, Text::CaselessText& appName,
+                                const SupportFileLocations::Location& location, std::string_view name) {
     if (namesIdentifier(name, *app.bundleIdentifier)) {
         return Confidence::high;
     }
-    if (location.allowsNameMatch && Text::equalIgnoringCase(name, app.name)) {
+    if (location.allowsNameMatch && appName.equals(name)) {
         return Confidence::medium;
     }
     return std::nullopt;
@@ -41,13 +41,14 @@ std::vector<LeftoverItem> leftovers(const Platform& platform, const InstalledApp
         return items; // without an identifier nothing belongs to it, even where names would match
     }
     const auto home = platform.files.home();
+    Text::CaselessText appName(app.name);
     for (const auto& location : SupportFileLocations::all(platform)) {
         const auto entries = platform.files.list(location.url);
         if (!entries) {
             continue;
         }
         for (const auto& entry : *entries) {
-            const auto confidence = match(app, location, entry.name);
+            const auto confidence = match(app, appName, location, entry.name);
             if (!confidence) {
                 continue;
             }

@@ -1,4 +1,5 @@
 #include "Characters.h"
+#include "UnicodeText.h"
 #include <algorithm>
 #include <memory>
 #include <unicode/brkiter.h>
@@ -8,16 +9,6 @@
 
 namespace quillane::Text {
 namespace {
-
-// The fast road for what nearly all names are made of.
-bool isAscii(std::string_view text) {
-    for (const char c : text) {
-        if (static_cast<unsigned char>(c) >= 0x80) {
-            return false;
-        }
-    }
-    return true;
-}
 
 bool isUppercase(const icu::UnicodeString& character) {
     if (character.countChar32() == 1 && u_hasBinaryProperty(character.char32At(0), UCHAR_UPPERCASE)) {
@@ -34,17 +25,13 @@ bool isNumber(const icu::UnicodeString& character) {
     return u_getNumericValue(character.char32At(0)) != U_NO_NUMERIC_VALUE;
 }
 
-icu::UnicodeString unicodeFrom(std::string_view text) {
-    return icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<int32_t>(text.size())));
-}
-
 // Whether the text begins with what belongs to the character before it: an accent or a joiner.
 bool continuesCharacter(std::string_view text) {
     if (text.empty() || static_cast<unsigned char>(text.front()) < 0x80) {
         return false;
     }
     constexpr std::size_t kLongestCodePoint = 4;
-    const auto first = unicodeFrom(text.substr(0, kLongestCodePoint)).char32At(0);
+    const auto first = readableUnicode(text.substr(0, kLongestCodePoint)).char32At(0);
     switch (u_getIntPropertyValue(first, UCHAR_GRAPHEME_CLUSTER_BREAK)) {
     case U_GCB_EXTEND:
     case U_GCB_SPACING_MARK:
@@ -69,7 +56,7 @@ bool isUppercaseOrNumbers(std::string_view text, std::size_t count) {
         }
         return true;
     }
-    const auto unicode = unicodeFrom(text);
+    const auto unicode = readableUnicode(text);
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<icu::BreakIterator> characters(
         icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
@@ -101,13 +88,11 @@ std::vector<std::size_t> fullStops(std::string_view text) {
 std::string lowercased(std::string_view text) {
     if (isAscii(text)) {
         std::string lower(text);
-        std::ranges::transform(lower, lower.begin(), [](char c) {
-            return static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-        });
+        std::ranges::transform(lower, lower.begin(), lowerAscii);
         return lower;
     }
     // Letter by letter: a sigma is the same at the end of a word as inside it.
-    const auto original = unicodeFrom(text);
+    const auto original = exactUnicode(text);
     icu::UnicodeString unicode;
     for (int32_t at = 0; at < original.length(); at = original.moveIndex32(at, 1)) {
         unicode += icu::UnicodeString(original.char32At(at)).toLower(icu::Locale::getRoot());
@@ -117,14 +102,12 @@ std::string lowercased(std::string_view text) {
     if (U_SUCCESS(status)) {
         unicode = composer->normalize(unicode, status);
     }
-    std::string lower;
-    unicode.toUTF8String(lower);
-    return lower;
+    return bytesOf(unicode);
 }
 
 std::string repairedUtf8(std::string_view bytes) {
     std::string repaired;
-    unicodeFrom(bytes).toUTF8String(repaired);
+    readableUnicode(bytes).toUTF8String(repaired);
     return repaired;
 }
 

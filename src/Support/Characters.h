@@ -4,7 +4,8 @@
 #include <string_view>
 #include <vector>
 
-// Text by the characters that a reader sees. All take UTF-8; invalid bytes count as U+FFFD. Any thread.
+// Text by the characters that a reader sees. All take UTF-8; invalid bytes count as U+FFFD
+// where nothing else is said. Any thread.
 namespace quillane::Text {
 
 // True when the text has exactly `count` characters and each is an upper case letter or a number.
@@ -14,6 +15,7 @@ bool isUppercaseOrNumbers(std::string_view text, std::size_t count);
 std::vector<std::size_t> fullStops(std::string_view text);
 
 // The text in lower case by the full mapping without a locale, composed, so that equal bytes mean equal texts.
+// Invalid bytes stay as they are, so that they equal only themselves.
 std::string lowercased(std::string_view text);
 
 // The text with every invalid sequence replaced by U+FFFD.

@@ -1,4 +1,5 @@
 #include "TextComparison.h"
+#include "UnicodeText.h"
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -10,6 +11,7 @@
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
+#include <utility>
 
 namespace quillane::Text {
 namespace {
@@ -26,10 +28,6 @@ void require(UErrorCode status) {
 icu::StringPiece piece(std::string_view text) {
     // Lengths are 32 bits wide in the library, and a text may grow fourfold in it.
     return {text.substr(0, std::numeric_limits<std::int32_t>::max() / 4)};
-}
-
-icu::UnicodeString decoded(std::string_view text) {
-    return icu::UnicodeString::fromUTF8(piece(text));
 }
 
 const icu::Collator* makeCollator(icu::Collator::ECollationStrength strength) {
@@ -104,8 +102,8 @@ std::strong_ordering breakTie(std::string_view a, std::string_view b) {
     if (a == b) {
         return std::strong_ordering::equal;
     }
-    const auto textA = decoded(a);
-    const auto textB = decoded(b);
+    const auto textA = readableUnicode(a);
+    const auto textB = readableUnicode(b);
     if (const auto byRuns = compareDigitRuns(textA, textB); byRuns != 0) {
         return byRuns;
     }
@@ -124,7 +122,7 @@ class SortKeys {
     explicit SortKeys(const std::vector<std::string>& texts) {
         m_ends.reserve(texts.size());
         for (const auto& text : texts) {
-            append(decoded(text));
+            append(readableUnicode(text));
         }
     }
 
@@ -155,13 +153,8 @@ class SortKeys {
     std::vector<std::size_t> m_ends;
 };
 
-bool isASCII(std::string_view text) {
-    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 bool equalASCIICase(char a, char b) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return lower(a) == lower(b);
+    return lowerAscii(a) == lowerAscii(b);
 }
 
 const icu::Normalizer2& decomposition() {
@@ -301,17 +294,41 @@ bool localizedCaseInsensitiveContains(std::string_view haystack, std::string_vie
         return false;
     }
     // Among ASCII only a carriage return joins with what follows it.
-    if (isASCII(haystack) && isASCII(needle) && haystack.find('\r') == std::string_view::npos) {
+    if (isAscii(haystack) && isAscii(needle) && haystack.find('\r') == std::string_view::npos) {
         return !std::ranges::search(haystack, needle, equalASCIICase).empty();
     }
-    return containsFolded(decoded(haystack), folded(decoded(needle)));
+    return containsFolded(readableUnicode(haystack), folded(readableUnicode(needle)));
 }
 
 bool equalIgnoringCase(std::string_view a, std::string_view b) {
-    if (isASCII(a) && isASCII(b)) {
-        return std::ranges::equal(a, b, equalASCIICase);
+    return CaselessText(std::string(a)).equals(b);
+}
+
+CaselessText::CaselessText(std::string text)
+    : m_text(std::move(text))
+    , m_isAscii(isAscii(m_text)) {}
+
+bool CaselessText::equals(std::string_view other) {
+    const bool mayBeEqual =
+        m_text.size() / kMostGrowth <= other.size() && other.size() / kMostGrowth <= m_text.size();
+    if (!mayBeEqual) {
+        return false;
     }
-    return folded(decoded(a)) == folded(decoded(b));
+    const bool isOtherAscii = isAscii(other);
+    if (m_isAscii && isOtherAscii) {
+        return std::ranges::equal(m_text, other, equalASCIICase);
+    }
+    if (!m_folded) {
+        const auto unicode = folded(exactUnicode(m_text));
+        m_folded.emplace(unicode.getBuffer(), static_cast<std::size_t>(unicode.length()));
+    }
+    if (isOtherAscii) { // folds to itself in lower case
+        return std::ranges::equal(*m_folded, other, {}, {}, [](char c) {
+            return static_cast<char16_t>(static_cast<unsigned char>(lowerAscii(c)));
+        });
+    }
+    const auto unicode = folded(exactUnicode(other));
+    return std::u16string_view(unicode.getBuffer(), static_cast<std::size_t>(unicode.length())) == *m_folded;
 }
 
 } // namespace quillane::Text

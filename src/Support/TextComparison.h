@@ -1,10 +1,13 @@
 #pragma once
 #include <compare>
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-// Comparisons of text as the platform does them in English. All take UTF-8; invalid bytes count as U+FFFD.
+// Comparisons of text as the platform does them in English. All take UTF-8. What sorts and searches takes invalid
+// bytes for U+FFFD, as they are shown; what tells whether two texts are the same takes them for themselves alone.
 // Any thread.
 namespace quillane::Text {
 
@@ -20,7 +23,25 @@ std::vector<std::size_t> localizedStandardOrder(const std::vector<std::string>& 
 // accents and width count; a match ends and begins at whole characters.
 bool localizedCaseInsensitiveContains(std::string_view haystack, std::string_view needle);
 
-// Equal without regard to case, with no locale ("Straße" equals "STRASSE").
+// Equal without regard to case, with no locale ("Straße" equals "STRASSE"). An invalid byte equals only itself.
 bool equalIgnoringCase(std::string_view a, std::string_view b);
+
+// A text that many others are held against. Its length is of no account where the others are short: it is folded
+// once, and only when another is of a length at which the two could be equal. One thread at a time.
+class CaselessText {
+  public:
+    explicit CaselessText(std::string text);
+    // As equalIgnoringCase().
+    bool equals(std::string_view other);
+
+    // Texts that are equal without regard to case differ in length by no more than this factor: a code point has 1
+    // to 4 bytes, and folds to 1 to 4 code points.
+    static constexpr std::size_t kMostGrowth = 16;
+
+  private:
+    std::string m_text;
+    bool m_isAscii;
+    std::optional<std::u16string> m_folded;
+};
 
 } // namespace quillane::Text

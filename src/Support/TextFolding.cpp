@@ -1,4 +1,5 @@
 #include "TextFolding.h"
+#include "UnicodeText.h"
 #include <algorithm>
 #include <optional>
 #include <unicode/normalizer2.h>
@@ -8,17 +9,8 @@
 namespace quillane::Text {
 namespace {
 
-bool isAscii(std::string_view text) {
-    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 char32_t foldedAscii(char c, bool caseInsensitive) {
-    return static_cast<char32_t>(caseInsensitive && c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-}
-
-icu::UnicodeString unicodeFrom(std::string_view text) {
-    return icu::UnicodeString::fromUTF8(
-        icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
+    return static_cast<char32_t>(caseInsensitive ? lowerAscii(c) : c);
 }
 
 std::u32string codePoints(const icu::UnicodeString& text) {
@@ -80,7 +72,7 @@ void append(FoldedWords& words, const icu::UnicodeString& stretch, bool isWord, 
 
 std::u32string folded(std::string_view text, Folding folding) {
     if (!isAscii(text)) {
-        return foldedUnicode(unicodeFrom(text), folding);
+        return foldedUnicode(exactUnicode(text), folding);
     }
     std::u32string points(text.size(), U'\0');
     std::ranges::transform(text, points.begin(),
@@ -89,7 +81,7 @@ std::u32string folded(std::string_view text, Folding folding) {
 }
 
 FoldedWords foldedWords(std::string_view text, Folding folding) {
-    const auto unicode = unicodeFrom(text);
+    const auto unicode = exactUnicode(text);
     FoldedWords words{{}, {false}, {false}};
     std::int32_t begin = 0;
     while (begin < unicode.length()) {

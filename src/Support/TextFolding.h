@@ -5,7 +5,7 @@
 #include <vector>
 
 // Text made comparable: what should not count is taken out of both sides, and then code points decide. All
-// take UTF-8; invalid bytes count as U+FFFD. Any thread.
+// take UTF-8; an invalid byte counts as itself, U+DC80 to U+DCFF, which no valid text holds. Any thread.
 namespace quillane::Text {
 
 // What does not count. Canonically equivalent spellings (an accent of its own, or one that is part of its

@@ -162,6 +162,31 @@ TEST(LeftoverFinder, NamesOfOtherScriptsCompareIgnoringCaseWithoutALocale) {
               (Paths{"/Users/alex/Library/Caches/STRASSE"}));
 }
 
+// An application whose bundle is its only name may have one that is no text, and so may a stranger's folder.
+TEST(LeftoverFinder, NamesThatAreNoTextMatchOnlyByTheSameBytes) {
+    SampleMac mac;
+    mac.folder("Library/Caches/ra\xffw").folder("Library/Caches/Ra\xfew").folder("Library/Caches/Ra\uFFFDw");
+    EXPECT_EQ(pathsOf(leftoversOn(mac, appNamed("Ra\xffw", "com.example.tool"))),
+              (Paths{"/Users/alex/Library/Caches/ra\xffw"}));
+    EXPECT_EQ(pathsOf(leftoversOn(mac, appNamed("ra\uFFFDw", "com.example.tool"))),
+              (Paths{"/Users/alex/Library/Caches/Ra\uFFFDw"}));
+}
+
+TEST(LeftoverFinder, TheLongestNameThatAFileMayHaveStillMatches) {
+    SampleMac mac;
+    std::string sharp;
+    std::string plain;
+    for (int i = 0; i < 127; ++i) {
+        sharp += "\u00DF";
+        plain += "sS";
+    }
+    mac.folder("Library/Caches/" + sharp);
+    mac.folder("Library/Logs/" + plain);
+    EXPECT_EQ(leftoversOn(mac, appNamed(plain, "com.example.tool")).size(), 2U);
+    EXPECT_EQ(leftoversOn(mac, appNamed(sharp, "com.example.tool")).size(), 2U);
+    EXPECT_EQ(leftoversOn(mac, appNamed(sharp + sharp, "com.example.tool")).size(), 0U);
+}
+
 TEST(LeftoverFinder, AnEntryThatMatchesByBothIsHigh) {
     SampleMac mac;
     mac.folder("Library/Caches/com.example.tool");

@@ -26,8 +26,12 @@ TEST(LowerCase, ASigmaIsTheSameAtTheEndOfAWord) {
     EXPECT_EQ(Text::lowercased("ΟΔΟΣ"), "οδοσ");
 }
 
-TEST(LowerCase, InvalidBytesAreReplaced) {
-    EXPECT_EQ(Text::lowercased("A\xff"), "a\uFFFD");
+TEST(LowerCase, InvalidBytesStayAsTheyAre) {
+    for (const std::string bytes :
+         {"\xff", "\x80", "\xc3", "\xe2\x82", "\xed\xa0\x80", "\xf8\x88\x80\x80\x80"}) {
+        EXPECT_EQ(Text::lowercased("\u00C9" + bytes + "A"), "\u00E9" + bytes + "a");
+    }
+    EXPECT_EQ(Text::lowercased("\uFFFD"), "\uFFFD");
 }
 
 TEST(FullStops, AreFoundWhereverTheyStand) {

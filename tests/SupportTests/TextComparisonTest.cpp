@@ -3,6 +3,9 @@
 #include <numeric>
 #include <random>
 #include <thread>
+#include <unicode/normalizer2.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
 
 namespace quillane {
 namespace {
@@ -282,9 +285,54 @@ TEST(EqualIgnoringCase, EverythingElseDiffers) {
     }
 }
 
-TEST(EqualIgnoringCase, InvalidBytesAreAllTheSame) {
-    EXPECT_TRUE(Text::equalIgnoringCase("A\xff", "a\xfe"));
-    EXPECT_TRUE(Text::equalIgnoringCase("A\xff", "a\uFFFD"));
+TEST(EqualIgnoringCase, AnInvalidByteEqualsOnlyItself) {
+    EXPECT_TRUE(Text::equalIgnoringCase("A\xff", "a\xff"));
+    EXPECT_TRUE(Text::equalIgnoringCase("\u00C9\xc3", "e\u0301\xc3"));
+    const std::vector<Pair> different = {
+        {"A\xff", "a\xfe"},         // another byte
+        {"A\xff", "a\uFFFD"},       // what it is shown as
+        {"\xff\xfe", "\xfe\xff"},   // the order counts
+        {"\xc3", "\xc3\xc3"},       // and the number
+        {"\xe2\x82", "\xe2"},       // a sequence that was cut off, shown as one sign too
+        {"\xed\xa0\x80", "\uFFFD"}, // half a pair
+        {"\xc3x", "\u00C3x"},       // the letter of that number
+        {"\xed\xbf\xbf", "\xff"},   // what the byte is turned into
+    };
+    for (const auto& [a, b] : different) {
+        EXPECT_FALSE(Text::equalIgnoringCase(a, b)) << a << ' ' << b;
+        EXPECT_FALSE(Text::equalIgnoringCase(b, a)) << b << ' ' << a;
+    }
+}
+
+// The factor by which equal texts may differ in length stands on this.
+TEST(CaselessText, EveryLetterFoldsToOneToFourCodePoints) {
+    UErrorCode status = U_ZERO_ERROR;
+    const auto* const nfd = icu::Normalizer2::getNFDInstance(status);
+    for (UChar32 point = 0; point <= 0x10FFFF; ++point) {
+        if (u_isdefined(point) == 0) {
+            continue; // folds to itself, and so does every byte that is no text
+        }
+        const auto folded =
+            nfd->normalize(nfd->normalize(icu::UnicodeString(point), status).foldCase(), status);
+        ASSERT_TRUE(U_SUCCESS(status));
+        ASSERT_GE(folded.countChar32(), 1) << point;
+        ASSERT_LE(folded.countChar32(), 4) << point;
+    }
+}
+
+TEST(CaselessText, ALengthThatNoEqualTextHasIsNotLookedAt) {
+    // The longest and the shortest there are: Kelvin signs have three bytes and fold to a letter of one.
+    std::string kelvins;
+    for (int i = 0; i < 100; ++i) {
+        kelvins += "\u212A";
+    }
+    Text::CaselessText text(kelvins);
+    EXPECT_TRUE(text.equals(std::string(100, 'k')));
+    EXPECT_TRUE(text.equals(std::string(100, 'K')));
+    EXPECT_FALSE(text.equals(std::string(99, 'k')));
+    EXPECT_FALSE(text.equals(""));
+    EXPECT_FALSE(text.equals("k"));
+    EXPECT_FALSE(Text::CaselessText("").equals(kelvins));
 }
 
 TEST(TextComparison, ManyThreadsMayAskAtOnce) {

@@ -39,11 +39,18 @@ INSTANTIATE_TEST_SUITE_P(
                     Pair{"\u00F8", "o", false, false, false, false},
                     Pair{"\u0414\u041E\u041A", "\u0434\u043E\u043A", false, true, false, true},
                     Pair{"\uFF21", "A", false, false, false, false},
-                    Pair{"\xFF", "\uFFFD", true, true, true, true}, Pair{"", "", true, true, true, true},
+                    Pair{"\xFF", "\xFF", true, true, true, true},
+                    Pair{"\xFF", "\xFE", false, false, false, false},
+                    Pair{"\xFF", "\uFFFD", false, false, false, false}, Pair{"", "", true, true, true, true},
                     Pair{"a", "", false, false, false, false}));
 
 TEST(TextFolding, ACharacterOutsideTheBasicPlaneIsOneCodePoint) {
     EXPECT_EQ(Text::folded("\U0001F600", kBoth).size(), 1U);
+}
+
+TEST(TextFolding, AnInvalidByteIsOneCodePointAndNoPartOfAWord) {
+    EXPECT_EQ(Text::folded("\xE2\x82", kBoth), (std::u32string{0xDCE2, 0xDC82}));
+    EXPECT_FALSE(Text::foldedWords("a\xFFz", kBoth).begins[1]);
 }
 
 // The words of a text, each between bars.

@@ -1,9 +1,13 @@
+#include "Characters.h"
 #include "TextComparison.h"
+#include "Utf8.h"
 #include <version>
 #ifndef _LIBCPP_VERSION // the system's rapidcheck is built with libstdc++
 #include <algorithm>
 #include <numeric>
 #include <rapidcheck/gtest.h>
+#include <unicode/normalizer2.h>
+#include <unicode/unistr.h>
 
 namespace quillane {
 namespace {
@@ -113,6 +117,93 @@ RC_GTEST_PROP(LocalizedCaseInsensitiveContainsProperty, ASCIITakesNoShortCutThat
     const auto needle = *letters;
     RC_ASSERT(Text::localizedCaseInsensitiveContains(haystack, needle) ==
               Text::localizedCaseInsensitiveContains("\u4E2D" + haystack, needle));
+}
+
+// Texts that hold bytes which are no text, alone and cut off, now and then beside the letters.
+rc::Gen<std::string> brokenTexts() {
+    const auto broken = rc::gen::elementOf(std::vector<std::string>{
+        "\x80", "\xbf", "\xc3", "\xe2\x82", "\xed\xa0\x80", "\xf0\x9f\x98", "\xfe", "\xff"});
+    return rc::gen::apply([](const std::string& before, const std::string& bytes,
+                             const std::string& behind) { return before + bytes + behind; },
+                          texts(), broken, texts());
+}
+
+// The bytes of a text that belong to no valid sequence, in their order.
+std::string invalidBytes(const std::string& text) {
+    std::string bytes;
+    for (std::size_t at = 0; at < text.size();) {
+        std::size_t length = 4;
+        while (length > 0 && (at + length > text.size() || !Utf8::isValid(text.substr(at, length)))) {
+            --length;
+        }
+        if (length == 0) {
+            bytes += text[at];
+        }
+        // The shortest valid one from here is one character.
+        std::size_t character = 1;
+        while (character < length && !Utf8::isValid(text.substr(at, character))) {
+            ++character;
+        }
+        at += character;
+    }
+    return bytes;
+}
+
+RC_GTEST_PROP(EqualIgnoringCaseProperty, TextsOfOtherInvalidBytesDiffer, ()) {
+    const auto a = *brokenTexts();
+    const auto b = *rc::gen::oneOf(brokenTexts(), neighbours(a));
+    RC_ASSERT(Text::equalIgnoringCase(a, a));
+    if (Text::equalIgnoringCase(a, b)) {
+        RC_ASSERT(invalidBytes(a) == invalidBytes(b));
+    }
+}
+
+RC_GTEST_PROP(EqualIgnoringCaseProperty, OneInvalidByteForAnotherIsAnotherText, ()) {
+    const auto before = *texts();
+    const auto behind = *texts();
+    const auto byte = [] { return std::string(1, static_cast<char>(*rc::gen::inRange(0xF8, 0x100))); };
+    const auto a = byte();
+    const auto b = byte();
+    RC_ASSERT(Text::equalIgnoringCase(before + a + behind, before + b + behind) == (a == b));
+    RC_ASSERT((Text::lowercased(before + a + behind) == Text::lowercased(before + b + behind)) == (a == b));
+    RC_ASSERT(!Text::equalIgnoringCase(before + a + behind, before + "\uFFFD" + behind));
+}
+
+// As it was said before there was a short way: both sides folded as a whole, invalid bytes apart.
+bool equalTheSlowWay(const std::string& a, const std::string& b) {
+    UErrorCode status = U_ZERO_ERROR;
+    const auto* const nfd = icu::Normalizer2::getNFDInstance(status);
+    const auto folded = [&](const std::string& text) {
+        return nfd->normalize(nfd->normalize(icu::UnicodeString::fromUTF8(text), status).foldCase(), status);
+    };
+    return folded(a) == folded(b) && invalidBytes(a) == invalidBytes(b);
+}
+
+RC_GTEST_PROP(CaselessTextProperty, AnswersAsTheSlowWayDoes, ()) {
+    const auto name = *rc::gen::oneOf(texts(), brokenTexts());
+    Text::CaselessText text(name);
+    for (const auto& other : *rc::gen::container<std::vector<std::string>>(nearTo(name))) {
+        RC_ASSERT(text.equals(other) == equalTheSlowWay(name, other));
+    }
+    RC_ASSERT(text.equals(name));
+}
+
+// Where one text has many times the length of the other the answer comes from the lengths alone.
+RC_GTEST_PROP(CaselessTextProperty, AnswersAsTheSlowWayDoesWhateverTheLengths, ()) {
+    const auto letters = rc::gen::elementOf(
+        std::vector<std::string>{"k", "K", "\u212A", "\u0390", "\u1F82", "\uFB03", "ffi", "x"});
+    const auto repeated = [&] {
+        const auto letter = *letters;
+        std::string text;
+        for (int i = *rc::gen::inRange(0, 40); i > 0; --i) {
+            text += letter;
+        }
+        return text;
+    };
+    const auto a = repeated();
+    const auto b = repeated();
+    RC_ASSERT(Text::CaselessText(a).equals(b) == equalTheSlowWay(a, b));
+    RC_ASSERT(Text::CaselessText(b).equals(a) == equalTheSlowWay(a, b));
 }
 
 } // namespace
