@@ -23,6 +23,10 @@ constexpr Duration kGrantedShows = 8s;
 
 } // namespace
 
+bool AppLibrary::isProtected(const FileURL& url) const {
+    return protectedPaths->contains(url.path());
+}
+
 void AppLibrary::setProtected(const FileURL& url, bool isProtected) {
     setProtected(std::vector{url}, isProtected);
 }

@@ -1,55 +1,98 @@
-// The stages of a scan that look for what can come back.
+// What a finder joins, each as one row of a table, and all that works from the table.
 #include "AppLibrary.h"
-#include "Clock.h"
-#include "Detached.h"
-#include "DeveloperCacheFinder.h"
-#include "OrphanFinder.h"
-#include "ScanPace.h"
-#include <set>
-#include <utility>
+#include <algorithm>
+#include <array>
 
 namespace quillane {
+namespace {
 
-Task<> AppLibrary::findOrphans(int generation, ScanReason reason, StopToken stop) {
-    phase = Phase{Phase::Kind::findingOrphans};
-    std::set<std::string> installed;
-    for (const auto& app : *apps) {
-        if (app.bundleIdentifier) {
-            installed.insert(*app.bundleIdentifier);
+template <auto List>
+int sizeOf(const AppLibrary& library) {
+    return static_cast<int>((library.*List)->size());
+}
+
+template <auto List>
+void addLocations(const AppLibrary& library, std::unordered_set<FileURL>& locations) {
+    for (const auto& item : *(library.*List)) {
+        locations.insert(item.url);
+    }
+}
+
+template <auto List>
+void dropGone(AppLibrary& library, const std::unordered_set<FileURL>& gone) {
+    const auto isGone = [&](const auto& item) { return gone.contains(item.url); };
+    if (std::ranges::any_of(*(library.*List), isGone)) {
+        (library.*List).modify([&](auto& list) { std::erase_if(list, isGone); });
+    }
+}
+
+} // namespace
+
+std::span<const AppLibrary::Finder> AppLibrary::finders() {
+    static constexpr std::array kFinders = {
+        Finder{.section = LibrarySection::orphans,
+               .category = SweepCategory::orphans,
+               .badge = [](const AppLibrary& library) { return library.orphanGroupCount(); },
+               .find = &AppLibrary::findOrphans,
+               .mayReuse = nullptr,
+               .plan = &AppLibrary::orphanPlan,
+               .addLocations = addLocations<&AppLibrary::orphans>,
+               .forget = dropGone<&AppLibrary::orphans>},
+        Finder{.section = LibrarySection::developer,
+               .category = SweepCategory::developer,
+               .badge = sizeOf<&AppLibrary::developerCaches>,
+               .find = &AppLibrary::findDeveloperCaches,
+               .mayReuse = &AppLibrary::mayReuseDeveloperCaches,
+               .plan = &AppLibrary::developerPlan,
+               .addLocations = addLocations<&AppLibrary::developerCaches>,
+               .forget = dropGone<&AppLibrary::developerCaches>},
+    };
+    return kFinders;
+}
+
+Task<> AppLibrary::findAll(int generation, ScanReason reason, StopToken stop) {
+    for (const auto& finder : finders()) {
+        const bool isKept = finder.mayReuse != nullptr && (this->*finder.mayReuse)(reason);
+        if (finder.find == nullptr || isKept) {
+            continue;
+        }
+        co_await (this->*finder.find)(generation, reason, stop);
+        if (isStale(generation)) {
+            co_return;
         }
     }
-    auto found =
-        co_await detached(m_platform.tasks, ScanPace::of(reason).searching,
-                          [platform = m_platform, installed = std::move(installed), stop = std::move(stop)] {
-                              return OrphanFinder::orphans(platform, installed, stop);
-                          });
-    if (!isStale(generation)) {
-        m_found.reset();
-        orphans = std::move(found);
-    }
 }
 
-// An empty list is walked again every time.
-bool AppLibrary::mayReuseDeveloperCaches(ScanReason reason) const {
-    return reason == ScanReason::automatic && m_developerCachesMeasuredAt &&
-           m_platform.clock.now() < m_developerCachesMeasuredAt->addingSeconds(developerCacheTTL) &&
-           !developerCaches->empty();
+int AppLibrary::badge(LibrarySection section) const {
+    if (section == LibrarySection::applications) {
+        return visibleAppCount();
+    }
+    const auto finder = std::ranges::find(finders(), section, &Finder::section);
+    return finder == finders().end() ? 0 : finder->badge(*this);
 }
 
-Task<> AppLibrary::findDeveloperCaches(int generation, ScanReason reason, StopToken stop) {
-    if (mayReuseDeveloperCaches(reason)) {
-        co_return;
+SweepPlan AppLibrary::planOfFinders(SweepCategory category) const {
+    for (const auto& finder : finders()) {
+        if (finder.category == category && finder.plan != nullptr) {
+            return (this->*finder.plan)();
+        }
     }
-    phase = Phase{Phase::Kind::findingDeveloperCaches};
-    const auto priority = ScanPace::of(reason).searching;
-    auto found = co_await detached(m_platform.tasks, priority,
-                                   [platform = m_platform, priority, stop = std::move(stop)] {
-                                       return DeveloperCacheFinder::find(platform, priority, stop);
-                                   });
-    if (!isStale(generation)) {
-        m_found.reset();
-        developerCaches = std::move(found);
-        m_developerCachesMeasuredAt = m_platform.clock.now();
+    return {}; // reached only through a removal that the user asks for
+}
+
+// Most rows of a sweep are in no list, and to read all lists for each of them would cost rows times items.
+void AppLibrary::forgetFound(const std::unordered_set<FileURL>& gone) {
+    if (!m_found) {
+        m_found.emplace();
+        for (const auto& finder : finders()) {
+            finder.addLocations(*this, *m_found);
+        }
+    }
+    if (std::ranges::none_of(gone, [&](const FileURL& url) { return m_found->erase(url) > 0; })) {
+        return;
+    }
+    for (const auto& finder : finders()) {
+        finder.forget(*this, gone);
     }
 }
 

@@ -41,19 +41,6 @@ bool matches(const InstalledApp& app, const std::string& search) {
            (app.bundleIdentifier && Text::localizedCaseInsensitiveContains(*app.bundleIdentifier, search));
 }
 
-// A group stands or falls as a whole.
-bool matches(const OrphanGroup& group, const std::string& search) {
-    return search.empty() || Text::localizedCaseInsensitiveContains(group.vendor, search) ||
-           std::ranges::any_of(group.items, [&](const OrphanItem& item) {
-               return Text::localizedCaseInsensitiveContains(item.identifier, search);
-           });
-}
-
-bool matches(const DevCacheItem& item, const std::string& search) {
-    return search.empty() || Text::localizedCaseInsensitiveContains(item.tool, search) ||
-           Text::localizedCaseInsensitiveContains(item.kind, search);
-}
-
 } // namespace
 
 void AppLibrary::forEachVisibleApp(FunctionRef<void(const InstalledApp&)> visit) const {
@@ -72,32 +59,16 @@ std::vector<InstalledApp> AppLibrary::visibleApps() const {
     return visible;
 }
 
+int AppLibrary::visibleAppCount() const {
+    int count = 0;
+    forEachVisibleApp([&count](const InstalledApp&) { ++count; });
+    return count;
+}
+
 Bytes AppLibrary::totalVisibleBytes() const {
     Bytes total = 0;
     forEachVisibleApp([&total](const InstalledApp& app) { total = checkedSum(total, app.totalBytes()); });
     return total;
-}
-
-std::vector<OrphanGroup> AppLibrary::visibleOrphanGroups() const {
-    auto groups = OrphanGroup::grouped(*orphans);
-    std::erase_if(groups,
-                  [&search = *searchText](const OrphanGroup& group) { return !matches(group, search); });
-    return groups;
-}
-
-Bytes AppLibrary::totalOrphanBytes() const {
-    return sumOfBytes(*orphans, [](const OrphanItem& item) { return item.bytes; });
-}
-
-std::vector<DevCacheItem> AppLibrary::visibleDeveloperCaches() const {
-    auto items = *developerCaches;
-    std::erase_if(items,
-                  [&search = *searchText](const DevCacheItem& item) { return !matches(item, search); });
-    return items;
-}
-
-Bytes AppLibrary::totalDeveloperBytes() const {
-    return sumOfBytes(*developerCaches, [](const DevCacheItem& item) { return item.bytes; });
 }
 
 std::optional<InstalledApp> AppLibrary::appWithID(const std::optional<FileURL>& id) const {

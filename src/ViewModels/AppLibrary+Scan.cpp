@@ -42,12 +42,7 @@ Task<> AppLibrary::scan(ScanReason reason, int generation, StopToken stop) {
     if (isStale(generation)) {
         co_return;
     }
-
-    co_await findOrphans(generation, reason, stop);
-    if (isStale(generation)) {
-        co_return;
-    }
-    co_await findDeveloperCaches(generation, reason, stop);
+    co_await findAll(generation, reason, stop);
     if (isStale(generation)) {
         co_return;
     }

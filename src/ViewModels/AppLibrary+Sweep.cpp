@@ -24,22 +24,13 @@ void append(std::vector<Uninstaller::Failure>& all, const std::vector<Uninstalle
     all.insert(all.end(), more.begin(), more.end());
 }
 
-// Observers hear of it only when something goes.
-template <class Item>
-void dropGone(Published<std::vector<Item>>& items, const std::unordered_set<FileURL>& gone) {
-    const auto isGone = [&](const Item& item) { return gone.contains(item.url); };
-    if (std::ranges::any_of(*items, isGone)) {
-        items.modify([&](std::vector<Item>& list) { std::erase_if(list, isGone); });
-    }
-}
-
 } // namespace
 
 Task<SweepReport> AppLibrary::runSweep(std::vector<SweepEntry> entries, std::string label) {
     SweepReport report;
     std::vector<TrashMove> moves;
     m_holders.reset();
-    m_found.reset();
+    foundAnew();
     isSweeping = true;
     sweepProcessed = 0;
     sweepTotal = static_cast<int>(entries.size());
@@ -155,23 +146,6 @@ void AppLibrary::forget(const std::vector<FileURL>& urls) {
         forgetApps(gone);
     }
     forgetFound(gone);
-}
-
-// Most rows of a sweep are in neither list, and to read both for each of them would cost rows times items.
-void AppLibrary::forgetFound(const std::unordered_set<FileURL>& gone) {
-    if (!m_found) {
-        m_found.emplace();
-        for (const auto& item : *orphans) {
-            m_found->insert(item.url);
-        }
-        for (const auto& item : *developerCaches) {
-            m_found->insert(item.url);
-        }
-    }
-    if (std::ranges::any_of(gone, [&](const FileURL& url) { return m_found->erase(url) > 0; })) {
-        dropGone(orphans, gone);
-        dropGone(developerCaches, gone);
-    }
 }
 
 void AppLibrary::forgetApps(const std::unordered_set<FileURL>& gone) {

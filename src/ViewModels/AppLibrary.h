@@ -5,12 +5,14 @@
 #include "FunctionRef.h"
 #include "InstalledApp.h"
 #include "LeftoverIndex.h"
+#include "LibrarySection.h"
 #include "OrphanGroup.h"
 #include "Platform.h"
 #include "Published.h"
 #include "RecentUninstall.h"
 #include "StopToken.h"
 #include "SweepCategory.h"
+#include "SweepPlan.h"
 #include "SweepReport.h"
 #include "Task.h"
 #include "TaskScope.h"
@@ -18,6 +20,7 @@
 #include "UndoableOperation.h"
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -27,106 +30,40 @@ namespace quillane {
 
 // The one observable model object: every list that the screens show and the progress of the scan.
 // Lives as long as the process. Main thread only; long work runs in jobs that get copies.
+//
+// Fields and operations stand by concern, and the concerns in the order of the source files that hold them:
+//   AppLibrary.cpp            what is read at the launch
+//   AppLibrary+Access.cpp     what must never be touched, and what the system does not let us see
+//   AppLibrary+Developer.cpp  the finder of developer caches
+//   AppLibrary+Finders.cpp    what every finder joins
+//   AppLibrary+Measure.cpp    the measuring stage of a scan
+//   AppLibrary+Orphans.cpp    the finder of orphans
+//   AppLibrary+Plans.cpp      what could be removed
+//   AppLibrary+Queries.cpp    the applications that a filter and a search let through
+//   AppLibrary+Scan.cpp       a scan from its first job to its last
+//   AppLibrary+Sweep.cpp      a confirmed list, and the way back
 class AppLibrary {
   public:
-    // The state of the scan, whose stages follow each other in the order of the kinds. `done` and `total` count applications and are 0 but while measuring.
-    struct Phase {
-        enum class Kind { idle, scanning, measuring, findingOrphans, findingDeveloperCaches, ready };
-        Kind kind = Kind::idle;
-        int done = 0;
-        int total = 0;
-        friend bool operator==(const Phase&, const Phase&) = default;
-    };
-
-    // Who asked for a scan. Sets the priority of the whole scan.
-    enum class ScanReason { user, automatic };
-
     // Reads what survived the last launch from the defaults and scans nothing. The platform's ports must outlive
     // the library.
     explicit AppLibrary(const Platform& platform);
     AppLibrary(const AppLibrary&) = delete;
     AppLibrary& operator=(const AppLibrary&) = delete;
 
-    Published<std::vector<InstalledApp>> apps;                // all applications, sorted by name
-    Published<std::vector<OrphanItem>> orphans;               // as the last scan found them, largest first
-    Published<std::vector<DevCacheItem>> developerCaches;     // as the last walk found them, largest first
-    Published<bool> accessJustGranted{false};                 // for 8 seconds after access was found granted
-    Published<std::optional<TaskHandle>> accessWatch;         // polls while the Trash can't be read
+    const Platform& platform() const { return m_platform; }
+    // Where screens start the operations below: tasks end with the library.
+    TaskScope& tasks() { return m_tasks; }
     Published<std::vector<RecentUninstall>> recentUninstalls; // as the last launch left them
-    Published<TrashSweeper::State> trashState;
-    Published<Phase> phase;
-    Published<std::string> searchText; // the one search of all sections; UTF-8
-    Published<AppFilter> filter{AppFilter::thirdParty};
-    // The categories ticked on the Overview; not kept across launches.
-    Published<std::set<SweepCategory>> sweepSelection{
-        {SweepCategory::caches, SweepCategory::developer, SweepCategory::orphans}};
-    Published<bool> isSweeping{false};
-    Published<std::optional<std::string>> sweepStatus; // what is being done now; absent outside a sweep
-    Published<int> sweepProcessed{0};                  // rows finished
-    Published<int> sweepTotal{0};                      // rows received
-    Published<Bytes> sweepReclaimedSoFar{0};
-    // Paths that failed for lack of access since the last scan.
-    Published<std::unordered_set<FileURL>> inaccessible;
+
+    // Access
+
     // What must never be touched, by the exact text of its path.
     Published<std::set<std::string>> protectedPaths;
-    Published<std::optional<UndoableOperation>> lastOperation; // the one sweep that can be put back
-
-    // Starts a scan, or parks the request while one runs: a user's request outranks an automatic one.
-    // Returns at once.
-    void refresh(ScanReason reason);
-
-    // The applications that pass the filter and the search, in the order of `apps`.
-    std::vector<InstalledApp> visibleApps() const;
-    // The sum over visibleApps().
-    Bytes totalVisibleBytes() const;
-    // The first application at this location; nothing for no id or an unknown one.
-    std::optional<InstalledApp> appWithID(const std::optional<FileURL>& id) const;
-
-    // The groups of orphans that the search lets through, whole: by vendor or by the identifier of any item.
-    std::vector<OrphanGroup> visibleOrphanGroups() const;
-    // The sum over all orphans, whatever the search says.
-    Bytes totalOrphanBytes() const;
-    // The developer caches whose tool or kind the search lets through, in their order.
-    std::vector<DevCacheItem> visibleDeveloperCaches() const;
-    // The sum over all developer caches, whatever the search says.
-    Bytes totalDeveloperBytes() const;
-
-    // What a cache cleanup of this application would remove: nothing when the application is protected, else
-    // its regenerable leftovers less those that are protected or out of reach.
-    std::vector<LeftoverItem> reclaimableCache(const InstalledApp& app) const;
-    Bytes reclaimableCacheBytes(const InstalledApp& app) const;
-
-    // What of the group may be moved to the Trash: less what is protected, needs administrator rights or is out
-    // of reach. In their order.
-    std::vector<OrphanItem> sweepableItems(const OrphanGroup& group) const;
-    // The developer caches that a cleanup includes: those safe to sweep, less what is protected or out of reach.
-    std::vector<DevCacheItem> sweepableDeveloperCaches() const;
-
-    // The rows that a sweep of the category would take: only what is safe without asking. Computed afresh.
-    std::vector<SweepEntry> plan(SweepCategory category) const;
-    // The plans of all ticked categories.
-    std::vector<SweepEntry> fullPlan() const;
-    // The figure beside a category: exactly what a sweep of it would take.
-    Bytes bytes(SweepCategory category) const;
-    // What the category's row counts: applications, locations, groups or items of the Trash.
-    int itemCount(SweepCategory category) const;
-    Bytes selectedSweepBytes() const;
-
-    // Requests that answer a user's explicit choice. System applications and what is protected are left out.
-    BulkRemoval removalForApps(const std::vector<InstalledApp>& selected) const;
-    BulkRemoval removalForCache(const InstalledApp& app) const;
-    // The sweepable items of each group.
-    BulkRemoval removalForOrphanGroups(const std::vector<OrphanGroup>& groups) const;
-    // Whatever is not protected, also what no cleanup would include: the user has asked for it.
-    BulkRemoval removalForDeveloperItems(const std::vector<DevCacheItem>& items) const;
-
-    // Runs a confirmed list to its end: the Trash first, then applications are asked to quit, then the rows
-    // move one at a time, each checked against protection right before. Never stops at a failure and can't be
-    // cancelled. The screens see to it that one sweep runs at a time.
-    Task<SweepReport> runSweep(std::vector<SweepEntry> entries, std::string label);
-    // Takes the last operation's items back, forgets the operation whatever the outcome, and starts a scan.
-    // With no operation, an empty report and nothing else.
-    Task<Uninstaller::Report> undoLastOperation();
+    Published<TrashSweeper::State> trashState;
+    Published<bool> accessJustGranted{false};         // for 8 seconds after access was found granted
+    Published<std::optional<TaskHandle>> accessWatch; // polls while the Trash can't be read
+    // Paths that failed for lack of access since the last scan.
+    Published<std::unordered_set<FileURL>> inaccessible;
 
     bool isProtected(const FileURL& url) const;
     // Takes effect at once and is stored at once.
@@ -137,17 +74,175 @@ class AppLibrary {
     Task<> reprobeAccess();
     // The application came to the front: the user may have been in the system's settings.
     void appBecameActive();
-
     static void quit(const Platform& platform, const std::optional<std::string>& bundleIdentifier);
     static void relaunch(const Platform& platform);
     static void openFullDiskAccessSettings(const Platform& platform);
 
-    const Platform& platform() const { return m_platform; }
-    // Where screens start the operations above: tasks end with the library.
-    TaskScope& tasks() { return m_tasks; }
+    // Developer
+
+    Published<std::vector<DevCacheItem>> developerCaches; // as the last walk found them, largest first
+
+    // The developer caches whose tool or kind the search lets through, in their order.
+    std::vector<DevCacheItem> visibleDeveloperCaches() const;
+    // The sum over all developer caches, whatever the search says.
+    Bytes totalDeveloperBytes() const;
+    // The developer caches that a cleanup includes: those safe to sweep, less what is protected or out of reach.
+    std::vector<DevCacheItem> sweepableDeveloperCaches() const;
+    // Whatever is not protected, also what no cleanup would include: the user has asked for it.
+    BulkRemoval removalForDeveloperItems(const std::vector<DevCacheItem>& items) const;
+
+    // Finders
+
+    // The number beside a section; 0 for none.
+    int badge(LibrarySection section) const;
+
+    // Orphans
+
+    Published<std::vector<OrphanItem>> orphans; // as the last scan found them, largest first
+
+    // The groups of orphans that the search lets through, whole: by vendor or by the identifier of any item.
+    std::vector<OrphanGroup> visibleOrphanGroups() const;
+    // The sum over all orphans, whatever the search says.
+    Bytes totalOrphanBytes() const;
+    // What of the group may be moved to the Trash: less what is protected, needs administrator rights or is out
+    // of reach. In their order.
+    std::vector<OrphanItem> sweepableItems(const OrphanGroup& group) const;
+    // The sweepable items of each group.
+    BulkRemoval removalForOrphanGroups(const std::vector<OrphanGroup>& groups) const;
+
+    // Plans
+
+    // The categories ticked on the Overview; not kept across launches.
+    Published<std::set<SweepCategory>> sweepSelection{
+        {SweepCategory::caches, SweepCategory::developer, SweepCategory::orphans}};
+
+    // The rows that a sweep of the category would take: only what is safe without asking. Computed afresh.
+    std::vector<SweepEntry> plan(SweepCategory category) const;
+    // The plans of all ticked categories, in their order; a path that several of them plan has the first's row.
+    std::vector<SweepEntry> fullPlan() const;
+    // The figure beside a category: exactly what a sweep of it alone would take.
+    Bytes bytes(SweepCategory category) const;
+    // What the category's row counts: the applications, locations or groups that have rows in its plan, or the
+    // items of the Trash.
+    int itemCount(SweepCategory category) const;
+    // What a sweep of fullPlan() would take: less than the categories' figures together when they share paths.
+    Bytes selectedSweepBytes() const;
+    // What a cache cleanup of this application would remove: nothing when the application is protected, else
+    // its regenerable leftovers less those that are protected or out of reach.
+    std::vector<LeftoverItem> reclaimableCache(const InstalledApp& app) const;
+    Bytes reclaimableCacheBytes(const InstalledApp& app) const;
+    // Requests that answer a user's explicit choice. System applications and what is protected are left out.
+    // A leftover that only a name ties to its application starts unticked, and so does one that an application
+    // claims that stays.
+    BulkRemoval removalForApps(const std::vector<InstalledApp>& selected) const;
+    BulkRemoval removalForCache(const InstalledApp& app) const;
+
+    // Queries
+
+    Published<std::string> searchText; // the one search of all sections; UTF-8
+    Published<AppFilter> filter{AppFilter::thirdParty};
+
+    // The applications that pass the filter and the search, in the order of `apps`.
+    std::vector<InstalledApp> visibleApps() const;
+    // The sum over visibleApps().
+    Bytes totalVisibleBytes() const;
+    // The first application at this location; nothing for no id or an unknown one.
+    std::optional<InstalledApp> appWithID(const std::optional<FileURL>& id) const;
+
+    // Scan
+
+    // The state of the scan, whose stages follow each other in the order of the kinds. `done` and `total` count applications and are 0 but while measuring.
+    struct Phase {
+        enum class Kind { idle, scanning, measuring, findingOrphans, findingDeveloperCaches, ready };
+        Kind kind = Kind::idle;
+        int done = 0;
+        int total = 0;
+        friend bool operator==(const Phase&, const Phase&) = default;
+    };
+    // Who asked for a scan. Sets the priority of the whole scan.
+    enum class ScanReason { user, automatic };
+
+    Published<std::vector<InstalledApp>> apps; // all applications, sorted by name
+    Published<Phase> phase;
+
+    // Starts a scan, or parks the request while one runs: a user's request outranks an automatic one.
+    // Returns at once.
+    void refresh(ScanReason reason);
+
+    // Sweep
+
+    Published<bool> isSweeping{false};
+    Published<std::optional<std::string>> sweepStatus; // what is being done now; absent outside a sweep
+    Published<int> sweepProcessed{0};                  // rows finished
+    Published<int> sweepTotal{0};                      // rows received
+    Published<Bytes> sweepReclaimedSoFar{0};
+    Published<std::optional<UndoableOperation>> lastOperation; // the one sweep that can be put back
+
+    // Runs a confirmed list to its end: the Trash first, then applications are asked to quit, then the rows
+    // move one at a time, each checked against protection right before. Never stops at a failure and can't be
+    // cancelled. The screens see to it that one sweep runs at a time.
+    Task<SweepReport> runSweep(std::vector<SweepEntry> entries, std::string label);
+    // Takes the last operation's items back, forgets the operation whatever the outcome, and starts a scan.
+    // With no operation, an empty report and nothing else.
+    Task<Uninstaller::Report> undoLastOperation();
 
   private:
     friend struct AppLibraryTesting; // lets tests make a running scan stale
+
+    // Access
+
+    // Measures the Trash; a result that a newer scan has overtaken is dropped.
+    Task<> measureTrash(int generation);
+    void watchForAccess();
+    Task<> accessWatchLoop(StopToken stop);
+
+    // Developer
+
+    // How long a walk for developer caches stays good for automatic scans, in seconds.
+    static constexpr double developerCacheTTL = 900;
+
+    // Walks for developer caches.
+    Task<> findDeveloperCaches(int generation, ScanReason reason, StopToken stop);
+    // An automatic scan is content with a result that is young enough.
+    bool mayReuseDeveloperCaches(ScanReason reason) const;
+    SweepPlan developerPlan() const;
+
+    std::optional<Date> m_developerCachesMeasuredAt; // end of the last walk; nothing before the first
+
+    // Finders
+
+    // All that a finder joins, once its own file holds its field and its operations: one row of finders(), from
+    // which the scan, the plans, the badges and the lists' forgetting are worked. Null where it has no such thing.
+    struct Finder {
+        LibrarySection section;
+        SweepCategory category;                  // of its rows
+        int (*badge)(const AppLibrary& library); // the number beside the section
+        // Its stage of a scan; null for one that looks only when it is asked to.
+        Task<> (AppLibrary::*find)(int generation, ScanReason reason, StopToken stop);
+        // Whether this scan may leave the stage out and keep what an earlier one found; null for never.
+        bool (AppLibrary::*mayReuse)(ScanReason reason) const;
+        // What of it a cleanup takes without asking; null for nothing.
+        SweepPlan (AppLibrary::*plan)() const;
+        // Adds the locations of all that is listed.
+        void (*addLocations)(const AppLibrary& library, std::unordered_set<FileURL>& locations);
+        // Drops what has gone. Observers hear of it only when something goes.
+        void (*forget)(AppLibrary& library, const std::unordered_set<FileURL>& gone);
+    };
+    // In the order in which a scan runs their stages.
+    static std::span<const Finder> finders();
+
+    // The stages of all finders in their order. Ends early, and silently, when the scan has been superseded.
+    Task<> findAll(int generation, ScanReason reason, StopToken stop);
+    SweepPlan planOfFinders(SweepCategory category) const;
+    // Makes the lists of the finders forget what has gone.
+    void forgetFound(const std::unordered_set<FileURL>& gone);
+    // Says that a list of a finder may have gained something.
+    void foundAnew() { m_found.reset(); }
+
+    // All that the lists of the finders hold. Made at need; empty when some may have joined since.
+    std::optional<std::unordered_set<FileURL>> m_found;
+
+    // Measure
 
     // What measuring learned of one application.
     struct Measurement {
@@ -155,42 +250,52 @@ class AppLibrary {
         Bytes bundleBytes = 0;
         std::vector<LeftoverItem> leftovers;
     };
-    // How long a walk for developer caches stays good for automatic scans, in seconds.
-    static constexpr double developerCacheTTL = 900;
-    // An application's place in `apps`, by its location.
+    // An application's place in `apps` as the measuring began, by its location.
     using IndexByURL = std::unordered_map<FileURL, std::size_t>;
+
+    // Fills in sizes and leftovers of all applications, a batch at a time, and tells progress in `phase`.
+    Task<> measureAll(int generation, ScanReason reason, StopToken stop);
+    // Writes into the application, which may have moved up in the list or have left it since the index was made.
+    void publish(Measurement measured, const IndexByURL& indexByURL);
+
+    // Orphans
+
+    // Looks for what removed applications left behind, judged by the applications that stand.
+    Task<> findOrphans(int generation, ScanReason reason, StopToken stop);
+    int orphanGroupCount() const;
+    SweepPlan orphanPlan() const;
+    SweepPlan planFor(const std::vector<OrphanGroup>& groups) const;
+
+    // Plans
+
+    SweepPlan planned(SweepCategory category) const;
+    SweepPlan plannedOfAllTicked() const;
+    SweepPlan cachePlan() const;
+    SweepPlan trashPlan() const;
+
+    // Queries
+
+    int visibleAppCount() const;
+    // The applications that visibleApps() gives, in order, without copying them.
+    void forEachVisibleApp(FunctionRef<void(const InstalledApp&)> visit) const;
+
+    // Scan
 
     bool isScanning() const;
     // True when a newer scan has begun: a step of the older one then ends silently and changes nothing.
     // Asked after every suspension.
     bool isStale(int generation) const { return generation != m_scanGeneration; }
-
     // The scan from its first job to the phase `ready`, stage by stage.
     Task<> scan(ScanReason reason, int generation, StopToken stop);
     void publishUnmeasured(std::vector<InstalledApp> found);
     void pruneIcons() const;
     void serveParkedRefresh();
 
-    // Fills in sizes and leftovers of all applications, a batch at a time, and tells progress in `phase`.
-    Task<> measureAll(int generation, ScanReason reason, StopToken stop);
-    // Writes into the application at its place, unless something else stands there by now.
-    void publish(Measurement measured, const IndexByURL& indexByURL);
-
-    // Looks for what removed applications left behind, judged by the applications that stand.
-    Task<> findOrphans(int generation, ScanReason reason, StopToken stop);
-    // Walks for developer caches; an automatic scan is content with a result that is young enough.
-    Task<> findDeveloperCaches(int generation, ScanReason reason, StopToken stop);
-    bool mayReuseDeveloperCaches(ScanReason reason) const;
-
-    // Measures the Trash; a result that a newer scan has overtaken is dropped.
-    Task<> measureTrash(int generation);
-    void watchForAccess();
-    Task<> accessWatchLoop(StopToken stop);
-
-    std::vector<SweepEntry> cachePlan() const;
-    std::vector<SweepEntry> developerPlan() const;
-    std::vector<SweepEntry> orphanEntries(const std::vector<OrphanGroup>& groups) const;
-    std::vector<SweepEntry> trashPlan() const;
+    std::optional<TaskHandle> m_scanTask;       // of the latest scan, also after its end
+    int m_scanGeneration = 0;                   // number of the latest scan; grows when one really starts
+    std::optional<ScanReason> m_pendingRefresh; // a scan asked for while one runs
+    ScanReason m_currentReason = ScanReason::user;
+    // Sweep
 
     // The steps of a sweep. The references are to the sweep's own frame.
     Task<> emptyTrashIfAsked(const std::vector<SweepEntry>& entries, SweepReport& report);
@@ -202,25 +307,16 @@ class AppLibrary {
     void forget(const std::vector<FileURL>& urls);
     void forgetLeftovers(const std::unordered_set<FileURL>& gone);
     void forgetApps(const std::unordered_set<FileURL>& gone);
-    // Orphans and developer caches.
-    void forgetFound(const std::unordered_set<FileURL>& gone);
     // Stores the operation, or takes the stored one away.
     void record(std::optional<UndoableOperation> operation);
 
-    // The applications that visibleApps() gives, in order, without copying them.
-    void forEachVisibleApp(FunctionRef<void(const InstalledApp&)> visit) const;
-
-    const Platform m_platform;                  // references: copying it is cheap
-    std::optional<TaskHandle> m_scanTask;       // of the latest scan, also after its end
-    int m_scanGeneration = 0;                   // number of the latest scan; grows when one really starts
-    std::optional<ScanReason> m_pendingRefresh; // a scan asked for while one runs
-    ScanReason m_currentReason = ScanReason::user;
-    std::optional<Date> m_developerCachesMeasuredAt; // end of the last walk; nothing before the first
     // Which applications hold a leftover. Made at need; empty when applications or leftovers may have joined since.
     std::optional<LeftoverIndex> m_holders;
-    // All that orphans and developer caches list. Made at need; empty when some may have joined since.
-    std::optional<std::unordered_set<FileURL>> m_found;
-    TaskScope m_tasks; // last: its suspended frames go before what they use
+
+    // What all of them work with
+
+    const Platform m_platform; // references: copying it is cheap
+    TaskScope m_tasks;         // last: its suspended frames go before what they use
 };
 
 } // namespace quillane

@@ -7,7 +7,7 @@ namespace quillane {
 
 Screen makeApplicationsScreen(AppLibrary& library, ContentState& state) {
     return {new ApplicationsTable(library, state), new ApplicationsDetail(library, state),
-            [&library] { return static_cast<int>(library.visibleApps().size()); }};
+            [&library] { return library.badge(LibrarySection::applications); }};
 }
 
 } // namespace quillane

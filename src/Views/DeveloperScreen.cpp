@@ -7,7 +7,7 @@ namespace quillane {
 
 Screen makeDeveloperScreen(AppLibrary& library, ContentState& state) {
     return {new DeveloperTable(library, state), new DeveloperDetail(library, state),
-            [&library] { return static_cast<int>(library.developerCaches->size()); }};
+            [&library] { return library.badge(LibrarySection::developer); }};
 }
 
 } // namespace quillane

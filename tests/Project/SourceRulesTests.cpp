@@ -1,4 +1,5 @@
 // Rules that hold for the whole source tree and that no compiler checks.
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -198,6 +199,51 @@ TEST(SourceRules, WhatAHeaderDeclaresEachSystemDefines) {
         }
     }
     EXPECT_GT(checked, 10U);
+}
+
+// The concerns of the library, by the names of its source files.
+std::vector<std::string> concernsOfTheLibrary() {
+    const std::regex name(R"(.*/AppLibrary\+(\w+)\.cpp)");
+    std::set<std::string> concerns;
+    for (const auto& source : sourcesBelow("src/ViewModels")) {
+        std::smatch match;
+        if (std::regex_match(source.path, match, name)) {
+            concerns.insert(match[1]);
+        }
+    }
+    return {concerns.begin(), concerns.end()};
+}
+
+// What the pattern's first group matches, in order.
+std::vector<std::string> groupsIn(const std::string& text, const std::regex& pattern) {
+    std::vector<std::string> groups;
+    for (auto it = std::sregex_iterator(text.begin(), text.end(), pattern); it != std::sregex_iterator();
+         ++it) {
+        groups.push_back((*it)[1]);
+    }
+    return groups;
+}
+
+TEST(SourceRules, TheLibrarysHeaderListsItsConcernsInTheOrderOfTheirFiles) {
+    const auto header = readFile(fs::path(QUILLANE_SOURCE_DIR) / "src/ViewModels/AppLibrary.h");
+    const auto concerns = concernsOfTheLibrary();
+    EXPECT_GT(concerns.size(), 5U);
+    EXPECT_EQ(groupsIn(header, std::regex(R"(//   AppLibrary\+(\w+)\.cpp )")), concerns);
+}
+
+TEST(SourceRules, TheLibrarysFieldsAndOperationsStandByConcern) {
+    const auto header = readFile(fs::path(QUILLANE_SOURCE_DIR) / "src/ViewModels/AppLibrary.h");
+    const auto half = header.find("  private:\n    friend");
+    ASSERT_NE(half, std::string::npos);
+    const std::regex heading(R"(\n\n    // (\w+)\n\n)");
+    const auto concerns = concernsOfTheLibrary();
+    std::set<std::string> seen;
+    for (const auto& headings :
+         {groupsIn(header.substr(0, half), heading), groupsIn(header.substr(half), heading)}) {
+        EXPECT_TRUE(std::ranges::is_sorted(headings)) << joined(headings);
+        seen.insert(headings.begin(), headings.end());
+    }
+    EXPECT_EQ(std::vector(seen.begin(), seen.end()), concerns);
 }
 
 // They are C, and an update of them may be no C++ any more. What libc does not wrap stands in KernelCalls.h.

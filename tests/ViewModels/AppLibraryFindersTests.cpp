@@ -270,6 +270,32 @@ TEST_F(FoundThings, ASearchFindsDeveloperCachesByToolAndKindButNotByPath) {
     EXPECT_EQ(visibleKinds(), Texts{});
 }
 
+TEST_F(FoundThings, EachSectionsBadgeCountsItsOwn) {
+    library->apps = std::vector{app("Draw"), app("Paint"), app("Print"), app("Sing")};
+    library->orphans =
+        std::vector{orphan("com.acme.draw", 10), orphan("com.acme.helper", 20), orphan("org.other.tool", 1)};
+    library->developerCaches = std::vector{location(".npm/_cacache", "npm", "Package cache", 9),
+                                           location("Library/Caches/pip", "pip", "Wheel cache", 5),
+                                           location("a/node_modules", "npm", "node_modules in a", 1, false)};
+    EXPECT_EQ(library->badge(LibrarySection::overview), 0);
+    EXPECT_EQ(library->badge(LibrarySection::applications), 4);
+    EXPECT_EQ(library->badge(LibrarySection::orphans), 2) << "groups and not items";
+    EXPECT_EQ(library->badge(LibrarySection::developer), 3);
+    for (const auto section : {LibrarySection::files, LibrarySection::duplicates, LibrarySection::startup}) {
+        EXPECT_EQ(library->badge(section), 0) << "nothing looks for these";
+    }
+}
+
+TEST_F(FoundThings, TheBadgeOfApplicationsFollowsTheSearchAndNoOther) {
+    library->apps = std::vector{app("Draw"), app("Paint")};
+    library->orphans = std::vector{orphan("com.acme.draw", 10), orphan("org.other.tool", 1)};
+    library->developerCaches = std::vector{location(".npm/_cacache", "npm", "Package cache", 9)};
+    library->searchText = "paint";
+    EXPECT_EQ(library->badge(LibrarySection::applications), 1);
+    EXPECT_EQ(library->badge(LibrarySection::orphans), 2);
+    EXPECT_EQ(library->badge(LibrarySection::developer), 1);
+}
+
 TEST_F(FoundThings, TheTotalsAreThoseOfTheWholeMachineWhateverIsSearched) {
     library->apps = std::vector{app("Draw", {cache("Library/Caches/draw", 7)})};
     library->orphans = std::vector{orphan("com.acme.draw", 10), orphan("com.acme.helper", 20, true)};
@@ -415,6 +441,17 @@ TEST_F(FoundThings, RemovingDeveloperItemsTakesWhatNoCleanupWouldButNothingProte
     library->setProtected(modules.url, true);
     EXPECT_TRUE(library->removalForDeveloperItems({modules}).entries.empty());
     EXPECT_EQ(library->removalForDeveloperItems({}).label, "Remove 0 developer locations");
+}
+
+TEST_F(FoundThings, AnItemThatIsAskedForTwiceHasOneRow) {
+    const auto npm = location(".npm/_cacache", "npm", "Package cache", 9);
+    const auto draw = orphan("com.acme.draw", 10);
+    EXPECT_EQ(library->removalForDeveloperItems({npm, npm}).entries.size(), 1U);
+    EXPECT_EQ(library->removalForOrphanGroups({{"com.acme", {draw}}, {"com.acme", {draw}}}).entries.size(),
+              1U);
+    library->developerCaches = std::vector{npm, npm};
+    EXPECT_EQ(library->itemCount(SweepCategory::developer), 1);
+    EXPECT_EQ(library->bytes(SweepCategory::developer), 9);
 }
 
 TEST_F(FoundThings, WhatASweepMovesLeavesTheListsAtOnceAndTheRestStays) {

@@ -30,15 +30,20 @@ TEST_F(Sweep, EachRowMovesToTheTrashAndIsCreditedByItsSize) {
 }
 
 TEST_F(Sweep, CategoriesAreWorkedInTheirOrderAndRowsInTheirs) {
-    std::vector<FileURL> order;
-    world.trash.before = [&](int, const FileURL& url) { order.push_back(url); };
-    const auto files = file("files");
-    const auto appsRow = file("apps");
-    const auto first = file("first");
-    const auto second = file("second");
-    sweep({entry(files, SweepCategory::files, 1), entry(appsRow, SweepCategory::apps, 1),
-           entry(first, SweepCategory::caches, 1), entry(second, SweepCategory::caches, 1)});
-    EXPECT_EQ(order, (std::vector{first, second, appsRow, files}));
+    std::vector<std::string> order;
+    world.trash.before = [&](int, const FileURL& url) { order.emplace_back(url.lastPathComponent()); };
+    std::vector<SweepEntry> entries;
+    for (const auto& [name, category] :
+         {std::pair("startup", SweepCategory::startup), std::pair("files", SweepCategory::files),
+          std::pair("apps", SweepCategory::apps), std::pair("orphans", SweepCategory::orphans),
+          std::pair("developer", SweepCategory::developer), std::pair("first cache", SweepCategory::caches),
+          std::pair("second cache", SweepCategory::caches), std::pair("more files", SweepCategory::files),
+          std::pair("more startup", SweepCategory::startup)}) {
+        entries.push_back(entry(file(name), category, 1));
+    }
+    sweep(entries);
+    EXPECT_EQ(order, (std::vector<std::string>{"first cache", "second cache", "developer", "orphans", "apps",
+                                               "files", "more files", "startup", "more startup"}));
 }
 
 TEST_F(Sweep, TheTrashIsEmptiedFirstSoThatWhatMovesStaysRecoverable) {
@@ -284,6 +289,24 @@ TEST_F(Sweep, LeftoversOfApplicationsAreNotAskedToQuit) {
     world.running.start("com.example.One");
     sweep({entry(home("Library/Caches/one"), SweepCategory::apps, 10)});
     EXPECT_TRUE(world.running.asked.empty());
+}
+
+TEST_F(Sweep, OnlyARowOfApplicationsAsksAnApplicationToQuit) {
+    const auto one = app("One");
+    library->apps = {one};
+    world.disk.file("Applications/One.app/x", "x");
+    world.running.start("com.example.One");
+    for (const auto category : {SweepCategory::caches, SweepCategory::developer, SweepCategory::orphans,
+                                SweepCategory::files, SweepCategory::startup}) {
+        library->setProtected(one.url, true); // so that it is there for the next
+        sweep({entry(one.url, category, 1)});
+    }
+    EXPECT_TRUE(world.running.asked.empty());
+    startSweep({entry(one.url, SweepCategory::apps, 1)});
+    world.runner.runAll();
+    EXPECT_EQ(world.running.asked, std::vector<std::string>{"com.example.One"});
+    world.clock.advance(1s);
+    EXPECT_TRUE(report.has_value());
 }
 
 TEST_F(Sweep, TheOperationIsRecordedWithLabelDateMovesAndBytesAndSurvivesARestart) {

@@ -1,0 +1,93 @@
+// What tools of developers can make or fetch again: looking for it, showing it, and what of it can go.
+#include "AppLibrary.h"
+#include "Clock.h"
+#include "Detached.h"
+#include "DeveloperCacheFinder.h"
+#include "FileSystem.h"
+#include "ScanPace.h"
+#include "TextComparison.h"
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <utility>
+
+namespace quillane {
+namespace {
+
+bool matches(const DevCacheItem& item, const std::string& search) {
+    return search.empty() || Text::localizedCaseInsensitiveContains(item.tool, search) ||
+           Text::localizedCaseInsensitiveContains(item.kind, search);
+}
+
+std::string labelForDeveloperItems(const std::vector<DevCacheItem>& items) {
+    if (items.size() == 1) {
+        return "Remove " + items.front().kind;
+    }
+    return "Remove " + std::to_string(items.size()) + " developer locations";
+}
+
+} // namespace
+
+// An empty list is walked again every time.
+bool AppLibrary::mayReuseDeveloperCaches(ScanReason reason) const {
+    return reason == ScanReason::automatic && m_developerCachesMeasuredAt &&
+           m_platform.clock.now() < m_developerCachesMeasuredAt->addingSeconds(developerCacheTTL) &&
+           !developerCaches->empty();
+}
+
+Task<> AppLibrary::findDeveloperCaches(int generation, ScanReason reason, StopToken stop) {
+    phase = Phase{Phase::Kind::findingDeveloperCaches};
+    const auto priority = ScanPace::of(reason).searching;
+    auto found = co_await detached(m_platform.tasks, priority,
+                                   [platform = m_platform, priority, stop = std::move(stop)] {
+                                       return DeveloperCacheFinder::find(platform, priority, stop);
+                                   });
+    if (!isStale(generation)) {
+        foundAnew();
+        developerCaches = std::move(found);
+        m_developerCachesMeasuredAt = m_platform.clock.now();
+    }
+}
+
+std::vector<DevCacheItem> AppLibrary::visibleDeveloperCaches() const {
+    auto items = *developerCaches;
+    std::erase_if(items,
+                  [&search = *searchText](const DevCacheItem& item) { return !matches(item, search); });
+    return items;
+}
+
+Bytes AppLibrary::totalDeveloperBytes() const {
+    return sumOfBytes(*developerCaches, [](const DevCacheItem& item) { return item.bytes; });
+}
+
+std::vector<DevCacheItem> AppLibrary::sweepableDeveloperCaches() const {
+    std::vector<DevCacheItem> items;
+    std::ranges::copy_if(*developerCaches, std::back_inserter(items), [&](const DevCacheItem& item) {
+        return item.safeToSweep && !isProtected(item.url) && !inaccessible->contains(item.url);
+    });
+    return items;
+}
+
+SweepPlan AppLibrary::developerPlan() const {
+    const auto home = m_platform.files.home();
+    SweepPlan plan;
+    for (const auto& item : sweepableDeveloperCaches()) {
+        if (plan.add(SweepRows::rowFor(item, home))) {
+            plan.countOne();
+        }
+    }
+    return plan;
+}
+
+BulkRemoval AppLibrary::removalForDeveloperItems(const std::vector<DevCacheItem>& items) const {
+    const auto home = m_platform.files.home();
+    SweepPlan plan;
+    for (const auto& item : items) {
+        if (!isProtected(item.url)) {
+            plan.add(SweepRows::rowFor(item, home));
+        }
+    }
+    return BulkRemoval::make(labelForDeveloperItems(items), plan.takeRows());
+}
+
+} // namespace quillane
