@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <fmt/format.h>
+#include <optional>
 #include <type_traits>
 #include <unicode/utf8.h>
 
@@ -98,15 +99,31 @@ std::string base64(std::string_view bytes) {
     return out;
 }
 
-std::string dateText(Date date) {
+// Nothing for what is no date that the text form knows. The library's calendar ends with the year 32,767; as the
+// calendar repeats itself after 400 years, it serves for all others too.
+std::optional<std::string> dateText(Date date) {
     using namespace std::chrono;
-    const auto whole = sys_seconds(seconds(static_cast<std::int64_t>(std::floor(date.secondsSince1970()))));
+    constexpr double kFarthest = 31e15; // seconds: years of nine digits, as many as can be read
+    constexpr std::int64_t kSecondsOf400Years = std::int64_t{146097} * 86400;
+    if (!(std::fabs(date.secondsSince1970()) < kFarthest)) {
+        return std::nullopt;
+    }
+    const auto since1970 = static_cast<std::int64_t>(std::floor(date.secondsSince1970()));
+    const auto inCycle = (since1970 % kSecondsOf400Years + kSecondsOf400Years) % kSecondsOf400Years;
+    const auto cycles = (since1970 - inCycle) / kSecondsOf400Years;
+    const auto whole = sys_seconds(seconds(inCycle));
     const auto day = floor<days>(whole);
     const year_month_day civil(day);
     const hh_mm_ss time(whole - day);
-    return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}Z", static_cast<int>(civil.year()),
+    return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}Z", static_cast<int>(civil.year()) + cycles * 400,
                        static_cast<unsigned>(civil.month()), static_cast<unsigned>(civil.day()),
                        time.hours().count(), time.minutes().count(), time.seconds().count());
+}
+
+bool hasTextForm(const PropertyList::Value& value) {
+    const auto* date = std::get_if<Date>(&value.variant());
+    return date != nullptr ? dateText(*date).has_value()
+                           : !std::holds_alternative<PropertyList::Opaque>(value.variant());
 }
 
 std::string realText(double value) {
@@ -129,8 +146,8 @@ class Writer {
     void write(const PropertyList::Dictionary& dictionary, int depth) {
         line(depth, "<dict>");
         for (const auto& entry : dictionary.entries()) {
-            if (std::holds_alternative<PropertyList::Opaque>(entry.value.variant())) {
-                continue; // no text form exists
+            if (!hasTextForm(entry.value)) {
+                continue;
             }
             element(depth + 1, "key", entry.key);
             value(entry.value, depth + 1);
@@ -147,7 +164,11 @@ class Writer {
     }
     void write(double real, int depth) { element(depth, "real", realText(real)); }
     void write(const std::string& text, int depth) { element(depth, "string", text); }
-    void write(Date date, int depth) { element(depth, "date", dateText(date)); }
+    void write(Date date, int depth) {
+        if (const auto text = dateText(date)) {
+            element(depth, "date", *text);
+        }
+    }
     void write(const PropertyList::Data& data, int depth) { element(depth, "data", base64(data.bytes)); }
     void write(const PropertyList::Opaque&, int) {}
     void write(const PropertyList::Array& array, int depth) {
