@@ -1,8 +1,8 @@
-#include "PushButton.h"
-#include "Fonts.h"
-#include "QuillaneStyle.h"
-#include "Symbols.h"
-#include "SystemLook.h"
+#include "Components/PushButton.h"
+#include "Components/Fonts.h"
+#include "Components/QuillaneStyle.h"
+#include "Components/Symbols.h"
+#include "Components/SystemLook.h"
 #include <QPainter>
 #include <QStyleOptionButton>
 
