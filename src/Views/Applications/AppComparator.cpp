@@ -1,4 +1,5 @@
 #include "Applications/AppComparator.h"
+#include "Tables/SortOrder.h"
 #include <string_view>
 #include <utility>
 

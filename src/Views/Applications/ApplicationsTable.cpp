@@ -1,6 +1,7 @@
 #include "Applications/ApplicationsTable.h"
 #include "AppLibrary.h"
 #include "Applications/AppActions.h"
+#include "Applications/AppComparator.h"
 #include "Applications/StatusLine.h"
 #include "IconCache.h"
 #include "State/ContentState.h"

@@ -1,6 +1,6 @@
 #pragma once
-#include "Applications/AppComparator.h"
 #include "Applications/AppTableModel.h"
+#include "State/SortStep.h"
 #include "Tables/KeyedTable.h"
 
 namespace quillane {

@@ -1,4 +1,5 @@
 #include "Developer/DeveloperRow.h"
+#include "Tables/SortOrder.h"
 #include <utility>
 
 namespace quillane {

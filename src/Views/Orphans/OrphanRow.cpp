@@ -1,4 +1,5 @@
 #include "Orphans/OrphanRow.h"
+#include "Tables/SortOrder.h"
 #include <utility>
 
 namespace quillane {

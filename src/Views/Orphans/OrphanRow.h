@@ -1,6 +1,6 @@
 #pragma once
 #include "OrphanGroup.h"
-#include "Tables/SortOrder.h"
+#include "State/SortStep.h"
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -21,14 +21,6 @@ struct OrphanRow {
     static OrphanRow of(const OrphanGroup& group);
     friend bool operator==(const OrphanRow&, const OrphanRow&) = default;
 };
-
-enum class OrphanSortKey { title, totalBytes, itemCount, lastModified };
-
-// One step of the order of the table.
-using OrphanComparator = SortStep<OrphanSortKey>;
-
-// The order that the table begins with: largest first.
-inline const std::vector<OrphanComparator> kInitialOrphanOrder = {{OrphanSortKey::totalBytes, true}};
 
 // Sorted by the first comparator, ties by the next one and at last by the order given. Titles sort as the
 // Finder sorts names; what has no date is the oldest.

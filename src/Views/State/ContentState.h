@@ -1,12 +1,10 @@
 #pragma once
-#include "Applications/AppComparator.h"
 #include "BulkRemoval.h"
-#include "Developer/DeveloperRow.h"
 #include "FileURL.h"
 #include "LibrarySection.h"
 #include "NotificationCenter.h"
-#include "Orphans/OrphanRow.h"
 #include "Published.h"
+#include "State/SortStep.h"
 #include <optional>
 #include <string>
 #include <unordered_set>
@@ -33,7 +31,7 @@ struct ContentState {
     Published<std::unordered_set<FileURL>> selection;
     Published<std::unordered_set<std::string>> orphanSelection; // vendors
     Published<std::unordered_set<FileURL>> developerSelection;
-    Published<std::vector<AppComparator>> sortOrder{kInitialSortOrder}; // of the applications table
+    Published<std::vector<AppComparator>> sortOrder{kInitialAppOrder}; // of the applications table
     Published<std::vector<OrphanComparator>> orphanSortOrder{kInitialOrphanOrder};
     Published<std::vector<DeveloperComparator>> developerSortOrder{kInitialDeveloperOrder};
     // What waits for its review or is being reviewed: a section stores a request here, the window opens the

@@ -11,16 +11,6 @@
 
 namespace quillane {
 
-// One step of the order of a table: what it sorts by, and whether the greatest comes first. The keys of a
-// table stand in the order of its columns.
-template <class SortKey>
-struct SortStep {
-    using Key = SortKey;
-    Key key{};
-    bool isReverse = false;
-    friend bool operator==(const SortStep&, const SortStep&) = default;
-};
-
 // By position in a list; equal where what the list is sorted by is equal.
 using Ranks = std::vector<std::size_t>;
 
@@ -57,7 +47,7 @@ Ranks ranksByName(const std::vector<Record>& records, NameOf nameOf) {
     return ranks;
 }
 
-// Sorted by the first step, ties by the next one and at last by the order given, whatever the direction.
+// Sorted by the first step (see SortStep), ties by the next one and at last by the order given, whatever the direction.
 // `ranksOf` numbers the records by one key.
 template <class Record, class Step, class RanksOf>
 std::vector<Record> sortedBySteps(std::vector<Record> records, const std::vector<Step>& order,

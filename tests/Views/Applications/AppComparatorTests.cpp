@@ -35,7 +35,7 @@ using Names = std::vector<std::string>;
 } // namespace
 
 TEST(AppComparator, TheTableBeginsWithTheLargest) {
-    EXPECT_EQ(namesBy(kInitialSortOrder), (Names{"Alder 10", "alder 2", "Cedar"}));
+    EXPECT_EQ(namesBy(kInitialAppOrder), (Names{"Alder 10", "alder 2", "Cedar"}));
 }
 
 TEST(AppComparator, NamesSortAsTheFinderSortsThem) {
@@ -67,11 +67,11 @@ TEST(AppComparator, ALaterComparatorDecidesTies) {
 
 TEST(AppComparator, WithoutComparatorsTheOrderStays) {
     EXPECT_EQ(namesBy({}), (Names{"alder 2", "Alder 10", "Cedar"}));
-    EXPECT_TRUE(sorted({}, kInitialSortOrder).empty());
+    EXPECT_TRUE(sorted({}, kInitialAppOrder).empty());
 }
 
 TEST(AppComparator, TheSizeThatCountsIncludesTheSupportFiles) {
     auto apps = sample();
     apps[2].leftovers = {leftover("/l", "Caches", 10'000)};
-    EXPECT_EQ(sorted(apps, kInitialSortOrder).front().name, "Cedar");
+    EXPECT_EQ(sorted(apps, kInitialAppOrder).front().name, "Cedar");
 }
