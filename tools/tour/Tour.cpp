@@ -1,7 +1,7 @@
 #include "Tour.h"
 #include "AppLibrary.h"
-#include "Applications/AppTableModel.h"
 #include "Applications/ApplicationsTable.h"
+#include "Applications/ApplicationsTableModel.h"
 #include "Components/Look.h"
 #include "Components/PushButton.h"
 #include "Components/SearchField.h"
@@ -34,7 +34,7 @@
 namespace quillane {
 namespace {
 
-using Column = AppTableModel::Column;
+using Column = ApplicationsTableModel::Column;
 
 Bytes totalOf(const ExpectedApp& app) {
     Bytes sum = app.bundleBytes;

@@ -1,7 +1,7 @@
 #include "Applications/ApplicationsTable.h"
 #include "AppLibrary.h"
 #include "Applications/AppActions.h"
-#include "Applications/AppComparator.h"
+#include "Applications/AppRow.h"
 #include "Applications/StatusLine.h"
 #include "IconCache.h"
 #include "State/ContentState.h"
@@ -12,7 +12,7 @@
 namespace quillane {
 
 ApplicationsTable::ApplicationsTable(AppLibrary& library, ContentState& state, QWidget* parent)
-    : KeyedTable(QStringLiteral("Applications"), new AppTableModel(library.platform().clock),
+    : KeyedTable(QStringLiteral("Applications"), new ApplicationsTableModel(library.platform().clock),
                  {{.width = 180, .stretches = true},
                   {.width = 88},
                   {.width = 112},

@@ -1,5 +1,5 @@
 #pragma once
-#include "Applications/AppTableModel.h"
+#include "Applications/ApplicationsTableModel.h"
 #include "State/SortStep.h"
 #include "Tables/KeyedTable.h"
 
@@ -10,7 +10,7 @@ class StatusLine;
 struct ContentState;
 
 // The sortable table of all visible applications, with the status line below it.
-class ApplicationsTable : public KeyedTable<AppTableModel, AppComparator> {
+class ApplicationsTable : public KeyedTable<ApplicationsTableModel, AppComparator> {
     Q_OBJECT
   public:
     ApplicationsTable(AppLibrary& library, ContentState& state, QWidget* parent = nullptr);

@@ -2,7 +2,7 @@
 #include "AppLibrary.h"
 #include "Components/ShownText.h"
 #include "Formatting.h"
-#include "Orphans/OrphanMenu.h"
+#include "Orphans/OrphansMenu.h"
 #include "State/ContentState.h"
 #include <QMenu>
 #include <cstdint>
@@ -51,7 +51,7 @@ void OrphanTable::renderFooter() {
 }
 
 void OrphanTable::openMenu(const std::vector<std::string>& vendors, const QPoint& globalPosition) {
-    if (auto* const menu = makeOrphanMenu(m_library, vendors, presentIn(m_state), table())) {
+    if (auto* const menu = makeOrphansMenu(m_library, vendors, presentIn(m_state), table())) {
         menu->popup(globalPosition);
     }
 }

@@ -1,5 +1,5 @@
 #include "AppRecords.h"
-#include "Applications/AppComparator.h"
+#include "Applications/AppRow.h"
 #include <gtest/gtest.h>
 
 using namespace quillane;

@@ -1,8 +1,8 @@
 #include "Applications/AppActions.h"
 #include "Applications/AppDetailView.h"
-#include "Applications/AppTableModel.h"
 #include "Applications/ApplicationsDetail.h"
 #include "Applications/ApplicationsTable.h"
+#include "Applications/ApplicationsTableModel.h"
 #include "Applications/MultiSelectionSummary.h"
 #include "Components/Badge.h"
 #include "Components/Panel.h"
@@ -548,7 +548,7 @@ TEST_F(ApplicationsActions, AProtectedRowBearsTheMarkBesideThatOfTheStore) {
     auto app = cedar();
     app.isMacAppStore = true;
     openReady({app});
-    const QModelIndex name = table().model()->index(0, AppTableModel::kName);
+    const QModelIndex name = table().model()->index(0, ApplicationsTableModel::kName);
     EXPECT_FALSE(name.data(kProtectedRole).toBool());
     library.setProtected(app.url, true);
     turn();
@@ -564,7 +564,7 @@ TEST_F(ApplicationsActions, TheMarksStandBehindTheNameWithinTheCell) {
     app.isMacAppStore = true;
     library.setProtected(app.url, true);
     openReady({app});
-    const QModelIndex name = table().model()->index(0, AppTableModel::kName);
+    const QModelIndex name = table().model()->index(0, ApplicationsTableModel::kName);
     const auto* delegate = qobject_cast<const TableDelegate*>(table().itemDelegate());
     ASSERT_NE(delegate, nullptr);
     const QRect cell = table().visualRect(name);

@@ -1,5 +1,5 @@
 #include "AppRecords.h"
-#include "Applications/AppTableModel.h"
+#include "Applications/ApplicationsTableModel.h"
 #include "Components/Tint.h"
 #include "ManualClock.h"
 #include "Tables/TableRole.h"
@@ -12,9 +12,9 @@ using namespace quillane;
 
 namespace {
 
-class AppTableModelTest : public testing::Test {
+class ApplicationsTableModelTest : public testing::Test {
   protected:
-    using Column = AppTableModel::Column;
+    using Column = ApplicationsTableModel::Column;
 
     QVariant at(int row, Column column, int role = Qt::DisplayRole) const {
         return model.index(row, column).data(role);
@@ -23,7 +23,7 @@ class AppTableModelTest : public testing::Test {
 
     StepTaskRunner runner;
     ManualClock clock{runner};
-    AppTableModel model{clock};
+    ApplicationsTableModel model{clock};
     QAbstractItemModelTester tester{&model, QAbstractItemModelTester::FailureReportingMode::Fatal};
     QSignalSpy resets{&model, &QAbstractItemModel::modelReset};
     QSignalSpy inserted{&model, &QAbstractItemModel::rowsInserted};
@@ -39,7 +39,7 @@ Date daysBefore(Date now, int days) {
 
 } // namespace
 
-TEST_F(AppTableModelTest, TheColumnsStandInTheirOrder) {
+TEST_F(ApplicationsTableModelTest, TheColumnsStandInTheirOrder) {
     QStringList titles;
     for (int column = 0; column < model.columnCount(); ++column) {
         titles << model.headerData(column, Qt::Horizontal).toString();
@@ -47,7 +47,7 @@ TEST_F(AppTableModelTest, TheColumnsStandInTheirOrder) {
     EXPECT_EQ(titles, QStringList({"Name", "Size", "Last Used", "Architecture", "Version"}));
 }
 
-TEST_F(AppTableModelTest, AStoreApplicationCarriesABagWithItsHelp) {
+TEST_F(ApplicationsTableModelTest, AStoreApplicationCarriesABagWithItsHelp) {
     auto bought = measuredApp("Bought", 1);
     bought.isMacAppStore = true;
     model.setApps({bought, measuredApp("Loaded", 1)});
@@ -56,7 +56,7 @@ TEST_F(AppTableModelTest, AStoreApplicationCarriesABagWithItsHelp) {
     EXPECT_FALSE(at(1, Column::kName, kTrailingSymbolRole).isValid());
 }
 
-TEST_F(AppTableModelTest, ANameThatWouldDeceiveTheEyeIsShownAsItIs) {
+TEST_F(ApplicationsTableModelTest, ANameThatWouldDeceiveTheEyeIsShownAsItIs) {
     auto app = measuredApp("x", 1);
     app.name = "photo\u202Egpj";
     app.version = "1\n2";
@@ -65,7 +65,7 @@ TEST_F(AppTableModelTest, ANameThatWouldDeceiveTheEyeIsShownAsItIs) {
     EXPECT_EQ(at(0, Column::kVersion).toString(), QStringLiteral("1‹U+000A›2"));
 }
 
-TEST_F(AppTableModelTest, AnUnmeasuredSizeIsASpinner) {
+TEST_F(ApplicationsTableModelTest, AnUnmeasuredSizeIsASpinner) {
     model.setApps({unmeasuredApp("Waiting"), measuredApp("Done", 2'000'000)});
     EXPECT_TRUE(at(0, Column::kSize, kBusyRole).toBool());
     EXPECT_EQ(at(0, Column::kSize).toString(), QString());
@@ -73,13 +73,13 @@ TEST_F(AppTableModelTest, AnUnmeasuredSizeIsASpinner) {
     EXPECT_EQ(at(1, Column::kSize).toString(), QStringLiteral("2 MB"));
 }
 
-TEST_F(AppTableModelTest, ExactlyOneGigabyteIsSecondaryAndOneByteMoreIsPrimary) {
+TEST_F(ApplicationsTableModelTest, ExactlyOneGigabyteIsSecondaryAndOneByteMoreIsPrimary) {
     model.setApps({measuredApp("Even", 1'000'000'000), measuredApp("More", 1'000'000'001)});
     EXPECT_EQ(tint(0, Column::kSize), Tint::Secondary);
     EXPECT_EQ(tint(1, Column::kSize), Tint::Text);
 }
 
-TEST_F(AppTableModelTest, ALastUseIsOrangeFromDay181OnAndWhenMissing) {
+TEST_F(ApplicationsTableModelTest, ALastUseIsOrangeFromDay181OnAndWhenMissing) {
     auto recent = measuredApp("Recent", 1);
     recent.lastUsed = daysBefore(clock.now(), 180);
     auto old = measuredApp("Old", 1);
@@ -91,7 +91,7 @@ TEST_F(AppTableModelTest, ALastUseIsOrangeFromDay181OnAndWhenMissing) {
     EXPECT_EQ(at(2, Column::kLastUsed).toString(), QStringLiteral("Never"));
 }
 
-TEST_F(AppTableModelTest, EveryArchitectureHasItsWordSymbolAndColour) {
+TEST_F(ApplicationsTableModelTest, EveryArchitectureHasItsWordSymbolAndColour) {
     struct Case {
         Architecture architecture;
         const char* words;
@@ -115,7 +115,7 @@ TEST_F(AppTableModelTest, EveryArchitectureHasItsWordSymbolAndColour) {
     }
 }
 
-TEST_F(AppTableModelTest, AMeasuredApplicationChangesItsOwnRowAlone) {
+TEST_F(ApplicationsTableModelTest, AMeasuredApplicationChangesItsOwnRowAlone) {
     model.setApps({unmeasuredApp("A"), unmeasuredApp("B"), unmeasuredApp("C")});
     changed.clear();
     model.setApps({unmeasuredApp("A"), measuredApp("B", 0), unmeasuredApp("C")});
@@ -124,7 +124,7 @@ TEST_F(AppTableModelTest, AMeasuredApplicationChangesItsOwnRowAlone) {
     EXPECT_EQ(changed[0][1].toModelIndex().row(), 1);
 }
 
-TEST_F(AppTableModelTest, AChangeThatNoColumnShowsPublishesNothing) {
+TEST_F(ApplicationsTableModelTest, AChangeThatNoColumnShowsPublishesNothing) {
     auto app = measuredApp("A", 5);
     model.setApps({app});
     changed.clear();
@@ -133,7 +133,7 @@ TEST_F(AppTableModelTest, AChangeThatNoColumnShowsPublishesNothing) {
     EXPECT_TRUE(changed.isEmpty());
 }
 
-TEST_F(AppTableModelTest, ARowThatRisesIsMovedAndKeepsItsPersistentIndex) {
+TEST_F(ApplicationsTableModelTest, ARowThatRisesIsMovedAndKeepsItsPersistentIndex) {
     model.setApps({measuredApp("A", 3), measuredApp("B", 2), measuredApp("C", 1)});
     const QPersistentModelIndex c = model.index(2, 0);
     model.setApps({measuredApp("C", 9), measuredApp("A", 3), measuredApp("B", 2)});
@@ -142,7 +142,7 @@ TEST_F(AppTableModelTest, ARowThatRisesIsMovedAndKeepsItsPersistentIndex) {
     EXPECT_TRUE(inserted.size() == 1 && removed.isEmpty());
 }
 
-TEST_F(AppTableModelTest, AnotherOrderOfManyRowsKeepsPersistentIndexesAndIsNoReset) {
+TEST_F(ApplicationsTableModelTest, AnotherOrderOfManyRowsKeepsPersistentIndexesAndIsNoReset) {
     std::vector<InstalledApp> apps;
     for (int i = 0; i < 200; ++i) {
         apps.push_back(measuredApp("App " + std::to_string(i), i));
@@ -157,13 +157,13 @@ TEST_F(AppTableModelTest, AnotherOrderOfManyRowsKeepsPersistentIndexesAndIsNoRes
     EXPECT_TRUE(resets.isEmpty());
 }
 
-TEST_F(AppTableModelTest, TwoRecordsOfOneLocationAreOneRow) {
+TEST_F(ApplicationsTableModelTest, TwoRecordsOfOneLocationAreOneRow) {
     model.setApps({measuredApp("A", 3), measuredApp("A", 4), measuredApp("B", 2)});
     EXPECT_EQ(model.rowCount(), 2);
     EXPECT_EQ(model.row(0).totalBytes, 3);
 }
 
-TEST_F(AppTableModelTest, NoSequenceOfListsEverResetsOrConfusesTheModel) {
+TEST_F(ApplicationsTableModelTest, NoSequenceOfListsEverResetsOrConfusesTheModel) {
     std::mt19937 random(7);
     for (int round = 0; round < 60; ++round) {
         std::vector<InstalledApp> apps;

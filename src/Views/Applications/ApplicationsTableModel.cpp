@@ -1,4 +1,4 @@
-#include "Applications/AppTableModel.h"
+#include "Applications/ApplicationsTableModel.h"
 #include "Applications/AppWords.h"
 #include "Components/ProtectedMark.h"
 #include "Components/ShownText.h"
@@ -11,11 +11,6 @@ namespace quillane {
 namespace {
 
 const QString kStoreHelp = QStringLiteral("Installed from the Mac App Store");
-
-AppRow appRow(const InstalledApp& app, bool isProtected) {
-    return {app.url,      app.name,         app.isMacAppStore, app.isMeasured, app.totalBytes(),
-            app.lastUsed, app.architecture, app.version,       isProtected};
-}
 
 // What the marks behind a name tell, for those who do not see them.
 QString marksAloud(const AppRow& row) {
@@ -35,7 +30,7 @@ QVariant tinted(Tint tint) {
 
 } // namespace
 
-AppTableModel::AppTableModel(const Clock& clock, QObject* parent)
+ApplicationsTableModel::ApplicationsTableModel(const Clock& clock, QObject* parent)
     : SectionModel({{QStringLiteral("Name")},
                     {QStringLiteral("Size"), true},
                     {QStringLiteral("Last Used")},
@@ -44,23 +39,23 @@ AppTableModel::AppTableModel(const Clock& clock, QObject* parent)
                    parent)
     , m_clock(clock) {}
 
-void AppTableModel::setApps(const std::vector<InstalledApp>& apps,
-                            const std::set<std::string>& protectedPaths) {
+void ApplicationsTableModel::setApps(const std::vector<InstalledApp>& apps,
+                                     const std::set<std::string>& protectedPaths) {
     std::vector<AppRow> next;
     next.reserve(apps.size());
     for (const auto& app : apps) {
-        next.push_back(appRow(app, protectedPaths.contains(app.url.path())));
+        next.push_back(AppRow::of(app, protectedPaths.contains(app.url.path())));
     }
     update(std::move(next));
 }
 
-void AppTableModel::iconsArrived() {
+void ApplicationsTableModel::iconsArrived() {
     if (rowCount() > 0) {
         emit dataChanged(index(0, kName), index(rowCount() - 1, kName), {Qt::DecorationRole});
     }
 }
 
-QVariant AppTableModel::cellData(const AppRow& row, int column, int role) const {
+QVariant ApplicationsTableModel::cellData(const AppRow& row, int column, int role) const {
     switch (column) {
     case kName:
         return nameData(row, role);
@@ -75,7 +70,7 @@ QVariant AppTableModel::cellData(const AppRow& row, int column, int role) const 
     }
 }
 
-QVariant AppTableModel::nameData(const AppRow& row, int role) const {
+QVariant ApplicationsTableModel::nameData(const AppRow& row, int role) const {
     switch (role) {
     case Qt::DisplayRole:
         return shownName(row.name);
@@ -96,7 +91,7 @@ QVariant AppTableModel::nameData(const AppRow& row, int role) const {
     }
 }
 
-QVariant AppTableModel::sizeData(const AppRow& row, int role) const {
+QVariant ApplicationsTableModel::sizeData(const AppRow& row, int role) const {
     switch (role) {
     case Qt::DisplayRole:
         return row.isMeasured ? QVariant(words(Formatting::byteCount(row.totalBytes))) : QVariant();
@@ -113,7 +108,7 @@ QVariant AppTableModel::sizeData(const AppRow& row, int role) const {
     }
 }
 
-QVariant AppTableModel::lastUsedData(const AppRow& row, int role) const {
+QVariant ApplicationsTableModel::lastUsedData(const AppRow& row, int role) const {
     switch (role) {
     case Qt::DisplayRole:
         return AppWords::lastUsed(row.lastUsed, m_clock);
@@ -124,7 +119,7 @@ QVariant AppTableModel::lastUsedData(const AppRow& row, int role) const {
     }
 }
 
-QVariant AppTableModel::architectureData(const AppRow& row, int role) const {
+QVariant ApplicationsTableModel::architectureData(const AppRow& row, int role) const {
     switch (role) {
     case Qt::DisplayRole:
         return words(rawValue(row.architecture));
@@ -137,7 +132,7 @@ QVariant AppTableModel::architectureData(const AppRow& row, int role) const {
     }
 }
 
-QVariant AppTableModel::versionData(const AppRow& row, int role) const {
+QVariant ApplicationsTableModel::versionData(const AppRow& row, int role) const {
     switch (role) {
     case Qt::DisplayRole:
         return shownName(row.version);

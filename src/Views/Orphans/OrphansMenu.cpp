@@ -1,4 +1,4 @@
-#include "Orphans/OrphanMenu.h"
+#include "Orphans/OrphansMenu.h"
 #include "AppLibrary.h"
 #include "Tables/RecordsWithKeys.h"
 #include <utility>
@@ -13,8 +13,8 @@ std::vector<OrphanGroup> groupsOf(const AppLibrary& library, const std::vector<s
 
 } // namespace
 
-QMenu* makeOrphanMenu(AppLibrary& library, const std::vector<std::string>& vendors,
-                      MenuEntries::Present present, QWidget* parent) {
+QMenu* makeOrphansMenu(AppLibrary& library, const std::vector<std::string>& vendors,
+                       MenuEntries::Present present, QWidget* parent) {
     const auto groups = groupsOf(library, vendors);
     if (groups.empty()) {
         return nullptr;

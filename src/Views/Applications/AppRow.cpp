@@ -1,4 +1,4 @@
-#include "Applications/AppComparator.h"
+#include "Applications/AppRow.h"
 #include "Tables/SortOrder.h"
 #include <string_view>
 #include <utility>
@@ -24,6 +24,11 @@ Ranks ranksOf(const std::vector<InstalledApp>& apps, AppSortKey key) {
 }
 
 } // namespace
+
+AppRow AppRow::of(const InstalledApp& app, bool isProtected) {
+    return {app.url,      app.name,         app.isMacAppStore, app.isMeasured, app.totalBytes(),
+            app.lastUsed, app.architecture, app.version,       isProtected};
+}
 
 std::vector<InstalledApp> sorted(std::vector<InstalledApp> apps, const std::vector<AppComparator>& order) {
     return sortedBySteps(std::move(apps), order, ranksOf);

@@ -1,8 +1,7 @@
 #pragma once
+#include "Applications/AppRow.h"
 #include "Components/IconPixmaps.h"
-#include "InstalledApp.h"
 #include "Tables/SectionModel.h"
-#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -11,29 +10,14 @@ namespace quillane {
 
 class Clock;
 
-// What the applications table shows of an application, and nothing that it does not show: a change elsewhere
-// in the record repaints no row.
-struct AppRow {
-    FileURL url;
-    std::string name;
-    bool isMacAppStore = false;
-    bool isMeasured = false;
-    Bytes totalBytes = 0;
-    std::optional<Date> lastUsed;
-    Architecture architecture = Architecture::unknown;
-    std::string version;
-    bool isProtected = false;
-    friend bool operator==(const AppRow&, const AppRow&) = default;
-};
-
 // The rows of the applications table.
-class AppTableModel : public SectionModel<AppRow, FileURL> {
+class ApplicationsTableModel : public SectionModel<AppRow, FileURL> {
     Q_OBJECT
   public:
     enum Column : int { kName, kSize, kLastUsed, kArchitecture, kVersion };
 
     // The clock must outlive the model.
-    explicit AppTableModel(const Clock& clock, QObject* parent = nullptr);
+    explicit ApplicationsTableModel(const Clock& clock, QObject* parent = nullptr);
 
     // In the order of the screen. `protectedPaths` are those of the library.
     void setApps(const std::vector<InstalledApp>& apps, const std::set<std::string>& protectedPaths = {});
