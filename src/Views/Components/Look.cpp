@@ -1,7 +1,7 @@
 #include "Components/Look.h"
 #include "Components/FocusRing.h"
 #include "Components/Fonts.h"
-#include "Components/QuillaneStyle.h"
+#include "Components/Style/QuillaneStyle.h"
 #include "Components/SystemLook.h"
 #include "Components/Tokens.h"
 #include <QApplication>

@@ -3,7 +3,7 @@
 #include "Components/Fonts.h"
 #include "Components/Hairline.h"
 #include "Components/PermanentBadge.h"
-#include "Components/QuillaneStyle.h"
+#include "Components/Style/CheckBoxDrawing.h"
 #include "Components/Symbols.h"
 #include "Components/TabularText.h"
 #include "Components/TextStyle.h"
@@ -163,8 +163,8 @@ void SweepReviewDelegate::paintEntry(QPainter& painter, const QStyleOptionViewIt
     const Layout at = layout(option.rect, index);
     drawSlice(painter, at.slice, index.row() == 0, isLast(index));
     const bool ticked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
-    QuillaneStyle::drawCheckBox(painter, at.box,
-                                QStyle::State_Enabled | (ticked ? QStyle::State_On : QStyle::State_Off));
+    CheckBoxDrawing::draw(painter, at.box,
+                          QStyle::State_Enabled | (ticked ? QStyle::State_On : QStyle::State_Off));
     if (option.state & QStyle::State_HasFocus) {
         constexpr double kHalf = kRing / 2.0;
         painter.setBrush(Qt::NoBrush);

@@ -1,6 +1,6 @@
 #include "Components/Fonts.h"
 #include "Components/Look.h"
-#include "Components/QuillaneStyle.h"
+#include "Components/Style/QuillaneStyle.h"
 #include "Components/Tokens.h"
 #include "Gallery.h"
 #include <QApplication>

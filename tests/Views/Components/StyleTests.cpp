@@ -1,7 +1,7 @@
 #include "Components/FocusRing.h"
 #include "Components/Look.h"
-#include "Components/QuillaneStyle.h"
 #include "Components/RoundRegion.h"
+#include "Components/Style/CheckBoxDrawing.h"
 #include "Components/Tokens.h"
 #include "Shell/BrandButton.h"
 #include <QApplication>
@@ -43,7 +43,7 @@ QImage checkBox(int side, QStyle::State state) {
     QImage image(side, side, QImage::Format_RGB32);
     image.fill(Tokens::current().card);
     QPainter painter(&image);
-    QuillaneStyle::drawCheckBox(painter, image.rect(), state | QStyle::State_Enabled);
+    CheckBoxDrawing::draw(painter, image.rect(), state | QStyle::State_Enabled);
     return image;
 }
 

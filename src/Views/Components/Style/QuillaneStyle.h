@@ -1,13 +1,13 @@
 #pragma once
 #include <QProxyStyle>
 
-class QStyleOptionButton;
 class QStyleOptionMenuItem;
 
 namespace quillane {
 
-// The style of Linux: Fusion with the drawings replaced that would look foreign. All colours come from
-// Tokens::current() while painting.
+// The style of Linux: Fusion with the drawings replaced that would look foreign. It only hands out: what draws a
+// control, and says how large it and its parts are, stands in the file of that control beside this one. All
+// colours come from Tokens::current() while painting.
 class QuillaneStyle : public QProxyStyle {
     Q_OBJECT
   public:
@@ -32,12 +32,6 @@ class QuillaneStyle : public QProxyStyle {
                        const QWidget* widget) const override;
     void polish(QWidget* widget) override;
     using QProxyStyle::polish;
-
-    // A push button as `PushButton` describes it, also for those that are painted on macOS.
-    static void drawPushButton(const QStyleOptionButton& option, QPainter& painter, const QWidget* widget);
-    static QSize pushButtonSize(const QStyleOptionButton& option, const QWidget* widget);
-    // A check box of any side; `state` as for PE_IndicatorCheckBox.
-    static void drawCheckBox(QPainter& painter, const QRectF& rect, State state);
 
   private:
     void drawMenuItem(const QStyleOptionMenuItem& item, QPainter& painter, const QWidget* widget) const;
