@@ -1,35 +1,47 @@
-# quillane_layer(NAME [DEPENDS lib...] [PCH header...])
+# quillane_layer(NAME [INCLUDE folder] [DEPENDS lib...] [PCH header... | PCH_OF lib])
 #
 # One layer of the program: every source of the current folder (not of the folders below it), with the
-# folder itself as include directory. A layer sees the headers of what it names in DEPENDS and of what
-# those see, and no others, so an include that goes up does not compile.
+# folder itself as include directory unless INCLUDE names another. A layer sees the headers of what it names
+# in DEPENDS and of what those see, and no others, so an include that goes up does not compile.
 function(quillane_layer NAME)
-  cmake_parse_arguments(ARG "" "" "DEPENDS;PRIVATE_DEPENDS;PCH" ${ARGN})
-  file(GLOB SOURCES CONFIGURE_DEPENDS *.cpp *.h)
+  cmake_parse_arguments(ARG "" "INCLUDE;PCH_OF" "DEPENDS;PRIVATE_DEPENDS;PCH" ${ARGN})
+  if(NOT ARG_INCLUDE)
+    set(ARG_INCLUDE ${CMAKE_CURRENT_SOURCE_DIR})
+  endif()
+  file(GLOB SOURCES CONFIGURE_DEPENDS *.cpp)
+  file(GLOB HEADERS CONFIGURE_DEPENDS *.h)
   if(APPLE)
     file(GLOB MM CONFIGURE_DEPENDS *.mm)
     list(APPEND SOURCES ${MM})
   endif()
   if(NOT SOURCES)
     add_library(${NAME} INTERFACE)
+    target_include_directories(${NAME} INTERFACE ${ARG_INCLUDE})
     target_link_libraries(${NAME} INTERFACE ${ARG_DEPENDS})
     return()
   endif()
-  add_library(${NAME} STATIC ${SOURCES})
+  add_library(${NAME} STATIC ${SOURCES} ${HEADERS})
   set_target_properties(${NAME} PROPERTIES LINKER_LANGUAGE CXX)
-  target_include_directories(${NAME} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+  target_include_directories(${NAME} PUBLIC ${ARG_INCLUDE})
   target_link_libraries(${NAME} PUBLIC ${ARG_DEPENDS} PRIVATE ${ARG_PRIVATE_DEPENDS} quillane_warnings)
   if(ARG_PCH)
     target_precompile_headers(${NAME} PRIVATE ${ARG_PCH})
+  elseif(ARG_PCH_OF)
+    target_precompile_headers(${NAME} REUSE_FROM ${ARG_PCH_OF})
   endif()
 endfunction()
 
-# quillane_test(NAME [DEPENDS lib...] [MAIN file] [LABELS label...])
+# quillane_test(NAME [FOLDERS folder...] [DEPENDS lib...] [MAIN file] [LABELS label...])
 #
-# One test program from every source of the current folder. A new test joins by lying in the folder.
+# One test program from every source of the current folder, and of these folders in it. A new test joins by
+# lying there.
 function(quillane_test NAME)
-  cmake_parse_arguments(ARG "" "MAIN" "DEPENDS;LABELS;PCH;ENVIRONMENT" ${ARGN})
-  file(GLOB SOURCES CONFIGURE_DEPENDS *.cpp *.h)
+  cmake_parse_arguments(ARG "" "MAIN" "FOLDERS;DEPENDS;LABELS;PCH;ENVIRONMENT" ${ARGN})
+  set(PATTERNS *.cpp *.h)
+  foreach(FOLDER ${ARG_FOLDERS})
+    list(APPEND PATTERNS ${FOLDER}/*.cpp ${FOLDER}/*.h)
+  endforeach()
+  file(GLOB SOURCES CONFIGURE_DEPENDS ${PATTERNS})
   if(QUILLANE_LIBCXX) # the system's rapidcheck, which checks properties, is built with libstdc++
     list(FILTER SOURCES EXCLUDE REGEX "Properties\\.cpp$")
   endif()

@@ -1,6 +1,6 @@
 #include "DesktopSession.h"
-#include "Look.h"
-#include "Symbols.h"
+#include "Components/Look.h"
+#include "Components/Symbols.h"
 #include <QApplication>
 
 namespace quillane {

@@ -1,7 +1,7 @@
 #include "QuillaneApp.h"
 #include "AutomationSettings.h"
-#include "ContentView.h"
 #include "IconCache.h"
+#include "Shell/ContentView.h"
 
 namespace quillane {
 

@@ -1,8 +1,8 @@
 #pragma once
 #include "AppLibrary.h"
-#include "ContentView.h"
 #include "NotificationCenter.h"
 #include "Platform.h"
+#include "Shell/ContentView.h"
 #include <QPointer>
 
 namespace quillane {

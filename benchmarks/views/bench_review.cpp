@@ -1,9 +1,9 @@
 #include "AppLibrary.h"
 #include "RemovalWorld.h"
-#include "SweepPreviewSheet.h"
-#include "SweepReviewList.h"
-#include "SweepReviewModel.h"
-#include "SweepReviewStage.h"
+#include "Review/SweepPreviewSheet.h"
+#include "Review/SweepReviewList.h"
+#include "Review/SweepReviewModel.h"
+#include "Review/SweepReviewStage.h"
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <benchmark/benchmark.h>

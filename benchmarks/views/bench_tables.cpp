@@ -1,10 +1,10 @@
 // What the main thread pays in a section's table: for a key that moves the selection, for letters of a search, and
 // for a row that goes. `bench_tables` prints the figures of docs/performance.md.
 #include "AppLibrary.h"
-#include "ContentState.h"
-#include "DeveloperTable.h"
+#include "Developer/DeveloperTable.h"
 #include "RemovalWorld.h"
-#include "TableView.h"
+#include "State/ContentState.h"
+#include "Tables/TableView.h"
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <benchmark/benchmark.h>

@@ -1,21 +1,15 @@
 // Rules that hold for the whole source tree and that no compiler checks.
+#include "SourceTree.h"
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <regex>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
 namespace {
 namespace fs = std::filesystem;
-
-struct Source {
-    std::string path; // relative to the root of the tree, with forward slashes
-    std::string text; // without comments and without the content of string literals
-};
 
 // Blanks out comments and literals, so that prose may name what code may not call.
 std::string codeOnly(const std::string& text) {
@@ -67,25 +61,6 @@ std::string codeOnly(const std::string& text) {
     return code;
 }
 
-std::string readFile(const fs::path& path) {
-    std::ifstream stream(path, std::ios::binary);
-    std::stringstream text;
-    text << stream.rdbuf();
-    return text.str();
-}
-
-std::vector<Source> sourcesBelow(const std::string& folder) {
-    const fs::path root = QUILLANE_SOURCE_DIR;
-    std::vector<Source> sources;
-    for (const auto& entry : fs::recursive_directory_iterator(root / folder)) {
-        const auto extension = entry.path().extension();
-        if (extension == ".h" || extension == ".cpp" || extension == ".mm") {
-            sources.push_back({fs::relative(entry.path(), root).generic_string(), readFile(entry.path())});
-        }
-    }
-    return sources;
-}
-
 // The places where a pattern occurs in code, as "path: match".
 std::vector<std::string> occurrences(const std::vector<Source>& sources, const std::regex& pattern,
                                      const std::set<std::string>& allowed = {}) {
@@ -101,14 +76,6 @@ std::vector<std::string> occurrences(const std::vector<Source>& sources, const s
         }
     }
     return found;
-}
-
-std::string joined(const std::vector<std::string>& lines) {
-    std::string text;
-    for (const auto& line : lines) {
-        text += line + "\n";
-    }
-    return text;
 }
 
 // Calls of the system and of libraries that rename, move or delete.
@@ -275,6 +242,25 @@ TEST(SourceRules, NoTestSleepsOrIsSkipped) {
             R"(sleep_for|sleep_until|\bu?sleep\s*\(|nanosleep|QTest::q(Wait|Sleep)\b|GTEST_SKIP|DISABLED_)"),
         {"tests/Project/SourceRulesTests.cpp"});
     EXPECT_TRUE(found.empty()) << joined(found);
+}
+
+// A property runs where its library does, so that the build knows it by its name; see quillane_test.
+TEST(SourceRules, ATestStandsInAFileThatIsNamedAfterItsKind) {
+    const std::regex test(R"(^(TEST|TEST_F|TEST_P|TYPED_TEST|RC_GTEST_PROP|RC_GTEST_FIXTURE_PROP)\()",
+                          std::regex::ECMAScript | std::regex::multiline);
+    const std::regex name(R"((Tests|Contract|Properties)\.cpp$)");
+    std::vector<std::string> found;
+    std::size_t tests = 0;
+    for (const auto& source : sourcesBelow("tests")) {
+        if (std::regex_search(source.text, test)) {
+            ++tests;
+            if (!std::regex_search(source.path, name)) {
+                found.push_back(source.path);
+            }
+        }
+    }
+    EXPECT_TRUE(found.empty()) << joined(found);
+    EXPECT_GT(tests, 100U);
 }
 
 TEST(SourceRules, NoProductCodeBranchesOnTheSystemItRunsOn) {

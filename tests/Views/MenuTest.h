@@ -1,7 +1,7 @@
 #pragma once
-#include "SweepPreviewSheet.h"
-#include "SweepReviewModel.h"
-#include "TableView.h"
+#include "Review/SweepPreviewSheet.h"
+#include "Review/SweepReviewModel.h"
+#include "Tables/TableView.h"
 #include "WindowTest.h"
 #include <QClipboard>
 #include <QContextMenuEvent>

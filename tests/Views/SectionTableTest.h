@@ -1,11 +1,11 @@
 #pragma once
-#include "EmptyState.h"
-#include "Label.h"
+#include "Components/EmptyState.h"
+#include "Components/Label.h"
+#include "Components/SidebarView.h"
+#include "Components/StatusRow.h"
 #include "MenuTest.h"
-#include "SectionTable.h"
-#include "Sidebar.h"
-#include "SidebarView.h"
-#include "StatusRow.h"
+#include "Shell/Sidebar.h"
+#include "Tables/SectionTable.h"
 #include <QAccessible>
 #include <QHeaderView>
 

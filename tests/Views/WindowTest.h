@@ -1,7 +1,6 @@
 #pragma once
 #include "AppLibrary.h"
 #include "AppRecords.h"
-#include "ContentView.h"
 #include "FakeMetadata.h"
 #include "FakeWorkspace.h"
 #include "IconCache.h"
@@ -11,6 +10,7 @@
 #include "PosixFileSystem.h"
 #include "RemovalFakes.h"
 #include "ScriptedCommandRunner.h"
+#include "Shell/ContentView.h"
 #include "StepTaskRunner.h"
 #include "TemporaryFolder.h"
 #include <QApplication>

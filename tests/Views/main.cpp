@@ -1,4 +1,4 @@
-#include "Look.h"
+#include "Components/Look.h"
 #include <QApplication>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

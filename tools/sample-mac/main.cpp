@@ -1,7 +1,7 @@
 // The window over a sample Mac, which is laid beside this program and goes with it.
-#include "ContentView.h"
 #include "QuillaneApp.h"
 #include "SampleSession.h"
+#include "Shell/ContentView.h"
 #include <QApplication>
 #include <QSocketNotifier>
 #include <QTemporaryDir>

@@ -1,25 +1,25 @@
 #include "Tour.h"
 #include "AppLibrary.h"
-#include "AppTableModel.h"
-#include "ApplicationsTable.h"
-#include "ContentView.h"
-#include "DetailPane.h"
+#include "Applications/ApplicationsTable.h"
+#include "Applications/ApplicationsTableModel.h"
+#include "Components/Look.h"
+#include "Components/PushButton.h"
+#include "Components/SearchField.h"
+#include "Components/ShownText.h"
 #include "Formatting.h"
 #include "Hashing.h"
-#include "Hero.h"
-#include "Look.h"
-#include "OverviewView.h"
-#include "PushButton.h"
-#include "PutBack.h"
-#include "PutBackCard.h"
+#include "Overview/Hero.h"
+#include "Overview/OverviewView.h"
+#include "Overview/PutBackCard.h"
+#include "Panes/DetailPane.h"
 #include "QuillaneApp.h"
-#include "ResultAlert.h"
-#include "Screen.h"
-#include "SearchField.h"
-#include "ShownText.h"
-#include "SweepPreviewSheet.h"
-#include "SweepReviewModel.h"
-#include "TableView.h"
+#include "Review/PutBack.h"
+#include "Review/ResultAlert.h"
+#include "Review/SweepPreviewSheet.h"
+#include "Review/SweepReviewModel.h"
+#include "Shell/ContentView.h"
+#include "Shell/StandingScreens.h"
+#include "Tables/TableView.h"
 #include "TextComparison.h"
 #include "Visitor.h"
 #include <QScrollBar>
@@ -34,7 +34,7 @@
 namespace quillane {
 namespace {
 
-using Column = AppTableModel::Column;
+using Column = ApplicationsTableModel::Column;
 
 Bytes totalOf(const ExpectedApp& app) {
     Bytes sum = app.bundleBytes;

@@ -1,9 +1,9 @@
-#include "AccessBanner.h"
-#include "Hairline.h"
-#include "Label.h"
-#include "PushButton.h"
-#include "SymbolView.h"
-#include "Tokens.h"
+#include "Components/AccessBanner.h"
+#include "Components/Hairline.h"
+#include "Components/Label.h"
+#include "Components/PushButton.h"
+#include "Components/SymbolView.h"
+#include "Components/Tokens.h"
 #include <QHBoxLayout>
 #include <QPainter>
 

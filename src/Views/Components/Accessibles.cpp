@@ -1,7 +1,7 @@
-#include "Accessibles.h"
-#include "Card.h"
-#include "ListRow.h"
-#include "Stat.h"
+#include "Components/Accessibles.h"
+#include "Components/Card.h"
+#include "Components/ListRow.h"
+#include "Components/Stat.h"
 #include <QAccessibleWidget>
 
 namespace quillane {

@@ -1,8 +1,8 @@
-#include "Badge.h"
-#include "Fonts.h"
-#include "Symbols.h"
-#include "TabularText.h"
-#include "Tokens.h"
+#include "Components/Badge.h"
+#include "Components/Fonts.h"
+#include "Components/Symbols.h"
+#include "Components/TabularText.h"
+#include "Components/Tokens.h"
 #include <QPainter>
 #include <cmath>
 

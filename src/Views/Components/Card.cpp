@@ -1,6 +1,6 @@
-#include "Card.h"
-#include "Accessibles.h"
-#include "Tokens.h"
+#include "Components/Card.h"
+#include "Components/Accessibles.h"
+#include "Components/Tokens.h"
 #include <QLinearGradient>
 #include <QPainter>
 

@@ -1,5 +1,5 @@
-#include "CardSlot.h"
-#include "Look.h"
+#include "Components/CardSlot.h"
+#include "Components/Look.h"
 #include <QPainter>
 #include <QVBoxLayout>
 #include <QVariantAnimation>

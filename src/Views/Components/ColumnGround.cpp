@@ -1,5 +1,5 @@
-#include "ColumnGround.h"
-#include "Tokens.h"
+#include "Components/ColumnGround.h"
+#include "Components/Tokens.h"
 #include <QPainter>
 
 namespace quillane {

@@ -1,5 +1,5 @@
-#include "DetailHeader.h"
-#include "ElidedLabel.h"
+#include "Components/DetailHeader.h"
+#include "Components/ElidedLabel.h"
 #include <QHBoxLayout>
 
 namespace quillane {

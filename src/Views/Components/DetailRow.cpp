@@ -1,7 +1,7 @@
-#include "DetailRow.h"
-#include "Fonts.h"
-#include "Label.h"
-#include "ValueField.h"
+#include "Components/DetailRow.h"
+#include "Components/Fonts.h"
+#include "Components/Label.h"
+#include "Components/ValueField.h"
 #include <QHBoxLayout>
 
 namespace quillane {

@@ -1,7 +1,7 @@
-#include "ElidedLabel.h"
-#include "TabularText.h"
-#include "Tokens.h"
-#include "ToolTipText.h"
+#include "Components/ElidedLabel.h"
+#include "Components/TabularText.h"
+#include "Components/Tokens.h"
+#include "Components/ToolTipText.h"
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>

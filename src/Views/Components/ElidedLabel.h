@@ -1,5 +1,5 @@
 #pragma once
-#include "Label.h"
+#include "Components/Label.h"
 
 namespace quillane {
 

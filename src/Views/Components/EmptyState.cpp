@@ -1,8 +1,8 @@
-#include "EmptyState.h"
-#include "Fonts.h"
-#include "Label.h"
-#include "Spinner.h"
-#include "SymbolView.h"
+#include "Components/EmptyState.h"
+#include "Components/Fonts.h"
+#include "Components/Label.h"
+#include "Components/Spinner.h"
+#include "Components/SymbolView.h"
 #include <QVBoxLayout>
 #include <algorithm>
 

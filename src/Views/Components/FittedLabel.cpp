@@ -1,6 +1,6 @@
-#include "FittedLabel.h"
-#include "Fonts.h"
-#include "Tokens.h"
+#include "Components/FittedLabel.h"
+#include "Components/Fonts.h"
+#include "Components/Tokens.h"
 #include <QPainter>
 
 namespace quillane {

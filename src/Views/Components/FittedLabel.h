@@ -1,5 +1,5 @@
 #pragma once
-#include "ElidedLabel.h"
+#include "Components/ElidedLabel.h"
 
 namespace quillane {
 

@@ -1,4 +1,4 @@
-#include "FlowLayout.h"
+#include "Components/FlowLayout.h"
 #include <algorithm>
 
 namespace quillane {

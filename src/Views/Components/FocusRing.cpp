@@ -1,5 +1,5 @@
-#include "FocusRing.h"
-#include "Tokens.h"
+#include "Components/FocusRing.h"
+#include "Components/Tokens.h"
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>

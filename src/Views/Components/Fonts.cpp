@@ -1,6 +1,6 @@
-#include "Fonts.h"
-#include "ScaleNotifier.h"
-#include "TextStyle.h"
+#include "Components/Fonts.h"
+#include "Components/ScaleNotifier.h"
+#include "Components/TextStyle.h"
 #include <QApplication>
 #include <QFontMetrics>
 #include <algorithm>

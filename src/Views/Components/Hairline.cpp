@@ -1,4 +1,4 @@
-#include "Hairline.h"
+#include "Components/Hairline.h"
 #include <QPainter>
 #include <QTransform>
 #include <algorithm>

@@ -1,7 +1,7 @@
-#include "Label.h"
-#include "Fonts.h"
-#include "TabularText.h"
-#include "Tokens.h"
+#include "Components/Label.h"
+#include "Components/Fonts.h"
+#include "Components/TabularText.h"
+#include "Components/Tokens.h"
 #include <QPainter>
 #include <cmath>
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "TextStyle.h"
+#include "Components/TextStyle.h"
 #include <QLabel>
 
 namespace quillane {

@@ -1,7 +1,7 @@
-#include "ListRow.h"
-#include "Accessibles.h"
-#include "ElidedLabel.h"
-#include "SymbolView.h"
+#include "Components/ListRow.h"
+#include "Components/Accessibles.h"
+#include "Components/ElidedLabel.h"
+#include "Components/SymbolView.h"
 #include <QHBoxLayout>
 
 namespace quillane {

@@ -1,9 +1,9 @@
-#include "Look.h"
-#include "FocusRing.h"
-#include "Fonts.h"
-#include "QuillaneStyle.h"
-#include "SystemLook.h"
-#include "Tokens.h"
+#include "Components/Look.h"
+#include "Components/FocusRing.h"
+#include "Components/Fonts.h"
+#include "Components/Style/QuillaneStyle.h"
+#include "Components/SystemLook.h"
+#include "Components/Tokens.h"
 #include <QApplication>
 #include <QFontDatabase>
 #include <QToolTip>

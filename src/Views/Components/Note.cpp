@@ -1,7 +1,7 @@
-#include "Note.h"
-#include "Label.h"
-#include "SymbolView.h"
-#include "Tokens.h"
+#include "Components/Note.h"
+#include "Components/Label.h"
+#include "Components/SymbolView.h"
+#include "Components/Tokens.h"
 #include <QHBoxLayout>
 #include <QPainter>
 

@@ -1,6 +1,6 @@
-#include "Panel.h"
-#include "Label.h"
-#include "Rule.h"
+#include "Components/Panel.h"
+#include "Components/Label.h"
+#include "Components/Rule.h"
 
 namespace quillane {
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "Card.h"
+#include "Components/Card.h"
 #include <QVBoxLayout>
 #include <optional>
 

@@ -1,5 +1,5 @@
-#include "ProgressBar.h"
-#include "Tokens.h"
+#include "Components/ProgressBar.h"
+#include "Components/Tokens.h"
 #include <QPainter>
 #include <algorithm>
 

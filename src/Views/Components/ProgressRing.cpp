@@ -1,8 +1,8 @@
-#include "ProgressRing.h"
-#include "Look.h"
-#include "ProgressBar.h"
-#include "Symbols.h"
-#include "Tokens.h"
+#include "Components/ProgressRing.h"
+#include "Components/Look.h"
+#include "Components/ProgressBar.h"
+#include "Components/Symbols.h"
+#include "Components/Tokens.h"
 #include <QPainter>
 #include <cmath>
 

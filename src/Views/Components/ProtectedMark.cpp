@@ -1,4 +1,4 @@
-#include "ProtectedMark.h"
+#include "Components/ProtectedMark.h"
 
 namespace quillane {
 

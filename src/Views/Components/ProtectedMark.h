@@ -1,5 +1,5 @@
 #pragma once
-#include "SymbolView.h"
+#include "Components/SymbolView.h"
 
 namespace quillane {
 

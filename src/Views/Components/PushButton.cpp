@@ -1,8 +1,8 @@
-#include "PushButton.h"
-#include "Fonts.h"
-#include "QuillaneStyle.h"
-#include "Symbols.h"
-#include "SystemLook.h"
+#include "Components/PushButton.h"
+#include "Components/Fonts.h"
+#include "Components/Style/PushButtonDrawing.h"
+#include "Components/Symbols.h"
+#include "Components/SystemLook.h"
 #include <QPainter>
 #include <QStyleOptionButton>
 
@@ -108,7 +108,7 @@ QSize PushButton::sizeFor(bool compact) const {
     initStyleOption(&option);
     option.text = compact ? QString() : escaped(m_label);
     if (paintsItself(m_role, m_size)) {
-        return QuillaneStyle::pushButtonSize(option, this);
+        return PushButtonDrawing::sizeOf(option, this);
     }
     const int width = option.fontMetrics.horizontalAdvance(option.text) + iconSize().width();
     return style()->sizeFromContents(QStyle::CT_PushButton, &option, {width, option.fontMetrics.height()},
@@ -135,7 +135,7 @@ void PushButton::paintEvent(QPaintEvent* event) {
     QStyleOptionButton option;
     initStyleOption(&option);
     QPainter painter(this);
-    QuillaneStyle::drawPushButton(option, painter, this);
+    PushButtonDrawing::draw(option, painter, this);
 }
 
 } // namespace quillane

@@ -1,5 +1,5 @@
-#include "ResultAlertButtons.h"
-#include "PushButton.h"
+#include "Components/ResultAlertButtons.h"
+#include "Components/PushButton.h"
 #include <QHBoxLayout>
 
 namespace quillane {

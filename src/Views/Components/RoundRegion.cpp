@@ -1,4 +1,4 @@
-#include "RoundRegion.h"
+#include "Components/RoundRegion.h"
 #include <algorithm>
 #include <cmath>
 

@@ -1,6 +1,6 @@
-#include "Rule.h"
-#include "Hairline.h"
-#include "Tokens.h"
+#include "Components/Rule.h"
+#include "Components/Hairline.h"
+#include "Components/Tokens.h"
 #include <QPainter>
 
 namespace quillane {

@@ -1,6 +1,6 @@
-#include "SearchField.h"
-#include "Fonts.h"
-#include "Symbols.h"
+#include "Components/SearchField.h"
+#include "Components/Fonts.h"
+#include "Components/Symbols.h"
 #include <QAction>
 #include <QKeyEvent>
 #include <QToolButton>

@@ -1,6 +1,6 @@
-#include "SegmentedControl.h"
-#include "Fonts.h"
-#include "Tokens.h"
+#include "Components/SegmentedControl.h"
+#include "Components/Fonts.h"
+#include "Components/Tokens.h"
 #include <QAbstractButton>
 #include <QButtonGroup>
 #include <QHBoxLayout>

@@ -1,10 +1,10 @@
-#include "SidebarDelegate.h"
-#include "Badge.h"
-#include "FocusRing.h"
-#include "Fonts.h"
-#include "SidebarView.h"
-#include "Symbols.h"
-#include "Tokens.h"
+#include "Components/SidebarDelegate.h"
+#include "Components/Badge.h"
+#include "Components/FocusRing.h"
+#include "Components/Fonts.h"
+#include "Components/SidebarView.h"
+#include "Components/Symbols.h"
+#include "Components/Tokens.h"
 #include <QPainter>
 #include <cmath>
 

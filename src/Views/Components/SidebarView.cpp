@@ -1,6 +1,6 @@
-#include "SidebarView.h"
-#include "Fonts.h"
-#include "SidebarDelegate.h"
+#include "Components/SidebarView.h"
+#include "Components/Fonts.h"
+#include "Components/SidebarDelegate.h"
 
 namespace quillane {
 

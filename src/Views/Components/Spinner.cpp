@@ -1,6 +1,6 @@
-#include "Spinner.h"
-#include "Look.h"
-#include "Tokens.h"
+#include "Components/Spinner.h"
+#include "Components/Look.h"
+#include "Components/Tokens.h"
 #include <QPainter>
 #include <QTimerEvent>
 

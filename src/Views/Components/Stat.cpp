@@ -1,6 +1,6 @@
-#include "Stat.h"
-#include "Accessibles.h"
-#include "FittedLabel.h"
+#include "Components/Stat.h"
+#include "Components/Accessibles.h"
+#include "Components/FittedLabel.h"
 #include <QVBoxLayout>
 
 namespace quillane {

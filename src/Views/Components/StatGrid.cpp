@@ -1,5 +1,5 @@
-#include "StatGrid.h"
-#include "Stat.h"
+#include "Components/StatGrid.h"
+#include "Components/Stat.h"
 #include <QGridLayout>
 
 namespace quillane {

@@ -1,8 +1,8 @@
-#include "StatusRow.h"
-#include "Fonts.h"
-#include "Hairline.h"
-#include "Label.h"
-#include "Tokens.h"
+#include "Components/StatusRow.h"
+#include "Components/Fonts.h"
+#include "Components/Hairline.h"
+#include "Components/Label.h"
+#include "Components/Tokens.h"
 #include <QHBoxLayout>
 #include <QPainter>
 

@@ -1,6 +1,6 @@
-#include "Switch.h"
-#include "Look.h"
-#include "Tokens.h"
+#include "Components/Switch.h"
+#include "Components/Look.h"
+#include "Components/Tokens.h"
 #include <QPainter>
 
 namespace quillane {

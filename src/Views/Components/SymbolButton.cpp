@@ -1,4 +1,4 @@
-#include "SymbolButton.h"
+#include "Components/SymbolButton.h"
 #include <algorithm>
 
 namespace quillane {

@@ -1,5 +1,5 @@
 #pragma once
-#include "PushButton.h"
+#include "Components/PushButton.h"
 
 namespace quillane {
 

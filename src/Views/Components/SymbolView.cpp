@@ -1,6 +1,6 @@
-#include "SymbolView.h"
-#include "Symbols.h"
-#include "Tokens.h"
+#include "Components/SymbolView.h"
+#include "Components/Symbols.h"
+#include "Components/Tokens.h"
 #include <QPainter>
 
 namespace quillane {

@@ -1,5 +1,5 @@
 #pragma once
-#include "Tint.h"
+#include "Components/Tint.h"
 #include <QWidget>
 
 namespace quillane {

@@ -1,5 +1,5 @@
-#include "Symbols.h"
-#include "Tokens.h"
+#include "Components/Symbols.h"
+#include "Components/Tokens.h"
 #include <QDir>
 #include <QIconEngine>
 #include <QImage>

@@ -1,4 +1,4 @@
-#include "TabularText.h"
+#include "Components/TabularText.h"
 #include <QPainter>
 #include <algorithm>
 

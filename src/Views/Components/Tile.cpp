@@ -1,6 +1,6 @@
-#include "Tile.h"
-#include "Symbols.h"
-#include "Tokens.h"
+#include "Components/Tile.h"
+#include "Components/Symbols.h"
+#include "Components/Tokens.h"
 #include <QPainter>
 #include <cmath>
 

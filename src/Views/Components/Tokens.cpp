@@ -1,4 +1,4 @@
-#include "Tokens.h"
+#include "Components/Tokens.h"
 #include <QApplication>
 
 namespace quillane {

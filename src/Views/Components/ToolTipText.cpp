@@ -1,4 +1,4 @@
-#include "ToolTipText.h"
+#include "Components/ToolTipText.h"
 
 namespace quillane {
 

@@ -1,9 +1,9 @@
-#include "ToolbarRow.h"
-#include "Fonts.h"
-#include "Hairline.h"
-#include "Label.h"
-#include "PushButton.h"
-#include "Tokens.h"
+#include "Components/ToolbarRow.h"
+#include "Components/Fonts.h"
+#include "Components/Hairline.h"
+#include "Components/Label.h"
+#include "Components/PushButton.h"
+#include "Components/Tokens.h"
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>

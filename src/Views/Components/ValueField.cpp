@@ -1,7 +1,7 @@
-#include "ValueField.h"
-#include "Fonts.h"
-#include "Tokens.h"
-#include "ToolTipText.h"
+#include "Components/ValueField.h"
+#include "Components/Fonts.h"
+#include "Components/Tokens.h"
+#include "Components/ToolTipText.h"
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>

@@ -1,4 +1,4 @@
-#include "SystemLook.h"
+#include "Components/SystemLook.h"
 #include <QByteArray>
 #include <QGuiApplication>
 #include <cstdlib>

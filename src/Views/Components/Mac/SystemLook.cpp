@@ -1,4 +1,4 @@
-#include "SystemLook.h"
+#include "Components/SystemLook.h"
 
 namespace quillane::SystemLook {
 

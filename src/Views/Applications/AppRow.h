@@ -1,0 +1,31 @@
+#pragma once
+#include "InstalledApp.h"
+#include "State/SortStep.h"
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quillane {
+
+// What the applications table shows of an application, and nothing that it does not show: a change elsewhere
+// in the record repaints no row.
+struct AppRow {
+    FileURL url;
+    std::string name;
+    bool isMacAppStore = false;
+    bool isMeasured = false;
+    Bytes totalBytes = 0;
+    std::optional<Date> lastUsed;
+    Architecture architecture = Architecture::unknown;
+    std::string version;
+    bool isProtected = false;
+
+    static AppRow of(const InstalledApp& app, bool isProtected);
+    friend bool operator==(const AppRow&, const AppRow&) = default;
+};
+
+// Sorted by the first comparator, ties by the next one and at last by the order given, which is by name.
+// Names sort as the Finder sorts them, architectures by their words, versions as plain text.
+std::vector<InstalledApp> sorted(std::vector<InstalledApp> apps, const std::vector<AppComparator>& order);
+
+} // namespace quillane

@@ -1,0 +1,62 @@
+#include "Applications/ApplicationsTable.h"
+#include "AppLibrary.h"
+#include "Applications/AppActions.h"
+#include "Applications/AppRow.h"
+#include "Applications/StatusLine.h"
+#include "IconCache.h"
+#include "State/ContentState.h"
+#include "Tables/RecordsWithKeys.h"
+#include "Workspace.h"
+#include <QShortcut>
+
+namespace quillane {
+
+ApplicationsTable::ApplicationsTable(AppLibrary& library, ContentState& state, QWidget* parent)
+    : KeyedTable(QStringLiteral("Applications"), new ApplicationsTableModel(library.platform().clock),
+                 {{.width = 180, .stretches = true},
+                  {.width = 88},
+                  {.width = 112},
+                  {.width = 132},
+                  {.width = 90, .narrowest = 60, .narrowRank = 3}},
+                 new StatusLine, state.selection, state.sortOrder, parent)
+    , m_library(library)
+    , m_state(state) {
+    connect(table(), &QAbstractItemView::doubleClicked, this, &ApplicationsTable::openSelected);
+    for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto* const enter = new QShortcut(key, table(), nullptr, nullptr, Qt::WidgetShortcut);
+        connect(enter, &QShortcut::activated, this, &ApplicationsTable::openSelected);
+    }
+    drawWith([this] { render(); });
+    drawWith([this] {
+        IconCache::shared().latestArrival.get();
+        model().iconsArrived();
+    });
+}
+
+ApplicationsTable::~ApplicationsTable() = default;
+
+StatusLine* ApplicationsTable::statusLine() const {
+    return static_cast<StatusLine*>(footer());
+}
+
+void ApplicationsTable::render() {
+    const auto apps = m_library.visibleApps();
+    showRows([&] { model().setApps(sorted(apps, m_state.sortOrder.get()), m_library.protectedPaths.get()); });
+    const auto phase = m_library.phase.get();
+    const bool isReady = phase.kind == AppLibrary::Phase::Kind::ready;
+    statusLine()->show(phase, apps.size(), isReady ? m_library.totalVisibleBytes() : 0);
+}
+
+void ApplicationsTable::openMenu(const std::vector<FileURL>& urls, const QPoint& globalPosition) {
+    const auto apps = recordsWithKeys(m_library.apps.get(), &InstalledApp::url, urls);
+    AppActions::makeMenu(m_library, apps, presentIn(m_state), table())->popup(globalPosition);
+}
+
+void ApplicationsTable::openSelected() {
+    const auto& selection = m_state.selection.get();
+    if (selection.size() == 1 && model().rowOf(*selection.begin())) {
+        m_library.platform().workspace.open(*selection.begin());
+    }
+}
+
+} // namespace quillane

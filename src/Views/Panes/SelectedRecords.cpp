@@ -1,0 +1,42 @@
+#include "Panes/SelectedRecords.h"
+#include "AppLibrary.h"
+#include <algorithm>
+#include <iterator>
+
+namespace quillane {
+
+namespace {
+
+template <class Record>
+std::vector<Record> selectedAmong(const std::vector<Record>& records,
+                                  const std::unordered_set<FileURL>& urls) {
+    std::vector<Record> selected;
+    std::unordered_set<FileURL> seen;
+    for (const auto& record : records) {
+        if (urls.contains(record.url) && seen.insert(record.url).second) {
+            selected.push_back(record);
+        }
+    }
+    return selected;
+}
+
+} // namespace
+
+std::vector<InstalledApp> selectedApps(const AppLibrary& library, const std::unordered_set<FileURL>& urls) {
+    return selectedAmong(*library.apps, urls);
+}
+
+std::vector<OrphanGroup> selectedOrphanGroups(const AppLibrary& library,
+                                              const std::unordered_set<std::string>& vendors) {
+    std::vector<OrphanItem> items; // of the selected vendors alone: the others need no grouping
+    std::ranges::copy_if(*library.orphans, std::back_inserter(items),
+                         [&](const OrphanItem& item) { return vendors.contains(item.vendor); });
+    return OrphanGroup::grouped(items);
+}
+
+std::vector<DevCacheItem> selectedDeveloperItems(const AppLibrary& library,
+                                                 const std::unordered_set<FileURL>& urls) {
+    return selectedAmong(*library.developerCaches, urls);
+}
+
+} // namespace quillane

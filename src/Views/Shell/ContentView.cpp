@@ -1,0 +1,257 @@
+#include "Shell/ContentView.h"
+#include "AppLibrary.h"
+#include "Components/AccessBanner.h"
+#include "Components/ColumnGround.h"
+#include "Components/LibraryObserver.h"
+#include "Components/Rule.h"
+#include "Components/SearchField.h"
+#include "Components/ShownText.h"
+#include "Components/SidebarView.h"
+#include "Components/ToolbarRow.h"
+#include "Panes/SectionDetail.h"
+#include "Review/PutBack.h"
+#include "Review/SweepPreviewSheet.h"
+#include "Shell/BrandButton.h"
+#include "Shell/ColumnSplitter.h"
+#include "Shell/Sidebar.h"
+#include "Shell/WindowCommands.h"
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace quillane {
+
+namespace {
+
+constexpr int kSidebarWidth = 212;
+constexpr int kSidebarNarrow = 196; // while the window is narrower than this:
+constexpr int kNarrowWindow = 1180;
+// The smallest window leaves this beside the sidebar and the narrowest pane; every table fits into it.
+constexpr int kMiddleNarrowest =
+    ContentView::kMinimumSize.width() - kSidebarNarrow - ContentView::kDetailNarrowest - 2;
+
+QVBoxLayout* columnLayout(QWidget* column) {
+    auto* const layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    return layout;
+}
+
+} // namespace
+
+ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications, QWidget* parent)
+    : QWidget(parent)
+    , m_library(library)
+    , m_state(initialSection())
+    , m_showSection(
+          notifications.observe(NotificationName::kShowSection,
+                                [this](const NotificationCenter::Object& title) { receive(title); }))
+    , m_showOverview(
+          notifications.observe(NotificationName::kShowOverview, [this](const NotificationCenter::Object&) {
+              showSection(LibrarySection::overview);
+          })) {
+    m_state.notifications = &notifications;
+    m_state.putBack = new PutBack(library, m_state, *this);
+    setWindowTitle(QStringLiteral("Quillane"));
+    setMinimumSize(kMinimumSize);
+    resize(kDefaultSize);
+    makeScreens();
+    makeColumns();
+    bindSearch();
+    makeCommands();
+    noticeActivation();
+    m_sectionObserver = new LibraryObserver([this] { renderSection(); }, this);
+    m_sectionObserver->renderNow();
+    m_removalObserver = new LibraryObserver([this] { renderRemoval(); }, this);
+    m_removalObserver->renderNow();
+    m_bannerObserver = new LibraryObserver([this] { renderBanner(); }, this);
+    m_bannerObserver->renderNow();
+    m_sections->currentWidget()->setFocus();
+}
+
+ContentView::~ContentView() {
+    if (m_removalSheet) {
+        m_removalSheet->disconnect(this); // it goes after the state that its end would write to
+    }
+}
+
+void ContentView::makeScreens() {
+    std::vector<Sidebar::Entry> entries;
+    for (const auto& standing : standingScreens()) {
+        m_screens.push_back(standing.make(m_library, m_state));
+        entries.push_back({standing.section, m_screens.back().badge, standing.badgeTint});
+    }
+    m_sidebar = new Sidebar(m_state, std::move(entries));
+}
+
+// The order of construction is the order of Tab: sidebar, search, section, pane.
+void ContentView::makeColumns() {
+    m_middle = new ColumnGround(ColumnGround::Ground::Base);
+    m_middle->setMinimumWidth(kMiddleNarrowest);
+    m_search = new SearchField;
+    m_header = new ToolbarRow;
+    m_header->addControl(m_search);
+    const Platform& platform = m_library.platform();
+    m_banner = new AccessBanner([platform] { AppLibrary::openFullDiskAccessSettings(platform); },
+                                [platform] { AppLibrary::relaunch(platform); });
+    m_sections = new QStackedWidget;
+    auto* const middleColumn = columnLayout(m_middle);
+    middleColumn->addWidget(m_header);
+    middleColumn->addWidget(m_banner);
+    middleColumn->addWidget(m_sections, 1);
+
+    auto* const right = new ColumnGround(ColumnGround::Ground::Page);
+    right->setMinimumWidth(kDetailNarrowest);
+    right->setMaximumWidth(kDetailWidest);
+    m_details = new QStackedWidget;
+    columnLayout(right)->addWidget(m_details);
+    for (const auto& screen : m_screens) {
+        m_sections->addWidget(screen.content);
+        m_details->addWidget(screen.detail);
+        if (auto* const pane = qobject_cast<SectionDetail*>(screen.detail)) {
+            pane->setKeyboardHeir(screen.content);
+        }
+    }
+
+    m_columns = new ColumnSplitter;
+    m_columns->addWidget(m_middle);
+    m_columns->addWidget(right);
+    m_middle->lower(); // a splitter lowers what joins it, and assistive tools read from the lowest up
+    m_columns->setStretchFactor(0, 1);
+    m_columns->setStretchFactor(1, 0);
+    m_columns->setSizes({kDefaultSize.width(), kDetailNarrowest});
+
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    row->addWidget(m_sidebar);
+    row->addWidget(new Rule(Rule::Weight::Edge, Qt::Vertical));
+    row->addWidget(m_columns, 1);
+}
+
+void ContentView::bindSearch() {
+    connect(m_search, &QLineEdit::textChanged, this,
+            [this](const QString& text) { m_library.searchText = text.toStdString(); });
+    m_searchObserver = new LibraryObserver(
+        [this] {
+            const QString text = words(m_library.searchText.get());
+            if (m_search->text() != text) {
+                m_search->setText(text);
+            }
+        },
+        this);
+    m_searchObserver->renderNow();
+}
+
+// The user may come back from the system's settings, where access was granted.
+void ContentView::noticeActivation() {
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive) {
+            m_library.appBecameActive();
+        }
+    });
+}
+
+void ContentView::renderBanner() {
+    m_banner->setVisible(m_library.phase->kind == AppLibrary::Phase::Kind::ready &&
+                         m_library.trashState->needsFullDiskAccess);
+}
+
+void ContentView::makeCommands() {
+    auto* const commands = new WindowCommands(*this);
+    m_sidebar->brand()->setMenu(commands->windowMenu());
+}
+
+QWidget* ContentView::content(LibrarySection section) const {
+    const int index = indexOf(section);
+    return index < 0 ? nullptr : m_screens[static_cast<std::size_t>(index)].content;
+}
+
+QWidget* ContentView::detail(LibrarySection section) const {
+    const int index = indexOf(section);
+    return index < 0 ? nullptr : m_screens[static_cast<std::size_t>(index)].detail;
+}
+
+int ContentView::indexOf(LibrarySection section) const {
+    const auto standing = standingScreens();
+    const auto found = std::ranges::find(standing, section, &StandingScreen::section);
+    return found == standing.end() ? -1 : static_cast<int>(found - standing.begin());
+}
+
+void ContentView::showSection(LibrarySection section) {
+    if (indexOf(section) >= 0) {
+        m_state.section = section;
+    }
+}
+
+void ContentView::enterSection(LibrarySection section) {
+    if (indexOf(section) >= 0) {
+        showSection(section);
+        m_sectionObserver->renderNow();
+        content(section)->setFocus(Qt::ShortcutFocusReason);
+    }
+}
+
+void ContentView::receive(const NotificationCenter::Object& title) {
+    const auto section = title ? librarySectionFromRawValue(*title) : std::nullopt;
+    if (section) {
+        showSection(*section);
+    }
+}
+
+void ContentView::renderSection() {
+    const LibrarySection section = m_state.section.get();
+    const int index = indexOf(section);
+    m_header->setTitle(words(rawValue(section)));
+    // Cards lie on the page, tables on a ground of their own.
+    m_middle->setGround(section == LibrarySection::overview ? ColumnGround::Ground::Page
+                                                            : ColumnGround::Ground::Base);
+    const bool paneHasKeyboard = focusWidget() != nullptr && m_details->isAncestorOf(focusWidget());
+    m_sections->setCurrentIndex(index);
+    if (paneHasKeyboard && index != m_details->currentIndex()) {
+        m_sections->currentWidget()->setFocus(); // the pane that comes may have nothing that takes it
+    }
+    m_details->setCurrentIndex(index);
+}
+
+void ContentView::presentRemoval(BulkRemoval removal) {
+    m_state.removal = std::move(removal);
+    m_removalObserver->renderNow();
+}
+
+SweepPreviewSheet* ContentView::removalSheet() const {
+    return m_removalSheet;
+}
+
+void ContentView::renderRemoval() {
+    const auto removal = m_state.removal.get(); // a copy: opening the sheet may change the field
+    if (!removal || m_removalSheet) {
+        return;
+    }
+    if (removal->entries.empty() || m_library.isSweeping.get()) {
+        m_state.removal = std::nullopt;
+        return;
+    }
+    m_removalSheet = SweepPreviewSheet::present(m_library, *removal, this);
+    connect(m_removalSheet, &QDialog::finished, this, &ContentView::endRemoval);
+}
+
+void ContentView::endRemoval() {
+    m_removalSheet.clear();
+    m_state.removal = std::nullopt;
+}
+
+void ContentView::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (m_library.phase.get().kind == AppLibrary::Phase::Kind::idle) {
+        m_library.refresh(AppLibrary::ScanReason::user);
+    }
+}
+
+void ContentView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    m_sidebar->setFixedWidth(width() < kNarrowWindow ? kSidebarNarrow : kSidebarWidth);
+}
+
+} // namespace quillane

@@ -1,0 +1,31 @@
+#include "Shell/StandingScreens.h"
+#include "Applications/ApplicationsScreen.h"
+#include "Developer/DeveloperScreen.h"
+#include "Orphans/OrphansScreen.h"
+#include "Overview/OverviewScreen.h"
+#include <algorithm>
+#include <array>
+
+namespace quillane {
+
+namespace {
+
+constexpr std::array kScreens = {
+    StandingScreen{LibrarySection::overview, &makeOverviewScreen},
+    StandingScreen{LibrarySection::applications, &makeApplicationsScreen},
+    StandingScreen{LibrarySection::orphans, &makeOrphansScreen},
+    StandingScreen{LibrarySection::developer, &makeDeveloperScreen},
+};
+static_assert(std::ranges::is_sorted(kScreens, {}, &StandingScreen::section));
+
+} // namespace
+
+std::span<const StandingScreen> standingScreens() {
+    return kScreens;
+}
+
+LibrarySection initialSection() {
+    return kScreens.front().section;
+}
+
+} // namespace quillane

@@ -1,0 +1,104 @@
+#include "Shell/WindowCommands.h"
+#include "AppLibrary.h"
+#include "Components/LibraryObserver.h"
+#include "Components/SearchField.h"
+#include "Components/ShownText.h"
+#include "Components/SystemLook.h"
+#include "Review/PutBack.h"
+#include "Shell/BrandButton.h"
+#include "Shell/ContentView.h"
+#include "Shell/Sidebar.h"
+#include <QAction>
+#include <QApplication>
+#include <QKeySequence>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace quillane {
+
+WindowCommands::WindowCommands(ContentView& window)
+    : QObject(&window)
+    , m_window(window) {
+    auto* const rescan = command(QStringLiteral("Rescan Applications"), QKeySequence(Qt::CTRL | Qt::Key_R));
+    connect(rescan, &QAction::triggered, this,
+            [this] { m_window.library().refresh(AppLibrary::ScanReason::user); });
+
+    auto* const search = command(QStringLiteral("Search"), QKeySequence(Qt::CTRL | Qt::Key_F));
+    connect(search, &QAction::triggered, this, [this] {
+        m_window.searchField()->setFocus(Qt::ShortcutFocusReason);
+        m_window.searchField()->selectAll();
+    });
+
+    auto* const quit = command(QStringLiteral("Quit Quillane"), QKeySequence(Qt::CTRL | Qt::Key_Q));
+    quit->setMenuRole(QAction::QuitRole);
+    connect(quit, &QAction::triggered, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+
+    makeSectionKeys();
+    makeMenu({rescan, makePutBack(), makeGrantAccess(), quit});
+}
+
+// An action of the window, so that its keys work whatever has the focus.
+QAction* WindowCommands::command(const QString& text, const QKeySequence& keys) {
+    auto* const action = new QAction(text, this);
+    action->setShortcut(keys);
+    m_window.addAction(action);
+    return action;
+}
+
+// The number is the section's place among all sections, so that it stays the same for good.
+void WindowCommands::makeSectionKeys() {
+    for (std::size_t i = 0; i < kAllLibrarySections.size(); ++i) {
+        const auto section = kAllLibrarySections[i];
+        if (!m_window.content(section)) {
+            continue;
+        }
+        auto* const go =
+            command(words(rawValue(section)), QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + i)));
+        connect(go, &QAction::triggered, this, [this, section] { m_window.enterSection(section); });
+    }
+}
+
+// A text field with the focus keeps the keys for its own undo.
+QAction* WindowCommands::makePutBack() {
+    auto* const action = command(QStringLiteral("Put Back Last Cleanup"), QKeySequence(Qt::CTRL | Qt::Key_Z));
+    connect(action, &QAction::triggered, m_window.putBack(), &PutBack::start);
+    auto* const observer = new LibraryObserver(
+        [this, action] {
+            action->setEnabled(m_window.library().lastOperation->has_value() &&
+                               !m_window.state().isPuttingBack.get());
+        },
+        this);
+    observer->renderNow();
+    return action;
+}
+
+QAction* WindowCommands::makeGrantAccess() {
+    auto* const action = command(QStringLiteral("Grant Full Disk Access…"), {});
+    action->setMenuRole(
+        QAction::ApplicationSpecificRole); // stands with the settings where there is such a place
+    connect(action, &QAction::triggered, this,
+            [this] { AppLibrary::openFullDiskAccessSettings(m_window.library().platform()); });
+    return action;
+}
+
+void WindowCommands::makeMenu(const Commands& commands) {
+    if (SystemLook::hasMenuBar()) {
+        auto* const bar = new QMenuBar(&m_window);
+        auto* const file = bar->addMenu(QStringLiteral("File"));
+        file->addAction(commands.rescan);
+        bar->addMenu(QStringLiteral("Edit"))->addAction(commands.putBack);
+        file->addAction(commands.grantAccess); // both of these
+        file->addAction(commands.quit);        // the system moves to the application's menu
+    } else {
+        m_windowMenu = new QMenu(&m_window);
+        m_windowMenu->addAction(commands.rescan);
+        m_windowMenu->addAction(commands.putBack);
+        m_windowMenu->addAction(commands.grantAccess);
+        m_windowMenu->addSeparator();
+        m_windowMenu->addAction(commands.quit);
+        auto* const open = command(QStringLiteral("Menu"), QKeySequence(Qt::Key_F10));
+        connect(open, &QAction::triggered, this, [this] { m_window.sidebar()->brand()->openMenu(); });
+    }
+}
+
+} // namespace quillane

@@ -1,0 +1,42 @@
+#pragma once
+#include "BulkRemoval.h"
+#include "FileURL.h"
+#include "LibrarySection.h"
+#include "NotificationCenter.h"
+#include "Published.h"
+#include "State/SortStep.h"
+#include <optional>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace quillane {
+
+class PutBack;
+
+// What the window itself knows: where the user is and what is selected there. Each section keeps its own
+// selection, so changing the section loses nothing. Main thread only.
+struct ContentState {
+    explicit ContentState(LibrarySection initialSection)
+        : section(initialSection) {}
+
+    Published<LibrarySection> section;
+    // Through which the rest of the program steers the window; null where nobody does.
+    NotificationCenter* notifications = nullptr;
+    // The window's; null where there is none.
+    PutBack* putBack = nullptr;
+    // From the press of "Put Back" to its end, wherever it was asked for.
+    Published<bool> isPuttingBack{false};
+    // Rows of the applications table, hidden ones included: what a search hides stays selected.
+    Published<std::unordered_set<FileURL>> selection;
+    Published<std::unordered_set<std::string>> orphanSelection; // vendors
+    Published<std::unordered_set<FileURL>> developerSelection;
+    Published<std::vector<AppComparator>> sortOrder{kInitialAppOrder}; // of the applications table
+    Published<std::vector<OrphanComparator>> orphanSortOrder{kInitialOrphanOrder};
+    Published<std::vector<DeveloperComparator>> developerSortOrder{kInitialDeveloperOrder};
+    // What waits for its review or is being reviewed: a section stores a request here, the window opens the
+    // sheet for it and takes it away when the sheet closes.
+    Published<std::optional<BulkRemoval>> removal;
+};
+
+} // namespace quillane

@@ -1,0 +1,57 @@
+#include "Tables/SectionTable.h"
+#include "AppLibrary.h"
+#include "Components/EmptyState.h"
+#include "Components/LibraryObserver.h"
+#include "Components/StatusRow.h"
+#include "State/ContentState.h"
+#include "Tables/TableView.h"
+#include <QVBoxLayout>
+#include <utility>
+
+namespace quillane {
+
+SectionTable::SectionTable(const QString& name, QAbstractItemModel* model, std::vector<TableColumn> columns,
+                           StatusRow* footer, QWidget* parent)
+    : QWidget(parent)
+    , m_table(new TableView(name))
+    , m_footer(footer) {
+    model->setParent(this);
+    m_table->setModel(model);
+    m_table->setColumns(std::move(columns));
+
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_table, 1);
+    column->addWidget(footer);
+    setFocusProxy(m_table);
+}
+
+void SectionTable::drawWith(std::function<void()> render) {
+    (new LibraryObserver(std::move(render), this))->renderNow();
+}
+
+MenuEntries::Present SectionTable::presentIn(ContentState& state) {
+    return [&state](BulkRemoval removal) { state.removal = std::move(removal); };
+}
+
+void SectionTable::setEmptyWords(EmptyWords words) {
+    m_emptyWords = std::move(words);
+    m_emptyState = new EmptyState(m_emptyWords.symbol, m_emptyWords.title, m_emptyWords.sentence);
+    m_table->setEmptyState(m_emptyState);
+}
+
+void SectionTable::explainEmptiness(const AppLibrary& library, AppLibrary::Phase::Kind foundBy,
+                                    bool isListEmpty) {
+    const bool isLooking = library.phase->kind <= foundBy; // the kinds stand in the order of a scan
+    if (!isListEmpty) {
+        m_emptyState->setContent(QStringLiteral("magnifyingglass"), QStringLiteral("No Results"),
+                                 QStringLiteral("Nothing here matches the search."));
+    } else if (isLooking) {
+        m_emptyState->setLoading(m_emptyWords.looking);
+    } else {
+        m_emptyState->setContent(m_emptyWords.symbol, m_emptyWords.title, m_emptyWords.sentence);
+    }
+}
+
+} // namespace quillane

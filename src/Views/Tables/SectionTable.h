@@ -1,0 +1,57 @@
+#pragma once
+#include "AppLibrary.h"
+#include "Tables/MenuEntries.h"
+#include "Tables/TableColumn.h"
+#include <QString>
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+class QAbstractItemModel;
+
+namespace quillane {
+
+class EmptyState;
+class StatusRow;
+class TableView;
+struct ContentState;
+
+// What a section says in place of rows.
+struct EmptyWords {
+    QString symbol;
+    QString title;    // when there is nothing
+    QString sentence; // the same, said at length
+    QString looking;  // while a scan looks for it
+};
+
+// The middle column of a section that is a table: the rows, and the footer below them.
+class SectionTable : public QWidget {
+    Q_OBJECT
+  public:
+    TableView* table() const { return m_table; }
+    StatusRow* footer() const { return m_footer; }
+
+  protected:
+    // `name` is what assistive tools call the table. Takes over the footer.
+    SectionTable(const QString& name, QAbstractItemModel* model, std::vector<TableColumn> columns,
+                 StatusRow* footer, QWidget* parent);
+
+    // Runs `render` now and again whenever something that it reads of the library or of the window's state
+    // changes.
+    void drawWith(std::function<void()> render);
+    // The way of a request for a removal from here to its review. The state outlives the table.
+    static MenuEntries::Present presentIn(ContentState& state);
+    // From now on the table explains why it has no rows.
+    void setEmptyWords(EmptyWords words);
+    // Why it has none: what it lists is empty, because nothing has been found or not yet, or the search hides
+    // it all. It is found by the stage of the scan that `foundBy` names. Reads the phase of the scan.
+    void explainEmptiness(const AppLibrary& library, AppLibrary::Phase::Kind foundBy, bool isListEmpty);
+
+  private:
+    TableView* m_table;
+    StatusRow* m_footer;
+    EmptyState* m_emptyState = nullptr;
+    EmptyWords m_emptyWords;
+};
+
+} // namespace quillane

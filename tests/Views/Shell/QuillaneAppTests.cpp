@@ -1,0 +1,60 @@
+#include "QuillaneApp.h"
+#include "DefaultsKeys.h"
+#include "SamplePlatform.h"
+#include "Shell/ContentView.h"
+#include <QCoreApplication>
+#include <gtest/gtest.h>
+
+using namespace quillane;
+using Kind = AppLibrary::Phase::Kind;
+
+namespace {
+
+class WholeApp : public testing::Test {
+  protected:
+    static void draw() {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    }
+    SamplePlatform sample{SampleMac()};
+    QuillaneApp app{sample.platform};
+};
+
+} // namespace
+
+TEST_F(WholeApp, NothingIsScannedBeforeTheWindowOpens) {
+    EXPECT_EQ(app.library().phase.get().kind, Kind::idle);
+    EXPECT_EQ(app.window(), nullptr);
+}
+
+TEST_F(WholeApp, SettingsHaveTheirValuesFromTheStart) {
+    EXPECT_TRUE(sample.platform.defaults.boolean(DefaultsKeys::kShowMenuBarExtra));
+    EXPECT_EQ(sample.platform.defaults.integer(DefaultsKeys::kScanFrequencyHours), 24);
+}
+
+TEST_F(WholeApp, TheWindowThatIsOpenIsNotOpenedTwice) {
+    app.showWindow();
+    ContentView* const first = app.window();
+    app.showWindow();
+    EXPECT_EQ(app.window(), first);
+}
+
+TEST_F(WholeApp, ClosingAndOpeningTheWindowKeepsTheLibraryAndStartsNoSecondScan) {
+    app.showWindow();
+    sample.runner.runAll();
+    ASSERT_EQ(app.library().phase.get().kind, Kind::ready);
+    app.window()->close();
+    draw();
+    ASSERT_EQ(app.window(), nullptr);
+    app.showWindow();
+    EXPECT_NE(app.window(), nullptr);
+    EXPECT_EQ(app.library().phase.get().kind, Kind::ready);
+}
+
+TEST_F(WholeApp, ClosingTheWindowDoesNotStopTheScan) {
+    app.showWindow();
+    app.window()->close();
+    draw();
+    sample.runner.runAll();
+    EXPECT_EQ(app.library().phase.get().kind, Kind::ready);
+}

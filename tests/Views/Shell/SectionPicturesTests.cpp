@@ -1,0 +1,166 @@
+#include "Components/Look.h"
+#include "SectionRecords.h"
+#include "SectionTableTest.h"
+#include "WindowPicture.h"
+
+using namespace quillane;
+using Kind = AppLibrary::Phase::Kind;
+
+namespace {
+
+// The sections of what the finders found as a person meets them, kept as pictures under the build folder for
+// whoever wants to look.
+class SectionPictures : public SectionTableTest {
+  protected:
+    explicit SectionPictures(LibrarySection section)
+        : SectionTableTest(section) {}
+    void TearDown() override { Look::setDark(false); }
+
+    void openFilled() {
+        library.orphans = leftBehind();
+        library.developerCaches = caches();
+        openReady({measuredApp("Alder", 1'000'000)});
+        table().setFocus();
+    }
+    // The window as it is now.
+    QImage keep(const QString& name) {
+        turn();
+        window->activateWindow(); // what was drawn before may have cost the window its focus
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        const QImage picture = pictureOf(*window);
+        EXPECT_TRUE(keepPicture(picture, name));
+        return picture;
+    }
+    // In light and dark, and both in the smallest window.
+    void keepAll(const QString& name) {
+        const QImage light = keep(name);
+        Look::setDark(true);
+        const QImage dark = keep(name + "-dark");
+        EXPECT_GT(qGray(light.pixel(600, 1000)), 200);
+        EXPECT_LT(qGray(dark.pixel(600, 1000)), 80);
+        window->resize(ContentView::kMinimumSize);
+        keep(name + "-min-window-dark");
+        Look::setDark(false);
+        keep(name + "-min-window");
+    }
+    void keepMenu(const QString& name) {
+        press(Qt::Key_F10, Qt::ShiftModifier);
+        ASSERT_NE(openMenu(), nullptr);
+        turn();
+        EXPECT_TRUE(keepPicture(pictureOf(*openMenu()), name));
+        closeMenu();
+    }
+
+  private:
+    std::vector<OrphanItem> leftBehind() const {
+        struct Row {
+            const char* identifier;
+            Bytes megabytes;
+            int files;
+            int daysAgo; // below 0: unknown
+            bool needsAdmin;
+        };
+        std::vector<OrphanItem> items;
+        for (const auto& row :
+             {Row{"com.sketchpad.desktop", 1'080, 4, 800, false}, Row{"org.relay.client", 612, 6, 400, false},
+              Row{"fm.tempo.desktop", 462, 3, 1104, true}, Row{"nl.polder.maps", 268, 5, 245, false},
+              Row{"io.inkwell.an-identifier-that-is-longer-than-its-column", 142, 2, 62, true},
+              Row{"de.vantage", 98, 1, 1500, true}, Row{"com.moss.weather", 61, 1'234, 215, false},
+              Row{"dev.skiff", 12, 2, -1, false}}) {
+            for (int i = 0; i < row.files; ++i) {
+                const auto name = row.identifier + std::string(i > 0 ? ".part" + std::to_string(i) : "");
+                auto item = orphan(name, row.identifier, i == 0 ? row.megabytes * 1'000'000 : 0);
+                item.requiresAdmin = row.needsAdmin && i == 0;
+                if (row.daysAgo >= 0) {
+                    item.lastModified = daysAgo(row.daysAgo);
+                }
+                items.push_back(std::move(item));
+            }
+        }
+        return items;
+    }
+    std::vector<DevCacheItem> caches() const {
+        struct Row {
+            const char* tool;
+            const char* kind;
+            Bytes megabytes;
+            int daysAgo;
+            bool isSafe;
+        };
+        std::vector<DevCacheItem> items;
+        for (const auto& row :
+             {Row{"Finder", "iPhone / iPad backup - 00008110-001A2C", 31'600, 150, false},
+              Row{"Simulator", "Simulator devices", 18'920, 8, false},
+              Row{"Xcode", "Derived data", 5'840, 1, true}, Row{"Xcode", "Archives", 4'270, 61, false},
+              Row{"Xcode", "iOS device support - iPhone15,3 17.5 (21F79)", 3'120, 215, true},
+              Row{"npm / yarn / pnpm", "node_modules in atlas/web", 1'460, 21, false},
+              Row{"Homebrew", "Download cache", 1'340, 4, true}, Row{"npm", "Package cache", 918, 0, true},
+              Row{"Python", ".venv in tidepool", 812, 31, false},
+              Row{"Gradle", "Dependency cache", 702, 65, true},
+              Row{"TypeScript", "Type acquisition cache", 41, 6, true}}) {
+            auto item = devCache(row.tool, row.kind, row.megabytes * 1'000'000, row.isSafe);
+            item.lastModified = daysAgo(row.daysAgo);
+            items.push_back(std::move(item));
+        }
+        return items;
+    }
+};
+
+class OrphanPictures : public SectionPictures {
+  protected:
+    OrphanPictures()
+        : SectionPictures(LibrarySection::orphans) {}
+};
+
+class DeveloperPictures : public SectionPictures {
+  protected:
+    DeveloperPictures()
+        : SectionPictures(LibrarySection::developer) {}
+};
+
+} // namespace
+
+TEST_F(OrphanPictures, TheWindowIsDrawnInLightAndDarkAndSmall) {
+    openFilled();
+    click("fm.tempo.desktop");
+    keepAll("orphans");
+    keepMenu("orphans-menu");
+}
+
+TEST_F(OrphanPictures, TheTableWithoutRowsTellsWhy) {
+    openReady({});
+    const QImage nothing = keep("orphans-none");
+    library.phase = AppLibrary::Phase{Kind::findingOrphans};
+    const QImage looking = keep("orphans-looking");
+    EXPECT_NE(looking, nothing);
+    library.orphans = {orphan("com.one", "com.one", 1)};
+    library.searchText = "zzz";
+    EXPECT_NE(keep("orphans-searched-to-nothing"), looking);
+}
+
+TEST_F(DeveloperPictures, TheWindowIsDrawnInLightAndDarkAndSmall) {
+    openFilled();
+    library.setProtected(library.developerCaches->at(3).url, true);
+    turn();
+    click("Simulator");
+    keepAll("developer");
+    keepMenu("developer-menu");
+}
+
+TEST_F(DeveloperPictures, SelectedRowsKeepTheirColoursWithoutTheFocus) {
+    openFilled();
+    library.setProtected(library.developerCaches->at(3).url, true);
+    turn();
+    click("Finder");
+    click("Python", Qt::ShiftModifier);
+    const QImage focused = keep("developer-multi");
+    window->sidebar()->list()->setFocus();
+    EXPECT_NE(keep("developer-multi-idle"), focused);
+}
+
+TEST_F(DeveloperPictures, TheTableWithoutRowsTellsWhy) {
+    openReady({});
+    const QImage nothing = keep("developer-none");
+    library.phase = AppLibrary::Phase{Kind::findingDeveloperCaches};
+    EXPECT_NE(keep("developer-looking"), nothing);
+}
