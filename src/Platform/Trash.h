@@ -28,7 +28,9 @@ class Trash {
     // no record of the item in the Trash. Refuses what does not lie directly in a Trash.
     virtual Result<> moveOut(const FileURL& inTrash, const FileURL& original) = 0;
 
-    // Deletes one top-level item of location() with all it holds, links as links. Refuses anything else.
+    // Deletes one top-level item of location() with all it holds, links as links. Refuses anything else. Never leaves
+    // the volume and the mount of location(): an item in which something else is mounted fails with EXDEV and stays
+    // whole.
     virtual Result<> deleteItem(const FileURL& inTrash) = 0;
 };
 
