@@ -1,6 +1,7 @@
 // What could be removed, as rows for the review. Only builds values: nothing here touches a file.
 #include "AppLibrary.h"
 #include "FileSystem.h"
+#include "Formatting.h"
 #include <algorithm>
 #include <string>
 #include <utility>
@@ -41,26 +42,31 @@ SweepEntry entryFor(const DevCacheItem& item, const FileURL& home) {
             withHomeAsTilde(item.url.path(), home), item.bytes};
 }
 
+template <class Record>
+std::string numberOf(const std::vector<Record>& records) {
+    return Formatting::number(static_cast<std::int64_t>(records.size()));
+}
+
 // "Uninstall Name" for one, "Uninstall 3 apps" else: the number is what was asked for, before any filter.
 std::string labelForApps(const std::vector<InstalledApp>& apps) {
     if (apps.size() == 1) {
         return "Uninstall " + apps.front().name;
     }
-    return "Uninstall " + std::to_string(apps.size()) + " apps";
+    return "Uninstall " + numberOf(apps) + " apps";
 }
 
 std::string labelForOrphanGroups(const std::vector<OrphanGroup>& groups) {
     if (groups.size() == 1) {
         return "Remove " + groups.front().title() + " leftovers";
     }
-    return "Remove leftovers of " + std::to_string(groups.size()) + " apps";
+    return "Remove leftovers of " + numberOf(groups) + " apps";
 }
 
 std::string labelForDeveloperItems(const std::vector<DevCacheItem>& items) {
     if (items.size() == 1) {
         return "Remove " + items.front().kind;
     }
-    return "Remove " + std::to_string(items.size()) + " developer locations";
+    return "Remove " + numberOf(items) + " developer locations";
 }
 
 } // namespace
@@ -136,7 +142,7 @@ std::vector<SweepEntry> AppLibrary::trashPlan() const {
         return {};
     }
     return {{trashToken(), SweepCategory::trash, "Everything in the Trash",
-             std::to_string(trash.count) + " item(s), deleted permanently", trash.bytes}};
+             Formatting::number(trash.count) + " item(s), deleted permanently", trash.bytes}};
 }
 
 // A finder joins with its own case.
