@@ -1,5 +1,6 @@
 #include "SectionDetail.h"
 #include "ContentState.h"
+#include "DateWords.h"
 #include "DetailPane.h"
 #include "LibraryObserver.h"
 #include "PanePlaceholder.h"
@@ -28,7 +29,7 @@ void SectionDetail::begin(PanePlaceholder* none, DetailPane* one, SelectionSumma
 }
 
 bool SectionDetail::event(QEvent* event) {
-    if (event->type() == QEvent::Show || event->type() == QEvent::WindowActivate) {
+    if (dateWordsMayDiffer(*event)) {
         m_observer->schedule();
     }
     return QStackedWidget::event(event);

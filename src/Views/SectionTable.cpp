@@ -1,6 +1,7 @@
 #include "SectionTable.h"
 #include "AppLibrary.h"
 #include "ContentState.h"
+#include "DateWords.h"
 #include "EmptyState.h"
 #include "LibraryObserver.h"
 #include "StatusRow.h"
@@ -25,6 +26,13 @@ SectionTable::SectionTable(const QString& name, QAbstractItemModel* model, std::
     column->addWidget(m_table, 1);
     column->addWidget(footer);
     setFocusProxy(m_table);
+}
+
+bool SectionTable::event(QEvent* event) {
+    if (dateWordsMayDiffer(*event)) {
+        m_table->viewport()->update();
+    }
+    return QWidget::event(event);
 }
 
 void SectionTable::drawWith(std::function<void()> render) {
