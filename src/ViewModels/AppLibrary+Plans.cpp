@@ -1,5 +1,6 @@
 // What could be removed, as rows for the review. Only builds values: nothing here touches a file.
 #include "AppLibrary.h"
+#include "Formatting.h"
 #include "LeftoverFinder.h"
 #include <algorithm>
 #include <string>
@@ -53,12 +54,17 @@ class StayingClaims {
     std::vector<std::string> m_identifiers;
 };
 
+template <class Record>
+std::string numberOf(const std::vector<Record>& records) {
+    return Formatting::number(static_cast<std::int64_t>(records.size()));
+}
+
 // "Uninstall Name" for one, "Uninstall 3 apps" else: the number is what was asked for, before any filter.
 std::string labelForApps(const std::vector<InstalledApp>& apps) {
     if (apps.size() == 1) {
         return "Uninstall " + apps.front().name;
     }
-    return "Uninstall " + std::to_string(apps.size()) + " apps";
+    return "Uninstall " + numberOf(apps) + " apps";
 }
 
 } // namespace
@@ -99,7 +105,7 @@ SweepPlan AppLibrary::trashPlan() const {
     }
     SweepPlan plan;
     plan.add({trashToken(), SweepCategory::trash, "Everything in the Trash",
-              std::to_string(trash.count) + " item(s), deleted permanently", trash.bytes});
+              Formatting::number(trash.count) + " item(s), deleted permanently", trash.bytes});
     plan.setCount(trash.count);
     return plan;
 }

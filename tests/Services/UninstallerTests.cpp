@@ -235,6 +235,14 @@ TEST(UninstallerReport, ASummaryTellsWhatWasHandledAndWhatFailed) {
         "Full Disk Access to include them.");
 }
 
+TEST(UninstallerReport, TheNumbersOfASummaryAreGrouped) {
+    Uninstaller::Report report;
+    report.trashed.assign(1234, FileURL("/a"));
+    report.failures.assign(5678, {FileURL("/c"), "Failed", false});
+    EXPECT_EQ(report.summary("Moved", "to the Trash"),
+              "Moved 1,234 item(s) to the Trash, reclaiming Zero KB.\n\n5,678 item(s) failed.");
+}
+
 TEST(UninstallerReport, ASummaryOfNothingButFailuresStillHasItsFirstLine) {
     const Uninstaller::Report report{{}, {}, {{FileURL("/c"), "Failed", false}}, 0};
     EXPECT_EQ(report.summary("Restored", "to their original locations"),

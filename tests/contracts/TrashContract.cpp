@@ -22,7 +22,7 @@ class FixedClock final : public Clock {
   public:
     Date now() const override { return m_now; }
     void setNow(Date now) { m_now = now; }
-    const Calendar& calendar() const override { return m_calendar; }
+    Calendar calendar() const override { return m_calendar; }
     Instant instant() const override { return {}; }
     TimerId callAt(Instant, Job) override { return 0; }
     void cancel(TimerId) override {}
