@@ -58,6 +58,51 @@ TEST_F(Sweep, TheTrashIsEmptiedFirstSoThatWhatMovesStaysRecoverable) {
     EXPECT_EQ((*library->lastOperation)->bytes, 10); // what was emptied can't come back
 }
 
+TEST_F(Sweep, OfTheTrashTheItemsAreCountedThatReallyWent) {
+    for (const char* item : {".Trash/one", ".Trash/two/a", ".Trash/two/b", ".Trash/three"}) {
+        file(item);
+    }
+    world.trash.failStep(1, kOther);
+    const auto done = sweep({trashRow()});
+    EXPECT_EQ(done.itemsDeleted, 2);
+    EXPECT_EQ(done.itemsMovedToTrash, 0);
+    EXPECT_EQ(done.failures.size(), 1U);
+}
+
+TEST_F(Sweep, TheTrashIsEmptiedAtThePriorityOfTheUserAndMeasuredAtALowerOne) {
+    file(".Trash/old");
+    sweep({trashRow()});
+    EXPECT_EQ(world.runner.history(), (std::vector{Priority::userInitiated, Priority::utility}));
+}
+
+TEST_F(Sweep, AMoveThatDoesNotSayWhereItLandedCountsAndIsNoPartOfWhatCanBePutBack) {
+    const auto a = file("a");
+    const auto b = file("b");
+    world.trash.keepLandingOf(a);
+    const auto done = sweep({entry(a, SweepCategory::caches, 10), entry(b, SweepCategory::caches, 5)});
+    EXPECT_EQ(done.itemsMovedToTrash, 2);
+    EXPECT_EQ(done.totalBytes(), 15);
+    EXPECT_EQ(*library->sweepReclaimedSoFar, 15);
+    EXPECT_TRUE(done.failures.empty());
+    ASSERT_TRUE(library->lastOperation->has_value());
+    EXPECT_EQ((*library->lastOperation)->moves, (std::vector{TrashMove{b, home(".Trash/b")}}));
+    EXPECT_EQ((*library->lastOperation)->bytes, 15);
+}
+
+TEST_F(Sweep, WhenNoMoveSaysWhereItLandedTheOperationBeforeStays) {
+    const auto before = UndoableOperation{"Before", Date{1}, {}, 5};
+    library->lastOperation = before;
+    const auto a = file("a");
+    OrphanItem orphan;
+    orphan.url = a;
+    library->orphans = std::vector{orphan};
+    world.trash.keepLandingOf(a);
+    sweep({entry(a, SweepCategory::orphans, 10)});
+    EXPECT_FALSE(world.isThere(a));
+    EXPECT_TRUE(library->orphans->empty()) << "it has gone from the list all the same";
+    EXPECT_EQ(*library->lastOperation, before);
+}
+
 TEST_F(Sweep, WhatTheTrashHeldCountsAsReclaimedWhileTheRestMoves) {
     file(".Trash/old");
     const auto a = file("a");
