@@ -17,6 +17,7 @@ int __real_stat(const char* path, struct stat* status);
 int __real_lstat(const char* path, struct stat* status);
 int __real_fstat(int fd, struct stat* status);
 int __real_fstatat(int folder, const char* path, struct stat* status, int flags);
+int __real_statx(int folder, const char* path, int flags, unsigned int mask, struct statx* status);
 int __real_mkdir(const char* path, mode_t mode);
 int __real_mkdirat(int folder, const char* path, mode_t mode);
 int __real_renameat(int fromFolder, const char* from, int toFolder, const char* to);
@@ -122,6 +123,10 @@ int __wrap_fstat(int fd, struct stat* status) {
 
 int __wrap_fstatat(int folder, const char* path, struct stat* status, int flags) {
     return watched({"fstatat", path}, [&] { return __real_fstatat(folder, path, status, flags); });
+}
+
+int __wrap_statx(int folder, const char* path, int flags, unsigned int mask, struct statx* status) {
+    return watched({"statx", path}, [&] { return __real_statx(folder, path, flags, mask, status); });
 }
 
 int __wrap_mkdir(const char* path, mode_t mode) {

@@ -6,6 +6,7 @@
 #include "TrashFolder.h"
 #include "TrashInfo.h"
 #include "TrashNames.h"
+#include "TrashOrigin.h"
 #include "Volume.h"
 #include <algorithm>
 #include <array>
@@ -21,10 +22,9 @@ namespace quillane {
 namespace {
 
 constexpr mode_t kRecordMode = 0600;
-constexpr std::string_view kRecordSuffix = ".trashinfo";
 constexpr double kLongestMove = 3600; // in seconds, and far beyond
 // An item's name leaves room for the suffix of its record.
-constexpr std::size_t kMaxItemName = TrashFolder::kMaxNameBytes - kRecordSuffix.size();
+constexpr std::size_t kMaxItemName = TrashFolder::kMaxNameBytes - TrashInfo::kSuffix.size();
 constexpr const char* kFiles = "files";
 constexpr const char* kInfo = "info";
 constexpr int kOpenFolder = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
@@ -77,7 +77,7 @@ Result<> writeRecord(int infoFolder, const std::string& name, const std::string&
 // Of an item that is no longer in the Trash. One that can't be removed does no harm.
 void removeRecord(const Descriptor& info, const std::string& name) {
     if (info) {
-        (void)FileRemover::removeFile(info.get(), name + std::string(kRecordSuffix));
+        (void)FileRemover::removeFile(info.get(), name + std::string(TrashInfo::kSuffix));
     }
 }
 
@@ -127,7 +127,7 @@ Result<std::optional<FileURL>> FreedesktopTrash::moveInto(const TrashBin& bin, i
     const auto text = TrashInfo::text(recorded, localTime(m_clock.now()));
     for (int attempt = 0; attempt < TrashFolder::kMaxAttempts; ++attempt) {
         const auto free = TrashNames::candidate(name, attempt, kMaxItemName);
-        const auto record = free + std::string(kRecordSuffix);
+        const auto record = free + std::string(TrashInfo::kSuffix);
         if (const auto written = writeRecord(bin.info.get(), record, text); !written) {
             if (written.error().underlying == EEXIST) {
                 continue;
@@ -208,6 +208,19 @@ Result<Descriptor> FreedesktopTrash::openTrash(const FileURL& filesFolder) const
     return trash;
 }
 
+Result<bool> FreedesktopTrash::cameFrom(const FileURL& inTrash, const FileURL& original) const {
+    const auto trash = openTrash(inTrash.deletingLastPathComponent());
+    if (!trash) {
+        return trash.error();
+    }
+    const auto holder = TrashBins::holderOf(inTrash.deletingLastPathComponent().deletingLastPathComponent());
+    const auto origin = TrashOrigin::recorded(trash->get(), std::string(inTrash.lastPathComponent()), holder);
+    if (!origin) {
+        return origin.error();
+    }
+    return *origin && TrashOrigin::isSamePlace(**origin, original);
+}
+
 Result<> FreedesktopTrash::moveOut(const FileURL& inTrash, const FileURL& original) {
     const auto trash = openTrash(inTrash.deletingLastPathComponent());
     if (!trash) {
@@ -233,14 +246,14 @@ void FreedesktopTrash::removeOldStrays(int files, const Descriptor& info) const 
     for (const auto& record : std::move(listed).valueOr({})) {
         const std::string name(record.lastPathComponent());
         struct stat status = {};
-        if (!name.ends_with(kRecordSuffix) ||
+        if (!name.ends_with(TrashInfo::kSuffix) ||
             ::fstatat(info.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
             m_clock.now().secondsSince1970() -
                     std::max(modifiedOf(status), changedOf(status)).secondsSince1970() <
                 kLongestMove) {
             continue;
         }
-        const auto item = name.substr(0, name.size() - kRecordSuffix.size());
+        const auto item = name.substr(0, name.size() - TrashInfo::kSuffix.size());
         if (::fstatat(files, item.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOENT) {
             (void)FileRemover::removeFile(info.get(), name);
         }

@@ -28,6 +28,9 @@ class FreedesktopTrash final : public Trash {
     std::optional<FileURL> location() const override;
     Result<std::vector<FileURL>> items() const override;
     Result<std::optional<FileURL>> moveToTrash(const FileURL& url) override;
+    // Each item has a record, on the disk before it moves and withdrawn after it left. One without a record is
+    // somebody else's, or another hand was at the records: it came from nowhere that is known.
+    Result<bool> cameFrom(const FileURL& inTrash, const FileURL& original) const override;
     Result<> moveOut(const FileURL& inTrash, const FileURL& original) override;
     Result<> deleteItem(const FileURL& inTrash) override;
 

@@ -1,10 +1,12 @@
 #include "FileRemover.h"
 #include "Descriptor.h"
+#include "Mounts.h"
 #include "PosixError.h"
 #include <cerrno>
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <sys/stat.h>
 #include <utility>
@@ -20,13 +22,18 @@ using Directory = std::unique_ptr<DIR, CloseDirectory>;
 
 // As for walks: far below the 256 descriptors that a process may have.
 constexpr std::size_t kMostOpenFolders = 20;
+// Subfolders that a folder holds in mind before they are entered. A folder that was closed meanwhile is read from its
+// start again, once for so many of them.
+constexpr std::size_t kMostWaiting = 256;
 
 // A folder that is being emptied, and its name in the folder above.
 struct Level {
     Directory directory; // closed while the work is far below
     std::string name;
-    dev_t device = 0; // its identity, once closed
-    ino_t inode = 0;
+    Mounts::Identity identity;
+    std::vector<std::string> waiting; // its subfolders that were read and not yet entered
+    bool isRead = false;              // to its end
+    bool hasLost = false;             // an entry, since its reading began
 };
 
 Directory openFolder(int parent, const std::string& name) {
@@ -74,6 +81,11 @@ class TreeRemoval {
         : m_top(top) {}
 
     Result<> run(const std::string& name) {
+        const auto begin = Mounts::identityOf(m_top);
+        if (!begin) {
+            return lastError();
+        }
+        m_place = begin->place;
         auto done = enter(name);
         while (done && !m_levels.empty()) {
             done = advance();
@@ -84,23 +96,49 @@ class TreeRemoval {
   private:
     int parent() const { return m_levels.empty() ? m_top : ::dirfd(m_levels.back().directory.get()); }
 
-    // Unlinks the next entry of the lowest folder, goes into it, or leaves the folder when it was the last.
+    // Deletes what the lowest folder holds up to its next subfolders, goes into one of them, or leaves the folder.
     Result<> advance() {
-        errno = 0;
-        // NOLINTNEXTLINE(concurrency-mt-unsafe): the stream is this object's own
-        const dirent* entry = ::readdir(m_levels.back().directory.get());
-        if (entry == nullptr) {
-            return errno != 0 ? lastError() : leave();
+        Level& level = m_levels.back();
+        if (level.waiting.empty() && !level.isRead) {
+            return readOn(level);
         }
-        if (isSelfOrParent(entry->d_name)) {
-            return success();
+        if (level.waiting.empty()) {
+            return leave();
         }
-        const std::string name = entry->d_name;
-        switch (unlinkEntry(parent(), name)) {
+        const std::string name = std::move(level.waiting.back());
+        level.waiting.pop_back();
+        return enter(name);
+    }
+
+    static Result<> readOn(Level& level) {
+        while (level.waiting.size() < kMostWaiting) {
+            errno = 0;
+            // NOLINTNEXTLINE(concurrency-mt-unsafe): the stream is this object's own
+            const dirent* entry = ::readdir(level.directory.get());
+            if (entry == nullptr) {
+                level.isRead = true;
+                return errno != 0 ? lastError() : success();
+            }
+            if (isSelfOrParent(entry->d_name)) {
+                continue;
+            }
+            if (auto removed = removeOrKeep(level, *entry); !removed) {
+                return removed;
+            }
+        }
+        return success();
+    }
+
+    static Result<> removeOrKeep(Level& level, const dirent& entry) {
+        const std::string name = entry.d_name;
+        switch (entry.d_type == DT_DIR ? Outcome::isFolder
+                                       : unlinkEntry(::dirfd(level.directory.get()), name)) {
         case Outcome::gone:
+            level.hasLost = true;
             return success();
         case Outcome::isFolder:
-            return enter(name);
+            level.waiting.push_back(name);
+            return success();
         case Outcome::failed:
             break;
         }
@@ -110,50 +148,58 @@ class TreeRemoval {
     Result<> enter(const std::string& name) {
         auto directory = openFolder(parent(), name);
         if (!directory) {
+            return errno == ENOENT ? success() : lastError(); // somebody else deleted it
+        }
+        const auto identity = Mounts::identityOf(::dirfd(directory.get()));
+        if (!identity) {
             return lastError();
         }
-        m_levels.push_back({std::move(directory), name});
-        return m_levels.size() - m_oldestOpen > kMostOpenFolders ? closeOldest() : success();
-    }
-
-    Result<> closeOldest() {
-        Level& oldest = m_levels[m_oldestOpen];
-        struct stat status = {};
-        if (::fstat(::dirfd(oldest.directory.get()), &status) != 0) {
-            return lastError();
+        if (identity->place != m_place) {
+            return PosixError::writing(EXDEV);
         }
-        oldest.device = status.st_dev;
-        oldest.inode = status.st_ino;
-        oldest.directory.reset();
-        ++m_oldestOpen;
+        m_levels.push_back({std::move(directory), name, *identity, {}});
+        if (m_levels.size() - m_oldestOpen > kMostOpenFolders) {
+            m_levels[m_oldestOpen++].directory.reset();
+        }
         return success();
     }
 
     Result<> leave() {
-        const Level emptied = std::move(m_levels.back());
+        Level emptied = std::move(m_levels.back());
         m_levels.pop_back();
         if (!m_levels.empty() && !m_levels.back().directory) {
             if (auto opened = reopen(m_levels.back(), ::dirfd(emptied.directory.get())); !opened) {
                 return opened;
             }
         }
-        if (::unlinkat(parent(), emptied.name.c_str(), AT_REMOVEDIR) != 0 && errno != ENOENT) {
-            return lastError();
+        if (::unlinkat(parent(), emptied.name.c_str(), AT_REMOVEDIR) == 0 || errno == ENOENT) {
+            if (!m_levels.empty()) {
+                m_levels.back().hasLost = true;
+            }
+            return success();
         }
-        if (!m_levels.empty()) {
-            ::rewinddir(m_levels.back().directory.get()); // entries moved while we were below
-        }
+        return (errno == ENOTEMPTY || errno == EEXIST) && emptied.hasLost ? readAgain(std::move(emptied))
+                                                                          : lastError();
+    }
+
+    // Something came into the folder while we were below, or the system left entries out because others went.
+    Result<> readAgain(Level level) {
+        ::rewinddir(level.directory.get());
+        level.isRead = false;
+        level.hasLost = false;
+        m_levels.push_back(std::move(level));
         return success();
     }
 
     // From a child of it. A folder that was moved meanwhile has another parent, and nothing there is ours.
     Result<> reopen(Level& level, int child) {
         auto directory = openFolder(child, "..");
-        struct stat status = {};
-        if (!directory || ::fstat(::dirfd(directory.get()), &status) != 0) {
+        const auto identity =
+            directory ? Mounts::identityOf(::dirfd(directory.get())) : std::optional<Mounts::Identity>();
+        if (!identity) {
             return lastError();
         }
-        if (status.st_dev != level.device || status.st_ino != level.inode) {
+        if (*identity != level.identity) {
             return PosixError::writing(ESTALE);
         }
         level.directory = std::move(directory);
@@ -162,6 +208,7 @@ class TreeRemoval {
     }
 
     const int m_top;             // stays the caller's
+    Mounts::Place m_place;       // nothing outside of it is entered
     std::vector<Level> m_levels; // the highest first; all closed before m_oldestOpen, all others open
     std::size_t m_oldestOpen = 0;
 };
@@ -183,6 +230,9 @@ Result<> removeTree(int folder, const std::string& name) {
         return lastError();
     case Outcome::isFolder:
         break;
+    }
+    if (Mounts::isAnyAtOrBelow(folder, name)) {
+        return PosixError::writing(EXDEV);
     }
     return TreeRemoval(folder).run(name);
 }

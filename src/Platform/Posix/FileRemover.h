@@ -10,8 +10,11 @@ namespace quillane::FileRemover {
 Result<> removeFile(int folder, const std::string& name);
 
 // Deletes an entry with all it holds, on open folders: links are deleted and never followed, whoever swaps
-// what under us. Neither the stack nor the open descriptors grow with its depth. Stops at the first failure; what
-// went before stays deleted.
+// what under us. Never leaves the volume and the mount of `folder`: where something else is mounted on the entry or
+// inside it, nothing of the entry is deleted and the error is EXDEV. What is mounted only after the work has begun
+// ends it with EXDEV where it is met.
+// Neither the stack nor the open descriptors grow with the depth. Stops at the first failure; what went before
+// stays deleted.
 Result<> removeTree(int folder, const std::string& name);
 
 } // namespace quillane::FileRemover
