@@ -1,5 +1,6 @@
 #include "StoredRecords.h"
 #include "JsonText.h"
+#include <algorithm>
 #include <cmath>
 #include <nlohmann/json.hpp>
 #include <utility>
@@ -61,6 +62,21 @@ std::optional<std::int64_t> integer(const json& object, const char* key) {
     return std::nullopt;
 }
 
+// What is stored may be anybody's. Sums of figures stop the process when they overflow, so no figure is negative, and
+// all that one value holds stay together below what sums can take.
+class Figures {
+  public:
+    // The nearest to a figure that is still to be believed.
+    Bytes believed(std::int64_t figure) {
+        const auto value = std::clamp<std::int64_t>(figure, 0, m_left);
+        m_left -= value;
+        return value;
+    }
+
+  private:
+    Bytes m_left = kMostStoredBytes;
+};
+
 std::optional<bool> boolean(const json& object, const char* key) {
     const auto* value = field(object, key);
     return value != nullptr && value->is_boolean() ? std::optional(value->get<bool>()) : std::nullopt;
@@ -92,7 +108,7 @@ std::optional<std::vector<TrashMove>> moves(const json& object, const char* key)
     return result;
 }
 
-std::optional<RecentUninstall::Leftover> leftover(const json& object) {
+std::optional<RecentUninstall::Leftover> leftover(const json& object, Figures& figures) {
     if (!object.is_object()) {
         return std::nullopt;
     }
@@ -103,10 +119,11 @@ std::optional<RecentUninstall::Leftover> leftover(const json& object) {
     if (!url || !category || !bytes || !highConfidence) {
         return std::nullopt;
     }
-    return RecentUninstall::Leftover{std::move(*url), std::move(*category), *bytes, *highConfidence};
+    return RecentUninstall::Leftover{std::move(*url), std::move(*category), figures.believed(*bytes),
+                                     *highConfidence};
 }
 
-std::optional<RecentUninstall> recentUninstall(const json& object) {
+std::optional<RecentUninstall> recentUninstall(const json& object, Figures& figures) {
     if (!object.is_object()) {
         return std::nullopt;
     }
@@ -125,7 +142,7 @@ std::optional<RecentUninstall> recentUninstall(const json& object) {
         }
     }
     for (const auto& element : *leftovers) {
-        auto item = leftover(element);
+        auto item = leftover(element, figures);
         if (!item) {
             return std::nullopt;
         }
@@ -171,8 +188,9 @@ std::optional<std::vector<RecentUninstall>> decodeRecentUninstalls(const Default
         return std::nullopt;
     }
     std::vector<RecentUninstall> records;
+    Figures figures;
     for (const auto& element : *array) {
-        auto record = recentUninstall(element);
+        auto record = recentUninstall(element, figures);
         if (!record) {
             return std::nullopt;
         }
@@ -210,7 +228,8 @@ std::optional<UndoableOperation> decodeUndoableOperation(const Defaults::Data& d
     if (!label || !date || !trashMoves || !bytes) {
         return std::nullopt;
     }
-    return UndoableOperation{std::move(*label), Date{*date}, std::move(*trashMoves), *bytes};
+    return UndoableOperation{std::move(*label), Date{*date}, std::move(*trashMoves),
+                             Figures().believed(*bytes)};
 }
 
 } // namespace quillane::StoredRecords

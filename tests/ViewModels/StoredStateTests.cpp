@@ -3,6 +3,8 @@
 #include "DefaultsKeys.h"
 #include "StoredRecords.h"
 #include "SweepTest.h"
+#include <cstdint>
+#include <limits>
 #include <set>
 
 namespace quillane {
@@ -93,9 +95,15 @@ TEST_F(StoredState, RecentUninstallsAreThereAtTheNextLaunch) {
 }
 
 TEST_F(StoredState, GarbageUnderRecentUninstallsDoesNotStopTheLaunchAndStays) {
-    for (const char* text : {"", "garbage", "{}", "[1]", "[{}]", R"([{"name":"x","removedAt":0}])",
-                             R"([{"name":"x","removedAt":0,"leftovers":[{}]}])",
-                             R"([{"name":"x","bundleIdentifier":1,"removedAt":0,"leftovers":[]}])"}) {
+    for (
+        const char* text :
+        {"", "garbage", "{}", "[1]", "[{}]", R"([{"name":"x","removedAt":0}])",
+         R"([{"name":"x","removedAt":0,"leftovers":[{}]}])",
+         R"([{"name":"x","removedAt":0,"leftovers":[{"category":"c","bytes":1,"highConfidence":true}]}])",
+         R"([{"name":"x","removedAt":0,"leftovers":[{"url":"file:///a","bytes":1,"highConfidence":true}]}])",
+         R"([{"name":"x","removedAt":0,"leftovers":[{"url":"file:///a","category":"c","highConfidence":true}]}])",
+         R"([{"name":"x","removedAt":0,"leftovers":[{"url":"file:///a","category":"c","bytes":1}]}])",
+         R"([{"name":"x","bundleIdentifier":1,"removedAt":0,"leftovers":[]}])"}) {
         world.defaults.set("recentUninstalls", dataOf(text));
         launch();
         EXPECT_TRUE(library->recentUninstalls->empty()) << text;
@@ -133,6 +141,45 @@ TEST(StoredRecords, AnIdentifierThatIsNullCountsAsAbsent) {
         dataOf(R"([{"name":"x","bundleIdentifier":null,"removedAt":0,"leftovers":[],"unknown":1}])"));
     ASSERT_TRUE(records);
     EXPECT_EQ(records->front().bundleIdentifier, std::nullopt);
+}
+
+std::string leftoverOf(const std::string& bytes) {
+    return R"({"url":"file:///a","category":"Caches","highConfidence":true,"bytes":)" + bytes + "}";
+}
+
+std::string uninstallOf(const std::string& leftovers) {
+    return R"({"name":"x","removedAt":0,"leftovers":[)" + leftovers + "]}";
+}
+
+TEST(StoredRecords, WhateverFiguresAreStoredTheirSumIsNotNegativeAndCannotOverflow) {
+    const std::string most = std::to_string(std::numeric_limits<std::int64_t>::max());
+    const std::string least = std::to_string(std::numeric_limits<std::int64_t>::min());
+    const auto hostile = uninstallOf(leftoverOf("5") + "," + leftoverOf(least) + "," + leftoverOf(most));
+    const auto records = StoredRecords::decodeRecentUninstalls(dataOf("[" + hostile + "," + hostile + "]"));
+    ASSERT_TRUE(records);
+    std::vector<Bytes> figures;
+    for (const auto& record : *records) {
+        for (const auto& leftover : record.leftovers) {
+            figures.push_back(leftover.bytes);
+        }
+    }
+    EXPECT_EQ(figures, (std::vector<Bytes>{5, 0, StoredRecords::kMostStoredBytes - 5, 0, 0, 0}));
+}
+
+TEST(StoredRecords, AFigureThatCannotBeDoesNotTakeWhatCanBePutBack) {
+    struct Case {
+        const char* stored;
+        Bytes read;
+    };
+    for (const auto& [stored, read] : {Case{"-1", 0}, Case{"-9223372036854775808", 0}, Case{"42", 42},
+                                       Case{"9223372036854775807", StoredRecords::kMostStoredBytes}}) {
+        const auto operation = StoredRecords::decodeUndoableOperation(
+            dataOf(R"({"label":"x","date":0,"moves":[{"from":"file:///a","to":"file:///b"}],"bytes":)" +
+                   std::string(stored) + "}"));
+        ASSERT_TRUE(operation) << stored;
+        EXPECT_EQ(operation->bytes, read) << stored;
+        EXPECT_EQ(operation->moves.size(), 1U) << stored;
+    }
 }
 
 } // namespace

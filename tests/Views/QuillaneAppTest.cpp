@@ -1,5 +1,6 @@
 #include "QuillaneApp.h"
 #include "ContentView.h"
+#include "DefaultsKeys.h"
 #include "SamplePlatform.h"
 #include <QCoreApplication>
 #include <gtest/gtest.h>
@@ -24,6 +25,11 @@ class WholeApp : public testing::Test {
 TEST_F(WholeApp, NothingIsScannedBeforeTheWindowOpens) {
     EXPECT_EQ(app.library().phase.get().kind, Kind::idle);
     EXPECT_EQ(app.window(), nullptr);
+}
+
+TEST_F(WholeApp, SettingsHaveTheirValuesFromTheStart) {
+    EXPECT_TRUE(sample.platform.defaults.boolean(DefaultsKeys::kShowMenuBarExtra));
+    EXPECT_EQ(sample.platform.defaults.integer(DefaultsKeys::kScanFrequencyHours), 24);
 }
 
 TEST_F(WholeApp, TheWindowThatIsOpenIsNotOpenedTwice) {
