@@ -17,9 +17,13 @@ constexpr std::string_view kHead = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n
                                    "<plist version=\"1.0\">\n";
 constexpr std::string_view kTail = "</plist>\n";
 
-// A byte that XML can't hold becomes the private character of this plus its value: the last of all planes,
-// which nobody's file names use.
+// A byte that XML can't hold becomes the private character of this plus its value: the last of all planes, which
+// hardly a name uses. Where one does, its own bytes are written in the same way.
 constexpr UChar32 kEscapeBase = 0x10FE00;
+
+bool isEscape(UChar32 c) {
+    return c >= kEscapeBase && c <= kEscapeBase + 0xFF;
+}
 
 bool isXmlCharacter(UChar32 c) {
     return c == '\t' || c == '\n' || (c >= 0x20 && c <= 0xD7FF) || (c >= 0xE000 && c <= 0xFFFD) ||
@@ -39,7 +43,7 @@ void appendText(std::string& out, std::string_view text) {
         const int32_t begin = i;
         UChar32 c = 0;
         U8_NEXT(text.data(), i, length, c);
-        if (c < 0 || !isXmlCharacter(c)) {
+        if (c < 0 || !isXmlCharacter(c) || isEscape(c)) {
             for (int32_t at = begin; at < i; ++at) {
                 appendCodePoint(out,
                                 kEscapeBase + static_cast<unsigned char>(text[static_cast<std::size_t>(at)]));
@@ -54,6 +58,27 @@ void appendText(std::string& out, std::string_view text) {
             out += text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(i - begin));
         }
     }
+}
+
+std::string written(std::string_view text) {
+    std::string out;
+    appendText(out, text);
+    return out;
+}
+
+// The bytes that the run of escapes at `i` stands for; `i` is behind it then. Empty where there is none.
+std::string bytesOfEscapes(const std::string& text, int32_t& i) {
+    std::string bytes;
+    const auto length = static_cast<int32_t>(text.size());
+    for (int32_t next = i; next < length; i = next) {
+        UChar32 c = 0;
+        U8_NEXT(text.data(), next, length, c);
+        if (!isEscape(c)) {
+            break;
+        }
+        bytes += static_cast<char>(c - kEscapeBase);
+    }
+    return bytes;
 }
 
 std::string base64(std::string_view bytes) {
@@ -160,12 +185,16 @@ std::string restored(const std::string& read) {
     const auto length = static_cast<int32_t>(read.size());
     for (int32_t i = 0; i < length;) {
         const int32_t begin = i;
-        UChar32 c = 0;
-        U8_NEXT(read.data(), i, length, c);
-        if (c >= kEscapeBase && c <= kEscapeBase + 0xFF) {
-            out += static_cast<char>(c - kEscapeBase);
-        } else {
+        const auto bytes = bytesOfEscapes(read, i);
+        if (bytes.empty()) {
+            U8_FWD_1(read.data(), i, length);
+        }
+        // What would be written in another way was never an escape: older files hold such characters as they are.
+        if (bytes.empty() || written(bytes) != read.substr(static_cast<std::size_t>(begin),
+                                                           static_cast<std::size_t>(i - begin))) {
             out.append(read, static_cast<std::size_t>(begin), static_cast<std::size_t>(i - begin));
+        } else {
+            out += bytes;
         }
     }
     return out;

@@ -3,9 +3,13 @@
 #include "FileDefaults.h"
 #include "MemoryDefaults.h"
 #include "TemporaryFolder.h"
+#include "Utf8.h"
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <limits>
 #include <memory>
 #include <sys/stat.h>
@@ -190,6 +194,44 @@ TEST_F(FileDefaultsTest, ValuesOfKindsThatSettingsDoNotHaveAreKept) {
     text.resize(std::fread(text.data(), 1, text.size(), file));
     std::fclose(file);
     EXPECT_NE(text.find("<key>nested</key>"), std::string::npos);
+}
+
+TEST_F(FileDefaultsTest, PathsOfEveryCharacterAndOfAnyBytesAreThereAtTheNextLaunch) {
+    std::vector<std::string> paths;
+    for (std::uint32_t character = 1; character <= 0x10FFFF; ++character) {
+        if (character % 0x400 == 1) {
+            paths.emplace_back("/");
+        }
+        Utf8::append(paths.back(), character);
+    }
+    for (int byte = 1; byte < 256; ++byte) {
+        paths.push_back("/" + std::string(1, static_cast<char>(byte)) + "\U0010FE00");
+    }
+    FileDefaults(path).set("protectedPaths", paths);
+    EXPECT_TRUE(FileDefaults(path).stringArray("protectedPaths") == paths); // megabytes, if told
+}
+
+// Only bytes that XML can't hold were escapes then.
+TEST_F(FileDefaultsTest, AFileOfBeforePrivateCharactersWereEscapedIsReadAsWellAsItCanBe) {
+    write("<plist><dict><key>paths</key><array><string>/\U0010FEFF\U0010FE01</string>"
+          "<string>/\U0010FE41</string><string>/\U0010FEC3\U0010FEA9</string></array></dict></plist>");
+    EXPECT_EQ(FileDefaults(path).stringArray("paths"),
+              (std::vector<std::string>{"/\xff\x01", "/\U0010FE41", "/\U0010FEC3\U0010FEA9"}));
+}
+
+TEST_F(FileDefaultsTest, RewritingChangesNothingInValuesAndKeysThatSettingsDoNotHave) {
+    const std::string odd =
+        "\U0010FEF4\U0010FE8F\U0010FEB9\U0010FE81"; // what a private character is written as
+    const std::string nested = "<key>" + odd + "</key><dict><key>" + odd +
+                               "</key><array><integer>1</integer><string>" + odd + "</string></array></dict>";
+    write("<plist><dict>" + nested + "</dict></plist>");
+    for (int i = 0; i < 3; ++i) {
+        FileDefaults(path).set("count", std::int64_t{i});
+    }
+    std::ifstream file(path);
+    std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    std::erase_if(text, [](char c) { return c == '\n' || c == '\t'; });
+    EXPECT_NE(text.find(nested), std::string::npos) << text;
 }
 
 TEST_F(FileDefaultsTest, ASecondInstancesChangeIsSeenAndNotUndone) {

@@ -59,17 +59,25 @@ std::optional<Defaults::Value> fromStored(const PropertyList::Value& value) {
         value.variant());
 }
 
-// The texts of a value as they were before the file's form.
-PropertyList::Value restored(const PropertyList::Value& value) {
-    if (const auto text = PropertyList::asString(&value)) {
-        return PropertyList::Value(PropertyList::Value::Variant(PropertyListDocument::restored(*text)));
+// The texts of a value, at any depth, as they were before the file's form. Values are no deeper than the limit of
+// reading.
+PropertyList::Value restored(const PropertyList::Value& value) { // NOLINT(misc-no-recursion)
+    if (const auto* text = std::get_if<std::string>(&value.variant())) {
+        return PropertyList::Value(PropertyListDocument::restored(*text));
     }
-    if (const auto texts = PropertyList::asStringArray(&value)) {
+    if (const auto* read = PropertyList::asArray(&value)) {
         PropertyList::Array array;
-        for (const auto& text : *texts) {
-            array.emplace_back(PropertyList::Value::Variant(PropertyListDocument::restored(text)));
+        for (const auto& element : *read) {
+            array.push_back(restored(element));
         }
         return PropertyList::Value(std::move(array));
+    }
+    if (const auto* read = PropertyList::asDictionary(&value)) {
+        std::vector<PropertyList::Entry> entries;
+        for (const auto& entry : read->entries()) {
+            entries.push_back({PropertyListDocument::restored(entry.key), restored(entry.value)});
+        }
+        return PropertyList::Value(PropertyList::Dictionary(std::move(entries)));
     }
     return value;
 }
@@ -175,7 +183,7 @@ bool FileDefaults::reloadIfChanged() const {
         return true;
     }
     for (const auto& entry : root->entries()) {
-        m_stored.emplace(entry.key, restored(entry.value));
+        m_stored.emplace(PropertyListDocument::restored(entry.key), restored(entry.value));
     }
     return true;
 }
