@@ -240,6 +240,24 @@ TEST_F(FullDisk, AnotherVolumeThatIsFullTakesNothingFromTheReserve) {
                 testing::ExitedWithCode(0), "");
 }
 
+TEST_F(FullDisk, WhereNoMoreFilesCanBeMadeTheReserveIsNotGivenAwayForNothing) {
+    EXPECT_EXIT(onSmallVolume([](const RealHome& home) {
+                    const std::string disk = home.path("Disk");
+                    fs::create_directory(disk);
+                    mountOwnVolume(disk);
+                    SpaceReserve reserve(disk + "/reserve", DesktopAdapters::kReserve);
+                    ASSERT_TRUE(reserve.lay());
+                    struct stat status = {};
+                    ASSERT_EQ(::stat((disk + "/reserve").c_str(), &status), 0);
+                    ASSERT_EQ(::mount(nullptr, disk.c_str(), nullptr, MS_REMOUNT, "nr_inodes=2"), 0);
+                    EXPECT_FALSE(reserve.release({.device = status.st_dev}));
+                    ASSERT_EQ(::mount(nullptr, disk.c_str(), nullptr, MS_REMOUNT, "nr_inodes=3"), 0);
+                    EXPECT_TRUE(reserve.release({.device = status.st_dev}));
+                    ASSERT_EQ(::umount(disk.c_str()), 0);
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
 TEST_F(FullDisk, AnItemComesBackAlsoWhereItsFolderHasToGrowForIt) {
     const RealHome home;
     layReserve(home);
