@@ -170,7 +170,8 @@ void AppLibrary::record(std::optional<UndoableOperation> operation) {
     lastOperation = operation;
     const auto data = operation ? StoredRecords::encode(*operation) : std::nullopt;
     if (data) {
-        m_platform.defaults.set(DefaultsKeys::kLastOperation, *data);
+        // Of two cleanups the earlier would be put back after a restart.
+        m_platform.defaults.setOrForget(DefaultsKeys::kLastOperation, *data);
     } else {
         m_platform.defaults.clear(DefaultsKeys::kLastOperation);
     }

@@ -518,8 +518,10 @@ TEST_F(Sweep, APathSwappedForALinkMovesTheLinkAndNotWhatItPointsTo) {
 }
 
 TEST(StoredRecords, AnOperationReadsBackWithAllItsFields) {
-    const UndoableOperation operation{
-        "Clean \"é\" / \n cache", Date{738000000.125}, {{FileURL("/a b/é"), FileURL("/t/1%")}}, INT64_MAX};
+    const UndoableOperation operation{"Clean \"é\" / \n cache",
+                                      Date{738000000.125},
+                                      {{FileURL("/a b/é"), FileURL("/t/1%")}},
+                                      StoredRecords::kMostStoredBytes};
     const auto data = StoredRecords::encode(operation);
     ASSERT_TRUE(data);
     EXPECT_EQ(StoredRecords::decodeUndoableOperation(*data), operation);

@@ -2,6 +2,7 @@
 #include "FileMover.h"
 #include "FileRemover.h"
 #include "PosixError.h"
+#include "SpaceReserve.h"
 #include "StatusTime.h"
 #include "TrashFolder.h"
 #include "TrashInfo.h"
@@ -91,9 +92,10 @@ FreedesktopTrash::Places FreedesktopTrash::Places::ofThisUser(const FileURL& hom
     return {home.appending(".local/share").path(), ::getuid()};
 }
 
-FreedesktopTrash::FreedesktopTrash(Places places, const Clock& clock)
+FreedesktopTrash::FreedesktopTrash(Places places, const Clock& clock, SpaceReserve* reserve)
     : m_places(std::move(places))
-    , m_clock(clock) {}
+    , m_clock(clock)
+    , m_reserve(reserve) {}
 
 std::optional<FileURL> FreedesktopTrash::location() const {
     const auto trash = TrashBins::openHome(m_places.dataHome);
@@ -156,7 +158,17 @@ Result<std::optional<FileURL>> FreedesktopTrash::moveToTrash(const FileURL& url)
         ::fstat(parent.get(), &folder) != 0) {
         return PosixError::writing(errno);
     }
-    // Its folder tells the volume of an item: on layered file systems files bear the device of their layer.
+    if (m_reserve != nullptr) {
+        m_reserve->layAgain();
+    }
+    return SpaceReserve::draw(m_reserve, {.device = folder.st_dev},
+                              [&] { return moveFrom(parent.get(), folder, url); });
+}
+
+// Into the Trash of the volume of `parent`, whose status is `folder`: on layered file systems the item itself bears
+// the device of its layer.
+Result<std::optional<FileURL>> FreedesktopTrash::moveFrom(int parent, const struct stat& folder,
+                                                          const FileURL& url) const {
     if (const auto home = TrashBins::makeHome(m_places.dataHome); !home) {
         // A home Trash that can't be used is no reason to look for another on its own volume.
         struct stat data = {};
@@ -166,12 +178,12 @@ Result<std::optional<FileURL>> FreedesktopTrash::moveToTrash(const FileURL& url)
     } else if (struct stat files = {}; ::fstat(home->files.get(), &files) != 0) {
         return PosixError::writing(errno);
     } else if (sameVolume(folder, files)) {
-        auto moved = moveInto(*home, parent.get(), url);
+        auto moved = moveInto(*home, parent, url);
         if (moved || moved.error().underlying != EXDEV) { // one device may still be several volumes
             return moved;
         }
     }
-    return moveIntoVolume(parent.get(), url);
+    return moveIntoVolume(parent, url);
 }
 
 // Folders above the item may be links to another volume, so its Trash is looked for above the folder that is open.
@@ -233,7 +245,13 @@ Result<> FreedesktopTrash::moveOut(const FileURL& inTrash, const FileURL& origin
         return PosixError::writing(errno);
     }
     const std::string name(inTrash.lastPathComponent());
-    auto moved = FileMover::move(files.get(), name, parent.get(), std::string(original.lastPathComponent()));
+    struct stat folder = {};
+    (void)::fstat(parent.get(), &folder);
+    auto moved = SpaceReserve::draw(m_reserve, {.device = folder.st_dev, .use = SpaceReserve::Use::anything},
+                                    [&] { // a folder may have to grow
+                                        return FileMover::move(files.get(), name, parent.get(),
+                                                               std::string(original.lastPathComponent()));
+                                    });
     if (moved) {
         removeRecord(TrashBins::openFolderAt(trash->get(), kInfo), name);
     }
@@ -277,6 +295,9 @@ Result<> FreedesktopTrash::deleteItem(const FileURL& inTrash) {
         if (info && TrashFolder::isEmpty(files.get())) {
             removeOldStrays(files.get(), info);
         }
+    }
+    if (m_reserve != nullptr) {
+        m_reserve->layAgain();
     }
     return removed;
 }
