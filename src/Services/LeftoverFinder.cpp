@@ -12,15 +12,6 @@ namespace {
 
 using Confidence = LeftoverItem::Confidence;
 
-// The identifier itself, with a suffix ("id.plist"), or with a prefix ("TEAM.id"). Case counts.
-bool namesIdentifier(std::string_view name, std::string_view id) {
-    if (name.size() <= id.size()) {
-        return name == id;
-    }
-    return (name.starts_with(id) && name[id.size()] == '.') ||
-           (name.ends_with(id) && name[name.size() - id.size() - 1] == '.');
-}
-
 std::optional<Confidence> match(const InstalledApp& app, const SupportFileLocations::Location& location,
                                 std::string_view name) {
     if (namesIdentifier(name, *app.bundleIdentifier)) {
@@ -33,6 +24,14 @@ std::optional<Confidence> match(const InstalledApp& app, const SupportFileLocati
 }
 
 } // namespace
+
+bool namesIdentifier(std::string_view name, std::string_view identifier) {
+    if (name.size() <= identifier.size()) {
+        return name == identifier;
+    }
+    return (name.starts_with(identifier) && name[identifier.size()] == '.') ||
+           (name.ends_with(identifier) && name[name.size() - identifier.size() - 1] == '.');
+}
 
 std::vector<LeftoverItem> leftovers(const Platform& platform, const InstalledApp& app,
                                     const StopToken& stop) {

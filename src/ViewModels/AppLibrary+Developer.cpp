@@ -72,21 +72,22 @@ SweepPlan AppLibrary::developerPlan() const {
     const auto home = m_platform.files.home();
     SweepPlan plan;
     for (const auto& item : sweepableDeveloperCaches()) {
-        plan.rows.push_back(SweepRows::rowFor(item, home));
-        ++plan.count;
+        if (plan.add(SweepRows::rowFor(item, home))) {
+            plan.countOne();
+        }
     }
     return plan;
 }
 
 BulkRemoval AppLibrary::removalForDeveloperItems(const std::vector<DevCacheItem>& items) const {
     const auto home = m_platform.files.home();
-    std::vector<SweepEntry> entries;
+    SweepPlan plan;
     for (const auto& item : items) {
         if (!isProtected(item.url)) {
-            entries.push_back(SweepRows::rowFor(item, home));
+            plan.add(SweepRows::rowFor(item, home));
         }
     }
-    return BulkRemoval::make(labelForDeveloperItems(items), std::move(entries));
+    return BulkRemoval::make(labelForDeveloperItems(items), plan.takeRows());
 }
 
 } // namespace quillane

@@ -76,11 +76,13 @@ SweepPlan AppLibrary::planFor(const std::vector<OrphanGroup>& groups) const {
     SweepPlan plan;
     for (const auto& group : groups) {
         const auto title = group.title();
-        const auto items = sweepableItems(group);
-        for (const auto& item : items) {
-            plan.rows.push_back(SweepRows::rowFor(item, SweepCategory::orphans, title));
+        bool hasRows = false;
+        for (const auto& item : sweepableItems(group)) {
+            hasRows = plan.add(SweepRows::rowFor(item, SweepCategory::orphans, title)) || hasRows;
         }
-        plan.count += items.empty() ? 0 : 1;
+        if (hasRows) {
+            plan.countOne();
+        }
     }
     return plan;
 }
@@ -90,7 +92,7 @@ SweepPlan AppLibrary::orphanPlan() const {
 }
 
 BulkRemoval AppLibrary::removalForOrphanGroups(const std::vector<OrphanGroup>& groups) const {
-    return BulkRemoval::make(labelForOrphanGroups(groups), planFor(groups).rows);
+    return BulkRemoval::make(labelForOrphanGroups(groups), planFor(groups).takeRows());
 }
 
 } // namespace quillane

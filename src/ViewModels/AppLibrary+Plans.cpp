@@ -1,9 +1,11 @@
 // What could be removed, as rows for the review. Only builds values: nothing here touches a file.
 #include "AppLibrary.h"
-#include "FileSystem.h"
+#include "LeftoverFinder.h"
 #include <algorithm>
 #include <string>
+#include <unordered_set>
 #include <utility>
+#include <vector>
 
 namespace quillane {
 namespace {
@@ -13,6 +15,43 @@ const FileURL& trashToken() {
     static const FileURL token("/.Trash");
     return token;
 }
+
+// What the applications that stay claim of the support files: what is listed for them, and, as long as a scan has
+// not listed it, what their identifiers name.
+class StayingClaims {
+  public:
+    StayingClaims(const std::vector<InstalledApp>& apps, const std::vector<InstalledApp>& going) {
+        std::unordered_set<FileURL> leaving;
+        for (const auto& app : going) {
+            leaving.insert(app.url);
+        }
+        for (const auto& app : apps) {
+            if (!leaving.contains(app.url)) {
+                add(app);
+            }
+        }
+    }
+
+    bool hold(const LeftoverItem& item) const {
+        return m_listed.contains(item.url) ||
+               std::ranges::any_of(m_identifiers, [&](const std::string& identifier) {
+                   return LeftoverFinder::namesIdentifier(item.url.lastPathComponent(), identifier);
+               });
+    }
+
+  private:
+    void add(const InstalledApp& app) {
+        for (const auto& item : app.leftovers) {
+            m_listed.insert(item.url);
+        }
+        if (const auto identifier = app.bundleIdentifier.value_or(""); !identifier.empty()) {
+            m_identifiers.push_back(identifier);
+        }
+    }
+
+    std::unordered_set<FileURL> m_listed;
+    std::vector<std::string> m_identifiers;
+};
 
 // "Uninstall Name" for one, "Uninstall 3 apps" else: the number is what was asked for, before any filter.
 std::string labelForApps(const std::vector<InstalledApp>& apps) {
@@ -42,11 +81,13 @@ Bytes AppLibrary::reclaimableCacheBytes(const InstalledApp& app) const {
 SweepPlan AppLibrary::cachePlan() const {
     SweepPlan plan;
     for (const auto& app : *apps) {
-        const auto items = reclaimableCache(app);
-        for (const auto& item : items) {
-            plan.rows.push_back(SweepRows::rowFor(item, SweepCategory::caches, app.name));
+        bool hasRows = false;
+        for (const auto& item : reclaimableCache(app)) {
+            hasRows = plan.add(SweepRows::rowFor(item, SweepCategory::caches, app.name)) || hasRows;
         }
-        plan.count += items.empty() ? 0 : 1;
+        if (hasRows) {
+            plan.countOne();
+        }
     }
     return plan;
 }
@@ -56,9 +97,11 @@ SweepPlan AppLibrary::trashPlan() const {
     if (trash.needsFullDiskAccess || trash.count == 0) {
         return {};
     }
-    return {{{trashToken(), SweepCategory::trash, "Everything in the Trash",
-              std::to_string(trash.count) + " item(s), deleted permanently", trash.bytes}},
-            trash.count};
+    SweepPlan plan;
+    plan.add({trashToken(), SweepCategory::trash, "Everything in the Trash",
+              std::to_string(trash.count) + " item(s), deleted permanently", trash.bytes});
+    plan.setCount(trash.count);
+    return plan;
 }
 
 SweepPlan AppLibrary::planned(SweepCategory category) const {
@@ -73,58 +116,66 @@ SweepPlan AppLibrary::planned(SweepCategory category) const {
 }
 
 std::vector<SweepEntry> AppLibrary::plan(SweepCategory category) const {
-    return planned(category).rows;
+    return planned(category).takeRows();
 }
 
 int AppLibrary::itemCount(SweepCategory category) const {
-    return planned(category).count;
-}
-
-std::vector<SweepEntry> AppLibrary::fullPlan() const {
-    std::vector<SweepEntry> entries;
-    for (const auto category : kAllSweepCategories) {
-        if (sweepSelection->contains(category)) {
-            std::ranges::move(plan(category), std::back_inserter(entries));
-        }
-    }
-    return entries;
+    return planned(category).count();
 }
 
 Bytes AppLibrary::bytes(SweepCategory category) const {
-    return sumOfBytes(plan(category), [](const SweepEntry& entry) { return entry.bytes; });
+    return planned(category).bytes();
+}
+
+SweepPlan AppLibrary::plannedOfAllTicked() const {
+    SweepPlan all;
+    for (const auto category : kAllSweepCategories) {
+        if (sweepSelection->contains(category)) {
+            for (auto& row : planned(category).takeRows()) {
+                all.add(std::move(row));
+            }
+        }
+    }
+    return all;
+}
+
+std::vector<SweepEntry> AppLibrary::fullPlan() const {
+    return plannedOfAllTicked().takeRows();
 }
 
 Bytes AppLibrary::selectedSweepBytes() const {
-    return sumOfBytes(*sweepSelection, [&](SweepCategory category) { return bytes(category); });
+    return plannedOfAllTicked().bytes();
 }
 
 BulkRemoval AppLibrary::removalForApps(const std::vector<InstalledApp>& selected) const {
-    std::vector<SweepEntry> entries;
-    std::unordered_set<FileURL> excluded;
-    for (const auto& app : selected) {
-        if (app.source == AppSource::system || isProtected(app.url)) {
-            continue;
-        }
-        entries.push_back({app.url, SweepCategory::apps, app.name, "Application bundle", app.bundleBytes});
+    auto going = selected;
+    std::erase_if(going, [&](const InstalledApp& app) {
+        return app.source == AppSource::system || isProtected(app.url);
+    });
+    const StayingClaims staying(*apps, going);
+    SweepPlan plan;
+    std::unordered_set<FileURL> excluded; // listed, and goes only if the user ticks it
+    for (const auto& app : going) {
+        plan.add({app.url, SweepCategory::apps, app.name, "Application bundle", app.bundleBytes});
         for (const auto& item : app.leftovers) {
             if (isProtected(item.url) || item.requiresAdmin) {
                 continue;
             }
-            entries.push_back(SweepRows::rowFor(item, SweepCategory::apps, app.name));
-            if (item.confidence == LeftoverItem::Confidence::medium) {
-                excluded.insert(item.url); // listed, and goes only if the user ticks it
+            plan.add(SweepRows::rowFor(item, SweepCategory::apps, app.name));
+            if (item.confidence == LeftoverItem::Confidence::medium || staying.hold(item)) {
+                excluded.insert(item.url);
             }
         }
     }
-    return BulkRemoval::make(labelForApps(selected), std::move(entries), std::move(excluded));
+    return BulkRemoval::make(labelForApps(selected), plan.takeRows(), std::move(excluded));
 }
 
 BulkRemoval AppLibrary::removalForCache(const InstalledApp& app) const {
-    std::vector<SweepEntry> entries;
+    SweepPlan plan;
     for (const auto& item : reclaimableCache(app)) {
-        entries.push_back(SweepRows::rowFor(item, SweepCategory::caches, app.name));
+        plan.add(SweepRows::rowFor(item, SweepCategory::caches, app.name));
     }
-    return BulkRemoval::make("Clean " + app.name + " cache", std::move(entries));
+    return BulkRemoval::make("Clean " + app.name + " cache", plan.takeRows());
 }
 
 } // namespace quillane

@@ -118,18 +118,22 @@ class AppLibrary {
 
     // The rows that a sweep of the category would take: only what is safe without asking. Computed afresh.
     std::vector<SweepEntry> plan(SweepCategory category) const;
-    // The plans of all ticked categories.
+    // The plans of all ticked categories, in their order; a path that several of them plan has the first's row.
     std::vector<SweepEntry> fullPlan() const;
-    // The figure beside a category: exactly what a sweep of it would take.
+    // The figure beside a category: exactly what a sweep of it alone would take.
     Bytes bytes(SweepCategory category) const;
-    // What the category's row counts: applications, locations, groups or items of the Trash.
+    // What the category's row counts: the applications, locations or groups that have rows in its plan, or the
+    // items of the Trash.
     int itemCount(SweepCategory category) const;
+    // What a sweep of fullPlan() would take: less than the categories' figures together when they share paths.
     Bytes selectedSweepBytes() const;
     // What a cache cleanup of this application would remove: nothing when the application is protected, else
     // its regenerable leftovers less those that are protected or out of reach.
     std::vector<LeftoverItem> reclaimableCache(const InstalledApp& app) const;
     Bytes reclaimableCacheBytes(const InstalledApp& app) const;
     // Requests that answer a user's explicit choice. System applications and what is protected are left out.
+    // A leftover that only a name ties to its application starts unticked, and so does one that an application
+    // claims that stays.
     BulkRemoval removalForApps(const std::vector<InstalledApp>& selected) const;
     BulkRemoval removalForCache(const InstalledApp& app) const;
 
@@ -265,6 +269,7 @@ class AppLibrary {
     // Plans
 
     SweepPlan planned(SweepCategory category) const;
+    SweepPlan plannedOfAllTicked() const;
     SweepPlan cachePlan() const;
     SweepPlan trashPlan() const;
 

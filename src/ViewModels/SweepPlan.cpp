@@ -1,6 +1,28 @@
 #include "SweepPlan.h"
 #include <string_view>
 
+namespace quillane {
+
+bool SweepPlan::add(SweepEntry row) {
+    if (!m_paths.insert(row.url).second) {
+        return false;
+    }
+    m_rows.push_back(std::move(row));
+    return true;
+}
+
+std::vector<SweepEntry> SweepPlan::takeRows() {
+    m_paths.clear();
+    m_count = 0;
+    return std::exchange(m_rows, {});
+}
+
+Bytes SweepPlan::bytes() const {
+    return sumOfBytes(m_rows, [](const SweepEntry& row) { return row.bytes; });
+}
+
+} // namespace quillane
+
 namespace quillane::SweepRows {
 namespace {
 

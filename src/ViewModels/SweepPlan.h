@@ -1,16 +1,36 @@
 #pragma once
+#include "Bytes.h"
 #include "DevCacheItem.h"
 #include "SweepEntry.h"
 #include <string>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
 namespace quillane {
 
-// What a sweep of one category would take.
-struct SweepPlan {
-    std::vector<SweepEntry> rows;
-    int count = 0; // of what the category's row names: applications, locations, groups or items of the Trash
+// The rows of a plan or of a removal. One path has one row: of several for a path the first stays, so that it has
+// one check box and counts once.
+class SweepPlan {
+  public:
+    // False when the path has its row already.
+    bool add(SweepEntry row);
+    // One more of what the category's row counts.
+    void countOne() { ++m_count; }
+    // As many as `count`.
+    void setCount(int count) { m_count = count; }
+
+    const std::vector<SweepEntry>& rows() const { return m_rows; }
+    // Leaves the plan empty.
+    std::vector<SweepEntry> takeRows();
+    // What the category's row counts: applications, locations, groups or items of the Trash, each with a row here.
+    int count() const { return m_count; }
+    Bytes bytes() const;
+
+  private:
+    std::vector<SweepEntry> m_rows;
+    std::unordered_set<FileURL> m_paths;
+    int m_count = 0;
 };
 
 // How rows are made of what was found.

@@ -443,6 +443,17 @@ TEST_F(FoundThings, RemovingDeveloperItemsTakesWhatNoCleanupWouldButNothingProte
     EXPECT_EQ(library->removalForDeveloperItems({}).label, "Remove 0 developer locations");
 }
 
+TEST_F(FoundThings, AnItemThatIsAskedForTwiceHasOneRow) {
+    const auto npm = location(".npm/_cacache", "npm", "Package cache", 9);
+    const auto draw = orphan("com.acme.draw", 10);
+    EXPECT_EQ(library->removalForDeveloperItems({npm, npm}).entries.size(), 1U);
+    EXPECT_EQ(library->removalForOrphanGroups({{"com.acme", {draw}}, {"com.acme", {draw}}}).entries.size(),
+              1U);
+    library->developerCaches = std::vector{npm, npm};
+    EXPECT_EQ(library->itemCount(SweepCategory::developer), 1);
+    EXPECT_EQ(library->bytes(SweepCategory::developer), 9);
+}
+
 TEST_F(FoundThings, WhatASweepMovesLeavesTheListsAtOnceAndTheRestStays) {
     auto gone = orphan("com.acme.draw", 10);
     gone.url = file("Library/Caches/com.acme.draw");

@@ -139,6 +139,127 @@ TEST_F(Plans, AMatchByNameAloneIsListedButStartsUnticked) {
     EXPECT_EQ(removal.initiallyExcluded, std::unordered_set{byName.url});
 }
 
+// One path, one row
+
+TEST_F(Plans, ACacheOfTwoApplicationsHasOneRowUnderTheFirstAndCountsOnce) {
+    const auto shared = item("Library/Caches/shared", 10);
+    library->apps = {app("One", {shared, item("Library/Logs/one", 5)}), app("Two", {shared}),
+                     app("Three", {shared, item("Library/Logs/three", 3)})};
+    const auto plan = library->plan(SweepCategory::caches);
+    ASSERT_EQ(plan.size(), 3U);
+    EXPECT_EQ(plan[0].url, shared.url);
+    EXPECT_EQ(plan[0].title, "One");
+    EXPECT_EQ(library->bytes(SweepCategory::caches), 18);
+    EXPECT_EQ(library->itemCount(SweepCategory::caches), 2) << "the second has no row of its own";
+}
+
+TEST_F(Plans, APathOfTwoCategoriesHasOneRowInTheFullPlanAndTheFigureIsThatOfItsRows) {
+    library->apps = {app("Homebrew", {item("Library/Caches/Homebrew", 10)})};
+    library->developerCaches = {
+        DevCacheItem{home("Library/Caches/Homebrew"), "Homebrew", "Download cache", 11, std::nullopt, true,
+                     ""},
+        DevCacheItem{home(".npm/_cacache"), "npm", "Package cache", 5, std::nullopt, true, ""}};
+    const auto all = library->fullPlan();
+    ASSERT_EQ(all.size(), 2U);
+    EXPECT_EQ(all[0].category, SweepCategory::caches) << "the first stays";
+    EXPECT_EQ(all[1].url, home(".npm/_cacache"));
+    EXPECT_EQ(library->selectedSweepBytes(), 15);
+    EXPECT_EQ(library->bytes(SweepCategory::developer), 16) << "what a sweep of it alone would take";
+    library->sweepSelection = std::set{SweepCategory::developer};
+    EXPECT_EQ(library->selectedSweepBytes(), 16);
+    EXPECT_EQ(library->fullPlan().size(), 2U);
+}
+
+TEST_F(Plans, WhatTheFigurePromisesIsWhatASweepOfAllRowsGives) {
+    const auto shared = cache("Library/Caches/shared", 10);
+    library->apps = {app("One", {shared}), app("Two", {shared, cache("Library/Logs/two", 3)})};
+    library->developerCaches = {
+        DevCacheItem{shared.url, "Tool", "Cache", 10, std::nullopt, true, ""},
+        DevCacheItem{file(".npm/_cacache"), "npm", "Package cache", 5, std::nullopt, true, ""}};
+    const auto promised = library->selectedSweepBytes();
+    const auto done = sweep(library->fullPlan());
+    EXPECT_EQ(done.totalBytes(), promised);
+    EXPECT_TRUE(done.failures.empty());
+    EXPECT_EQ(*library->sweepReclaimedSoFar, 18);
+}
+
+TEST_F(Plans, UninstallingTwoCopiesListsWhatTheyShareOnce) {
+    const auto shared = item("Library/Caches/shared", 10);
+    const auto removal = library->removalForApps({app("One", {shared}), app("Two", {shared}), app("One")});
+    ASSERT_EQ(removal.entries.size(), 3U) << "two bundles, each once, and one cache";
+    EXPECT_EQ(removal.entries[1].url, shared.url);
+    EXPECT_EQ(removal.entries[1].title, "One");
+    EXPECT_EQ(removal.entries[2].url, FileURL("/Applications/Two.app"));
+}
+
+TEST_F(Plans, ACacheThatIsListedTwiceIsCleanedOnce) {
+    const auto one = item("Library/Caches/one", 10);
+    EXPECT_EQ(library->removalForCache(app("One", {one, one})).entries.size(), 1U);
+}
+
+// Leftovers that several applications claim
+
+TEST_F(Plans, WhatAnApplicationThatStaysListsTooIsListedButStartsUnticked) {
+    const auto shared = item("Library/Caches/shared", 10);
+    const auto own = item("Library/Logs/one", 5);
+    library->apps = {app("One", {shared, own}), app("Two", {shared})};
+    const auto removal = library->removalForApps({library->apps->front()});
+    EXPECT_EQ(removal.entries.size(), 3U);
+    EXPECT_EQ(removal.initiallyExcluded, std::unordered_set{shared.url});
+}
+
+TEST_F(Plans, WhatOnlyApplicationsThatGoClaimStartsTicked) {
+    const auto shared = item("Library/Caches/shared", 10);
+    library->apps = {app("One", {shared}), app("Two", {shared}), app("Three")};
+    EXPECT_TRUE(
+        library->removalForApps({app("One", {shared}), app("Two", {shared})}).initiallyExcluded.empty());
+}
+
+TEST_F(Plans, AnApplicationThatIsAskedForAndStaysKeepsItsClaim) {
+    const auto shared = item("Library/Caches/shared", 10);
+    auto system = app("System", {shared});
+    system.source = AppSource::system;
+    const auto kept = app("Kept", {shared});
+    library->setProtected(kept.url, true);
+    for (const auto& other : {system, kept}) {
+        library->apps = {app("One", {shared}), other};
+        EXPECT_EQ(library->removalForApps({app("One", {shared}), other}).initiallyExcluded,
+                  std::unordered_set{shared.url})
+            << other.name;
+    }
+}
+
+TEST_F(Plans, AnIdentifierClaimsWhatItNamesBeforeAScanHasListedIt) {
+    auto other = app("Other");
+    other.isMeasured = false;
+    const auto named = [&](const std::string& name) {
+        const auto leftover = item("Library/Preferences/" + name, 1, false);
+        const auto one = app("One", {leftover});
+        library->apps = {one, other};
+        return library->removalForApps({one}).initiallyExcluded.contains(leftover.url);
+    };
+    other.bundleIdentifier = "com.example.tool"; // that of another copy, or one that begins it
+    EXPECT_TRUE(named("com.example.tool"));
+    EXPECT_TRUE(named("com.example.tool.plist"));
+    EXPECT_TRUE(named("com.example.tool.pro.plist"));
+    EXPECT_TRUE(named("ABCDE12345.com.example.tool"));
+    EXPECT_FALSE(named("com.example.toolbox"));
+    EXPECT_FALSE(named("com.example"));
+    other.bundleIdentifier = "";
+    EXPECT_FALSE(named("com.example.tool"));
+    other.bundleIdentifier = std::nullopt;
+    EXPECT_FALSE(named("com.example.tool"));
+}
+
+TEST_F(Plans, WhatASweepCouldNotReachIsListedForItsApplicationAllTheSame) {
+    const auto unreachable = item("Library/Caches/one", 10);
+    library->inaccessible = std::unordered_set{unreachable.url, FileURL("/Applications/One.app")};
+    const auto removal = library->removalForApps({app("One", {unreachable})});
+    ASSERT_EQ(removal.entries.size(), 2U);
+    EXPECT_EQ(removal.entries[1].url, unreachable.url);
+    EXPECT_TRUE(removal.initiallyExcluded.empty());
+}
+
 TEST_F(Plans, CleaningACacheTakesWhatIsReclaimableAndNothingElse) {
     const auto one = app("One", {item("Library/Caches/one", 10), item("Library/Preferences/one", 99, false)});
     const auto removal = library->removalForCache(one);

@@ -387,7 +387,10 @@ TEST_F(Overview, TabGoesThroughTheCardsFromTheTop) {
 }
 
 TEST_F(Overview, TabStopsAtThePaneWhileItScrolls) {
-    library.developerCaches = std::vector(6, devCache("Xcode", "Derived data", 1'000'000));
+    std::vector<DevCacheItem> items;
+    for (int i = 0; i < 6; ++i)
+        items.push_back(devCache("Xcode", "Derived data " + std::to_string(i), 1'000'000));
+    library.developerCaches = items;
     openReady(caches(6));
     window->resize(ContentView::kMinimumSize);
     turn();
