@@ -4,6 +4,7 @@
 #include "LeftoverFinder.h"
 #include "ScanPace.h"
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace quillane {
@@ -51,15 +52,22 @@ Task<> AppLibrary::measureAll(int generation, ScanReason reason, StopToken stop)
     }
 }
 
-// A removal during the scan may have shortened the list.
+// A removal during the scan may have shortened the list, but nothing joins it and the order stays: what stands at
+// its place no more stands before it, or nowhere.
 void AppLibrary::publish(Measurement measured, const IndexByURL& indexByURL) {
     const auto found = indexByURL.find(measured.url);
-    if (found == indexByURL.end() || found->second >= apps->size() ||
-        (*apps)[found->second].url != measured.url) {
+    if (found == indexByURL.end()) {
         return;
     }
+    auto place = std::min(found->second + 1, apps->size());
+    while (place > 0 && (*apps)[place - 1].url != measured.url) {
+        --place;
+    }
+    if (place == 0) {
+        return; // it has gone
+    }
     m_holders.reset(); // new leftovers
-    apps.modify([index = found->second, &measured](std::vector<InstalledApp>& list) {
+    apps.modify([index = place - 1, &measured](std::vector<InstalledApp>& list) {
         auto& app = list[index];
         app.bundleBytes = measured.bundleBytes;
         app.leftovers = std::move(measured.leftovers);

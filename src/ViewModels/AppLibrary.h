@@ -250,12 +250,12 @@ class AppLibrary {
         Bytes bundleBytes = 0;
         std::vector<LeftoverItem> leftovers;
     };
-    // An application's place in `apps`, by its location.
+    // An application's place in `apps` as the measuring began, by its location.
     using IndexByURL = std::unordered_map<FileURL, std::size_t>;
 
     // Fills in sizes and leftovers of all applications, a batch at a time, and tells progress in `phase`.
     Task<> measureAll(int generation, ScanReason reason, StopToken stop);
-    // Writes into the application at its place, unless something else stands there by now.
+    // Writes into the application, which may have moved up in the list or have left it since the index was made.
     void publish(Measurement measured, const IndexByURL& indexByURL);
 
     // Orphans

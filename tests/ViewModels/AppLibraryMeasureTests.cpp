@@ -127,18 +127,50 @@ TEST_F(AppLibraryMeasure, AnApplicationThatLeftTheEndOfTheListIsSkippedAndProgre
     EXPECT_EQ(library->phase->kind, Kind::ready);
 }
 
-TEST_F(AppLibraryMeasure, WhereAnotherApplicationStandsByNowNothingIsWritten) {
-    addApps(3);
+TEST_F(AppLibraryMeasure, WhatMovedUpInTheListGetsItsOwnFigures) {
+    addApps(4);
     disk.allocated("Applications/App 3.app/Contents/more", 1024 * 1024);
     const PhaseLog log(*library);
     scanToMeasuring(ScanReason::user);
     library->apps.modify([](auto& list) { list.erase(list.begin() + 1); });
     runner.runAll();
-    ASSERT_EQ(names(), (std::vector<std::string>{"App 1", "App 3"}));
-    EXPECT_TRUE(library->apps->at(0).isMeasured);
-    EXPECT_FALSE(library->apps->at(1).isMeasured) << "its own place is gone";
-    EXPECT_EQ(library->apps->at(1).bundleBytes, 0) << "nor does it get another's figures";
-    EXPECT_EQ(log.measured(), (std::vector{0, 3}));
+    ASSERT_EQ(names(), (std::vector<std::string>{"App 1", "App 3", "App 4"}));
+    for (const auto& app : *library->apps) {
+        EXPECT_TRUE(app.isMeasured) << app.name;
+        EXPECT_EQ(app.bundleBytes, FootprintCalculator::size(platform, app.url)) << app.name;
+    }
+    EXPECT_EQ(log.measured(), (std::vector{0, 4}));
+}
+
+TEST_F(AppLibraryMeasure, AtReadyNothingIsUnmeasuredHoweverManyLeftBetweenTheBatches) {
+    addApps(13);
+    const PhaseLog log(*library);
+    scanToMeasuring(ScanReason::automatic);
+    for (const auto place : {0, 3, 3, 7}) {
+        runner.runJob();
+        runner.runJob();
+        runner.settle();
+        library->apps.modify([place](auto& list) { list.erase(list.begin() + place); });
+    }
+    runner.runAll();
+    EXPECT_EQ(library->phase->kind, Kind::ready);
+    EXPECT_EQ(library->apps->size(), 9U);
+    EXPECT_EQ(measuredCount(), 9);
+    EXPECT_EQ(log.measured(), (std::vector{0, 2, 4, 6, 8, 10, 12, 13}));
+}
+
+TEST_F(AppLibraryMeasure, AnUninstallDuringAScanLeavesEveryOtherApplicationMeasured) {
+    addApps(13);
+    disk.folder("Users/alex");
+    scanToMeasuring(ScanReason::user);
+    library->tasks().start([&](StopToken) -> Task<> {
+        const auto removal = library->removalForApps({*library->appWithID(urlOfApp(2))});
+        (void)co_await library->runSweep(removal.entries, removal.label);
+    });
+    runner.runAll();
+    EXPECT_EQ(library->phase->kind, Kind::ready);
+    EXPECT_EQ(library->apps->size(), 12U);
+    EXPECT_EQ(measuredCount(), 12);
 }
 
 TEST_F(AppLibraryMeasure, AnApplicationRemovedInAnEarlierBatchDoesNotStopTheLaterOnes) {
