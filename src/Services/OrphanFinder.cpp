@@ -3,6 +3,7 @@
 #include "Clock.h"
 #include "FileSystem.h"
 #include "FootprintCalculator.h"
+#include "LaunchdJob.h"
 #include "SupportFileLocations.h"
 #include <algorithm>
 #include <optional>
@@ -101,9 +102,16 @@ std::optional<Date> modified(const Platform& platform, const FileURL& url) {
     return values ? std::optional(values->contentModified) : std::nullopt;
 }
 
+// Where what lies is started by the system and not by an application.
+bool holdsLaunchdJobs(const SupportFileLocations::Location& location) {
+    const auto name = location.url.lastPathComponent();
+    return name == "LaunchAgents" || name == "LaunchDaemons";
+}
+
 } // namespace
 
-// The cheap tests come first: the name, then the date. Only what is reported is measured.
+// The cheap tests come first: the name, then the date. What has passed them is opened where it may be the list of a
+// living job, and only what is reported is measured.
 std::vector<OrphanItem> orphans(const Platform& platform, const std::set<std::string>& installedIdentifiers,
                                 const StopToken& stop) {
     const Claims claims(installedIdentifiers);
@@ -118,6 +126,7 @@ std::vector<OrphanItem> orphans(const Platform& platform, const std::set<std::st
         if (!entries) {
             continue;
         }
+        const bool areJobs = holdsLaunchdJobs(location);
         for (const auto& entry : *entries) {
             if (stop.stopRequested()) {
                 break;
@@ -130,6 +139,9 @@ std::vector<OrphanItem> orphans(const Platform& platform, const std::set<std::st
             const auto url = location.url.appending(entry.name);
             const auto lastModified = modified(platform, url);
             if (lastModified && *lastModified > cutOff) {
+                continue;
+            }
+            if (areJobs && LaunchdJob::hasItsProgram(platform, url)) {
                 continue;
             }
             items.push_back({url, location.category, *identifier,

@@ -275,6 +275,58 @@ TEST(OrphanFinder, OnlyWhatIsReportedIsMeasured) {
     EXPECT_EQ(asked("Acme"), 0);
 }
 
+// Jobs of launchd
+
+std::string jobOf(const std::string& program) {
+    return R"(<plist version="1.0"><dict><key>ProgramArguments</key><array><string>)" + program +
+           "</string></array></dict></plist>";
+}
+
+TEST(OrphanFinder, TheListOfAJobWhoseProgramIsThereIsNoOrphan) {
+    const std::vector<std::string> folders = {"/Users/alex/Library/LaunchAgents", "/Library/LaunchAgents",
+                                              "/Library/LaunchDaemons"};
+    for (const auto& folder : folders) {
+        SampleMac mac;
+        mac.file("/opt/tool", "x");
+        for (const auto& [name, content] :
+             {std::pair("com.living.tool.plist", jobOf("/opt/tool")),
+              std::pair("com.dead.tool.plist", jobOf("/opt/gone")),
+              std::pair("com.silent.tool.plist", std::string("<plist><dict/></plist>"))}) {
+            const auto path = folder + "/" + name;
+            mac.file(path, content).modified(path, kOld);
+        }
+        std::vector<std::string> names;
+        for (const auto& item : orphansOn(mac)) {
+            names.emplace_back(item.url.lastPathComponent());
+        }
+        EXPECT_THAT(names, testing::UnorderedElementsAre("com.dead.tool.plist", "com.silent.tool.plist"))
+            << folder;
+    }
+}
+
+TEST(OrphanFinder, AListThatLiesElsewhereIsNoJob) {
+    SampleMac mac;
+    mac.file("/opt/tool", "x")
+        .file("Library/Preferences/com.example.tool.plist", jobOf("/opt/tool"))
+        .modified("Library/Preferences/com.example.tool.plist", kOld);
+    EXPECT_EQ(orphansOn(mac).size(), 1U);
+}
+
+TEST(OrphanFinder, OnlyAJobThatPassedByNameAndDateIsOpened) {
+    SampleMac mac;
+    mac.file("/opt/tool", "x");
+    for (const auto* name : {"com.example.tool", "com.installed.tool", "com.example.fresh", "tool"}) {
+        const auto path = "Library/LaunchAgents/" + std::string(name) + ".plist";
+        mac.file(path, jobOf("/opt/tool")).modified(path, kOld);
+    }
+    mac.modified("Library/LaunchAgents/com.example.fresh.plist", daysAgo(1));
+    const SamplePlatform sample(mac);
+    RecordedPlatform recorded(sample.platform);
+    EXPECT_THAT(OrphanFinder::orphans(recorded.platform, {"com.installed.app"}), IsEmpty());
+    EXPECT_THAT(recorded.files.calls(FileCall::read),
+                ElementsAre(FileURL("/Users/alex/Library/LaunchAgents/com.example.tool.plist")));
+}
+
 // What comes out
 
 TEST(OrphanFinder, TheLargestStandFirstAndWhatTakesNoSpaceIsListedToo) {

@@ -1,0 +1,127 @@
+#include "LaunchdJob.h"
+#include "SamplePlatform.h"
+#include <gtest/gtest.h>
+
+namespace quillane {
+namespace {
+
+const std::string kList = "Library/LaunchAgents/com.example.tool.plist";
+const FileURL kListURL("/Users/alex/" + kList);
+
+std::string xml(const std::string& dictionary) {
+    return R"(<?xml version="1.0" encoding="UTF-8"?><plist version="1.0"><dict>)" + dictionary +
+           "</dict></plist>";
+}
+std::string program(const std::string& path) {
+    return "<key>Program</key><string>" + path + "</string>";
+}
+std::string arguments(const std::string& values) {
+    return "<key>ProgramArguments</key><array>" + values + "</array>";
+}
+
+// A Mac with a program at /opt/tool, one at /usr/bin/tool and a link to the first at /opt/link.
+bool isAlive(const std::string& content, const std::string& list = kList) {
+    SampleMac mac;
+    mac.file("/opt/tool", "x")
+        .file("/usr/bin/searched", "x")
+        .file("opt/tool", "x")
+        .link("/opt/link", "/opt/tool")
+        .link("/opt/dangling", "/opt/gone")
+        .file(list, content);
+    const SamplePlatform sample(mac);
+    return LaunchdJob::hasItsProgram(sample.platform, FileURL("/Users/alex/" + list));
+}
+
+TEST(LaunchdJob, AProgramThatIsThereIsFound) {
+    EXPECT_TRUE(isAlive(xml(program("/opt/tool"))));
+    EXPECT_FALSE(isAlive(xml(program("/opt/gone"))));
+}
+
+TEST(LaunchdJob, WithoutAProgramTheFirstArgumentIsIt) {
+    EXPECT_TRUE(isAlive(xml(arguments("<string>/opt/tool</string><string>/opt/gone</string>"))));
+    EXPECT_FALSE(isAlive(xml(arguments("<string>/opt/gone</string><string>/opt/tool</string>"))));
+    EXPECT_TRUE(isAlive(xml(arguments("<string>/opt/tool</string><integer>1</integer>"))))
+        << "whatever the others are";
+}
+
+TEST(LaunchdJob, TheProgramGoesBeforeTheFirstArgument) {
+    EXPECT_FALSE(isAlive(xml(program("/opt/gone") + arguments("<string>/opt/tool</string>"))));
+    EXPECT_TRUE(isAlive(xml(program("/opt/tool") + arguments("<string>a name of its own</string>"))));
+    EXPECT_TRUE(
+        isAlive(xml("<key>Program</key><integer>1</integer>" + arguments("<string>/opt/tool</string>"))))
+        << "what is no text names nothing";
+}
+
+TEST(LaunchdJob, LinksToTheProgramAreFollowed) {
+    EXPECT_TRUE(isAlive(xml(program("/opt/link"))));
+    EXPECT_FALSE(isAlive(xml(program("/opt/dangling"))));
+}
+
+TEST(LaunchdJob, AListThatIsALinkIsReadWhereItPoints) {
+    SampleMac mac;
+    mac.file("/opt/tool", "x")
+        .file("jobs/a.plist", xml(program("/opt/tool")))
+        .link(kList, "../../jobs/a.plist");
+    const SamplePlatform sample(mac);
+    EXPECT_TRUE(LaunchdJob::hasItsProgram(sample.platform, kListURL));
+}
+
+TEST(LaunchdJob, ANameWithoutAPathIsLookedForWhereLaunchdLooks) {
+    EXPECT_TRUE(isAlive(xml(arguments("<string>searched</string>"))));
+    EXPECT_FALSE(isAlive(xml(arguments("<string>tool</string>"))));
+}
+
+TEST(LaunchdJob, WhatLaunchdCannotResolveNamesNoProgram) {
+    for (const std::string path :
+         {"~/opt/tool", "~alex/opt/tool", "opt/tool", "./opt/tool", "../opt/tool", ""}) {
+        EXPECT_FALSE(isAlive(xml(program(path)))) << path;
+    }
+}
+
+TEST(LaunchdJob, AListThatNamesNoProgramHasNone) {
+    EXPECT_FALSE(isAlive(xml("<key>Label</key><string>com.example.tool</string>")));
+    EXPECT_FALSE(isAlive(xml(arguments(""))));
+    EXPECT_FALSE(isAlive(xml(arguments("<integer>1</integer>"))));
+    EXPECT_FALSE(isAlive(xml("<key>ProgramArguments</key><string>/opt/tool</string>")));
+    EXPECT_FALSE(isAlive(xml("<key>BundleProgram</key><string>/opt/tool</string>")))
+        << "counts inside a bundle only";
+}
+
+TEST(LaunchdJob, WhatIsNoPropertyListHasNoProgram) {
+    for (const std::string content :
+         {"", "garbage", "<plist><array><string>/opt/tool</string></array></plist>",
+          "<plist><dict><key>Program</key><string>/opt/tool</string>"}) {
+        EXPECT_FALSE(isAlive(content)) << content;
+    }
+}
+
+TEST(LaunchdJob, AListThatIsTooLargeIsNotReadWhole) {
+    const auto whole = xml(program("/opt/tool"));
+    EXPECT_TRUE(isAlive(whole + std::string(LaunchdJob::kLargestList - whole.size(), '\n')));
+    EXPECT_FALSE(isAlive(whole + std::string(LaunchdJob::kLargestList - whole.size() + 1, '\n')));
+}
+
+TEST(LaunchdJob, OnlyANameThatLaunchdLoadsIsAJob) {
+    EXPECT_FALSE(isAlive(xml(program("/opt/tool")), "Library/LaunchAgents/com.example.tool.plist.off"));
+    EXPECT_FALSE(isAlive(xml(program("/opt/tool")), "Library/LaunchAgents/com.example.tool"));
+}
+
+TEST(LaunchdJob, AFolderOrAListThatCannotBeReadHasNoProgram) {
+    SampleMac mac;
+    mac.file("/opt/tool", "x")
+        .file(kList, xml(program("/opt/tool")))
+        .folder("Library/LaunchAgents/com.example.folder.plist");
+    SamplePlatform sample(mac);
+    EXPECT_FALSE(LaunchdJob::hasItsProgram(
+        sample.platform, FileURL("/Users/alex/Library/LaunchAgents/com.example.folder.plist")));
+    sample.files.fail(kListURL, {ErrorCode::kReadNoPermission, EACCES});
+    EXPECT_FALSE(LaunchdJob::hasItsProgram(sample.platform, kListURL));
+}
+
+TEST(LaunchdJob, ATextWithAZeroIsNoPath) {
+    EXPECT_FALSE(isAlive(R"({ "Program" = "/opt/tool\000"; })"));
+    EXPECT_TRUE(isAlive(R"({ "Program" = "/opt/tool"; })"));
+}
+
+} // namespace
+} // namespace quillane
