@@ -73,9 +73,8 @@ SweepPlan AppLibrary::developerPlan() const {
     const auto home = m_platform.files.home();
     SweepPlan plan;
     for (const auto& item : sweepableDeveloperCaches()) {
-        if (plan.add(SweepRows::rowFor(item, home))) {
-            plan.countOne();
-        }
+        plan.add(SweepRows::rowFor(item, home));
+        plan.countOne();
     }
     return plan;
 }

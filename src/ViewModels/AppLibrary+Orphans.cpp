@@ -77,11 +77,11 @@ SweepPlan AppLibrary::planFor(const std::vector<OrphanGroup>& groups) const {
     SweepPlan plan;
     for (const auto& group : groups) {
         const auto title = group.title();
-        bool hasRows = false;
-        for (const auto& item : sweepableItems(group)) {
-            hasRows = plan.add(SweepRows::rowFor(item, SweepCategory::orphans, title)) || hasRows;
+        const auto items = sweepableItems(group);
+        for (const auto& item : items) {
+            plan.add(SweepRows::rowFor(item, SweepCategory::orphans, title));
         }
-        if (hasRows) {
+        if (!items.empty()) {
             plan.countOne();
         }
     }

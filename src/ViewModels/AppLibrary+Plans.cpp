@@ -87,11 +87,11 @@ Bytes AppLibrary::reclaimableCacheBytes(const InstalledApp& app) const {
 SweepPlan AppLibrary::cachePlan() const {
     SweepPlan plan;
     for (const auto& app : *apps) {
-        bool hasRows = false;
-        for (const auto& item : reclaimableCache(app)) {
-            hasRows = plan.add(SweepRows::rowFor(item, SweepCategory::caches, app.name)) || hasRows;
+        const auto items = reclaimableCache(app);
+        for (const auto& item : items) {
+            plan.add(SweepRows::rowFor(item, SweepCategory::caches, app.name));
         }
-        if (hasRows) {
+        if (!items.empty()) {
             plan.countOne();
         }
     }
