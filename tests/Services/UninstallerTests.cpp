@@ -93,6 +93,7 @@ TEST(UninstallerFailure, AccessFailuresAreToldByTheirCodesAlone) {
     for (const auto& [error, isDenied] : std::vector<ErrorCase>{{{513, {}}, true},
                                                                 {{257, {}}, true},
                                                                 {{512, 1}, true},
+                                                                {{512, 18}, false},
                                                                 {{256, 13}, true},
                                                                 {{4, 2}, false},
                                                                 {{640, 28}, false},

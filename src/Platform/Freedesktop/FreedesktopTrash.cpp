@@ -230,7 +230,8 @@ Result<bool> FreedesktopTrash::cameFrom(const FileURL& inTrash, const FileURL& o
     if (!origin) {
         return origin.error();
     }
-    return *origin && TrashOrigin::isSamePlace(**origin, original);
+    const auto& place = *origin;
+    return place && TrashOrigin::isSamePlace(*place, original);
 }
 
 Result<> FreedesktopTrash::moveOut(const FileURL& inTrash, const FileURL& original) {
