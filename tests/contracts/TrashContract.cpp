@@ -621,5 +621,11 @@ TEST(TrashInfo, ARecordReadsBackWhateverBytesThePathHolds) {
     EXPECT_EQ(TrashInfo::originalPath(""), std::nullopt);
 }
 
+// To the system a path ends there, so that such a record would seem to name another place than it does.
+TEST(TrashInfo, ARecordOfAPathWithANulIsNone) {
+    EXPECT_EQ(TrashInfo::originalPath("[Trash Info]\nPath=/home%00elsewhere/a\n"), std::nullopt);
+    EXPECT_EQ(TrashInfo::originalPath(std::string("[Trash Info]\nPath=/home\0/a\n", 28)), std::nullopt);
+}
+
 } // namespace
 } // namespace quillane

@@ -13,7 +13,7 @@ inline constexpr std::string_view kSuffix = ".trashinfo";
 // "2026-11-21T08:30:00".
 std::string text(std::string_view originalPath, std::string_view localTime);
 
-// The path of a record; nothing when the text is no record.
+// The path of a record; nothing when the text is no record, or when its path holds a NUL, which no path does.
 std::optional<std::string> originalPath(std::string_view text);
 
 } // namespace quillane::TrashInfo
