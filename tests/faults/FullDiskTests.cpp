@@ -153,6 +153,54 @@ TEST_F(FullDisk, TheReserveComesBackAtTheNextStartOnceThereIsRoom) {
                 testing::ExitedWithCode(0), "");
 }
 
+TEST_F(FullDisk, WhatAStartFindsNoRoomForIsLaidOnceTheTrashIsEmptied) {
+    EXPECT_EXIT(onSmallVolume([](const RealHome& home) {
+                    fs::create_directories(DesktopAdapters::trashFolder(home));
+                    fillUp(home.path());
+                    Start start(home);
+                    EXPECT_FALSE(start.ports.adapters.reserve.lay());
+                    fs::rename(home.path("filler"), DesktopAdapters::trashFolder(home) / "filler");
+                    start.sweep(
+                        {{FileURL("/.Trash"), SweepCategory::trash, "Everything in the Trash", "", 1}},
+                        "Sweep");
+                    EXPECT_GE(reserved(home), DesktopAdapters::kReserve.whole);
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST_F(FullDisk, TheReserveComesBackAtAMoveThatFindsRoom) {
+    EXPECT_EXIT(onSmallVolume([](const RealHome& home) {
+                    layReserve(home);
+                    fillUp(home.path());
+                    Start start(home);
+                    start.sweep(entriesFor<DesktopAdapters>(home, {"Downloads/link"}), "Sweep");
+                    EXPECT_LT(reserved(home), DesktopAdapters::kReserve.whole);
+                    fs::remove(home.path("filler"));
+                    start.sweep(entriesFor<DesktopAdapters>(home, {"Library/Caches/com.example.a"}), "Next");
+                    EXPECT_GE(reserved(home), DesktopAdapters::kReserve.whole);
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+// Without its head a file in that place counts as somebody else's, and would be so forever.
+TEST_F(FullDisk, WhatTheReserveBeginsWithIsOnTheDiskBeforeTheRest) {
+    const RealHome home;
+    SpaceReserve reserve(DesktopAdapters::reservePath(home), DesktopAdapters::kReserve);
+    std::vector<std::string> calls;
+    {
+        const SystemCallWatch watch([](const SystemCall&) { return 0; },
+                                    [&](const SystemCall& call, bool) {
+                                        if (call.name == "pwrite" || call.name == "fsync") {
+                                            calls.emplace_back(call.name);
+                                        }
+                                    });
+        ASSERT_TRUE(reserve.lay());
+    }
+    ASSERT_GT(calls.size(), 4U);
+    calls.resize(3);
+    EXPECT_EQ(calls, (std::vector<std::string>{"pwrite", "fsync", "pwrite"}));
+}
+
 // 1 MB, of which a quarter is for the settings, is room for less than 200 records.
 TEST_F(FullDisk, MoreRowsThanTheReserveHasRoomForStayWhereTheyAreAndTheRestCanBePutBackAfterARestart) {
     EXPECT_EXIT(onSmallVolume([](const RealHome& home) {
