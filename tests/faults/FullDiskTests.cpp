@@ -61,6 +61,13 @@ struct FullDisk : testing::Test {
         }
     }
     static void layReserve(const RealHome& home) { ASSERT_TRUE(Start(home).ports.adapters.reserve.lay()); }
+    // As many moves would: the rest is for what can't wait.
+    static void giveAwayTheShareOfMoves(Start& start, const RealHome& home) {
+        struct stat status = {};
+        ASSERT_EQ(::stat(DesktopAdapters::reservePath(home).c_str(), &status), 0);
+        EXPECT_TRUE(start.ports.adapters.reserve.release(
+            {.device = status.st_dev, .bytes = DesktopAdapters::kReserve.whole}));
+    }
     static std::int64_t reserved(const RealHome& home) {
         struct stat status = {};
         return ::stat(DesktopAdapters::reservePath(home).c_str(), &status) == 0
@@ -115,6 +122,7 @@ TEST_F(FullDisk, WhatLayInAFolderThatIsGoneComesBackToo) {
                     Start start(home);
                     start.sweep(entriesFor<DesktopAdapters>(home, {RealHome::kDeep}), "Sweep");
                     fs::remove_all(home.path("Documents/deep"));
+                    giveAwayTheShareOfMoves(start, home);
                     fillUp(home.path());
                     EXPECT_TRUE(start.undo().failures.empty());
                     expectHome(home, {RealHome::kDeep});
@@ -311,6 +319,7 @@ TEST_F(FullDisk, AnItemComesBackAlsoWhereItsFolderHasToGrowForIt) {
     layReserve(home);
     Start start(home);
     start.sweep(entriesFor<DesktopAdapters>(home, {"Downloads/link"}), "Sweep");
+    giveAwayTheShareOfMoves(start, home);
     int refused = 0;
     {
         const SystemCallWatch watch(
