@@ -9,6 +9,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 #include <type_traits>
 #include <unistd.h>
 
@@ -33,10 +34,11 @@ void lay(const std::string& path, std::string_view text) {
 
 std::string contentOf(const std::string& path) {
     const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    std::string text(std::size_t{1} << 20U, '\0');
-    const auto length = ::read(file, text.data(), text.size());
-    require(file >= 0 && length >= 0 && ::close(file) == 0);
-    return text.substr(0, static_cast<std::size_t>(length));
+    struct stat status = {};
+    require(file >= 0 && ::fstat(file, &status) == 0);
+    std::string text(static_cast<std::size_t>(status.st_size), '\0');
+    require(::read(file, text.data(), text.size()) == status.st_size && ::close(file) == 0);
+    return text;
 }
 
 // Dates are kept to the second. All that is no number is one.

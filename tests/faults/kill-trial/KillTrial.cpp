@@ -103,7 +103,9 @@ class Trial {
                 tell();
             }
         }
-        tell();
+        if (m_told != m_kills) {
+            tell();
+        }
         return true;
     }
 

@@ -12,6 +12,7 @@
 #include "PosixCommandRunner.h"
 #include "PosixFileSystem.h"
 #include "SearchingCommandRunner.h"
+#include "SpaceReserve.h"
 #include "SystemCalls.h"
 #include "ThreadTaskRunner.h"
 #include <chrono>
@@ -27,17 +28,24 @@ using namespace std::chrono_literals;
 struct Ports {
     MainQueue queue;
     ContinuousClock clock{queue};
-    ThreadTaskRunner tasks{queue};
     PosixFileSystem files;
     AbsentMetadata metadata;
     PosixCommandRunner programs;
     MetadataSearch search{files, metadata, clock, {files.home(), FileURL("/Applications")}};
     SearchingCommandRunner commands{files, search, programs};
     FakeWorkspace workspace;
-    FreedesktopTrash trash{FreedesktopTrash::Places::ofThisUser(files.home()), clock};
+    const std::string settings = FileDefaults::userPath(files.home().path());
+    SpaceReserve reserve{settings + ".reserve"};
+    FreedesktopTrash trash{FreedesktopTrash::Places::ofThisUser(files.home()), clock, &reserve};
     BundleProcesses running{files};
-    FileDefaults defaults{FileDefaults::userPath(files.home().path())};
+    FileDefaults defaults{settings, {}, &reserve};
+    ThreadTaskRunner tasks{queue};
     const Platform platform{files, commands, metadata, clock, tasks, workspace, trash, running, defaults};
+
+    Ports() {
+        files.drawOn(reserve);
+        tasks.run(Priority::background, [this] { (void)reserve.lay(); });
+    }
 };
 
 std::vector<SweepEntry> entriesOf(const std::string& home, const Step& step) {

@@ -41,15 +41,21 @@ Piece pieceAt(const fs::path& path) {
 
 } // namespace
 
-TreeContent treeAt(const fs::path& path) {
+TreeContent treeAt(const fs::path& path, const std::set<std::string>& without) {
     TreeContent tree;
     if (!fs::exists(fs::symlink_status(path))) {
         return tree;
     }
     tree.emplace("", pieceAt(path));
     if (S_ISDIR(tree.begin()->second.mode)) {
-        for (const auto& entry : fs::recursive_directory_iterator(path)) {
-            tree.emplace(entry.path().lexically_relative(path).string(), pieceAt(entry.path()));
+        const auto prefix = path.string().size() + 1;
+        for (auto at = fs::recursive_directory_iterator(path); at != fs::end(at); ++at) {
+            const auto below = at->path().string().substr(prefix);
+            if (without.contains(below)) {
+                at.disable_recursion_pending();
+            } else {
+                tree.emplace(below, pieceAt(at->path()));
+            }
         }
     }
     return tree;

@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <map>
+#include <set>
 #include <string>
 #include <sys/types.h>
 
@@ -19,8 +20,9 @@ struct Piece {
 // Empty when nothing is there.
 using TreeContent = std::map<std::string, Piece>;
 
-// Links are not followed. Ends the program when something can't be read: nothing could be said then.
-TreeContent treeAt(const std::filesystem::path& path);
+// Links are not followed. Folders of these names directly below are left out with all they hold. Ends the program when
+// something can't be read: nothing could be said then.
+TreeContent treeAt(const std::filesystem::path& path, const std::set<std::string>& without = {});
 // The part of a tree at a path of it; empty when there is none.
 TreeContent partOf(const TreeContent& tree, const std::string& path);
 // What is left of a tree when some of its pieces were deleted. A folder that lost a piece has another date.

@@ -47,7 +47,7 @@ class TrialHome {
 
     static constexpr const char* kProtected = "Library/Caches/protected";
     // Where the program keeps its own things.
-    static constexpr const char* kOwn[] = {".config", ".local"};
+    static std::set<std::string> own() { return {".config", ".local"}; }
 
   private:
     void layItem(const std::string& path);

@@ -201,12 +201,7 @@ void Verdict::countStrays() {
 }
 
 void Verdict::lookAtHome() {
-    auto home = treeAt(m_home.home());
-    for (const char* own : TrialHome::kOwn) {
-        for (const auto& [path, piece] : partOf(home, own)) {
-            home.erase(path.empty() ? own : own + ("/" + path));
-        }
-    }
+    const auto home = treeAt(m_home.home(), TrialHome::own());
     count(home);
     TreeContent items;
     for (auto& [item, places] : m_places) {
