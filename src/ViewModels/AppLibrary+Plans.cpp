@@ -17,8 +17,8 @@ const FileURL& trashToken() {
     return token;
 }
 
-// What the applications that stay claim of the support files: what is listed for them, and, as long as a scan has
-// not listed it, what their identifiers name.
+// What the applications that stay claim of the support files: what is listed for them, and what their identifiers
+// name, since nothing is listed before a scan has measured them, nor ever for those of the system.
 class StayingClaims {
   public:
     StayingClaims(const std::vector<InstalledApp>& apps, const std::vector<InstalledApp>& going) {

@@ -151,7 +151,8 @@ class AppLibrary {
 
     // Scan
 
-    // The state of the scan, whose stages follow each other in the order of the kinds. `done` and `total` count applications and are 0 but while measuring.
+    // The state of the scan, whose stages follow each other in the order of the kinds. `done` and `total` count
+    // applications and are 0 but while measuring.
     struct Phase {
         enum class Kind { idle, scanning, measuring, findingOrphans, findingDeveloperCaches, ready };
         Kind kind = Kind::idle;
@@ -298,6 +299,7 @@ class AppLibrary {
     int m_scanGeneration = 0;                   // number of the latest scan; grows when one really starts
     std::optional<ScanReason> m_pendingRefresh; // a scan asked for while one runs
     ScanReason m_currentReason = ScanReason::user;
+
     // Sweep
 
     // The steps of a sweep. The references are to the sweep's own frame.

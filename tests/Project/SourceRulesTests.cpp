@@ -202,7 +202,9 @@ TEST(SourceRules, TheLibrarysFieldsAndOperationsStandByConcern) {
     const auto header = readFile(fs::path(QUILLANE_SOURCE_DIR) / "src/ViewModels/AppLibrary.h");
     const auto half = header.find("  private:\n    friend");
     ASSERT_NE(half, std::string::npos);
-    const std::regex heading(R"(\n\n    // (\w+)\n\n)");
+    const std::regex heading(R"(\n    // (\w+)\n\n)");
+    const std::regex withSpace(R"(\n\n    // (\w+)\n\n)");
+    EXPECT_EQ(groupsIn(header, heading), groupsIn(header, withSpace)) << "an empty line stands before each";
     const auto concerns = concernsOfTheLibrary();
     std::set<std::string> seen;
     for (const auto& headings :

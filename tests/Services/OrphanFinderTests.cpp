@@ -305,11 +305,12 @@ TEST(OrphanFinder, TheListOfAJobWhoseProgramIsThereIsNoOrphan) {
 }
 
 TEST(OrphanFinder, AListThatLiesElsewhereIsNoJob) {
-    SampleMac mac;
-    mac.file("/opt/tool", "x")
-        .file("Library/Preferences/com.example.tool.plist", jobOf("/opt/tool"))
-        .modified("Library/Preferences/com.example.tool.plist", kOld);
-    EXPECT_EQ(orphansOn(mac).size(), 1U);
+    for (const char* folder : {"Library/Preferences", "/Library/PrivilegedHelperTools"}) {
+        const auto path = std::string(folder) + "/com.example.tool.plist";
+        SampleMac mac;
+        mac.file("/opt/tool", "x").file(path, jobOf("/opt/tool")).modified(path, kOld);
+        EXPECT_EQ(orphansOn(mac).size(), 1U) << folder;
+    }
 }
 
 TEST(OrphanFinder, OnlyAJobThatPassedByNameAndDateIsOpened) {

@@ -202,6 +202,17 @@ TEST_F(Plans, UninstallingTwoCopiesListsWhatTheyShareOnce) {
     EXPECT_EQ(removal.entries[2].url, FileURL("/Applications/Two.app"));
 }
 
+TEST_F(Plans, TheRowOfAPathStartsUntickedWhicheverOfItsFindingsAsksForIt) {
+    const auto sure = item("Library/Caches/shared", 10);
+    auto byName = sure;
+    byName.confidence = LeftoverItem::Confidence::medium;
+    for (const auto& [first, second] : {std::pair(sure, byName), std::pair(byName, sure)}) {
+        const auto removal = library->removalForApps({app("One", {first}), app("Two", {second})});
+        EXPECT_EQ(removal.entries.size(), 3U);
+        EXPECT_EQ(removal.initiallyExcluded, std::unordered_set{sure.url});
+    }
+}
+
 TEST_F(Plans, ACacheThatIsListedTwiceIsCleanedOnce) {
     const auto one = item("Library/Caches/one", 10);
     EXPECT_EQ(library->removalForCache(app("One", {one, one})).entries.size(), 1U);

@@ -47,8 +47,8 @@ Ranks ranksByName(const std::vector<Record>& records, NameOf nameOf) {
     return ranks;
 }
 
-// Sorted by the first step (see SortStep), ties by the next one and at last by the order given, whatever the direction.
-// `ranksOf` numbers the records by one key.
+// Sorted by the first step (see SortStep), ties by the next one and at last by the order given, whatever the
+// direction. `ranksOf` numbers the records by one key.
 template <class Record, class Step, class RanksOf>
 std::vector<Record> sortedBySteps(std::vector<Record> records, const std::vector<Step>& order,
                                   RanksOf ranksOf) {
