@@ -136,10 +136,17 @@ Bytes AppLibrary::bytes(SweepCategory category) const {
 SweepPlan AppLibrary::plannedOfAllTicked() const {
     SweepPlan all;
     for (const auto category : kAllSweepCategories) {
-        if (sweepSelection->contains(category)) {
-            for (auto& row : planned(category).takeRows()) {
-                all.add(std::move(row));
-            }
+        if (!sweepSelection->contains(category)) {
+            continue;
+        }
+        auto more = planned(category);
+        // The first, the caches, has most of the rows, and nothing stands yet to compare them with.
+        if (all.rows().empty()) {
+            all = std::move(more);
+            continue;
+        }
+        for (auto& row : more.takeRows()) {
+            all.add(std::move(row));
         }
     }
     return all;
