@@ -31,10 +31,10 @@ function(quillane_layer NAME)
   endif()
 endfunction()
 
-# quillane_test(NAME [FOLDERS folder...] [DEPENDS lib...] [MAIN file] [LABELS label...])
+# quillane_test(NAME [FOLDERS pattern...] [DEPENDS lib...] [MAIN file] [LABELS label...])
 #
-# One test program from every source of the current folder, and of these folders in it. A new test joins by
-# lying there.
+# One test program from every source of the current folder, and of the folders in it that match. A new test
+# joins by lying there.
 function(quillane_test NAME)
   cmake_parse_arguments(ARG "" "MAIN" "FOLDERS;DEPENDS;LABELS;PCH;ENVIRONMENT" ${ARGN})
   set(PATTERNS *.cpp *.h)

@@ -2,13 +2,26 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <variant>
 
 using namespace quillane;
 
 namespace {
 
+// Null, sets, references and dictionaries with keys that are no text: nothing that anybody could take for a value.
+void expectNoCast(const PropertyList::Value& value) {
+    if (PropertyList::asInt(&value) || PropertyList::asDouble(&value) || PropertyList::asString(&value) ||
+        PropertyList::asStringArray(&value) || PropertyList::asDate(&value) || PropertyList::asData(&value) ||
+        PropertyList::asArray(&value) || PropertyList::asDictionary(&value)) {
+        __builtin_trap();
+    }
+}
+
 // Casts every value there is, as the services would.
 void castAll(const PropertyList::Value& value) {
+    if (std::holds_alternative<PropertyList::Opaque>(value.variant())) {
+        expectNoCast(value);
+    }
     static_cast<void>(PropertyList::asBool(&value));
     static_cast<void>(PropertyList::asDouble(&value));
     static_cast<void>(PropertyList::asString(&value));

@@ -21,11 +21,11 @@ void requireRoundTrip(std::string_view path) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     const std::string_view input(reinterpret_cast<const char*>(bytes), size);
     if (const auto path = TrashInfo::originalPath(input)) {
-        if (path->size() > input.size()) {
-            std::abort(); // an escape is longer than what it stands for
+        if (path->size() > input.size() || path->find('\0') != std::string::npos) {
+            std::abort(); // an escape is longer than what it stands for, and no path holds a NUL
         }
         requireRoundTrip(*path);
     }
-    requireRoundTrip(input);
+    requireRoundTrip(input.substr(0, input.find('\0')));
     return 0;
 }

@@ -1,14 +1,20 @@
 #include "DesktopSession.h"
+#include "Components/DateWords.h"
 #include "Components/Look.h"
 #include "Components/Symbols.h"
+#include "LocalCalendar.h"
 #include <QApplication>
 
 namespace quillane {
 
-DesktopSession::DesktopSession(QApplication& application) {
+void introduceToDesktop() {
     QApplication::setApplicationName(QStringLiteral("Quillane"));
-    QApplication::setDesktopFileName(QStringLiteral("quillane"));
+    QApplication::setDesktopFileName(QStringLiteral("org.quillane.Quillane"));
     QApplication::setWindowIcon(Symbols::icon(QStringLiteral("AppIcon")));
+}
+
+DesktopSession::DesktopSession(QApplication& application) {
+    introduceToDesktop();
     Look::install(application);
 }
 
@@ -21,6 +27,8 @@ void DesktopSession::followDesktop(TaskRunner& tasks) {
     const Contrast& contrast = m_contrast.emplace(tasks);
     QObject::connect(&contrast, &Contrast::changed,
                      [&contrast] { Look::setHighContrast(contrast.isHigh()); });
+    const TimeZoneWatch& timeZone = m_timeZone.emplace(QString::fromUtf8(LocalCalendar::kLink));
+    QObject::connect(&timeZone, &TimeZoneWatch::changed, [] { tellDateWordsMayDiffer(); });
     const TextScaling& text = m_textScaling.emplace(tasks);
     QObject::connect(&text, &TextScaling::changed, [&text] {
         const bool mayBeDone = QGuiApplication::platformName() == QLatin1String("xcb");
@@ -30,6 +38,7 @@ void DesktopSession::followDesktop(TaskRunner& tasks) {
 }
 
 void DesktopSession::stopFollowing() {
+    m_timeZone.reset();
     m_colorScheme.reset();
     m_reducedMotion.reset();
     m_contrast.reset();

@@ -6,6 +6,7 @@
 #include "QtMainLoop.h"
 #include "ReducedMotion.h"
 #include "TextScaling.h"
+#include "TimeZoneWatch.h"
 #include <optional>
 
 class QApplication;
@@ -13,6 +14,10 @@ class QApplication;
 namespace quillane {
 
 class TaskRunner;
+
+// The program's name, icon and desktop file, by which desktops match its windows, dialogs and notifications to what
+// is installed. Before the first window.
+void introduceToDesktop();
 
 // What a program with a window stands on, besides its ports: the look, time, and Qt's loop as the main
 // thread. Made after the QApplication and before the task runner, which posts to its queue.
@@ -24,7 +29,8 @@ class DesktopSession {
 
     MainQueue& mainQueue() { return m_mainQueue; }
     ContinuousClock& clock() { return m_clock; }
-    // From now on the window is light or dark, moves or does not, and has lines and text, as the desktop wants it.
+    // From now on the window is light or dark, moves or does not, and has lines and text, as the desktop wants it,
+    // and tells dates in the time zone that the machine has.
     // Stop before the runner goes.
     void followDesktop(TaskRunner& tasks);
     void stopFollowing();
@@ -37,6 +43,7 @@ class DesktopSession {
     std::optional<ReducedMotion> m_reducedMotion;
     std::optional<Contrast> m_contrast;
     std::optional<TextScaling> m_textScaling;
+    std::optional<TimeZoneWatch> m_timeZone;
 };
 
 } // namespace quillane

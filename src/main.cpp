@@ -10,6 +10,7 @@
 #include "PosixFileSystem.h"
 #include "QuillaneApp.h"
 #include "SearchingCommandRunner.h"
+#include "SpaceReserve.h"
 #include "ThreadTaskRunner.h"
 #include <QApplication>
 #include <cstdlib>
@@ -25,9 +26,13 @@ int main(int argc, char** argv) {
     SearchingCommandRunner commands(files, search, programs);
     ThreadTaskRunner tasks(session.mainQueue());
     DesktopWorkspace workspace(files, tasks, DesktopWorkspace::Reach::machine);
-    FreedesktopTrash trash(FreedesktopTrash::Places::ofThisUser(files.home()), session.clock());
+    const auto settings = FileDefaults::userPath(files.home().path());
+    SpaceReserve reserve(settings + ".reserve");
+    files.drawOn(reserve);
+    FreedesktopTrash trash(FreedesktopTrash::Places::ofThisUser(files.home()), session.clock(), &reserve);
     BundleProcesses running(files);
-    FileDefaults defaults(FileDefaults::userPath(files.home().path()));
+    FileDefaults defaults(settings, {}, &reserve);
+    tasks.run(Priority::background, [&reserve] { (void)reserve.lay(); });
     session.followDesktop(tasks);
 
     QuillaneApp app({.files = files,

@@ -43,6 +43,7 @@ class InstantTrash final : public Trash {
     Result<std::optional<FileURL>> moveToTrash(const FileURL& url) override {
         return std::optional(FileURL("/Users/alex/.Trash/" + std::string(url.lastPathComponent())));
     }
+    Result<bool> cameFrom(const FileURL&, const FileURL&) const override { return true; }
     Result<> moveOut(const FileURL&, const FileURL&) override { return success(); }
     Result<> deleteItem(const FileURL&) override { return success(); }
 };

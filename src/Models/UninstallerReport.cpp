@@ -20,11 +20,11 @@ Failure Failure::fromError(FileURL url, const PlatformError& error) {
 
 std::string Report::summary(std::string_view verb, std::string_view destination) const {
     std::string text(verb);
-    text += " " + std::to_string(trashed.size()) + " item(s) ";
+    text += " " + Formatting::number(static_cast<std::int64_t>(trashed.size())) + " item(s) ";
     text += destination;
     text += ", reclaiming " + Formatting::byteCount(reclaimedBytes) + ".";
     if (!failures.empty()) {
-        text += "\n\n" + std::to_string(failures.size()) + " item(s) failed";
+        text += "\n\n" + Formatting::number(static_cast<std::int64_t>(failures.size())) + " item(s) failed";
         text += std::ranges::all_of(failures, &Failure::isAccessDenied)
                     ? ": macOS blocked access. Grant Full Disk Access to include them."
                     : ".";

@@ -19,8 +19,9 @@ class Clock {
     virtual ~Clock() = default;
     // The wall clock. Any thread.
     virtual Date now() const = 0;
-    // The user's calendar. Any thread.
-    virtual const Calendar& calendar() const = 0;
+    // The user's calendar, in the time zone of this moment: asked for anew at each use, for the zone may change
+    // while the program runs. Any thread.
+    virtual Calendar calendar() const = 0;
     // The continuous clock. Any thread.
     virtual Instant instant() const = 0;
     // Runs `job` once on the main thread when `when` has come; at a later turn when it is already past.

@@ -25,6 +25,9 @@ class Defaults {
     virtual std::optional<Value> value(std::string_view key) const = 0;
     // Stores durably before it returns. A failure to write keeps the value in memory and is silent.
     virtual void set(std::string_view key, Value value) = 0;
+    // As set(), for a value that misleads once it is old: when the new one can't be written, the older one is not
+    // found at the next launch, as far as the disk can be made to say so.
+    virtual void setOrForget(std::string_view key, Value value) = 0;
     // Takes the stored value away; a registered one shows again.
     virtual void clear(std::string_view key) = 0;
     // Values for keys that are not stored. In memory only; later calls win key by key.

@@ -24,6 +24,12 @@ class Trash {
     // value is where it landed, or nothing when the system doesn't say.
     virtual Result<std::optional<FileURL>> moveToTrash(const FileURL& url) = 0;
 
+    // Whether what lies at `inTrash` came from `original`. False when the record that the Trash keeps of the item
+    // names another place, and where each item has a record, also when this one has none. True in a Trash without
+    // records, where nobody can know: the plain folder has none, and those that the Finder keeps are no business of
+    // programs. Fails when the record can't be read, and for what does not lie directly in a Trash with records.
+    virtual Result<bool> cameFrom(const FileURL& inTrash, const FileURL& original) const = 0;
+
     // Moves what the Trash holds at `inTrash` to `original`, whose parent must exist; never overwrites. Leaves
     // no record of the item in the Trash. Refuses what does not lie directly in a Trash.
     virtual Result<> moveOut(const FileURL& inTrash, const FileURL& original) = 0;

@@ -25,11 +25,15 @@ bool isThere(const Platform& platform, const FileURL& url) {
 
 // Nothing when the item is back in its place.
 std::optional<Failure> putBackOne(const Platform& platform, const TrashMove& move) {
-    if (!isThere(platform, move.to)) {
+    const auto isIt = isThere(platform, move.to) ? platform.trash.cameFrom(move.to, move.from) : false;
+    if (isIt && !*isIt) { // gone, or the Trash was emptied and another item has its name by now
         return Failure{move.from, "No longer in the Trash.", false};
     }
     if (isThere(platform, move.from)) {
         return Failure{move.from, "Something else now exists at the original location.", false};
+    }
+    if (!isIt) {
+        return Failure::fromError(move.from, isIt.error());
     }
     const auto parent = move.from.deletingLastPathComponent();
     if (const auto created = platform.files.createDirectories(parent); !created) {

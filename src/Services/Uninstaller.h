@@ -17,7 +17,8 @@ namespace quillane::Uninstaller {
 Report moveToTrash(const Platform& platform, const std::vector<FileURL>& urls,
                    const std::unordered_map<FileURL, Bytes>& sizes);
 
-// Takes each item back to where it lived, making missing parent folders. Never overwrites. Creates no moves
+// Takes each item back to where it lived, making missing parent folders. Never overwrites, and takes nothing that
+// by the record of the Trash came from elsewhere. Creates no moves
 // and reclaims nothing. Blocks; any thread but the main thread.
 Report putBack(const Platform& platform, const std::vector<TrashMove>& moves);
 

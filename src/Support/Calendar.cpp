@@ -2,9 +2,11 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <mutex>
 #include <unicode/gregocal.h>
 #include <unicode/reldatefmt.h>
 #include <unicode/timezone.h>
+#include <utility>
 
 namespace quillane {
 
@@ -140,12 +142,24 @@ Amount describedAmount(icu::Calendar& calendar, UDate date, UDate now) {
     return roundedTime(calendar, amount, remainder, date);
 }
 
-std::unique_ptr<const icu::GregorianCalendar> makePrototype(icu::TimeZone* adoptedZone) {
+std::unique_ptr<const icu::GregorianCalendar> makePrototype(std::unique_ptr<icu::TimeZone> zone) {
     UErrorCode status = U_ZERO_ERROR;
     // The locale brings the weeks that begin on Sunday.
-    auto calendar = std::make_unique<icu::GregorianCalendar>(adoptedZone, icu::Locale::getUS(), status);
+    auto calendar = std::make_unique<icu::GregorianCalendar>(zone.release(), icu::Locale::getUS(), status);
     require(status);
     return calendar;
+}
+
+// The library's default zone is that of the first time anybody asked. Finding it anew is not safe from two
+// threads at once.
+std::unique_ptr<icu::TimeZone> zoneOfTheMachine() {
+    static std::mutex mutex;
+    const std::lock_guard lock(mutex);
+    return std::unique_ptr<icu::TimeZone>(icu::TimeZone::detectHostTimeZone());
+}
+
+std::unique_ptr<icu::TimeZone> zoneNamed(const std::string& name) {
+    return std::unique_ptr<icu::TimeZone>(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(name)));
 }
 
 const icu::RelativeDateTimeFormatter& relativeFormatter() {
@@ -161,12 +175,22 @@ const icu::RelativeDateTimeFormatter& relativeFormatter() {
 
 } // namespace
 
+Calendar::Calendar(std::shared_ptr<const Zone> zone)
+    : m_zone(std::move(zone)) {}
+
 Calendar::Calendar()
-    : m_zone(std::make_shared<const Zone>(Zone{makePrototype(icu::TimeZone::createDefault())})) {}
+    : Calendar(std::make_shared<const Zone>(Zone{makePrototype(zoneOfTheMachine())})) {}
 
 Calendar::Calendar(const std::string& timeZone)
-    : m_zone(std::make_shared<const Zone>(
-          Zone{makePrototype(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(timeZone)))})) {}
+    : Calendar(std::make_shared<const Zone>(Zone{makePrototype(zoneNamed(timeZone))})) {}
+
+std::optional<Calendar> Calendar::inZone(const std::string& timeZone) {
+    auto zone = zoneNamed(timeZone);
+    if (*zone == icu::TimeZone::getUnknown()) {
+        return std::nullopt;
+    }
+    return Calendar(std::make_shared<const Zone>(Zone{makePrototype(std::move(zone))}));
+}
 
 Calendar::~Calendar() = default;
 Calendar::Calendar(const Calendar&) = default;

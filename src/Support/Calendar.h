@@ -1,6 +1,7 @@
 #pragma once
 #include "Date.h"
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace quillane {
@@ -9,10 +10,12 @@ namespace quillane {
 // Immutable after construction and cheap to copy; any thread may call it.
 class Calendar {
   public:
-    // The machine's own time zone.
+    // The machine's own time zone as it is at this moment.
     Calendar();
     // An IANA name such as "America/New_York"; an unknown name gives GMT.
     explicit Calendar(const std::string& timeZone);
+    // The same, and nothing for an unknown name.
+    static std::optional<Calendar> inZone(const std::string& timeZone);
     ~Calendar();
     Calendar(const Calendar&);
     Calendar& operator=(const Calendar&);
@@ -25,6 +28,7 @@ class Calendar {
 
   private:
     struct Zone;
+    explicit Calendar(std::shared_ptr<const Zone> zone);
     std::shared_ptr<const Zone> m_zone;
 };
 

@@ -4,6 +4,7 @@
 #include "Detached.h"
 #include "DeveloperCacheFinder.h"
 #include "FileSystem.h"
+#include "Formatting.h"
 #include "ScanPace.h"
 #include "TextComparison.h"
 #include <algorithm>
@@ -23,7 +24,7 @@ std::string labelForDeveloperItems(const std::vector<DevCacheItem>& items) {
     if (items.size() == 1) {
         return "Remove " + items.front().kind;
     }
-    return "Remove " + std::to_string(items.size()) + " developer locations";
+    return "Remove " + Formatting::number(static_cast<std::int64_t>(items.size())) + " developer locations";
 }
 
 } // namespace
@@ -72,9 +73,8 @@ SweepPlan AppLibrary::developerPlan() const {
     const auto home = m_platform.files.home();
     SweepPlan plan;
     for (const auto& item : sweepableDeveloperCaches()) {
-        if (plan.add(SweepRows::rowFor(item, home))) {
-            plan.countOne();
-        }
+        plan.add(SweepRows::rowFor(item, home));
+        plan.countOne();
     }
     return plan;
 }

@@ -1,6 +1,7 @@
 // What removed applications left behind: looking for it, showing it, and what of it can go.
 #include "AppLibrary.h"
 #include "Detached.h"
+#include "Formatting.h"
 #include "OrphanFinder.h"
 #include "ScanPace.h"
 #include "TextComparison.h"
@@ -25,7 +26,7 @@ std::string labelForOrphanGroups(const std::vector<OrphanGroup>& groups) {
     if (groups.size() == 1) {
         return "Remove " + groups.front().title() + " leftovers";
     }
-    return "Remove leftovers of " + std::to_string(groups.size()) + " apps";
+    return "Remove leftovers of " + Formatting::number(static_cast<std::int64_t>(groups.size())) + " apps";
 }
 
 } // namespace
@@ -76,11 +77,11 @@ SweepPlan AppLibrary::planFor(const std::vector<OrphanGroup>& groups) const {
     SweepPlan plan;
     for (const auto& group : groups) {
         const auto title = group.title();
-        bool hasRows = false;
-        for (const auto& item : sweepableItems(group)) {
-            hasRows = plan.add(SweepRows::rowFor(item, SweepCategory::orphans, title)) || hasRows;
+        const auto items = sweepableItems(group);
+        for (const auto& item : items) {
+            plan.add(SweepRows::rowFor(item, SweepCategory::orphans, title));
         }
-        if (hasRows) {
+        if (!items.empty()) {
             plan.countOne();
         }
     }

@@ -1,5 +1,6 @@
 // What could be removed, as rows for the review. Only builds values: nothing here touches a file.
 #include "AppLibrary.h"
+#include "Formatting.h"
 #include "LeftoverFinder.h"
 #include <algorithm>
 #include <string>
@@ -53,12 +54,17 @@ class StayingClaims {
     std::vector<std::string> m_identifiers;
 };
 
+template <class Record>
+std::string numberOf(const std::vector<Record>& records) {
+    return Formatting::number(static_cast<std::int64_t>(records.size()));
+}
+
 // "Uninstall Name" for one, "Uninstall 3 apps" else: the number is what was asked for, before any filter.
 std::string labelForApps(const std::vector<InstalledApp>& apps) {
     if (apps.size() == 1) {
         return "Uninstall " + apps.front().name;
     }
-    return "Uninstall " + std::to_string(apps.size()) + " apps";
+    return "Uninstall " + numberOf(apps) + " apps";
 }
 
 } // namespace
@@ -81,11 +87,11 @@ Bytes AppLibrary::reclaimableCacheBytes(const InstalledApp& app) const {
 SweepPlan AppLibrary::cachePlan() const {
     SweepPlan plan;
     for (const auto& app : *apps) {
-        bool hasRows = false;
-        for (const auto& item : reclaimableCache(app)) {
-            hasRows = plan.add(SweepRows::rowFor(item, SweepCategory::caches, app.name)) || hasRows;
+        const auto items = reclaimableCache(app);
+        for (const auto& item : items) {
+            plan.add(SweepRows::rowFor(item, SweepCategory::caches, app.name));
         }
-        if (hasRows) {
+        if (!items.empty()) {
             plan.countOne();
         }
     }
@@ -99,7 +105,7 @@ SweepPlan AppLibrary::trashPlan() const {
     }
     SweepPlan plan;
     plan.add({trashToken(), SweepCategory::trash, "Everything in the Trash",
-              std::to_string(trash.count) + " item(s), deleted permanently", trash.bytes});
+              Formatting::number(trash.count) + " item(s), deleted permanently", trash.bytes});
     plan.setCount(trash.count);
     return plan;
 }

@@ -24,9 +24,32 @@ void append(std::vector<Uninstaller::Failure>& all, const std::vector<Uninstalle
     all.insert(all.end(), more.begin(), more.end());
 }
 
+// Why nothing was begun.
+constexpr const char* kSweepRuns = "A cleanup is running";
+constexpr const char* kPutBackRuns = "A put back is running";
+
+SweepReport refused(const std::vector<SweepEntry>& entries) {
+    SweepReport report;
+    for (const auto& entry : entries) {
+        report.failures.push_back({entry.url, kPutBackRuns});
+    }
+    return report;
+}
+
+Uninstaller::Report refused(const std::vector<TrashMove>& moves, const char* reason) {
+    Uninstaller::Report report;
+    for (const auto& move : moves) {
+        report.failures.push_back({move.from, reason});
+    }
+    return report;
+}
+
 } // namespace
 
 Task<SweepReport> AppLibrary::runSweep(std::vector<SweepEntry> entries, std::string label) {
+    if (*isPuttingBack) {
+        co_return refused(entries);
+    }
     SweepReport report;
     std::vector<TrashMove> moves;
     m_holders.reset();
@@ -170,7 +193,8 @@ void AppLibrary::record(std::optional<UndoableOperation> operation) {
     lastOperation = operation;
     const auto data = operation ? StoredRecords::encode(*operation) : std::nullopt;
     if (data) {
-        m_platform.defaults.set(DefaultsKeys::kLastOperation, *data);
+        // Of two cleanups the earlier would be put back after a restart.
+        m_platform.defaults.setOrForget(DefaultsKeys::kLastOperation, *data);
     } else {
         m_platform.defaults.clear(DefaultsKeys::kLastOperation);
     }
@@ -181,14 +205,17 @@ Task<Uninstaller::Report> AppLibrary::undoLastOperation() {
     if (!operation) {
         co_return Uninstaller::Report{};
     }
+    if (*isSweeping || *isPuttingBack) {
+        co_return refused(operation->moves, *isSweeping ? kSweepRuns : kPutBackRuns);
+    }
+    isPuttingBack = true;
     const Platform platform = m_platform;
     auto report =
         co_await detached(platform.tasks, Priority::userInitiated, [platform, moves = operation->moves] {
             return Uninstaller::putBack(platform, moves);
         });
-    if (*lastOperation == operation) { // and not one that has ended meanwhile
-        record(std::nullopt);          // an operation can be tried once
-    }
+    record(std::nullopt); // an operation can be tried once
+    isPuttingBack = false;
     refresh(ScanReason::user);
     co_return report;
 }

@@ -179,13 +179,16 @@ class AppLibrary {
     Published<int> sweepTotal{0};                      // rows received
     Published<Bytes> sweepReclaimedSoFar{0};
     Published<std::optional<UndoableOperation>> lastOperation; // the one sweep that can be put back
+    Published<bool> isPuttingBack{false};                      // its items are on their way back
 
     // Runs a confirmed list to its end: the Trash first, then applications are asked to quit, then the rows
     // move one at a time, each checked against protection right before. Never stops at a failure and can't be
-    // cancelled. The screens see to it that one sweep runs at a time.
+    // cancelled. The screens see to it that one sweep runs at a time. While a put back runs nothing is touched and
+    // each row is told as failed: emptying the Trash would take what is about to come back.
     Task<SweepReport> runSweep(std::vector<SweepEntry> entries, std::string label);
     // Takes the last operation's items back, forgets the operation whatever the outcome, and starts a scan.
-    // With no operation, an empty report and nothing else.
+    // With no operation, an empty report and nothing else. While a sweep or another put back runs nothing is touched,
+    // the operation stays, and each item is told as failed.
     Task<Uninstaller::Report> undoLastOperation();
 
   private:

@@ -3,12 +3,10 @@
 
 namespace quillane {
 
-bool SweepPlan::add(SweepEntry row) {
-    if (!m_paths.insert(row.url).second) {
-        return false;
+void SweepPlan::add(SweepEntry row) {
+    if (m_paths.insert(row.url).second) {
+        m_rows.push_back(std::move(row));
     }
-    m_rows.push_back(std::move(row));
-    return true;
 }
 
 std::vector<SweepEntry> SweepPlan::takeRows() {

@@ -13,8 +13,8 @@ namespace quillane {
 // one check box and counts once.
 class SweepPlan {
   public:
-    // False when the path has its row already.
-    bool add(SweepEntry row);
+    // Does nothing when the path has its row already.
+    void add(SweepEntry row);
     // One more of what the category's row counts.
     void countOne() { ++m_count; }
     // As many as `count`.
@@ -23,7 +23,8 @@ class SweepPlan {
     const std::vector<SweepEntry>& rows() const { return m_rows; }
     // Leaves the plan empty.
     std::vector<SweepEntry> takeRows();
-    // What the category's row counts: applications, locations, groups or items of the Trash, each with a row here.
+    // What the category's row counts: applications, locations, groups or items of the Trash that have something to
+    // give, also what another of them gives already.
     int count() const { return m_count; }
     Bytes bytes() const;
 

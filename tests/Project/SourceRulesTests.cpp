@@ -227,6 +227,21 @@ TEST(SourceRules, NoSourceTakesAHeaderOfTheKernel) {
     EXPECT_TRUE(found.empty()) << joined(found);
 }
 
+// Formatting::number() and counted() are how a number is shown; other ways know nothing of groups.
+TEST(SourceRules, NoNumberIsShownWithoutItsGroups) {
+    const std::regex plain(
+        R"(\bstd::to_string\b|\bQString::number\b|\bsetNum\b|\.arg\([^()]*\b(size|count)\(\))");
+    for (const char* call : {"std::to_string(n)", "QString::number(n)", "text.arg(list.size())"}) {
+        EXPECT_EQ(occurrences({{"x.cpp", call}}, plain).size(), 1U) << call;
+    }
+    std::vector<std::string> found;
+    for (const char* room : {"src/Models", "src/Services", "src/ViewModels", "src/Views"}) {
+        const auto here = occurrences(sourcesBelow(room), plain, {"src/ViewModels/StoredRecords.cpp"});
+        found.insert(found.end(), here.begin(), here.end());
+    }
+    EXPECT_TRUE(found.empty()) << joined(found);
+}
+
 TEST(SourceRules, NothingIsPrintedOrLogged) {
     const auto found = occurrences(
         sourcesBelow("src"),

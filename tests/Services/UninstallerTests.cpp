@@ -53,6 +53,18 @@ TEST_F(UninstallerTest, AMoveIsRecordedFromItsPlaceToWhereItLanded) {
     EXPECT_FALSE(world.isThere(url));
 }
 
+TEST_F(UninstallerTest, AMoveThatDoesNotSayWhereItLandedCountsAndCannotBePutBack) {
+    const auto a = file("a");
+    const auto b = file("b");
+    world.trash.keepLandingOf(a);
+    const auto report = move({a, b}, {{a, 10}, {b, 1}});
+    EXPECT_EQ(report.trashed, (std::vector{a, b}));
+    EXPECT_EQ(report.reclaimedBytes, 11);
+    EXPECT_TRUE(report.failures.empty());
+    ASSERT_EQ(report.moves.size(), 1U);
+    EXPECT_EQ(report.moves[0].from, b);
+}
+
 TEST_F(UninstallerTest, AFailureNeverEndsTheWalk) {
     const auto a = file("a");
     const auto b = file("b");
@@ -81,6 +93,7 @@ TEST(UninstallerFailure, AccessFailuresAreToldByTheirCodesAlone) {
     for (const auto& [error, isDenied] : std::vector<ErrorCase>{{{513, {}}, true},
                                                                 {{257, {}}, true},
                                                                 {{512, 1}, true},
+                                                                {{512, 18}, false},
                                                                 {{256, 13}, true},
                                                                 {{4, 2}, false},
                                                                 {{640, 28}, false},
@@ -136,6 +149,33 @@ TEST_F(UninstallerTest, AnItemGoneFromTheTrashIsToldSo) {
     EXPECT_EQ(putBack(moved.moves).failures, expected);
     file("a"); // gone from the Trash comes first, also when something is at the original location
     EXPECT_EQ(putBack(moved.moves).failures, expected);
+}
+
+TEST_F(UninstallerTest, AnItemThatTookTheNameOfOursStaysInTheTrash) {
+    const auto url = file("one/a", "text");
+    const auto moved = move({url});
+    ASSERT_TRUE(move({home("one")}).failures.empty());
+    world.trash.answerOrigin(false);
+    const std::vector expected{Uninstaller::Failure{url, "No longer in the Trash.", false}};
+    EXPECT_EQ(putBack(moved.moves).failures, expected);
+    EXPECT_TRUE(world.isThere(moved.moves[0].to));
+    EXPECT_FALSE(world.isThere(home("one"))) << "nothing is made for it";
+    file("one/a", "new"); // also when something is at the original location
+    EXPECT_EQ(putBack(moved.moves).failures, expected);
+}
+
+TEST_F(UninstallerTest, AnItemWhoseOriginCannotBeReadStaysInTheTrashAndIsAFailure) {
+    const auto url = file("a", "text");
+    const auto moved = move({url});
+    world.trash.answerOrigin(PlatformError{ErrorCode::kReadNoPermission, 13});
+    EXPECT_EQ(putBack(moved.moves).failures, (std::vector{Uninstaller::Failure{url, "No access", true}}));
+    world.trash.answerOrigin(PlatformError{ErrorCode::kReadUnknown, 5});
+    EXPECT_EQ(putBack(moved.moves).failures, (std::vector{Uninstaller::Failure{url, "Failed", false}}));
+    EXPECT_TRUE(world.isThere(moved.moves[0].to));
+    file("a", "new"); // what is in the way is told first
+    EXPECT_EQ(putBack(moved.moves).failures,
+              (std::vector{
+                  Uninstaller::Failure{url, "Something else now exists at the original location.", false}}));
 }
 
 TEST_F(UninstallerTest, PutBackGoesOnAfterAFailure) {
@@ -233,6 +273,14 @@ TEST(UninstallerReport, ASummaryTellsWhatWasHandledAndWhatFailed) {
         report.summary("Moved", "to the Trash"),
         "Moved 2 item(s) to the Trash, reclaiming 1.5 MB.\n\n1 item(s) failed: macOS blocked access. Grant "
         "Full Disk Access to include them.");
+}
+
+TEST(UninstallerReport, TheNumbersOfASummaryAreGrouped) {
+    Uninstaller::Report report;
+    report.trashed.assign(1234, FileURL("/a"));
+    report.failures.assign(5678, {FileURL("/c"), "Failed", false});
+    EXPECT_EQ(report.summary("Moved", "to the Trash"),
+              "Moved 1,234 item(s) to the Trash, reclaiming Zero KB.\n\n5,678 item(s) failed.");
 }
 
 TEST(UninstallerReport, ASummaryOfNothingButFailuresStillHasItsFirstLine) {

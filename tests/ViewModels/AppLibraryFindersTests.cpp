@@ -450,7 +450,7 @@ TEST_F(FoundThings, AnItemThatIsAskedForTwiceHasOneRow) {
     EXPECT_EQ(library->removalForOrphanGroups({{"com.acme", {draw}}, {"com.acme", {draw}}}).entries.size(),
               1U);
     library->developerCaches = std::vector{npm, npm};
-    EXPECT_EQ(library->itemCount(SweepCategory::developer), 1);
+    EXPECT_EQ(library->plan(SweepCategory::developer).size(), 1U);
     EXPECT_EQ(library->bytes(SweepCategory::developer), 9);
 }
 

@@ -57,6 +57,16 @@ TEST_F(Plans, TheTrashIsOneRowWithItsCountAndSize) {
     EXPECT_EQ(library->itemCount(SweepCategory::trash), 3);
 }
 
+TEST_F(Plans, NumbersInLabelsAndRowsAreGrouped) {
+    library->trashState = TrashSweeper::State::measured(1, 12345);
+    EXPECT_EQ(library->plan(SweepCategory::trash).front().subtitle, "12,345 item(s), deleted permanently");
+    EXPECT_EQ(library->removalForApps(std::vector(1200, app("One"))).label, "Uninstall 1,200 apps");
+    EXPECT_EQ(library->removalForOrphanGroups(std::vector<OrphanGroup>(1200)).label,
+              "Remove leftovers of 1,200 apps");
+    EXPECT_EQ(library->removalForDeveloperItems(std::vector<DevCacheItem>(1200)).label,
+              "Remove 1,200 developer locations");
+}
+
 TEST_F(Plans, ATrashThatIsEmptyOrCannotBeReadIsNotPlanned) {
     EXPECT_TRUE(library->plan(SweepCategory::trash).empty());
     library->trashState = TrashSweeper::State::refused();
@@ -150,7 +160,7 @@ TEST_F(Plans, ACacheOfTwoApplicationsHasOneRowUnderTheFirstAndCountsOnce) {
     EXPECT_EQ(plan[0].url, shared.url);
     EXPECT_EQ(plan[0].title, "One");
     EXPECT_EQ(library->bytes(SweepCategory::caches), 18);
-    EXPECT_EQ(library->itemCount(SweepCategory::caches), 2) << "the second has no row of its own";
+    EXPECT_EQ(library->itemCount(SweepCategory::caches), 3) << "each of them has a cache to give";
 }
 
 TEST_F(Plans, APathOfTwoCategoriesHasOneRowInTheFullPlanAndTheFigureIsThatOfItsRows) {

@@ -256,6 +256,31 @@ TEST_F(AppLibraryScan, AStaleScanServesNoParkedRequest) {
     EXPECT_EQ(AppLibraryTesting::parked(*library), ScanReason::user);
 }
 
+TEST_F(AppLibraryScan, AScanThatIsStaleBeforeTheTrashDoesNotMeasureIt) {
+    disk.file("Users/alex/.Trash/a");
+    library->refresh(ScanReason::user);
+    ASSERT_TRUE(runner.runUntil([&] { return library->phase->kind == Kind::findingDeveloperCaches; }));
+    AppLibraryTesting::supersede(*library);
+    runner.runAll();
+    EXPECT_EQ(std::ranges::count(runner.history(), Priority::utility), 0) << "the Trash was measured";
+    EXPECT_EQ(*library->phase, Phase{Kind::findingDeveloperCaches});
+}
+
+TEST_F(AppLibraryScan, AScanThatIsStaleAfterTheTrashIsNeverReadyPrunesNothingAndServesNothing) {
+    (void)IconCache::shared().icon(urlOfApp(2));
+    runner.runAll();
+    library->refresh(ScanReason::user);
+    ASSERT_TRUE(runner.runUntil(
+        [&] { return runner.waitingJobs() == 1 && runner.waitingPriority(0) == Priority::utility; }));
+    ASSERT_EQ(*library->phase, Phase{Kind::findingDeveloperCaches});
+    library->refresh(ScanReason::user);
+    AppLibraryTesting::supersede(*library);
+    runner.runAll();
+    EXPECT_EQ(*library->phase, Phase{Kind::findingDeveloperCaches});
+    EXPECT_EQ(IconCache::shared().count(), 1U);
+    EXPECT_EQ(AppLibraryTesting::parked(*library), ScanReason::user);
+}
+
 // What comes of a scan must not depend on whether its library is still there.
 class AppLibraryLifetime : public LibraryTest, public testing::WithParamInterface<int> {};
 
@@ -302,6 +327,34 @@ TEST_F(AppLibraryScan, IconsOfApplicationsThatAreGoneLeaveTheCacheAtTheEndOfASca
     runner.runAll();
     EXPECT_EQ(icons.count(), 1U);
     EXPECT_NE(icons.icon(urlOfApp(1)), nullptr);
+}
+
+// Counts the icons at the moment at which the scan is ready.
+class IconsWhenReady final : public Observer {
+  public:
+    explicit IconsWhenReady(const AppLibrary& library)
+        : m_library(library) {
+        const Tracking tracking(*this);
+        (void)library.phase.get();
+    }
+    void fieldDidChange() override {
+        if (m_library.phase->kind == AppLibrary::Phase::Kind::ready) {
+            icons = IconCache::shared().count();
+        }
+    }
+    std::optional<std::size_t> icons;
+
+  private:
+    const AppLibrary& m_library;
+};
+
+TEST_F(AppLibraryScan, AScanIsReadyBeforeItPrunesTheIcons) {
+    (void)IconCache::shared().icon(urlOfApp(2));
+    runner.runAll();
+    const IconsWhenReady whenReady(*library);
+    scan();
+    EXPECT_EQ(whenReady.icons, 1U);
+    EXPECT_EQ(IconCache::shared().count(), 0U);
 }
 
 TEST_F(AppLibraryScan, AStaleScanPrunesNoIcons) {

@@ -58,6 +58,51 @@ TEST_F(Sweep, TheTrashIsEmptiedFirstSoThatWhatMovesStaysRecoverable) {
     EXPECT_EQ((*library->lastOperation)->bytes, 10); // what was emptied can't come back
 }
 
+TEST_F(Sweep, OfTheTrashTheItemsAreCountedThatReallyWent) {
+    for (const char* item : {".Trash/one", ".Trash/two/a", ".Trash/two/b", ".Trash/three"}) {
+        file(item);
+    }
+    world.trash.failStep(1, kOther);
+    const auto done = sweep({trashRow()});
+    EXPECT_EQ(done.itemsDeleted, 2);
+    EXPECT_EQ(done.itemsMovedToTrash, 0);
+    EXPECT_EQ(done.failures.size(), 1U);
+}
+
+TEST_F(Sweep, TheTrashIsEmptiedAtThePriorityOfTheUserAndMeasuredAtALowerOne) {
+    file(".Trash/old");
+    sweep({trashRow()});
+    EXPECT_EQ(world.runner.history(), (std::vector{Priority::userInitiated, Priority::utility}));
+}
+
+TEST_F(Sweep, AMoveThatDoesNotSayWhereItLandedCountsAndIsNoPartOfWhatCanBePutBack) {
+    const auto a = file("a");
+    const auto b = file("b");
+    world.trash.keepLandingOf(a);
+    const auto done = sweep({entry(a, SweepCategory::caches, 10), entry(b, SweepCategory::caches, 5)});
+    EXPECT_EQ(done.itemsMovedToTrash, 2);
+    EXPECT_EQ(done.totalBytes(), 15);
+    EXPECT_EQ(*library->sweepReclaimedSoFar, 15);
+    EXPECT_TRUE(done.failures.empty());
+    ASSERT_TRUE(library->lastOperation->has_value());
+    EXPECT_EQ((*library->lastOperation)->moves, (std::vector{TrashMove{b, home(".Trash/b")}}));
+    EXPECT_EQ((*library->lastOperation)->bytes, 15);
+}
+
+TEST_F(Sweep, WhenNoMoveSaysWhereItLandedTheOperationBeforeStays) {
+    const auto before = UndoableOperation{"Before", Date{1}, {}, 5};
+    library->lastOperation = before;
+    const auto a = file("a");
+    OrphanItem orphan;
+    orphan.url = a;
+    library->orphans = std::vector{orphan};
+    world.trash.keepLandingOf(a);
+    sweep({entry(a, SweepCategory::orphans, 10)});
+    EXPECT_FALSE(world.isThere(a));
+    EXPECT_TRUE(library->orphans->empty()) << "it has gone from the list all the same";
+    EXPECT_EQ(*library->lastOperation, before);
+}
+
 TEST_F(Sweep, WhatTheTrashHeldCountsAsReclaimedWhileTheRestMoves) {
     file(".Trash/old");
     const auto a = file("a");
@@ -354,25 +399,63 @@ TEST_F(Sweep, APartlyFailedPutBackForgetsTheOperationAllTheSame) {
     EXPECT_FALSE(library->lastOperation->has_value());
 }
 
-TEST_F(Sweep, ASweepThatEndsDuringAPutBackKeepsItsOwnOperation) {
+TEST_F(Sweep, DuringAPutBackNoSweepBeginsAndEachRowIsToldAsFailed) {
     const auto a = file("a");
     const auto b = file("b");
     sweep({entry(a, SweepCategory::caches, 10)}, "First");
-    library->tasks().start([&](StopToken) -> Task<> { (void)co_await library->undoLastOperation(); });
+    std::optional<Uninstaller::Report> undone;
+    library->tasks().start([&](StopToken) -> Task<> { undone = co_await library->undoLastOperation(); });
     world.runner.settle(); // the put back waits for its thread, and meanwhile:
+    EXPECT_TRUE(*library->isPuttingBack);
+    startSweep({trashRow(), entry(b, SweepCategory::caches, 5)}, "Second");
+    world.runner.settle();
+    ASSERT_TRUE(report.has_value());
+    EXPECT_EQ(report->failures,
+              (std::vector<Uninstaller::Failure>{{FileURL("/.Trash"), "A put back is running", false},
+                                                 {b, "A put back is running", false}}));
+    EXPECT_EQ(report->totalBytes(), 0);
+    EXPECT_FALSE(*library->isSweeping);
+    EXPECT_EQ(*library->sweepTotal, 1) << "that of the first";
+    world.runner.runAll();
+    EXPECT_EQ(undone.value().trashed, std::vector{a});
+    EXPECT_TRUE(world.isThere(a)) << "it was not emptied with the Trash";
+    EXPECT_TRUE(world.isThere(b));
+    EXPECT_FALSE(*library->isPuttingBack);
+    EXPECT_EQ(sweep({entry(b, SweepCategory::caches, 5)}).itemsMovedToTrash, 1) << "afterwards it can";
+}
+
+TEST_F(Sweep, DuringASweepNothingIsPutBackAndTheOperationStays) {
+    const auto a = file("a");
+    const auto b = file("b");
+    sweep({entry(a, SweepCategory::caches, 10)}, "First");
     startSweep({entry(b, SweepCategory::caches, 5)}, "Second");
     world.runner.settle();
-    ASSERT_EQ(world.runner.waitingJobs(), 2U);
-    while (!report) { // the sweep's steps alone
-        world.runner.runJob(1);
-        world.runner.settle();
+    std::optional<Uninstaller::Report> undone;
+    library->tasks().start([&](StopToken) -> Task<> { undone = co_await library->undoLastOperation(); });
+    world.runner.settle();
+    ASSERT_TRUE(undone.has_value());
+    EXPECT_EQ(undone->failures, (std::vector<Uninstaller::Failure>{{a, "A cleanup is running", false}}));
+    EXPECT_EQ((*library->lastOperation)->label, "First");
+    EXPECT_EQ(library->phase->kind, Phase::Kind::idle) << "nor is anything scanned";
+    world.runner.runAll();
+    EXPECT_EQ((*library->lastOperation)->label, "Second");
+    EXPECT_FALSE(world.isThere(a));
+}
+
+TEST_F(Sweep, ASecondPutBackMovesNothingWhileTheFirstRuns) {
+    const auto a = file("a");
+    sweep({entry(a, SweepCategory::caches, 10)});
+    std::vector<Uninstaller::Report> reports;
+    for (int i = 0; i < 2; ++i) {
+        library->tasks().start(
+            [&](StopToken) -> Task<> { reports.push_back(co_await library->undoLastOperation()); });
     }
     world.runner.runAll();
-    ASSERT_TRUE(library->lastOperation->has_value());
-    EXPECT_EQ((*library->lastOperation)->label, "Second");
-    EXPECT_TRUE(world.defaults.isStored("lastOperation"));
-    EXPECT_TRUE(world.isThere(a));
-    EXPECT_EQ(undo().trashed, std::vector{b});
+    ASSERT_EQ(reports.size(), 2U);
+    EXPECT_EQ(reports[0].failures, (std::vector<Uninstaller::Failure>{{a, "A put back is running", false}}));
+    EXPECT_EQ(reports[1].trashed, std::vector{a});
+    EXPECT_FALSE(library->lastOperation->has_value());
+    EXPECT_FALSE(*library->isPuttingBack);
 }
 
 TEST_F(Sweep, APutBackIsFollowedByAScanOfTheUsers) {
@@ -473,8 +556,10 @@ TEST_F(Sweep, APathSwappedForALinkMovesTheLinkAndNotWhatItPointsTo) {
 }
 
 TEST(StoredRecords, AnOperationReadsBackWithAllItsFields) {
-    const UndoableOperation operation{
-        "Clean \"é\" / \n cache", Date{738000000.125}, {{FileURL("/a b/é"), FileURL("/t/1%")}}, INT64_MAX};
+    const UndoableOperation operation{"Clean \"é\" / \n cache",
+                                      Date{738000000.125},
+                                      {{FileURL("/a b/é"), FileURL("/t/1%")}},
+                                      StoredRecords::kMostStoredBytes};
     const auto data = StoredRecords::encode(operation);
     ASSERT_TRUE(data);
     EXPECT_EQ(StoredRecords::decodeUndoableOperation(*data), operation);

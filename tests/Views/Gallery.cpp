@@ -274,7 +274,7 @@ std::unique_ptr<QWidget> makeGallery() {
     column->addWidget(heading("PANELS"));
     column->addWidget(new Panel(std::nullopt, new StatGrid({{"Reclaimable", "462.9 MB", true},
                                                             {"Files", "3", false},
-                                                            {"Last Touched", "1104 days ago", false}})));
+                                                            {"Last Touched", "1,104 days ago", false}})));
     auto* list = new Panel("Support Files (2)");
     list->addRow(new ListRow("doc", "co.tessel.studio", "Application Support", "5.92 GB"));
     list->addRow(

@@ -98,6 +98,15 @@ TYPED_TEST(DefaultsContract, SubscribersHearOfEachChangeUntilTheyLeave) {
     EXPECT_EQ(heard, (std::vector<std::string>{"a", "a"}));
 }
 
+TYPED_TEST(DefaultsContract, AValueThatMisleadsOnceItIsOldIsStoredAndToldAsAnyOther) {
+    std::vector<std::string> heard;
+    this->defaults->subscribe([&](const std::string& key) { heard.push_back(key); });
+    this->defaults->setOrForget("a", Defaults::Data{1});
+    this->defaults->setOrForget("a", Defaults::Data{2});
+    EXPECT_EQ(this->defaults->data("a"), Defaults::Data{2});
+    EXPECT_EQ(heard, (std::vector<std::string>{"a", "a"}));
+}
+
 struct Coercion {
     Defaults::Value value;
     std::int64_t integer;
@@ -282,6 +291,24 @@ TEST_F(SmallFileDefaults, AValueTooLargeToBeReadBackStaysInMemoryAndTheOthersAre
         EXPECT_EQ(launch().stringArray("paths"), (std::vector<std::string>{"/protected", "/too"}));
         EXPECT_EQ(defaults.value("operation"), huge);
         defaults.set("operation", Defaults::Data{2});
+        EXPECT_EQ(launch().data("operation"), Defaults::Data{2});
+    }
+}
+
+TEST_F(SmallFileDefaults, AnOlderValueThatMisleadsGoesFromTheFileWhenTheNewerIsTooLarge) {
+    for (const auto& huge : {Defaults::Value(Defaults::Data(13000, 7)),
+                             Defaults::Value(std::vector<std::string>(250, "of too many"))}) {
+        defaults.set("paths", std::vector<std::string>{"/protected"});
+        defaults.setOrForget("operation", Defaults::Data{1});
+        ASSERT_EQ(launch().data("operation"), Defaults::Data{1});
+        defaults.setOrForget("operation", huge);
+        EXPECT_EQ(defaults.value("operation"), huge);
+        EXPECT_EQ(launch().value("operation"), std::nullopt);
+        defaults.set("other", true);
+        EXPECT_EQ(defaults.value("operation"), huge);
+        EXPECT_EQ(launch().value("operation"), std::nullopt);
+        EXPECT_EQ(launch().stringArray("paths"), std::vector<std::string>{"/protected"});
+        defaults.setOrForget("operation", Defaults::Data{2});
         EXPECT_EQ(launch().data("operation"), Defaults::Data{2});
     }
 }

@@ -1,5 +1,7 @@
-// What every Trash keeps, over the plain Trash of a sample volume and the Trash of Linux desktops.
+// What every Trash keeps, over the plain Trash of a sample volume, the Trash of Linux desktops, and the wrapper in
+// which tests make steps fail.
 #include "DiskFolder.h"
+#include "FaultTrash.h"
 #include "FolderTrash.h"
 #include "FreedesktopTrash.h"
 #include "TrashInfo.h"
@@ -22,7 +24,7 @@ class FixedClock final : public Clock {
   public:
     Date now() const override { return m_now; }
     void setNow(Date now) { m_now = now; }
-    const Calendar& calendar() const override { return m_calendar; }
+    Calendar calendar() const override { return m_calendar; }
     Instant instant() const override { return {}; }
     TimerId callAt(Instant, Job) override { return 0; }
     void cancel(TimerId) override {}
@@ -50,6 +52,7 @@ struct World {
 
     fs::path root;
     FixedClock clock;
+    mutable std::unique_ptr<Trash> wrapped; // by the one under test
 };
 
 struct PlainTrash {
@@ -62,6 +65,14 @@ struct PlainTrash {
         return fs::path(world.root.string() + url.path());
     }
     static fs::path folder(const World& world) { return world.root / "home/.Trash"; }
+    static constexpr bool kKeepsRecords = false;
+};
+
+struct WrappedTrash : PlainTrash {
+    static std::unique_ptr<Trash> make(const World& world) {
+        world.wrapped = PlainTrash::make(world);
+        return std::make_unique<FaultTrash>(*world.wrapped);
+    }
 };
 
 struct DesktopTrash {
@@ -74,6 +85,7 @@ struct DesktopTrash {
     }
     static fs::path host(const World&, const FileURL& url) { return {url.path()}; }
     static fs::path folder(const World& world) { return world.root / "home/.local/share/Trash/files"; }
+    static constexpr bool kKeepsRecords = true;
 };
 
 template <class Kind>
@@ -99,7 +111,7 @@ class TrashContract : public testing::Test {
     std::unique_ptr<Trash> trash = Kind::make(world);
 };
 
-using Kinds = testing::Types<PlainTrash, DesktopTrash>;
+using Kinds = testing::Types<PlainTrash, DesktopTrash, WrappedTrash>;
 TYPED_TEST_SUITE(TrashContract, Kinds);
 
 TYPED_TEST(TrashContract, BeforeTheFirstMoveThereIsNoTrashAndItListsEmpty) {
@@ -211,6 +223,37 @@ TYPED_TEST(TrashContract, OnlyWhatLiesDirectlyInTheTrashIsMovedOutOfIt) {
     }
     EXPECT_FALSE(fs::exists(this->world.root / "home/stolen"));
     EXPECT_EQ(this->content(this->host(landed)), "trashed");
+}
+
+TYPED_TEST(TrashContract, WhateverItsNameAnItemCameFromItsPlace) {
+    for (const std::string& name :
+         {std::string("a"), std::string("new\nline"), std::string("\xff\xfe bad"), std::string("100% %41"),
+          std::string("a%"), std::string("Path=/b"), std::string("é"), std::string(255, 'n')}) {
+        this->world.write("home/" + name, "x");
+        const auto came = this->trash->cameFrom(this->trashed("home/" + name), this->url("home/" + name));
+        EXPECT_TRUE(came.ok() && *came) << name;
+    }
+}
+
+TYPED_TEST(TrashContract, ItCameFromNoOtherPlaceAsFarAsTheTrashKnows) {
+    this->world.write("home/a", "x");
+    const auto landed = this->trashed("home/a");
+    for (const char* other : {"home/b", "home/a/a", "home/A", "a", "home/a "}) {
+        const auto came = this->trash->cameFrom(landed, this->url(other));
+        ASSERT_TRUE(came.ok()) << other;
+        EXPECT_EQ(*came, !TypeParam::kKeepsRecords) << other;
+    }
+}
+
+TYPED_TEST(TrashContract, WhatTookTheNameOfADeletedItemCameFromItsOwnPlace) {
+    this->world.write("home/one/Cache", "1");
+    this->world.write("home/two/Cache", "2");
+    const auto first = this->trashed("home/one/Cache");
+    ASSERT_TRUE(this->trash->deleteItem(first).ok());
+    const auto second = this->trashed("home/two/Cache");
+    ASSERT_EQ(second, first);
+    EXPECT_TRUE(*this->trash->cameFrom(second, this->url("home/two/Cache")));
+    EXPECT_EQ(*this->trash->cameFrom(second, this->url("home/one/Cache")), !TypeParam::kKeepsRecords);
 }
 
 TYPED_TEST(TrashContract, HiddenItemsAreListedAndDeleted) {
@@ -411,6 +454,90 @@ TEST_F(FreedesktopTrashRecords, AnInfoFolderThatIsALinkIsNotFollowedToTheRecords
     EXPECT_EQ(records(), 2U);
 }
 
+// ---- what the records of desktops say of an item's origin
+
+struct FreedesktopTrashOrigin : FreedesktopTrashRecords {
+    FreedesktopTrashOrigin() {
+        world.write("home/folder/a", "x");
+        trash->moveToTrash(url("home/folder/a")).valueOr(std::nullopt);
+    }
+    FileURL url(const std::string& below) const { return DesktopTrash::url(world, below); }
+    void record(const std::string& text) const { std::ofstream(info / "a.trashinfo") << text; }
+    Result<bool> cameFrom(const std::string& below) const {
+        return trash->cameFrom(url("home/.local/share/Trash/files/a"), url(below));
+    }
+    bool isFrom(const std::string& below) const {
+        const auto came = cameFrom(below);
+        EXPECT_TRUE(came.ok());
+        return came.ok() && *came;
+    }
+};
+
+TEST_F(FreedesktopTrashOrigin, AnItemCameFromItsPlaceAlsoWhenTheFolderThereIsGone) {
+    EXPECT_TRUE(isFrom("home/folder/a"));
+    fs::remove_all(world.root / "home/folder");
+    EXPECT_TRUE(isFrom("home/folder/a"));
+    EXPECT_FALSE(isFrom("home/a"));
+}
+
+TEST_F(FreedesktopTrashOrigin, OneThatHasNoRecordCameFromNowhereThatIsKnown) {
+    fs::remove(info / "a.trashinfo");
+    EXPECT_FALSE(isFrom("home/folder/a"));
+    fs::remove_all(info);
+    EXPECT_FALSE(isFrom("home/folder/a"));
+}
+
+TEST_F(FreedesktopTrashOrigin, ARecordThatNamesNoPlaceIsNone) {
+    for (const char* text : {"", "Path=/a", "[Trash Info]", "[Trash Info]\nPath=\n", "\xff"}) {
+        record(text);
+        EXPECT_FALSE(isFrom("home/folder/a")) << text;
+    }
+}
+
+TEST_F(FreedesktopTrashOrigin, ThePathOfARecordIsReadAsOtherProgramsWriteIt) {
+    record("[Trash Info]\nDeletionDate=2025-11-21T08:30:00\nPath=" + world.root.string() +
+           "/home/f%6flder/%61\n");
+    EXPECT_TRUE(isFrom("home/folder/a"));
+    record("[Trash Info]\nPath=below/a\n");
+    EXPECT_TRUE(isFrom("home/.local/share/below/a"));
+    EXPECT_FALSE(isFrom("home/folder/a"));
+}
+
+// Programs differ in whether they record the way by which they came or the real one.
+TEST_F(FreedesktopTrashOrigin, LinksAboveAPlaceMakeItNoOther) {
+    fs::create_directory_symlink(world.root / "home/folder", world.root / "home/way");
+    EXPECT_TRUE(isFrom("home/way/a"));
+    record("[Trash Info]\nPath=" + (world.root / "home/way/a").string() + "\n");
+    EXPECT_TRUE(isFrom("home/folder/a"));
+    EXPECT_FALSE(isFrom("home/a"));
+}
+
+TEST_F(FreedesktopTrashOrigin, ALinkThatStandsWhereTheItemWasIsNotFollowed) {
+    fs::create_symlink(world.root / "home/other/a", world.root / "home/folder/a");
+    EXPECT_TRUE(isFrom("home/folder/a"));
+    EXPECT_FALSE(isFrom("home/other/a"));
+}
+
+TEST_F(FreedesktopTrashOrigin, ARecordThatIsALinkOrNoFileOfBytesFailsToBeRead) {
+    const auto path = info / "a.trashinfo";
+    fs::rename(path, world.root / "elsewhere");
+    fs::create_symlink(world.root / "elsewhere", path);
+    EXPECT_FALSE(cameFrom("home/folder/a").ok());
+    fs::remove(path);
+    fs::create_directory(path);
+    EXPECT_FALSE(cameFrom("home/folder/a").ok());
+    fs::remove(path);
+    fs::rename(info, world.root / "records");
+    fs::create_directory_symlink(world.root / "records", info);
+    EXPECT_FALSE(cameFrom("home/folder/a").ok());
+}
+
+TEST_F(FreedesktopTrashOrigin, OfAPlaceOutsideOfEveryTrashNothingIsSaid) {
+    world.write("home/secret/files/a", "x");
+    world.write("home/secret/info/a.trashinfo", "[Trash Info]\nPath=/a\n");
+    EXPECT_FALSE(trash->cameFrom(url("home/secret/files/a"), FileURL("/a")).ok());
+}
+
 // ---- where a Trash of desktops may lie
 
 struct FreedesktopTrashPlace : testing::Test {
@@ -492,6 +619,12 @@ TEST(TrashInfo, ARecordReadsBackWhateverBytesThePathHolds) {
     EXPECT_EQ(TrashInfo::originalPath("[Trash Info]\nDeletionDate=2026\n"), std::nullopt);
     EXPECT_EQ(TrashInfo::originalPath("Path=/a\n"), std::nullopt);
     EXPECT_EQ(TrashInfo::originalPath(""), std::nullopt);
+}
+
+// To the system a path ends there, so that such a record would seem to name another place than it does.
+TEST(TrashInfo, ARecordOfAPathWithANulIsNone) {
+    EXPECT_EQ(TrashInfo::originalPath("[Trash Info]\nPath=/home%00elsewhere/a\n"), std::nullopt);
+    EXPECT_EQ(TrashInfo::originalPath(std::string("[Trash Info]\nPath=/home\0/a\n", 28)), std::nullopt);
 }
 
 } // namespace

@@ -92,6 +92,27 @@ TEST_F(VolumeTrash, WhatIsPutBackFromAVolumeLeavesNoRecord) {
                 testing::ExitedWithCode(0), "");
 }
 
+TEST_F(VolumeTrash, ARecordOfAVolumeTellsAnItemFromOneThatTookItsName) {
+    for (const bool isShared : {false, true}) {
+        EXPECT_EXIT(inOwnWorld([&](Trash& trash) {
+                        if (isShared) {
+                            fs::create_directories(volume("/.Trash"));
+                            require(::chmod(volume("/.Trash").c_str(), 01777) == 0, "chmod");
+                        }
+                        write("/deep/a", "text");
+                        const auto landed = trash.moveToTrash(FileURL(volume("/deep/a")));
+                        require(landed.ok() && landed->has_value(), "the move failed");
+                        const auto cameFrom = [&](const std::string& below) {
+                            return trash.cameFrom(**landed, FileURL(volume(below))).valueOr(false);
+                        };
+                        require(cameFrom("/deep/a"), "it is not from its own place");
+                        require(!cameFrom("/a") && !cameFrom("/other/a"), "it is from another place");
+                    }),
+                    testing::ExitedWithCode(0), "")
+            << isShared;
+    }
+}
+
 TEST_F(VolumeTrash, ASharedTrashWithTheStickyBitIsUsed) {
     EXPECT_EXIT(inOwnWorld([&](Trash& trash) {
                     fs::create_directories(volume("/.Trash"));
@@ -170,21 +191,22 @@ TEST_F(VolumeTrash, AVolumeWithNoRoomForATrashSaysSo) {
 }
 
 TEST_F(VolumeTrash, BehindALinkToAnotherVolumeTheTrashIsAtTheTopOfThatVolume) {
-    EXPECT_EXIT(inOwnWorld([&](Trash& trash) {
-                    write("/big/Caches/foo", "text");
-                    const std::string link = disk.path() + "/home/Caches";
-                    fs::create_directory_symlink(volume("/big/Caches"), link);
-                    const auto landed = trash.moveToTrash(FileURL(link + "/foo"));
-                    require(landed.ok() && landed->has_value(), "the move failed");
-                    require((*landed)->path() == own() + "/files/foo", (*landed)->path());
-                    require(TrashInfo::originalPath(contentOf(own() + "/info/foo.trashinfo")) ==
-                                "big/Caches/foo",
-                            "the record leads elsewhere");
-                    require(fs::is_empty(volume("/big/Caches")), "something was made among the caches");
-                    require(trash.moveOut(**landed, FileURL(link + "/foo")).ok(), "it did not come back");
-                    require(contentOf(volume("/big/Caches/foo")) == "text", "the content is another");
-                }),
-                testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(
+        inOwnWorld([&](Trash& trash) {
+            write("/big/Caches/foo", "text");
+            const std::string link = disk.path() + "/home/Caches";
+            fs::create_directory_symlink(volume("/big/Caches"), link);
+            const auto landed = trash.moveToTrash(FileURL(link + "/foo"));
+            require(landed.ok() && landed->has_value(), "the move failed");
+            require((*landed)->path() == own() + "/files/foo", (*landed)->path());
+            require(TrashInfo::originalPath(contentOf(own() + "/info/foo.trashinfo")) == "big/Caches/foo",
+                    "the record leads elsewhere");
+            require(fs::is_empty(volume("/big/Caches")), "something was made among the caches");
+            require(trash.cameFrom(**landed, FileURL(link + "/foo")).valueOr(false), "not from there");
+            require(trash.moveOut(**landed, FileURL(link + "/foo")).ok(), "it did not come back");
+            require(contentOf(volume("/big/Caches/foo")) == "text", "the content is another");
+        }),
+        testing::ExitedWithCode(0), "");
 }
 
 // One file system that is mounted twice has one device, and nothing can be moved from one mount to the other.

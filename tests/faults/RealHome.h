@@ -9,6 +9,7 @@
 #include "ManualClock.h"
 #include "PosixFileSystem.h"
 #include "ScriptedCommandRunner.h"
+#include "SpaceReserve.h"
 #include "StepTaskRunner.h"
 #include "TemporaryFolder.h"
 #include <cstdlib>
@@ -69,22 +70,32 @@ struct PlainAdapters {
 
     PosixFileSystem files;
     FolderTrash trash;
+
+    static SpaceReserve* reserveOfSettings() { return nullptr; }
 };
 
 // The adapters of the program on Linux, over the machine itself.
 struct DesktopAdapters {
     DesktopAdapters(const RealHome& home, const Clock& clock)
-        : files(withHome(home))
-        , trash({home.path(".local/share"), ::getuid()}, clock) {}
+        : reserve(reservePath(home), kReserve)
+        , files(withHome(home))
+        , trash({home.path(".local/share"), ::getuid()}, clock, &reserve) {
+        files.drawOn(reserve);
+    }
     static FileURL url(const RealHome& home, const std::string& below) { return FileURL(home.path(below)); }
     static std::filesystem::path onDisk(const RealHome&, const FileURL& url) { return url.path(); }
     static std::filesystem::path trashFolder(const RealHome& home) {
         return home.path(".local/share/Trash/files");
     }
+    static std::string reservePath(const RealHome& home) { return home.settingsPath() + ".reserve"; }
     static constexpr bool kHasRecords = true;
+    static constexpr SpaceReserve::Size kReserve{.whole = 1 << 20, .forSettings = 1 << 18};
 
+    SpaceReserve reserve; // is not there before it is laid
     PosixFileSystem files;
     FreedesktopTrash trash;
+
+    SpaceReserve* reserveOfSettings() { return &reserve; }
 
   private:
     static PosixFileSystem withHome(const RealHome& home) {
@@ -99,7 +110,7 @@ template <class Adapters>
 struct RealPorts {
     RealPorts(const RealHome& home, Clock& clock, TaskRunner& tasks)
         : adapters(home, clock)
-        , defaults(home.settingsPath())
+        , defaults(home.settingsPath(), {}, adapters.reserveOfSettings())
         , platform{adapters.files, commands,       metadata, clock,   tasks,
                    workspace,      adapters.trash, running,  defaults} {}
 

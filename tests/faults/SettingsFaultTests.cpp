@@ -1,8 +1,10 @@
 // Every call that storing a setting makes of the system fails in turn, with each error. The file holds the old
-// values or the new ones, whole; this process goes by what it set; nothing that was stored is lost.
+// values or the new ones, whole, and none where an old one would mislead; this process goes by what it set; nothing
+// else that was stored is lost.
 #include "DefaultsKeys.h"
 #include "FailingCall.h"
 #include "RealHome.h"
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <utility>
 #include <vector>
@@ -33,7 +35,7 @@ struct SettingsFaults : testing::Test {
             return FileDefaults(path).value(key);
         }
 
-        TemporaryFolder folder;
+        mutable TemporaryFolder folder;
         std::string path = folder.path() + "/config/quillane/defaults.plist";
     };
     using Change = void (*)(FileDefaults&);
@@ -45,11 +47,13 @@ struct SettingsFaults : testing::Test {
         change(defaults);
         return none.count();
     }
-    // `wanted` is what the change makes of "key".
-    void failEachCall(Change change, const std::optional<Defaults::Value>& wanted) {
+    // `wanted` is what the change makes of "key", `otherwise` what the file may hold instead. Returns the calls whose
+    // failure had it hold that.
+    std::set<std::string> failEachCall(Change change, const std::optional<Defaults::Value>& wanted,
+                                       const std::optional<Defaults::Value>& otherwise) {
         const int calls = callsOf(change);
-        ASSERT_GT(calls, 12);
-        std::set<std::string> harmful; // calls whose failure left the old value in the file
+        EXPECT_GT(calls, 12);
+        std::set<std::string> harmful;
         // Not ENOENT: a system that says that the file is missing is believed.
         for (const int error : {EACCES, EPERM, ENOSPC, EDQUOT, EIO, EROFS, EMFILE}) {
             for (int failing = 0; failing < calls; ++failing) {
@@ -65,12 +69,12 @@ struct SettingsFaults : testing::Test {
                 }
                 SCOPED_TRACE(what);
                 const auto stored = ground.stored("key");
-                EXPECT_TRUE(stored == wanted || stored == kOld);
+                EXPECT_TRUE(stored == wanted || stored == otherwise);
                 EXPECT_EQ(ground.stored("other"), kKept);
                 EXPECT_EQ(defaults.value("key"), wanted);
                 EXPECT_EQ(defaults.value("other"), kKept);
                 EXPECT_TRUE(ground.leftBehind().empty());
-                if (stored == kOld) {
+                if (stored != wanted) {
                     harmful.insert(call);
                 }
                 defaults.set("next", true); // the disk is well again
@@ -78,25 +82,79 @@ struct SettingsFaults : testing::Test {
                 EXPECT_EQ(ground.stored("other"), kKept);
                 EXPECT_EQ(ground.stored("next"), Defaults::Value(true));
                 if (HasFailure()) {
-                    return;
+                    return harmful;
                 }
             }
         }
-        for (const char* call : {"openat", "write", "fsync", "renameat"}) {
-            EXPECT_TRUE(harmful.contains(call)) << call;
-        }
+        return harmful;
     }
+    const std::set<std::string> kCallsOfWriting{"openat", "write", "fsync", "renameat"};
 
     const std::optional<Defaults::Value> kOld = std::string("old");
     const std::optional<Defaults::Value> kKept = std::string("kept");
 };
 
 TEST_F(SettingsFaults, EachCallThatFailsWhileAValueIsStoredLeavesTheOldOrTheNew) {
-    failEachCall([](FileDefaults& defaults) { defaults.set("key", std::string("new")); }, std::string("new"));
+    const auto harmful = failEachCall([](FileDefaults& defaults) { defaults.set("key", std::string("new")); },
+                                      std::string("new"), kOld);
+    EXPECT_TRUE(std::ranges::includes(harmful, kCallsOfWriting));
 }
 
-TEST_F(SettingsFaults, EachCallThatFailsWhileAValueIsTakenAwayLeavesItOrNone) {
-    failEachCall([](FileDefaults& defaults) { defaults.clear("key"); }, std::nullopt);
+TEST_F(SettingsFaults, EachCallThatFailsWhileAMisleadingValueIsReplacedLeavesTheNewOrNone) {
+    const auto harmful =
+        failEachCall([](FileDefaults& defaults) { defaults.setOrForget("key", std::string("new")); },
+                     std::string("new"), std::nullopt);
+    EXPECT_TRUE(std::ranges::includes(harmful, kCallsOfWriting));
+}
+
+TEST_F(SettingsFaults, WhicheverCallFailsAValueThatIsTakenAwayIsGoneFromTheFile) {
+    const auto harmful =
+        failEachCall([](FileDefaults& defaults) { defaults.clear("key"); }, std::nullopt, std::nullopt);
+    EXPECT_TRUE(harmful.empty());
+}
+
+// As on a full disk without a reserve.
+int refuseNewFiles(const SystemCall& call) {
+    return call.name == "renameat" ? ENOSPC : 0;
+}
+
+TEST_F(SettingsFaults, WhatCannotBeTakenOutIsCrossedOutInPlaceByOneByte) {
+    const Ground ground;
+    auto before = everythingAt(ground.path);
+    {
+        const SystemCallWatch watch(refuseNewFiles);
+        FileDefaults(ground.path).clear("key");
+    }
+    EXPECT_EQ(ground.stored("key"), std::nullopt);
+    EXPECT_EQ(ground.stored("other"), kKept);
+    const auto after = everythingAt(ground.path);
+    ASSERT_EQ(after.size(), before.size());
+    before[before.find("<key>key</key>") + 5] = '~';
+    EXPECT_EQ(after, before);
+}
+
+TEST_F(SettingsFaults, WhatIsCrossedOutGoesWithTheNextWriting) {
+    const Ground ground;
+    {
+        const SystemCallWatch watch(refuseNewFiles);
+        FileDefaults(ground.path).clear("key");
+    }
+    FileDefaults(ground.path).set("next", true);
+    EXPECT_EQ(everythingAt(ground.path).find('~'), std::string::npos);
+    EXPECT_EQ(ground.stored("next"), Defaults::Value(true));
+    EXPECT_EQ(ground.stored("other"), kKept);
+}
+
+TEST_F(SettingsFaults, AFileOfAnotherHandInWhichTheKeyStandsElsewhereTooIsNotTouched) {
+    const Ground ground;
+    const std::string foreign = "<plist><dict><key>a</key><dict><key>key</key><true/></dict>"
+                                "<key>key</key><string>old</string></dict></plist>";
+    ground.folder.remove("config/quillane/defaults.plist").file("config/quillane/defaults.plist", foreign);
+    const SystemCallWatch watch(refuseNewFiles);
+    FileDefaults defaults(ground.path);
+    defaults.clear("key");
+    EXPECT_EQ(defaults.value("key"), std::nullopt);
+    EXPECT_EQ(everythingAt(ground.path), foreign);
 }
 
 // Another instance stores something just before the lock is had.
@@ -258,9 +316,9 @@ TEST(LibrarySettingsFaults, AnOperationThatCannotBeStoredIsStillPutBackByThisPro
         EXPECT_EQ(report->itemsMovedToTrash, 2);
         EXPECT_EQ((*launch.library.lastOperation)->label, "Sweep");
         {
-            Launch<DesktopAdapters> next(home); // one operation or the other, and protection in any case
-            const auto label = (*next.library.lastOperation).value().label;
-            EXPECT_TRUE(label == "Sweep" || label == "Earlier") << label;
+            Launch<DesktopAdapters> next(home); // this operation or none, and protection in any case
+            const auto& stored = *next.library.lastOperation;
+            EXPECT_EQ(stored ? stored->label : "Sweep", "Sweep");
             EXPECT_TRUE(next.library.isProtected(DesktopAdapters::url(home, RealHome::kProtected)));
         }
         EXPECT_EQ(launch.undo().trashed.size(), 2U);
@@ -269,14 +327,26 @@ TEST(LibrarySettingsFaults, AnOperationThatCannotBeStoredIsStillPutBackByThisPro
     }
 }
 
-// The next start offers it once more, and that finds nothing left to do.
-TEST(LibrarySettingsFaults, AnOperationThatCannotBeTakenOutOfTheFileDoesNoHarmAtTheNextStart) {
+TEST(LibrarySettingsFaults, AnOperationThatWasPutBackIsNotOfferedAgainThoughTheFileCannotBeWrittenAnew) {
     const RealHome home;
     {
         Launch<DesktopAdapters> launch(home);
         launch.sweep(entriesFor<DesktopAdapters>(home, {"Downloads/link"}), "Sweep");
-        const SystemCallWatch watch(
-            [](const SystemCall& call) { return call.name == "renameat" ? ENOSPC : 0; });
+        const SystemCallWatch watch(refuseNewFiles);
+        EXPECT_EQ(launch.undo().trashed.size(), 1U);
+    }
+    EXPECT_FALSE(Launch<DesktopAdapters>(home).library.lastOperation->has_value());
+}
+
+// The next start offers it once more, and that finds nothing left to do.
+TEST(LibrarySettingsFaults, AnOperationThatNothingTakesOutOfTheFileDoesNoHarmAtTheNextStart) {
+    const RealHome home;
+    {
+        Launch<DesktopAdapters> launch(home);
+        launch.sweep(entriesFor<DesktopAdapters>(home, {"Downloads/link"}), "Sweep");
+        const SystemCallWatch watch([](const SystemCall& call) {
+            return call.name == "renameat" || call.name == "pwrite" ? EIO : 0;
+        });
         EXPECT_EQ(launch.undo().trashed.size(), 1U);
         EXPECT_FALSE(launch.library.lastOperation->has_value());
         EXPECT_FALSE(launch.ports.defaults.data(DefaultsKeys::kLastOperation));

@@ -24,7 +24,9 @@ int __real_renameat(int fromFolder, const char* from, int toFolder, const char* 
 int __real_renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned int flags);
 ssize_t __real_read(int fd, void* bytes, size_t length);
 ssize_t __real_write(int fd, const void* bytes, size_t length);
+ssize_t __real_pwrite(int fd, const void* bytes, size_t length, off_t offset);
 int __real_fsync(int fd);
+int __real_ftruncate(int fd, off_t length);
 int __real_unlinkat(int folder, const char* path, int flags);
 int __real_flock(int fd, int operation);
 long __real_syscall(long number, ...);
@@ -152,6 +154,14 @@ ssize_t __wrap_read(int fd, void* bytes, size_t length) {
 
 ssize_t __wrap_write(int fd, const void* bytes, size_t length) {
     return watched({"write", {}, true, &length}, [&] { return __real_write(fd, bytes, length); });
+}
+
+ssize_t __wrap_pwrite(int fd, const void* bytes, size_t length, off_t offset) {
+    return watched({"pwrite", {}, true}, [&] { return __real_pwrite(fd, bytes, length, offset); });
+}
+
+int __wrap_ftruncate(int fd, off_t length) {
+    return watched({"ftruncate", {}, true}, [&] { return __real_ftruncate(fd, length); });
 }
 
 int __wrap_fsync(int fd) {

@@ -2,6 +2,7 @@
 #include "Trash.h"
 #include <functional>
 #include <optional>
+#include <set>
 #include <utility>
 
 namespace quillane {
@@ -18,6 +19,10 @@ class FaultTrash final : public Trash {
         m_error = error;
     }
     void refuseListing(std::optional<PlatformError> error) { m_listingError = error; }
+    // The move of this item is made, and where it landed is not told.
+    void keepLandingOf(const FileURL& url) { m_untold.insert(url); }
+    // What the Trash says of where every item came from, whatever its records say.
+    void answerOrigin(std::optional<Result<bool>> answer) { m_origin = answer; }
     std::function<void(int step, const FileURL& url)> before;
     int steps() const { return m_steps; }
 
@@ -32,7 +37,14 @@ class FaultTrash final : public Trash {
         if (fails(url)) {
             return m_error;
         }
-        return m_trash.moveToTrash(url);
+        auto landed = m_trash.moveToTrash(url);
+        if (landed && m_untold.contains(url)) {
+            return std::optional<FileURL>();
+        }
+        return landed;
+    }
+    Result<bool> cameFrom(const FileURL& inTrash, const FileURL& original) const override {
+        return m_origin ? *m_origin : m_trash.cameFrom(inTrash, original);
     }
     Result<> moveOut(const FileURL& inTrash, const FileURL& original) override {
         if (fails(inTrash)) {
@@ -61,6 +73,8 @@ class FaultTrash final : public Trash {
     int m_failingStep = -1;
     PlatformError m_error;
     std::optional<PlatformError> m_listingError;
+    std::optional<Result<bool>> m_origin;
+    std::set<FileURL> m_untold;
 };
 
 } // namespace quillane

@@ -20,7 +20,7 @@ class ManualClock final : public Clock {
     ManualClock& operator=(const ManualClock&) = delete;
 
     Date now() const override { return m_now; }
-    const Calendar& calendar() const override { return m_calendar; }
+    Calendar calendar() const override { return m_calendar; }
     Instant instant() const override { return m_instant; }
     TimerId callAt(Instant when, Job job) override;
     void cancel(TimerId timer) override;

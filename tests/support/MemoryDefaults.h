@@ -19,6 +19,7 @@ class MemoryDefaults final : public Defaults {
         m_stored.insert_or_assign(std::string(key), std::move(value));
         tell(std::string(key));
     }
+    void setOrForget(std::string_view key, Value value) override { set(key, std::move(value)); }
     void clear(std::string_view key) override {
         m_stored.erase(std::string(key));
         tell(std::string(key));

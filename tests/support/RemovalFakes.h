@@ -11,6 +11,7 @@ class NoTrash final : public Trash {
     std::optional<FileURL> location() const override { return std::nullopt; }
     Result<std::vector<FileURL>> items() const override { return std::vector<FileURL>(); }
     Result<std::optional<FileURL>> moveToTrash(const FileURL&) override { return kUnsupported; }
+    Result<bool> cameFrom(const FileURL&, const FileURL&) const override { return kUnsupported; }
     Result<> moveOut(const FileURL&, const FileURL&) override { return kUnsupported; }
     Result<> deleteItem(const FileURL&) override { return kUnsupported; }
 

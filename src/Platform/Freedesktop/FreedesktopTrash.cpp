@@ -2,10 +2,12 @@
 #include "FileMover.h"
 #include "FileRemover.h"
 #include "PosixError.h"
+#include "SpaceReserve.h"
 #include "StatusTime.h"
 #include "TrashFolder.h"
 #include "TrashInfo.h"
 #include "TrashNames.h"
+#include "TrashOrigin.h"
 #include "Volume.h"
 #include <algorithm>
 #include <array>
@@ -21,10 +23,9 @@ namespace quillane {
 namespace {
 
 constexpr mode_t kRecordMode = 0600;
-constexpr std::string_view kRecordSuffix = ".trashinfo";
 constexpr double kLongestMove = 3600; // in seconds, and far beyond
 // An item's name leaves room for the suffix of its record.
-constexpr std::size_t kMaxItemName = TrashFolder::kMaxNameBytes - kRecordSuffix.size();
+constexpr std::size_t kMaxItemName = TrashFolder::kMaxNameBytes - TrashInfo::kSuffix.size();
 constexpr const char* kFiles = "files";
 constexpr const char* kInfo = "info";
 constexpr int kOpenFolder = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
@@ -77,7 +78,7 @@ Result<> writeRecord(int infoFolder, const std::string& name, const std::string&
 // Of an item that is no longer in the Trash. One that can't be removed does no harm.
 void removeRecord(const Descriptor& info, const std::string& name) {
     if (info) {
-        (void)FileRemover::removeFile(info.get(), name + std::string(kRecordSuffix));
+        (void)FileRemover::removeFile(info.get(), name + std::string(TrashInfo::kSuffix));
     }
 }
 
@@ -91,9 +92,10 @@ FreedesktopTrash::Places FreedesktopTrash::Places::ofThisUser(const FileURL& hom
     return {home.appending(".local/share").path(), ::getuid()};
 }
 
-FreedesktopTrash::FreedesktopTrash(Places places, const Clock& clock)
+FreedesktopTrash::FreedesktopTrash(Places places, const Clock& clock, SpaceReserve* reserve)
     : m_places(std::move(places))
-    , m_clock(clock) {}
+    , m_clock(clock)
+    , m_reserve(reserve) {}
 
 std::optional<FileURL> FreedesktopTrash::location() const {
     const auto trash = TrashBins::openHome(m_places.dataHome);
@@ -127,7 +129,7 @@ Result<std::optional<FileURL>> FreedesktopTrash::moveInto(const TrashBin& bin, i
     const auto text = TrashInfo::text(recorded, localTime(m_clock.now()));
     for (int attempt = 0; attempt < TrashFolder::kMaxAttempts; ++attempt) {
         const auto free = TrashNames::candidate(name, attempt, kMaxItemName);
-        const auto record = free + std::string(kRecordSuffix);
+        const auto record = free + std::string(TrashInfo::kSuffix);
         if (const auto written = writeRecord(bin.info.get(), record, text); !written) {
             if (written.error().underlying == EEXIST) {
                 continue;
@@ -156,7 +158,17 @@ Result<std::optional<FileURL>> FreedesktopTrash::moveToTrash(const FileURL& url)
         ::fstat(parent.get(), &folder) != 0) {
         return PosixError::writing(errno);
     }
-    // Its folder tells the volume of an item: on layered file systems files bear the device of their layer.
+    if (m_reserve != nullptr) {
+        m_reserve->layAgain();
+    }
+    return SpaceReserve::draw(m_reserve, {.device = folder.st_dev},
+                              [&] { return moveFrom(parent.get(), folder, url); });
+}
+
+// Into the Trash of the volume of `parent`, whose status is `folder`: on layered file systems the item itself bears
+// the device of its layer.
+Result<std::optional<FileURL>> FreedesktopTrash::moveFrom(int parent, const struct stat& folder,
+                                                          const FileURL& url) const {
     if (const auto home = TrashBins::makeHome(m_places.dataHome); !home) {
         // A home Trash that can't be used is no reason to look for another on its own volume.
         struct stat data = {};
@@ -166,12 +178,12 @@ Result<std::optional<FileURL>> FreedesktopTrash::moveToTrash(const FileURL& url)
     } else if (struct stat files = {}; ::fstat(home->files.get(), &files) != 0) {
         return PosixError::writing(errno);
     } else if (sameVolume(folder, files)) {
-        auto moved = moveInto(*home, parent.get(), url);
+        auto moved = moveInto(*home, parent, url);
         if (moved || moved.error().underlying != EXDEV) { // one device may still be several volumes
             return moved;
         }
     }
-    return moveIntoVolume(parent.get(), url);
+    return moveIntoVolume(parent, url);
 }
 
 // Folders above the item may be links to another volume, so its Trash is looked for above the folder that is open.
@@ -208,6 +220,20 @@ Result<Descriptor> FreedesktopTrash::openTrash(const FileURL& filesFolder) const
     return trash;
 }
 
+Result<bool> FreedesktopTrash::cameFrom(const FileURL& inTrash, const FileURL& original) const {
+    const auto trash = openTrash(inTrash.deletingLastPathComponent());
+    if (!trash) {
+        return trash.error();
+    }
+    const auto holder = TrashBins::holderOf(inTrash.deletingLastPathComponent().deletingLastPathComponent());
+    const auto origin = TrashOrigin::recorded(trash->get(), std::string(inTrash.lastPathComponent()), holder);
+    if (!origin) {
+        return origin.error();
+    }
+    const auto& place = *origin;
+    return place && TrashOrigin::isSamePlace(*place, original);
+}
+
 Result<> FreedesktopTrash::moveOut(const FileURL& inTrash, const FileURL& original) {
     const auto trash = openTrash(inTrash.deletingLastPathComponent());
     if (!trash) {
@@ -220,7 +246,13 @@ Result<> FreedesktopTrash::moveOut(const FileURL& inTrash, const FileURL& origin
         return PosixError::writing(errno);
     }
     const std::string name(inTrash.lastPathComponent());
-    auto moved = FileMover::move(files.get(), name, parent.get(), std::string(original.lastPathComponent()));
+    struct stat folder = {};
+    (void)::fstat(parent.get(), &folder);
+    auto moved = SpaceReserve::draw(m_reserve, {.device = folder.st_dev, .use = SpaceReserve::Use::anything},
+                                    [&] { // a folder may have to grow
+                                        return FileMover::move(files.get(), name, parent.get(),
+                                                               std::string(original.lastPathComponent()));
+                                    });
     if (moved) {
         removeRecord(TrashBins::openFolderAt(trash->get(), kInfo), name);
     }
@@ -233,14 +265,14 @@ void FreedesktopTrash::removeOldStrays(int files, const Descriptor& info) const 
     for (const auto& record : std::move(listed).valueOr({})) {
         const std::string name(record.lastPathComponent());
         struct stat status = {};
-        if (!name.ends_with(kRecordSuffix) ||
+        if (!name.ends_with(TrashInfo::kSuffix) ||
             ::fstatat(info.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
             m_clock.now().secondsSince1970() -
                     std::max(modifiedOf(status), changedOf(status)).secondsSince1970() <
                 kLongestMove) {
             continue;
         }
-        const auto item = name.substr(0, name.size() - kRecordSuffix.size());
+        const auto item = name.substr(0, name.size() - TrashInfo::kSuffix.size());
         if (::fstatat(files, item.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOENT) {
             (void)FileRemover::removeFile(info.get(), name);
         }
@@ -264,6 +296,9 @@ Result<> FreedesktopTrash::deleteItem(const FileURL& inTrash) {
         if (info && TrashFolder::isEmpty(files.get())) {
             removeOldStrays(files.get(), info);
         }
+    }
+    if (m_reserve != nullptr) {
+        m_reserve->layAgain();
     }
     return removed;
 }

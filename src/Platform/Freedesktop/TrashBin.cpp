@@ -1,5 +1,4 @@
 #include "TrashBin.h"
-#include "FileURL.h"
 #include "PosixError.h"
 #include <cerrno>
 #include <fcntl.h>
@@ -168,25 +167,30 @@ Result<TrashBin> makeOnVolume(const std::string& folder, uid_t user) {
 
 Result<Descriptor> openOnVolume(const std::string& path, uid_t user) {
     const FileURL trash(path);
-    const auto holder = trash.deletingLastPathComponent();
+    const auto above = trash.deletingLastPathComponent();
     const bool own = trash.lastPathComponent() == ownName(user);
     const bool shared =
-        trash.lastPathComponent() == std::to_string(user) && holder.lastPathComponent() == kShared;
+        trash.lastPathComponent() == std::to_string(user) && above.lastPathComponent() == kShared;
     if (!own && !shared) {
         return PosixError::writing(EINVAL);
     }
-    const auto top = openPath((own ? holder : holder.deletingLastPathComponent()).path());
+    const auto top = openPath(holderOf(trash).path());
     if (top && !isTopOfVolume(top.get())) {
         return PosixError::writing(EINVAL);
     }
-    const auto above = top && shared ? openFolderAt(top.get(), kShared) : Descriptor();
-    auto opened = top && (own || above)
-                      ? openFolderAt((own ? top : above).get(), std::string(trash.lastPathComponent()))
+    const auto sharedTrash = top && shared ? openFolderAt(top.get(), kShared) : Descriptor();
+    auto opened = top && (own || sharedTrash)
+                      ? openFolderAt((own ? top : sharedTrash).get(), std::string(trash.lastPathComponent()))
                       : Descriptor();
     if (!opened) {
         return PosixError::writing(errno);
     }
     return opened;
+}
+
+FileURL holderOf(const FileURL& trash) {
+    const auto above = trash.deletingLastPathComponent();
+    return above.lastPathComponent() == kShared ? above.deletingLastPathComponent() : above;
 }
 
 } // namespace quillane::TrashBins

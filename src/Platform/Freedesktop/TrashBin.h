@@ -1,5 +1,6 @@
 #pragma once
 #include "Descriptor.h"
+#include "FileURL.h"
 #include "Result.h"
 #include <string>
 #include <sys/types.h>
@@ -32,6 +33,10 @@ Result<TrashBin> makeOnVolume(const std::string& folder, uid_t user);
 // The Trash of a user at `path`, when it lies as one of a volume does. Nothing is made. Fails with EINVAL for
 // any other path.
 Result<Descriptor> openOnVolume(const std::string& path, uid_t user);
+
+// The folder below which the records of a Trash at this path may name places: the top of its volume, or for the home
+// Trash the data folder.
+FileURL holderOf(const FileURL& trash);
 
 } // namespace TrashBins
 } // namespace quillane

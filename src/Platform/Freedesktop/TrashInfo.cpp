@@ -1,4 +1,5 @@
 #include "TrashInfo.h"
+#include <utility>
 
 namespace quillane::TrashInfo {
 namespace {
@@ -65,7 +66,8 @@ std::optional<std::string> originalPath(std::string_view text) {
         if (rest.starts_with(kPathKey)) {
             const auto lineEnd = rest.find('\n');
             const auto value = rest.substr(0, lineEnd).substr(kPathKey.size());
-            return decoded(value);
+            auto path = decoded(value);
+            return path.find('\0') == std::string::npos ? std::optional(std::move(path)) : std::nullopt;
         }
     }
     return std::nullopt;

@@ -16,6 +16,7 @@ namespace quillane::AtomicFile {
 namespace {
 
 constexpr mode_t kOwnerOnly = 0600;
+constexpr mode_t kFolderMode = 0700;
 constexpr int kNameTries = 100;
 constexpr int kMostLinks = 40; // as the Linux kernel has it
 
@@ -120,6 +121,28 @@ Result<> write(const std::string& path, std::string_view bytes) {
         return PosixError::writing(errno);
     }
     return writeIn(folder.get(), end->substr(slash + 1), bytes);
+}
+
+Result<> writeByte(const std::string& path, std::size_t offset, char byte) {
+    const Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status = {};
+    if (!file || ::fstat(file.get(), &status) != 0) {
+        return PosixError::writing(errno);
+    }
+    const auto place = static_cast<off_t>(offset);
+    if (!S_ISREG(status.st_mode) || place >= status.st_size) {
+        return PosixError::writing(EINVAL);
+    }
+    if (::pwrite(file.get(), &byte, 1, place) != 1 || ::fsync(file.get()) != 0) {
+        return PosixError::writing(errno);
+    }
+    return success();
+}
+
+void makeFoldersAbove(const std::string& path) {
+    for (auto slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1)) {
+        ::mkdir(path.substr(0, slash).c_str(), kFolderMode);
+    }
 }
 
 } // namespace quillane::AtomicFile

@@ -1,7 +1,7 @@
 #pragma once
-#include "Calendar.h"
 #include "Clock.h"
 #include "DeadlineWait.h"
+#include "LocalCalendar.h"
 #include "MainQueue.h"
 #include <atomic>
 #include <map>
@@ -25,7 +25,7 @@ class ContinuousClock final : public Clock {
     ContinuousClock& operator=(const ContinuousClock&) = delete;
 
     Date now() const override;
-    const Calendar& calendar() const override { return m_calendar; }
+    Calendar calendar() const override { return m_calendar.current(); }
     Instant instant() const override { return DeadlineWait::instant(); }
     TimerId callAt(Instant when, Job job) override;
     void cancel(TimerId timer) override;
@@ -44,7 +44,7 @@ class ContinuousClock final : public Clock {
     std::optional<Instant> fireDue();
 
     MainQueue& m_mainQueue;
-    const Calendar m_calendar;
+    const LocalCalendar m_calendar;
     std::shared_ptr<Timers> m_timers = std::make_shared<Timers>();
     TimerId m_lastTimer = 0; // main thread only
     std::mutex m_mutex;      // guards m_deadlines

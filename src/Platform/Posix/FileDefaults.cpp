@@ -2,6 +2,7 @@
 #include "AtomicFile.h"
 #include "Descriptor.h"
 #include "PropertyListDocument.h"
+#include "SpaceReserve.h"
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
@@ -16,8 +17,9 @@
 namespace quillane {
 namespace {
 
-constexpr mode_t kFolderMode = 0700;
 constexpr mode_t kLockMode = 0600;
+// In the place of the first character of a key: the value counts no longer.
+constexpr char kCrossedOut = '~';
 constexpr std::string_view kFileName = "/quillane/defaults.plist";
 
 PropertyList::Value toStored(const Defaults::Value& value) {
@@ -139,17 +141,12 @@ Stored changed(Stored values, const Changes& changes) {
     return values;
 }
 
-void makeFolders(const std::string& path) {
-    for (auto slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1)) {
-        ::mkdir(path.substr(0, slash).c_str(), kFolderMode);
-    }
-}
-
 } // namespace
 
-FileDefaults::FileDefaults(std::string path, PropertyList::Limits limits)
+FileDefaults::FileDefaults(std::string path, PropertyList::Limits limits, SpaceReserve* reserve)
     : m_path(std::move(path))
-    , m_limits(limits) {}
+    , m_limits(limits)
+    , m_reserve(reserve) {}
 
 std::string FileDefaults::userPath(const std::string& home) {
     const char* config = std::getenv("XDG_CONFIG_HOME"); // NOLINT(concurrency-mt-unsafe): nobody sets it
@@ -176,16 +173,21 @@ bool FileDefaults::reloadIfChanged() const {
         return false;
     }
     m_stamp = stamp;
-    m_stored.clear();
-    const auto parsed = PropertyList::parse(*bytes, m_limits);
-    const auto* root = parsed.ok() ? PropertyList::asDictionary(&parsed.value()) : nullptr;
-    if (root == nullptr) {
-        return true;
-    }
-    for (const auto& entry : root->entries()) {
-        m_stored.emplace(PropertyListDocument::restored(entry.key), restored(entry.value));
-    }
+    m_stored = valuesIn(*bytes);
     return true;
+}
+
+FileDefaults::Stored FileDefaults::valuesIn(const std::string& bytes) const {
+    Stored values;
+    const auto parsed = PropertyList::parse(bytes, m_limits);
+    if (const auto* root = parsed.ok() ? PropertyList::asDictionary(&parsed.value()) : nullptr) {
+        for (const auto& entry : root->entries()) {
+            if (!entry.key.starts_with(kCrossedOut)) {
+                values.emplace(PropertyListDocument::restored(entry.key), restored(entry.value));
+            }
+        }
+    }
+    return values;
 }
 
 std::optional<Defaults::Value> FileDefaults::value(std::string_view key) const {
@@ -209,10 +211,11 @@ std::optional<FileDefaults::Draft> FileDefaults::draft() const {
         bySize.emplace_back(sizeInFile(key, value), key);
     }
     std::ranges::sort(bySize);
-    Draft draft;
+    Draft draft{.values = withoutMisleading(), .text = {}, .heldBack = {}};
+    const bool keepsAll = draft.values.size() == m_stored.size();
     for (const auto& [size, key] : bySize) {
         const auto change = *m_unwritten.find(key);
-        auto values = changed(draft.text.empty() ? m_stored : draft.values, Changes{change});
+        auto values = changed(draft.values, Changes{change});
         auto text = size <= mostForOne ? textOf(values) : std::string();
         if (!text.empty() && PropertyList::parse(text, m_limits).ok()) {
             draft.values = std::move(values);
@@ -221,11 +224,68 @@ std::optional<FileDefaults::Draft> FileDefaults::draft() const {
             draft.heldBack.insert(change);
         }
     }
+    if (draft.text.empty() && !keepsAll) {
+        draft.text = textOf(draft.values);
+    }
     return draft.text.empty() ? std::nullopt : std::optional(std::move(draft));
 }
 
-void FileDefaults::change(std::string_view key, std::optional<PropertyList::Value> value) {
-    makeFolders(m_path);
+FileDefaults::Stored FileDefaults::withoutMisleading() const {
+    Stored values = m_stored;
+    for (const auto& [key, value] : m_unwritten) {
+        if (m_misleading.contains(key)) {
+            values.erase(key);
+        }
+    }
+    return values;
+}
+
+bool FileDefaults::write(const std::string& text) const {
+    struct stat status = {};
+    if (::stat(m_path.c_str(), &status) != 0) {
+        (void)::stat(m_path.substr(0, m_path.rfind('/')).c_str(), &status);
+    }
+    const SpaceReserve::Need need{.device = status.st_dev,
+                                  .bytes = static_cast<std::int64_t>(text.size()),
+                                  .use = SpaceReserve::Use::anything};
+    return SpaceReserve::draw(m_reserve, need, [&] { return AtomicFile::write(m_path, text); }).ok();
+}
+
+bool FileDefaults::store() {
+    if (!reloadIfChanged()) {
+        return false; // what can't be read is not written over
+    }
+    auto wanted = draft();
+    if (!wanted || !write(wanted->text)) {
+        return false;
+    }
+    m_stamp = stampOfFile();
+    m_stored = std::move(wanted->values);
+    m_unwritten = std::move(wanted->heldBack);
+    return true;
+}
+
+void FileDefaults::crossOut(const std::string& key) {
+    const auto bytes = readAll(m_path, m_limits.bytes);
+    const std::string_view tag = "<key>";
+    const auto at = bytes ? bytes->find(std::string(tag) + key + "</key>") : std::string::npos;
+    if (at == std::string::npos) {
+        return;
+    }
+    auto without = *bytes;
+    without[at + tag.size()] = kCrossedOut;
+    auto wanted = valuesIn(*bytes);
+    auto left = valuesIn(without);
+    // Read as it will be: a file of another hand may hold the same text in another place.
+    if (wanted.erase(key) == 1 && left == wanted &&
+        AtomicFile::writeByte(m_path, at + tag.size(), kCrossedOut).ok()) {
+        m_stored = std::move(left);
+        m_stamp = stampOfFile();
+    }
+}
+
+void FileDefaults::change(const std::string& key, std::optional<PropertyList::Value> value, Older older) {
+    AtomicFile::makeFoldersAbove(m_path);
     // The lock is a file of its own, as the list itself is replaced. It goes when it is closed, also by a crash.
     const std::string lockPath = m_path + ".lock";
     const Descriptor lock(::open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kLockMode));
@@ -233,25 +293,29 @@ void FileDefaults::change(std::string_view key, std::optional<PropertyList::Valu
         while (::flock(lock.get(), LOCK_EX) != 0 && errno == EINTR) {
         }
     }
-    m_unwritten.insert_or_assign(std::string(key), std::move(value));
-    if (!reloadIfChanged()) {
-        return; // what can't be read is not written over
+    m_unwritten.insert_or_assign(key, std::move(value));
+    if (older == Older::goes) {
+        m_misleading.insert(key);
+    } else {
+        m_misleading.erase(key);
     }
-    auto wanted = draft();
-    if (wanted && AtomicFile::write(m_path, wanted->text).ok()) {
-        m_stamp = stampOfFile();
-        m_stored = std::move(wanted->values);
-        m_unwritten = std::move(wanted->heldBack);
+    if (!store() && older == Older::goes) {
+        crossOut(key);
     }
 }
 
 void FileDefaults::set(std::string_view key, Value value) {
-    change(key, toStored(value));
+    change(std::string(key), toStored(value), Older::stays);
+    tell(std::string(key));
+}
+
+void FileDefaults::setOrForget(std::string_view key, Value value) {
+    change(std::string(key), toStored(value), Older::goes);
     tell(std::string(key));
 }
 
 void FileDefaults::clear(std::string_view key) {
-    change(key, std::nullopt);
+    change(std::string(key), std::nullopt, Older::goes);
     tell(std::string(key));
 }
 

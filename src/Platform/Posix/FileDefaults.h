@@ -4,28 +4,35 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <sys/types.h>
 
 namespace quillane {
+
+class SpaceReserve;
 
 // Settings in one XML property list. Written whole, atomically and durably at each change, under a lock that
 // other instances heed: a change of one key never undoes another instance's change of a second. A file that is
 // missing or damaged counts as empty and is replaced at the next change; one that is there and can't be read, is
 // too large to be read or is no file of bytes (a folder, a device) is left alone, and what was read before stays
 // known. A link is written through. A change that can't be written holds for this process and is written with
-// the next one that can. So is one too large to be read back with the rest: the file keeps the key's older value,
-// and other keys can be stored. Values of kinds that settings don't have are kept as they are.
+// the next one that can. So is one too large to be read back with the rest: the file keeps the key's older value
+// or forgets it, as was asked, and other keys can be stored. Where the file can't be written anew, not even with the
+// reserve, a value that is to go is crossed out: one byte of its key is written over in place, which takes no room.
+// Values of kinds that settings don't have are kept as they are.
 class FileDefaults final : public Defaults {
   public:
     // `path` is a path of the machine; its folder is made when the first value is stored. No file beyond the
-    // limits is read or written.
-    explicit FileDefaults(std::string path, PropertyList::Limits limits = {});
+    // limits is read or written. The reserve, if any, outlives the settings.
+    explicit FileDefaults(std::string path, PropertyList::Limits limits = {},
+                          SpaceReserve* reserve = nullptr);
     // The file of the user: below $XDG_CONFIG_HOME, else ~/.config.
     static std::string userPath(const std::string& home);
 
     std::optional<Value> value(std::string_view key) const override;
     void set(std::string_view key, Value value) override;
+    void setOrForget(std::string_view key, Value value) override;
     void clear(std::string_view key) override;
     void registerDefaults(const std::map<std::string, Value>& values) override;
     SubscriptionId subscribe(std::function<void(const std::string& key)> changed) override;
@@ -56,16 +63,28 @@ class FileDefaults final : public Defaults {
     std::optional<Stamp> stampOfFile() const;
     // False when the file is there and could not be read.
     bool reloadIfChanged() const;
-    void change(std::string_view key, std::optional<PropertyList::Value> value);
+    // The values of a file, but for those that are crossed out.
+    Stored valuesIn(const std::string& bytes) const;
+    // What becomes of the older value in the file when the new one can't be written.
+    enum class Older { stays, goes };
+    void change(const std::string& key, std::optional<PropertyList::Value> value, Older older);
+    // Writes what is unwritten and has room. False when nothing was written.
+    bool store();
+    bool write(const std::string& text) const;
+    void crossOut(const std::string& key);
     // Nothing when none of the changes has room.
     std::optional<Draft> draft() const;
+    // What is stored, but for the older values that are to go.
+    Stored withoutMisleading() const;
     void tell(const std::string& key);
 
     std::string m_path;
     PropertyList::Limits m_limits;
+    SpaceReserve* m_reserve;
     mutable Stored m_stored;
-    mutable std::optional<Stamp> m_stamp = Stamp(); // of what is stored; nothing when it is not known
-    Changes m_unwritten;                            // not in the file yet
+    mutable std::optional<Stamp> m_stamp = Stamp();  // of what is stored; nothing when it is not known
+    Changes m_unwritten;                             // not in the file yet
+    std::set<std::string, std::less<>> m_misleading; // of these, whose older values are to go
     std::map<std::string, Value, std::less<>> m_registered;
     std::map<SubscriptionId, std::function<void(const std::string&)>> m_subscribers;
     SubscriptionId m_lastSubscription = 0;

@@ -237,4 +237,11 @@ Result<> removeTree(int folder, const std::string& name) {
     return TreeRemoval(folder).run(name);
 }
 
+Result<> shorten(int file, off_t size) {
+    if (::ftruncate(file, size) != 0) {
+        return lastError();
+    }
+    return success();
+}
+
 } // namespace quillane::FileRemover

@@ -1,9 +1,10 @@
 #pragma once
 #include "Result.h"
 #include <string>
+#include <sys/types.h>
 
-// The only source that deletes. Called for what lies in the Trash, for records of the Trash, and for
-// temporary files of our own.
+// The only source that deletes. Called for what lies in the Trash, for records of the Trash, for temporary files of
+// our own, and for the room that is kept for a full disk.
 namespace quillane::FileRemover {
 
 // Deletes one file or link.
@@ -16,5 +17,8 @@ Result<> removeFile(int folder, const std::string& name);
 // Neither the stack nor the open descriptors grow with the depth. Stops at the first failure; what went before
 // stays deleted.
 Result<> removeTree(int folder, const std::string& name);
+
+// Cuts an open file of our own making; what lies beyond `size` is gone.
+Result<> shorten(int file, off_t size);
 
 } // namespace quillane::FileRemover

@@ -86,6 +86,10 @@ Result<std::optional<FileURL>> FolderTrash::moveToTrash(const FileURL& url) {
     return PosixError::writing(EEXIST);
 }
 
+Result<bool> FolderTrash::cameFrom(const FileURL& /*inTrash*/, const FileURL& /*original*/) const {
+    return true;
+}
+
 Result<> FolderTrash::moveOut(const FileURL& inTrash, const FileURL& original) {
     if (!TrashFolder::holdsDirectly(m_folder, inTrash)) {
         return PosixError::writing(EINVAL); // records that were tampered with move nothing else

@@ -15,6 +15,8 @@ class FolderTrash final : public Trash {
     std::optional<FileURL> location() const override;
     Result<std::vector<FileURL>> items() const override;
     Result<std::optional<FileURL>> moveToTrash(const FileURL& url) override;
+    // Always true: there are no records.
+    Result<bool> cameFrom(const FileURL& inTrash, const FileURL& original) const override;
     Result<> moveOut(const FileURL& inTrash, const FileURL& original) override;
     Result<> deleteItem(const FileURL& inTrash) override;
 

@@ -1,6 +1,7 @@
 #include "PosixFileSystem.h"
 #include "DirectoryReader.h"
 #include "PosixError.h"
+#include "SpaceReserve.h"
 #include "StatusTime.h"
 #include "TreeWalk.h"
 #include <algorithm>
@@ -173,7 +174,18 @@ Result<std::string> PosixFileSystem::read(const FileURL& url, std::size_t limit)
 }
 
 Result<> PosixFileSystem::createDirectories(const FileURL& url) {
-    const auto& path = url.path();
+    struct stat above = {};
+    for (auto folder = url; m_reserve != nullptr && !m_volume.status(folder.path(), LastLink::follow, above);
+         folder = folder.deletingLastPathComponent()) {
+        if (folder.path() == "/") {
+            break;
+        }
+    }
+    return SpaceReserve::draw(m_reserve, {.device = above.st_dev, .use = SpaceReserve::Use::anything},
+                              [&] { return makeFolders(url.path()); });
+}
+
+Result<> PosixFileSystem::makeFolders(const std::string& path) {
     for (std::size_t end = 0; end < path.size();) {
         const auto begin = end + 1;
         end = std::min(path.find('/', begin), path.size());

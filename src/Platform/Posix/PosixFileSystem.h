@@ -4,6 +4,8 @@
 
 namespace quillane {
 
+class SpaceReserve;
+
 // Files and folders through POSIX calls: those of the machine, or those of a volume that lies in one of its
 // folders. The same code serves both; only where a path begins differs.
 class PosixFileSystem final : public FileSystem {
@@ -25,17 +27,23 @@ class PosixFileSystem final : public FileSystem {
     FileURL standardized(const FileURL& url) const override;
     Result<> createDirectories(const FileURL& url) override;
 
+    // From now on folders that a full volume has no room for are made with the reserve. It outlives the file system;
+    // set before other threads run.
+    void drawOn(SpaceReserve& reserve) { m_reserve = &reserve; }
+
     // The path of the machine for a path of the volume, for what must hand a path to another program, such as
     // showing a file of the sample. Equal to the path where nothing is rooted. Links before the last component
     // are resolved inside the volume at this moment only: nothing that moves or deletes goes by it.
     std::string hostPath(const FileURL& url) const;
 
   private:
+    Result<> makeFolders(const std::string& path);
     int makeFolder(const std::string& path, const std::string& name);
     std::string droppingAliasPrefixes(std::string path) const;
 
     Volume m_volume;
     FileURL m_home;
+    SpaceReserve* m_reserve = nullptr;
 };
 
 } // namespace quillane

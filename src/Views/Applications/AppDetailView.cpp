@@ -205,7 +205,8 @@ void AppDetailView::showSupportFiles(const std::vector<LeftoverItem>& leftovers)
     if (leftovers.empty()) {
         return;
     }
-    m_supportFiles = new Panel(QStringLiteral("Support Files (%1)").arg(leftovers.size()));
+    m_supportFiles = new Panel(
+        words("Support Files (" + Formatting::number(static_cast<std::int64_t>(leftovers.size())) + ")"));
     for (const auto& item : leftovers) {
         m_supportFiles->addRow(leftoverRow(item));
     }

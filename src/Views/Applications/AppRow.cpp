@@ -18,7 +18,7 @@ Ranks ranksOf(const std::vector<InstalledApp>& apps, AppSortKey key) {
     case AppSortKey::architecture:
         return ranksBy(apps, &InstalledApp::architecture);
     case AppSortKey::version:
-        return ranksBy(apps, [](const InstalledApp& app) -> std::string_view { return app.version; });
+        return ranksByName(apps, &InstalledApp::version);
     }
     __builtin_unreachable();
 }

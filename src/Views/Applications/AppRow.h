@@ -25,7 +25,7 @@ struct AppRow {
 };
 
 // Sorted by the first comparator, ties by the next one and at last by the order given, which is by name.
-// Names sort as the Finder sorts them, architectures by their words, versions as plain text.
+// Names and versions sort as the Finder sorts them, so 1.2 stands before 1.18; architectures by their words.
 std::vector<InstalledApp> sorted(std::vector<InstalledApp> apps, const std::vector<AppComparator>& order);
 
 } // namespace quillane

@@ -43,7 +43,8 @@ QString StatusLine::words(const AppLibrary::Phase& phase, std::size_t visibleApp
     case Kind::scanning:
         return QStringLiteral("Finding applications…");
     case Kind::measuring:
-        return QStringLiteral("Measuring %1 of %2").arg(phase.done).arg(phase.total);
+        return quillane::words("Measuring " + Formatting::number(phase.done) + " of " +
+                               Formatting::number(phase.total));
     case Kind::findingOrphans:
         return QStringLiteral("Looking for orphaned files…");
     case Kind::findingDeveloperCaches:

@@ -70,7 +70,7 @@ QWidget* Hero::makeFigure() {
 
 bool Hero::canSweep(const AppLibrary& library) {
     return library.phase->kind == AppLibrary::Phase::Kind::ready && !library.isSweeping.get() &&
-           library.selectedSweepBytes() > 0;
+           !library.isPuttingBack.get() && library.selectedSweepBytes() > 0;
 }
 
 QString Hero::scanLabel(const AppLibrary::Phase& phase) {

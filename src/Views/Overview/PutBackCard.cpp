@@ -1,4 +1,5 @@
 #include "Overview/PutBackCard.h"
+#include "Components/DateWords.h"
 #include "Components/PushButton.h"
 #include "Components/ShownText.h"
 #include "Formatting.h"
@@ -33,11 +34,13 @@ void PutBackCard::tell() {
 
 // Back in sight or in front, also a wall clock that was set meanwhile shows.
 bool PutBackCard::event(QEvent* event) {
-    if (event->type() == QEvent::Show || event->type() == QEvent::WindowActivate) {
-        tell();
-        m_timer.follow(m_date);
-    } else if (event->type() == QEvent::Hide) {
+    if (event->type() == QEvent::Hide) {
         m_timer.stop();
+    } else if (dateWordsMayDiffer(*event)) {
+        tell();
+        if (isVisible()) {
+            m_timer.follow(m_date);
+        }
     }
     return ActionCard::event(event);
 }

@@ -1,4 +1,6 @@
 #pragma once
+#include "Components/ShownText.h"
+#include "Formatting.h"
 #include <QString>
 #include <optional>
 
@@ -6,7 +8,7 @@ namespace quillane {
 
 // "8 days ago", with 1 too, or "Unknown" where there is no count of days.
 inline QString daysAgo(const std::optional<int>& days) {
-    return days ? QStringLiteral("%1 days ago").arg(*days) : QStringLiteral("Unknown");
+    return days ? words(Formatting::number(*days) + " days ago") : QStringLiteral("Unknown");
 }
 
 } // namespace quillane

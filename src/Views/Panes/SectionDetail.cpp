@@ -1,4 +1,5 @@
 #include "Panes/SectionDetail.h"
+#include "Components/DateWords.h"
 #include "Components/LibraryObserver.h"
 #include "Panes/DetailPane.h"
 #include "Panes/PanePlaceholder.h"
@@ -28,7 +29,7 @@ void SectionDetail::begin(PanePlaceholder* none, DetailPane* one, SelectionSumma
 }
 
 bool SectionDetail::event(QEvent* event) {
-    if (event->type() == QEvent::Show || event->type() == QEvent::WindowActivate) {
+    if (dateWordsMayDiffer(*event)) {
         m_observer->schedule();
     }
     return QStackedWidget::event(event);

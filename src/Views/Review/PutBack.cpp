@@ -23,8 +23,8 @@ PutBack::PutBack(AppLibrary& library, ContentState& state, QWidget& window)
 
 // The task belongs to the library, so that a window that goes doesn't stop it half way.
 void PutBack::start() {
-    if (m_state.isPuttingBack.get() || !m_library.lastOperation->has_value()) {
-        return; // a second one would fail at everything that the first has moved
+    if (m_state.isPuttingBack.get() || m_library.isSweeping.get() || !m_library.lastOperation->has_value()) {
+        return; // a second one would fail at everything that the first has moved, and one during a sweep at all
     }
     m_state.isPuttingBack = true;
     m_library.tasks().start([&library = m_library, self = QPointer(this)](StopToken) -> Task<> {

@@ -15,7 +15,7 @@ class PutBack : public QObject {
     // Belongs to the window. Library and state outlive it.
     PutBack(AppLibrary& library, ContentState& state, QWidget& window);
 
-    // Nothing happens while one runs, and when there is nothing to take back.
+    // Nothing happens while one or a sweep runs, and when there is nothing to take back.
     void start();
     ResultAlert* alert() const { return m_alert; } // null while there is no report
 

@@ -2,6 +2,7 @@
 #include "AppLibrary.h"
 #include "Components/Announcement.h"
 #include "Components/Label.h"
+#include "Components/LibraryObserver.h"
 #include "Components/PushButton.h"
 #include "Review/SweepDoneStage.h"
 #include "Review/SweepReviewList.h"
@@ -28,6 +29,9 @@ SweepPreviewSheet::SweepPreviewSheet(AppLibrary& library, std::vector<SweepEntry
     setWindowTitle(QStringLiteral("Review"));
     connect(m_review, &SweepReviewStage::cancelled, this, &SweepPreviewSheet::reject);
     connect(m_review, &SweepReviewStage::confirmed, this, &SweepPreviewSheet::start);
+    auto* const putBack =
+        new LibraryObserver([this] { m_review->setWaiting(m_library.isPuttingBack.get()); }, this);
+    putBack->renderNow();
     showStage(m_review, m_review->mainButton());
     m_review->list()->setFocus();
 }
@@ -55,7 +59,8 @@ void SweepPreviewSheet::showStage(QWidget* stage, PushButton* defaultButton) {
 }
 
 void SweepPreviewSheet::start() {
-    if (m_stage != Stage::review || m_model->review().includedCount() == 0 || m_library.isSweeping.get()) {
+    if (m_stage != Stage::review || m_model->review().includedCount() == 0 || m_library.isSweeping.get() ||
+        m_library.isPuttingBack.get()) {
         return;
     }
     m_stage = Stage::running;

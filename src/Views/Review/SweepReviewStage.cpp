@@ -84,6 +84,11 @@ QWidget* SweepReviewStage::makeFooter() {
     return footer;
 }
 
+void SweepReviewStage::setWaiting(bool waiting) {
+    m_isWaiting = waiting;
+    render();
+}
+
 void SweepReviewStage::render() {
     const SweepReview& review = m_model.review();
     const bool permanent = review.emptiesTrash();
@@ -91,7 +96,7 @@ void SweepReviewStage::render() {
     m_trashNote->setVisible(permanent);
     m_main->setLabel(words(review.buttonText()));
     m_main->setRole(permanent ? PushButton::Role::Permanent : PushButton::Role::Filled);
-    m_main->setEnabled(review.includedCount() > 0);
+    m_main->setEnabled(review.includedCount() > 0 && !m_isWaiting);
 }
 
 } // namespace quillane

@@ -24,6 +24,9 @@ class SweepReviewStage : public QWidget {
     PushButton* cancelButton() const { return m_cancel; }
     PushButton* mainButton() const { return m_main; }
 
+    // Whether something has to end before this may be confirmed.
+    void setWaiting(bool waiting);
+
   signals:
     void cancelled();
     void confirmed();
@@ -34,6 +37,7 @@ class SweepReviewStage : public QWidget {
     void render();
 
     SweepReviewModel& m_model;
+    bool m_isWaiting = false;
     SweepReviewList* m_list;
     Label* m_headline;
     Label* m_explanation;

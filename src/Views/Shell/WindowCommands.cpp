@@ -65,7 +65,7 @@ QAction* WindowCommands::makePutBack() {
     auto* const observer = new LibraryObserver(
         [this, action] {
             action->setEnabled(m_window.library().lastOperation->has_value() &&
-                               !m_window.state().isPuttingBack.get());
+                               !m_window.library().isSweeping.get() && !m_window.state().isPuttingBack.get());
         },
         this);
     observer->renderNow();

@@ -1,5 +1,6 @@
 #include "Tables/SectionTable.h"
 #include "AppLibrary.h"
+#include "Components/DateWords.h"
 #include "Components/EmptyState.h"
 #include "Components/LibraryObserver.h"
 #include "Components/StatusRow.h"
@@ -25,6 +26,13 @@ SectionTable::SectionTable(const QString& name, QAbstractItemModel* model, std::
     column->addWidget(m_table, 1);
     column->addWidget(footer);
     setFocusProxy(m_table);
+}
+
+bool SectionTable::event(QEvent* event) {
+    if (dateWordsMayDiffer(*event)) {
+        m_table->viewport()->update();
+    }
+    return QWidget::event(event);
 }
 
 void SectionTable::drawWith(std::function<void()> render) {

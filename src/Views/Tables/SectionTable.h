@@ -32,6 +32,8 @@ class SectionTable : public QWidget {
     StatusRow* footer() const { return m_footer; }
 
   protected:
+    // In sight or in front again, the words for dates are those of now.
+    bool event(QEvent* event) override;
     // `name` is what assistive tools call the table. Takes over the footer.
     SectionTable(const QString& name, QAbstractItemModel* model, std::vector<TableColumn> columns,
                  StatusRow* footer, QWidget* parent);

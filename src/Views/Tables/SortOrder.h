@@ -31,7 +31,7 @@ Ranks ranksBy(const std::vector<Record>& records, KeyOf keyOf) {
     return ranks;
 }
 
-// The same for names, which sort as the Finder sorts them.
+// The same for names and versions, which sort as the Finder sorts names: numbers by value.
 template <class Record, class NameOf>
 Ranks ranksByName(const std::vector<Record>& records, NameOf nameOf) {
     std::vector<std::string> names;

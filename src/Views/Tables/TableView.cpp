@@ -7,7 +7,6 @@
 #include "Tables/HeaderView.h"
 #include "Tables/TableDelegate.h"
 #include "Tables/TableRole.h"
-#include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -273,30 +272,16 @@ void TableView::timerEvent(QTimerEvent* event) {
     viewport()->update(m_busyRegion);
 }
 
-bool TableView::isTyping() const {
-    return !m_typed.isEmpty() && m_typedAt.isValid() &&
-           m_typedAt.elapsed() < QApplication::keyboardInputInterval();
-}
-
 // The base searches the column of the current cell, which a click may have put anywhere.
 void TableView::keyboardSearch(const QString& search) {
     if (model() == nullptr || model()->rowCount() == 0) {
         return;
     }
-    const bool goesOn = isTyping();
-    m_typedAt.start();
-    m_typed = goesOn ? m_typed + search : search;
-    // The same letter again and again steps through the rows that begin with it.
-    const bool steps = m_typed.count(m_typed.front(), Qt::CaseInsensitive) == m_typed.size();
-    const QString wanted = steps ? m_typed.left(1) : m_typed;
-    const int rows = model()->rowCount();
     const int current = currentIndex().isValid() ? currentIndex().row() : -1;
-    const int from = goesOn && !steps ? std::max(current, 0) : (current + 1) % rows;
-    const QModelIndexList hits = model()->match(model()->index(from, m_typeAheadColumn), Qt::DisplayRole,
-                                                wanted, 1, Qt::MatchStartsWith | Qt::MatchWrap);
-    if (!hits.isEmpty()) {
+    const QModelIndex hit = m_typeAhead.type(search, *model(), m_typeAheadColumn, current);
+    if (hit.isValid()) {
         setRoaming(false);
-        setCurrentIndex(hits.front().siblingAtColumn(0));
+        setCurrentIndex(hit.siblingAtColumn(0));
     }
 }
 
@@ -343,7 +328,7 @@ void TableView::keyPressEvent(QKeyEvent* event) {
 }
 
 void TableView::pressSpace(QKeyEvent* event) {
-    if (isTyping()) {
+    if (m_typeAhead.isGoingOn()) {
         keyboardSearch(QStringLiteral(" "));
     } else if (currentIndex().isValid()) {
         if (!selectionModel()->isSelected(currentIndex().siblingAtColumn(0))) {

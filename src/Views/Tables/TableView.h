@@ -1,7 +1,7 @@
 #pragma once
 #include "Tables/TableColumn.h"
+#include "Tables/TypeAhead.h"
 #include <QBasicTimer>
-#include <QElapsedTimer>
 #include <QPointer>
 #include <QTreeView>
 #include <vector>
@@ -75,7 +75,6 @@ class TableView : public QTreeView {
     void moveCursorBy(QKeyEvent* event);
     void selectRow(int row);
     void setRoaming(bool roams);
-    bool isTyping() const;
     void wantMenuAtPointer(const QPoint& position);
     void wantMenuByKey();
 
@@ -85,8 +84,7 @@ class TableView : public QTreeView {
     QPointer<QWidget> m_emptyState;
     std::vector<QMetaObject::Connection> m_modelConnections;
     QBasicTimer m_spinnerTimer;
-    QString m_typed;
-    QElapsedTimer m_typedAt;
+    TypeAhead m_typeAhead;
     int m_typeAheadColumn = 0;
     int m_spinnerStep = 0;
     mutable QRegion m_busyRegion; // cells with a spinner that the last paint showed

@@ -56,13 +56,25 @@ TEST(AppComparator, ArchitecturesSortByTheirWords) { // "32-bit Intel", "Intel",
     EXPECT_EQ(namesBy({{Key::architecture, false}}), (Names{"Cedar", "Alder 10", "alder 2"}));
 }
 
-TEST(AppComparator, VersionsCompareAsPlainText) { // so "10.0" comes before "9.1"
-    EXPECT_EQ(namesBy({{Key::version, false}}), (Names{"alder 2", "Cedar", "Alder 10"}));
+TEST(AppComparator, TheNumbersOfVersionsCompareByValue) {
+    EXPECT_EQ(namesBy({{Key::version, false}}), (Names{"Alder 10", "alder 2", "Cedar"}));
+    const Names ascending = {"-",      "1",       "1.2", "1.2.1", "1.2.10", "1.18",
+                             "1.18b2", "1.18b10", "2",   "10.0",  "v1"};
+    std::vector<InstalledApp> apps;
+    for (auto version = ascending.rbegin(); version != ascending.rend(); ++version) {
+        apps.push_back(measuredApp("App", 1));
+        apps.back().version = *version;
+    }
+    Names versions;
+    for (const auto& app : sorted(apps, {{Key::version, false}})) {
+        versions.push_back(app.version);
+    }
+    EXPECT_EQ(versions, ascending);
 }
 
 TEST(AppComparator, ALaterComparatorDecidesTies) {
     EXPECT_EQ(namesBy({{Key::version, false}, {Key::lastUsed, false}}),
-              (Names{"Cedar", "alder 2", "Alder 10"}));
+              (Names{"Alder 10", "Cedar", "alder 2"}));
 }
 
 TEST(AppComparator, WithoutComparatorsTheOrderStays) {

@@ -133,6 +133,12 @@ TEST_F(AppDetail, AnAbsentValueIsADash) {
                                                          {"Minimum macOS", "—"}}));
 }
 
+TEST_F(AppDetail, TheNumberOfSupportFilesIsGrouped) {
+    auto app = tessel();
+    app.leftovers.assign(1001, leftover("/Library/Logs/tessel", "Logs", 1));
+    EXPECT_EQ(show(app).supportFiles()->heading()->text(), "Support Files (1,001)");
+}
+
 TEST_F(AppDetail, SupportFilesAreListedInTheirOrder) {
     auto app = tessel();
     app.leftovers[1].requiresAdmin = true;

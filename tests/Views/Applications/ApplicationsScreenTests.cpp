@@ -59,6 +59,7 @@ TEST_F(ApplicationsScreen, EachPhaseHasItsWordsAndItsKindOfProgress) {
     for (const auto& expected : {
              Case{{Kind::scanning}, "Finding applications…", true, false, ""},
              Case{{Kind::measuring, 1, 3}, "Measuring 1 of 3", false, true, ""},
+             Case{{Kind::measuring, 1234, 2345}, "Measuring 1,234 of 2,345", false, true, ""},
              Case{{Kind::findingOrphans}, "Looking for orphaned files…", true, false, ""},
              Case{{Kind::findingDeveloperCaches}, "Measuring developer caches…", true, false, ""},
              Case{{Kind::ready}, "3 apps", false, false, "18 MB total"},

@@ -70,7 +70,7 @@ TEST(ListRow, AllItsTextIsOfRegularWeight) {
 }
 
 TEST(Stat, AValueShrinksBeforeItElides) {
-    FittedLabel value("1104 days ago", TextStyle::detailTitle());
+    FittedLabel value("1,104 days ago", TextStyle::detailTitle());
     value.resize(value.sizeHint());
     EXPECT_DOUBLE_EQ(value.fittedSize(), 17);
     value.resize(value.sizeHint().width() * 9 / 10, 20);

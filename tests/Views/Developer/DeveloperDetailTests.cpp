@@ -1,3 +1,4 @@
+#include "Components/DateWords.h"
 #include "Components/DetailHeader.h"
 #include "Components/EmptyState.h"
 #include "Components/FittedLabel.h"
@@ -11,6 +12,7 @@
 #include "Developer/DeveloperDetail.h"
 #include "Developer/DeveloperDetailView.h"
 #include "Panes/BulkSummary.h"
+#include "Panes/DaysAgo.h"
 #include "Panes/PanePlaceholder.h"
 #include "SectionDetailTest.h"
 #include <QScrollArea>
@@ -135,6 +137,13 @@ TEST_F(DeveloperPane, TheFactsTellSizeLastTouchAndWhetherACleanupTakesIt) {
               (Pairs{{"Size", "1.46 GB"}, {"Last Touched", "Unknown"}, {"Clean Now", "Never"}}));
 }
 
+TEST(DaysAgo, TheNumberIsGroupedAndTheWordStaysAsItIs) {
+    EXPECT_EQ(daysAgo(1104), "1,104 days ago");
+    EXPECT_EQ(daysAgo(1), "1 days ago");
+    EXPECT_EQ(daysAgo(-2), "-2 days ago");
+    EXPECT_EQ(daysAgo(std::nullopt), "Unknown");
+}
+
 TEST_F(DeveloperPane, DaysThatPassedInTheBackgroundAreToldWhenTheWindowComesToTheFront) {
     const auto& stats = *show(kDerived).stats();
     clock.advance(std::chrono::hours(72));
@@ -144,6 +153,21 @@ TEST_F(DeveloperPane, DaysThatPassedInTheBackgroundAreToldWhenTheWindowComesToTh
     QCoreApplication::sendEvent(column, &toTheFront);
     turn();
     EXPECT_EQ(figures(stats)[1].second, "4 days ago");
+}
+
+TEST_F(DeveloperPane, DaysThatAnotherTimeZoneMakesAreToldAtOnce) {
+    // 2024-03-10 11:00 UTC, with a last touch 23 hours before: New York's clocks went forward between the two.
+    clock.setNow(Date::fromUnix(1'710'068'400));
+    const auto& stats = *show(kDerived).stats();
+    auto touched = derived();
+    touched.lastModified = clock.now().addingSeconds(-23 * 3'600);
+    publish({touched});
+    EXPECT_EQ(figures(stats)[1].second, "0 days ago");
+    clock.setCalendar("America/New_York");
+    tellDateWordsMayDiffer();
+    turn();
+    turn();
+    EXPECT_EQ(figures(stats)[1].second, "1 days ago");
 }
 
 TEST_F(DeveloperPane, DaysThatPassedOutOfSightAreToldWhenThePaneShows) {

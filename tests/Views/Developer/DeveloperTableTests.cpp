@@ -1,3 +1,4 @@
+#include "Components/DateWords.h"
 #include "Components/Tint.h"
 #include "Developer/DeveloperDetail.h"
 #include "Developer/DeveloperDetailView.h"
@@ -43,6 +44,20 @@ class DeveloperTableTest : public SectionTableTest {
     static constexpr const char* kPackages = "/Users/alex/Library/npm/Package cache";
 };
 
+// How often a widget is painted while this lives.
+class PaintCount final : public QObject {
+  public:
+    explicit PaintCount(QWidget& widget) { widget.installEventFilter(this); }
+    int count() const { return m_count; }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        m_count += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    int m_count = 0;
+};
+
 } // namespace
 
 // The rows
@@ -51,6 +66,23 @@ TEST_F(DeveloperTableTest, TheColumnsStandInTheirOrder) {
     openWith(four());
     EXPECT_EQ(headings(), QStringList({"Tool", "What", "Size", "In Sweep", "Last Touched"}));
     EXPECT_EQ(table().accessibleName(), "Developer");
+}
+
+TEST_F(DeveloperTableTest, AnotherTimeZoneShowsAtOnce) {
+    auto caches = four();
+    caches.resize(1);
+    caches[0].lastModified = clock.now().addingSeconds(-40 * 3'600);
+    openWith(caches);
+    EXPECT_EQ(cell(0, Column::kLastTouched), "yesterday");
+    turn();
+    PaintCount paints(*table().viewport());
+    turn();
+    ASSERT_EQ(paints.count(), 0) << "nothing is painted for nothing";
+    clock.setCalendar("Asia/Tokyo"); // where the same evening is in the morning of the day after
+    tellDateWordsMayDiffer();
+    turn();
+    EXPECT_EQ(cell(0, Column::kLastTouched), "2 days ago");
+    EXPECT_GT(paints.count(), 0);
 }
 
 TEST_F(DeveloperTableTest, EachLocationIsARow) {

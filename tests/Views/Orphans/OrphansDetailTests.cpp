@@ -154,7 +154,7 @@ TEST_F(OrphansPane, TheNoteOnAdministratorRightsStandsWhereAnItemNeedsThem) {
 TEST_F(OrphansPane, TheStatisticsTellWhatItHoldsAndWhenItWasTouched) {
     const auto& pane = show(tempo());
     EXPECT_EQ(figures(*pane.stats()),
-              (Pairs{{"Reclaimable", "462.9 MB"}, {"Files", "3"}, {"Last Touched", "1104 days ago"}}));
+              (Pairs{{"Reclaimable", "462.9 MB"}, {"Files", "3"}, {"Last Touched", "1,104 days ago"}}));
     EXPECT_TRUE(pane.stats()->cells()[0]->isEmphasized());
     EXPECT_FALSE(pane.stats()->cells()[1]->isEmphasized());
 }

@@ -187,6 +187,10 @@ TEST_F(Overview, OneByteIsEnoughToSweepAndNothingElseIs) {
     library.isSweeping = true;
     EXPECT_FALSE(Hero::canSweep(library));
     library.isSweeping = false;
+    library.isPuttingBack = true;
+    EXPECT_FALSE(Hero::canSweep(library));
+    library.isPuttingBack = false;
+    EXPECT_TRUE(Hero::canSweep(library));
     for (const auto kind :
          {Kind::idle, Kind::scanning, Kind::measuring, Kind::findingOrphans, Kind::findingDeveloperCaches}) {
         library.phase = AppLibrary::Phase{kind};
@@ -205,6 +209,36 @@ TEST_F(Overview, WhileASweepRunsTheButtonSaysSoAndNothingCanBePutBack) {
     turn();
     EXPECT_EQ(hero().button()->label(), "Review and Clean");
     EXPECT_TRUE(putBack().isEnabled());
+}
+
+TEST_F(Overview, WhileAPutBackRunsNoReviewOpensAndAfterwardsOneDoes) {
+    library.lastOperation = operation();
+    openReady(caches(1));
+    click(&putBack());
+    turn();
+    ASSERT_TRUE(*library.isPuttingBack);
+    EXPECT_FALSE(hero().button()->isEnabled());
+    view().openReview();
+    EXPECT_EQ(window->findChild<SweepPreviewSheet*>(), nullptr);
+    finish();
+    library.apps = caches(1); // the scan that followed found none
+    turn();
+    EXPECT_TRUE(hero().button()->isEnabled());
+}
+
+TEST_F(Overview, WhileASweepRunsNeitherCommandNorKeyPutsBack) {
+    library.lastOperation = operation();
+    library.isSweeping = true;
+    openReady({});
+    EXPECT_FALSE(command("Put Back Last Cleanup").isEnabled());
+    window->putBack()->start();
+    press(Qt::Key_Z, Qt::ControlModifier);
+    finish();
+    EXPECT_TRUE(library.lastOperation->has_value());
+    EXPECT_EQ(window->putBack()->alert(), nullptr);
+    library.isSweeping = false;
+    turn();
+    EXPECT_TRUE(command("Put Back Last Cleanup").isEnabled());
 }
 
 TEST_F(Overview, TheBarIsMadeOfTheTickedCategories) {
@@ -387,7 +421,10 @@ TEST_F(Overview, TabGoesThroughTheCardsFromTheTop) {
 }
 
 TEST_F(Overview, TabStopsAtThePaneWhileItScrolls) {
-    library.developerCaches = std::vector(6, devCache("Xcode", "Derived data", 1'000'000));
+    std::vector<DevCacheItem> items;
+    for (int i = 0; i < 6; ++i)
+        items.push_back(devCache("Xcode", "Derived data " + std::to_string(i), 1'000'000));
+    library.developerCaches = items;
     openReady(caches(6));
     window->resize(ContentView::kMinimumSize);
     turn();

@@ -1,3 +1,4 @@
+#include "Components/DateWords.h"
 #include "Components/Label.h"
 #include "Components/PushButton.h"
 #include "ManualClock.h"
@@ -52,6 +53,29 @@ TEST_F(PutBackCardTest, TheDateStaysTrueWhileTheCardStands) {
     EXPECT_EQ(when(), "yesterday");
     m_clock.advance(24h * 40);
     EXPECT_EQ(when(), "last month");
+}
+
+TEST_F(PutBackCardTest, AnotherTimeZoneShowsAtOnce) {
+    tellAfter(40h); // the day before in London, and two days before in Tokyo
+    m_card.show();
+    m_card.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&m_card));
+    QCoreApplication::processEvents(); // so that nothing else tells anew behind the change
+    EXPECT_EQ(when(), "yesterday");
+    m_clock.setCalendar("Asia/Tokyo");
+    tellDateWordsMayDiffer();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(when(), "2 days ago");
+    EXPECT_EQ(m_clock.sleepers(), 1U);
+}
+
+TEST_F(PutBackCardTest, AnotherTimeZoneOutOfSightSetsNoTimer) {
+    tellAfter(40h);
+    m_clock.setCalendar("Asia/Tokyo");
+    tellDateWordsMayDiffer();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(when(), "2 days ago");
+    EXPECT_EQ(m_clock.sleepers(), 0U);
 }
 
 TEST_F(PutBackCardTest, OneTimerWaitsWhileItCanBeSeenAndNoneWhileItCannot) {

@@ -81,6 +81,25 @@ TEST_F(SweepPreviewSheetTest, AClickOnACategoryChangesNothing) {
     EXPECT_TRUE(list().isExpanded(section));
 }
 
+TEST_F(SweepPreviewSheetTest, WhileAPutBackRunsNothingCanBeConfirmedAndAfterwardsItCan) {
+    library.isPuttingBack = true;
+    open(mixedPlan());
+    EXPECT_FALSE(mainButton().isEnabled());
+    click(row(0, 0)); // a tick changes nothing about it
+    EXPECT_FALSE(mainButton().isEnabled());
+    press(Qt::Key_Return);
+    emit review().confirmed();
+    turn();
+    EXPECT_EQ(sheet->stage(), Stage::review);
+    EXPECT_EQ(confirmations, 0);
+    library.isPuttingBack = false;
+    turn();
+    EXPECT_TRUE(mainButton().isEnabled());
+    press(Qt::Key_Return);
+    finish();
+    EXPECT_EQ(confirmations, 1);
+}
+
 TEST_F(SweepPreviewSheetTest, UntickingEveryRowDisablesTheMainButtonAndReturnDoesNothing) {
     open(mixedPlan());
     for (const auto& [section, entry] : {std::pair{0, 0}, {0, 1}, {1, 0}, {2, 0}}) {

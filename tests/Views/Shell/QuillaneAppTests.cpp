@@ -1,5 +1,5 @@
-#include "QuillaneApp.h"
 #include "DefaultsKeys.h"
+#include "QuillaneApp.h"
 #include "SamplePlatform.h"
 #include "Shell/ContentView.h"
 #include <QCoreApplication>
