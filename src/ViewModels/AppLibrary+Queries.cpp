@@ -59,6 +59,12 @@ std::vector<InstalledApp> AppLibrary::visibleApps() const {
     return visible;
 }
 
+bool AppLibrary::hasFilteredApps() const {
+    const auto chosen = *filter;
+    return std::ranges::any_of(
+        *apps, [&](const InstalledApp& app) { return passes(chosen, app, m_platform.clock); });
+}
+
 int AppLibrary::visibleAppCount() const {
     int count = 0;
     forEachVisibleApp([&count](const InstalledApp&) { ++count; });

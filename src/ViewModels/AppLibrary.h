@@ -144,6 +144,8 @@ class AppLibrary {
 
     // The applications that pass the filter and the search, in the order of `apps`.
     std::vector<InstalledApp> visibleApps() const;
+    // Whether visibleApps() would give any if nothing were searched for.
+    bool hasFilteredApps() const;
     // The sum over visibleApps().
     Bytes totalVisibleBytes() const;
     // The first application at this location; nothing for no id or an unknown one.

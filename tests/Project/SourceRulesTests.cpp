@@ -292,6 +292,28 @@ TEST(SourceRules, NoNameGoesThroughAShell) {
     EXPECT_TRUE(found.empty()) << joined(found);
 }
 
+// An assistive tool toggles what can be checked: `toggled` tells of that, `clicked` does not. So only a button that
+// is pressed is heard by its clicks; that none such can be checked the tests of the views say.
+const std::regex kHearsClicks(
+    R"(\b(?!QPushButton::|BrandButton::)(\w+)::(clicked|pressed|released)\b|\b(button|id)(Clicked|Pressed|Released)\b|SIGNAL\s*\()");
+
+TEST(SourceRules, TheRuleForClicksFindsEachThatIsForbidden) {
+    for (const char* heard : {"connect(b, &QCheckBox::clicked, f);", "connect(b, &Switch::clicked, f);",
+                              "connect(b, &QAbstractButton::clicked, f);", "&QToolButton::pressed",
+                              "&QButtonGroup::idClicked", "connect(b, SIGNAL(clicked()), f);"}) {
+        EXPECT_FALSE(occurrences({{"x.cpp", heard}}, kHearsClicks).empty()) << heard;
+    }
+    for (const char* allowed : {"&QPushButton::clicked", "&BrandButton::clicked", "&QCheckBox::toggled",
+                                "// &QCheckBox::clicked\n"}) {
+        EXPECT_TRUE(occurrences({{"x.cpp", allowed}}, kHearsClicks).empty()) << allowed;
+    }
+}
+
+TEST(SourceRules, WhatCanBeCheckedIsHeardByItsTogglesAndNotByClicks) {
+    const auto found = occurrences(sourcesBelow("src/Views"), kHearsClicks);
+    EXPECT_TRUE(found.empty()) << joined(found);
+}
+
 TEST(SourceRules, EverySymbolFileIsAnImageOfItsOwnAndHoldsNoScript) {
     std::size_t count = 0;
     for (const auto& entry : fs::directory_iterator(fs::path(QUILLANE_SOURCE_DIR) / "resources/symbols")) {

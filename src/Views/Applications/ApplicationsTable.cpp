@@ -3,6 +3,7 @@
 #include "Applications/AppActions.h"
 #include "Applications/AppRow.h"
 #include "Applications/StatusLine.h"
+#include "Components/ShownText.h"
 #include "IconCache.h"
 #include "State/ContentState.h"
 #include "Tables/RecordsWithKeys.h"
@@ -26,7 +27,13 @@ ApplicationsTable::ApplicationsTable(AppLibrary& library, ContentState& state, Q
         auto* const enter = new QShortcut(key, table(), nullptr, nullptr, Qt::WidgetShortcut);
         connect(enter, &QShortcut::activated, this, &ApplicationsTable::openSelected);
     }
+    setEmptyWords({words(symbol(LibrarySection::applications)), QStringLiteral("No Applications"),
+                   QStringLiteral("Quillane found no app that can be removed."),
+                   QStringLiteral("Finding applications…")});
     drawWith([this] { render(); });
+    drawWith([this] {
+        explainEmptiness(m_library, AppLibrary::Phase::Kind::scanning, !m_library.hasFilteredApps());
+    });
     drawWith([this] {
         IconCache::shared().latestArrival.get();
         model().iconsArrived();
