@@ -78,12 +78,13 @@ Bytes AppLibrary::reclaimableCacheBytes(const InstalledApp& app) const {
     return sumOfBytes(reclaimableCache(app), [](const LeftoverItem& item) { return item.bytes; });
 }
 
-SweepPlan AppLibrary::cachePlan() const {
-    SweepPlan plan;
+SweepPlan AppLibrary::cachePlan(SweepPlan::Keeps keeps) const {
+    SweepPlan plan(keeps);
     for (const auto& app : *apps) {
         bool hasRows = false;
         for (const auto& item : reclaimableCache(app)) {
-            hasRows = plan.add(SweepRows::rowFor(item, SweepCategory::caches, app.name)) || hasRows;
+            const auto row = [&] { return SweepRows::rowFor(item, SweepCategory::caches, app.name); };
+            hasRows = plan.add(item.url, item.bytes, row) || hasRows;
         }
         if (hasRows) {
             plan.countOne();
@@ -95,7 +96,7 @@ SweepPlan AppLibrary::cachePlan() const {
 SweepPlan AppLibrary::trashPlan() const {
     const auto& trash = *trashState;
     if (trash.needsFullDiskAccess || trash.count == 0) {
-        return {};
+        return SweepPlan();
     }
     SweepPlan plan;
     plan.add({trashToken(), SweepCategory::trash, "Everything in the Trash",
@@ -104,34 +105,34 @@ SweepPlan AppLibrary::trashPlan() const {
     return plan;
 }
 
-SweepPlan AppLibrary::planned(SweepCategory category) const {
+SweepPlan AppLibrary::planned(SweepCategory category, SweepPlan::Keeps keeps) const {
     switch (category) {
     case SweepCategory::caches:
-        return cachePlan();
+        return cachePlan(keeps);
     case SweepCategory::trash:
         return trashPlan();
     default:
-        return planOfFinders(category);
+        return planOfFinders(category, keeps);
     }
 }
 
 std::vector<SweepEntry> AppLibrary::plan(SweepCategory category) const {
-    return planned(category).takeRows();
+    return planned(category, SweepPlan::Keeps::rows).takeRows();
 }
 
 int AppLibrary::itemCount(SweepCategory category) const {
-    return planned(category).count();
+    return planned(category, SweepPlan::Keeps::figures).count();
 }
 
 Bytes AppLibrary::bytes(SweepCategory category) const {
-    return planned(category).bytes();
+    return planned(category, SweepPlan::Keeps::figures).bytes();
 }
 
 SweepPlan AppLibrary::plannedOfAllTicked() const {
     SweepPlan all;
     for (const auto category : kAllSweepCategories) {
         if (sweepSelection->contains(category)) {
-            for (auto& row : planned(category).takeRows()) {
+            for (auto& row : planned(category, SweepPlan::Keeps::rows).takeRows()) {
                 all.add(std::move(row));
             }
         }
