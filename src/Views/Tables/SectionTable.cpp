@@ -28,7 +28,9 @@ SectionTable::SectionTable(const QString& name, QAbstractItemModel* model, std::
 }
 
 void SectionTable::drawWith(std::function<void()> render) {
-    (new LibraryObserver(std::move(render), this))->renderNow();
+    auto* const observer = new LibraryObserver(std::move(render), this);
+    observer->drawOnlyInSight(this);
+    observer->renderNow();
 }
 
 MenuEntries::Present SectionTable::presentIn(ContentState& state) {
