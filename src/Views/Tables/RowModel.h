@@ -15,9 +15,9 @@
 namespace quillane {
 
 // A flat list of records for a table, each known by a key that stays the same. A new list is published as the
-// fewest removals, moves, insertions and changes, and never as a reset, so that selection, current row,
-// scroll position and focus stay with the rows they belong to. `Row` is a value with ==; `Key` has ==, a hash
-// and is what `key` answers. Main thread only.
+// fewest removals, moves, insertions and changes, or as a new order where RowSteps has too many of them, and never
+// as a reset, so that selection, current row, scroll position and focus stay with the rows they belong to. `Row` is
+// a value with ==; `Key` has ==, a hash and is what `key` answers. Main thread only.
 template <class Row, class Key>
 class RowModel : public QAbstractTableModel {
   public:
@@ -78,7 +78,7 @@ class RowModel : public QAbstractTableModel {
     RowSteps stepsTo(const std::vector<Record>& records, const IndexTable& places) const;
     template <class Record>
     static Rows rowsOf(const std::vector<Record>& records, const RowSteps::Range& range);
-    void remove(const std::vector<RowSteps::Range>& ranges);
+    void removeRanges(const std::vector<RowSteps::Range>& ranges);
     void removeRange(const RowSteps::Range& range);
     void move(const RowSteps::Move& move);
     void reorder(const std::vector<int>& order);
@@ -108,7 +108,7 @@ template <class Record>
 void RowModel<Row, Key>::updateFrom(std::vector<Record> records) {
     IndexTable places = takeOutDuplicates(records);
     const RowSteps steps = stepsTo(records, places);
-    remove(steps.removals);
+    removeRanges(steps.removals);
     if (steps.reorders) {
         reorder(steps.order);
     }
@@ -160,7 +160,7 @@ auto RowModel<Row, Key>::rowsOf(const std::vector<Record>& records, const RowSte
 
 // Rows that go from all over the list are moved to its end and go from there at once.
 template <class Row, class Key>
-void RowModel<Row, Key>::remove(const std::vector<RowSteps::Range>& ranges) {
+void RowModel<Row, Key>::removeRanges(const std::vector<RowSteps::Range>& ranges) {
     if (ranges.size() <= RowSteps::kMostRanges) {
         for (const auto& range : ranges) {
             removeRange(range);

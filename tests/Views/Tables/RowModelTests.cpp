@@ -1,9 +1,13 @@
 #include "Tables/RowModel.h"
 #include <QAbstractItemModelTester>
+#include <QPersistentModelIndex>
 #include <QSignalSpy>
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace quillane {
 namespace {
@@ -173,7 +177,15 @@ TEST_F(RowModelTest, RandomListsAreToldAsTheyAreWhicheverWayIsTaken) {
                 next.push_back(entry);
             }
         }
+        std::vector<std::pair<QPersistentModelIndex, std::string>> held;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            held.emplace_back(model.index(row, 1), model.keyAt(row));
+        }
         model.update(next);
+        for (const auto& [index, name] : held) {
+            ASSERT_EQ(index.isValid(), model.rowOf(name).has_value());
+            ASSERT_TRUE(!index.isValid() || model.keyAt(index.row()) == name);
+        }
         ASSERT_EQ(shown(), next);
         ASSERT_EQ(follower.rows(), next);
         for (const auto& entry : all) {
