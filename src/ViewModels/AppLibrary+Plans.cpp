@@ -84,12 +84,13 @@ Bytes AppLibrary::reclaimableCacheBytes(const InstalledApp& app) const {
     return sumOfBytes(reclaimableCache(app), [](const LeftoverItem& item) { return item.bytes; });
 }
 
-SweepPlan AppLibrary::cachePlan() const {
-    SweepPlan plan;
+SweepPlan AppLibrary::cachePlan(SweepPlan::Keeps keeps) const {
+    SweepPlan plan(keeps);
     for (const auto& app : *apps) {
         const auto items = reclaimableCache(app);
         for (const auto& item : items) {
-            plan.add(SweepRows::rowFor(item, SweepCategory::caches, app.name));
+            plan.add(item.url, item.bytes,
+                     [&] { return SweepRows::rowFor(item, SweepCategory::caches, app.name); });
         }
         if (!items.empty()) {
             plan.countOne();
@@ -101,7 +102,7 @@ SweepPlan AppLibrary::cachePlan() const {
 SweepPlan AppLibrary::trashPlan() const {
     const auto& trash = *trashState;
     if (trash.needsFullDiskAccess || trash.count == 0) {
-        return {};
+        return SweepPlan();
     }
     SweepPlan plan;
     plan.add({trashToken(), SweepCategory::trash, "Everything in the Trash",
@@ -110,27 +111,27 @@ SweepPlan AppLibrary::trashPlan() const {
     return plan;
 }
 
-SweepPlan AppLibrary::planned(SweepCategory category) const {
+SweepPlan AppLibrary::planned(SweepCategory category, SweepPlan::Keeps keeps) const {
     switch (category) {
     case SweepCategory::caches:
-        return cachePlan();
+        return cachePlan(keeps);
     case SweepCategory::trash:
         return trashPlan();
     default:
-        return planOfFinders(category);
+        return planOfFinders(category, keeps);
     }
 }
 
 std::vector<SweepEntry> AppLibrary::plan(SweepCategory category) const {
-    return planned(category).takeRows();
+    return planned(category, SweepPlan::Keeps::rows).takeRows();
 }
 
 int AppLibrary::itemCount(SweepCategory category) const {
-    return planned(category).count();
+    return planned(category, SweepPlan::Keeps::figures).count();
 }
 
 Bytes AppLibrary::bytes(SweepCategory category) const {
-    return planned(category).bytes();
+    return planned(category, SweepPlan::Keeps::figures).bytes();
 }
 
 SweepPlan AppLibrary::plannedOfAllTicked() const {
@@ -139,7 +140,7 @@ SweepPlan AppLibrary::plannedOfAllTicked() const {
         if (!sweepSelection->contains(category)) {
             continue;
         }
-        auto more = planned(category);
+        auto more = planned(category, SweepPlan::Keeps::rows);
         // The first, the caches, has most of the rows, and nothing stands yet to compare them with.
         if (all.rows().empty()) {
             all = std::move(more);

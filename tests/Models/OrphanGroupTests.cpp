@@ -79,6 +79,25 @@ TEST(OrphanGroup, ManyGroupsOfEqualSizeStandInTheOrderOfTheirVendors) {
 
 TEST(OrphanGroup, NoItemsMakeNoGroups) {
     EXPECT_TRUE(OrphanGroup::grouped({}).empty());
+    EXPECT_EQ(OrphanGrouping::count({}), 0U);
+}
+
+TEST(OrphanGroup, GroupsAreCountedByVendorToTheByte) {
+    EXPECT_EQ(OrphanGrouping::count(
+                  {itemOf("com.a", 1), itemOf("com.b", 1), itemOf("com.a", 2), itemOf("com.A", 1)}),
+              3U);
+}
+
+TEST(OrphanGroup, ItemsOfEqualSizeKeepTheirOrder) {
+    std::vector<OrphanItem> items;
+    for (int i = 0; i < 20; ++i) {
+        items.push_back(item("com.example." + std::to_string(i), i % 2));
+    }
+    const auto group = OrphanGroup::grouped(items).front();
+    for (std::size_t i = 0; i < 10; ++i) {
+        EXPECT_EQ(group.items[i], items[2 * i + 1]);
+        EXPECT_EQ(group.items[i + 10], items[2 * i]);
+    }
 }
 
 TEST(OrphanGroup, TheOrderOfTheItemsMakesNoDifferenceToTheGroups) {

@@ -22,12 +22,22 @@ std::vector<InstalledApp> sample() {
     return {alder, birch, cedar};
 }
 
-std::vector<std::string> namesBy(const std::vector<AppComparator>& order) {
+std::vector<std::string> namesOf(const std::vector<InstalledApp>& apps,
+                                 const std::vector<AppComparator>& order) {
+    std::vector<AppRecord> records;
+    for (const auto& app : apps) {
+        records.push_back({&app});
+    }
+    NameRanks remembered;
     std::vector<std::string> names;
-    for (const auto& app : sorted(sample(), order)) {
-        names.push_back(app.name);
+    for (const auto& record : sorted(records, order, remembered)) {
+        names.push_back(record.app->name);
     }
     return names;
+}
+
+std::vector<std::string> namesBy(const std::vector<AppComparator>& order) {
+    return namesOf(sample(), order);
 }
 
 using Names = std::vector<std::string>;
@@ -79,11 +89,11 @@ TEST(AppComparator, ALaterComparatorDecidesTies) {
 
 TEST(AppComparator, WithoutComparatorsTheOrderStays) {
     EXPECT_EQ(namesBy({}), (Names{"alder 2", "Alder 10", "Cedar"}));
-    EXPECT_TRUE(sorted({}, kInitialAppOrder).empty());
+    EXPECT_TRUE(namesOf({}, kInitialAppOrder).empty());
 }
 
 TEST(AppComparator, TheSizeThatCountsIncludesTheSupportFiles) {
     auto apps = sample();
     apps[2].leftovers = {leftover("/l", "Caches", 10'000)};
-    EXPECT_EQ(sorted(apps, kInitialAppOrder).front().name, "Cedar");
+    EXPECT_EQ(namesOf(apps, kInitialAppOrder).front(), "Cedar");
 }

@@ -549,6 +549,26 @@ TEST_F(Overview, TheNoticeCountsWhatTheSystemRefused) {
     EXPECT_EQ(workspace.settingsOpened(), 1);
 }
 
+TEST_F(Overview, AccessThatWasJustGrantedIsAnnouncedWhereverTheUserIs) {
+    openReady({});
+    window->showSection(LibrarySection::developer);
+    turn();
+    EXPECT_EQ(view().grantedNotice()->accessibleName(), "");
+    library.accessJustGranted = true;
+    turn();
+    EXPECT_EQ(view().grantedNotice()->accessibleName(), view().grantedNotice()->text());
+}
+
+TEST_F(Overview, FiguresThatChangeBehindAnotherSectionAreThereWhenTheOverviewComes) {
+    openReady(caches(1));
+    window->showSection(LibrarySection::developer);
+    turn();
+    publish(caches(2));
+    turn();
+    window->enterSection(LibrarySection::overview);
+    EXPECT_EQ(hero().figure()->text(), "3 MB");
+}
+
 TEST_F(Overview, AccessThatWasJustGrantedIsTold) {
     openReady({});
     EXPECT_FALSE(view().grantedNotice()->isVisible());
