@@ -72,14 +72,10 @@ TEST(AppComparator, TheNumbersOfVersionsCompareByValue) {
                              "1.18b2", "1.18b10", "2",   "10.0",  "v1"};
     std::vector<InstalledApp> apps;
     for (auto version = ascending.rbegin(); version != ascending.rend(); ++version) {
-        apps.push_back(measuredApp("App", 1));
+        apps.push_back(measuredApp(*version, 1));
         apps.back().version = *version;
     }
-    Names versions;
-    for (const auto& app : sorted(apps, {{Key::version, false}})) {
-        versions.push_back(app.version);
-    }
-    EXPECT_EQ(versions, ascending);
+    EXPECT_EQ(namesOf(apps, {{Key::version, false}}), ascending);
 }
 
 TEST(AppComparator, ALaterComparatorDecidesTies) {
