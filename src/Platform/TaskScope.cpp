@@ -13,7 +13,7 @@ TaskScope::~TaskScope() {
     }
 }
 
-TaskHandle TaskScope::add(std::shared_ptr<Root> root) {
+TaskHandle TaskScope::add(const std::shared_ptr<Root>& root) {
     TaskHandle handle;
     root->stop = handle.m_stop;
     root->position = m_roots.insert(m_roots.end(), root);

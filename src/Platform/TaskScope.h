@@ -84,7 +84,7 @@ class TaskScope {
         F body;
     };
 
-    TaskHandle add(std::shared_ptr<Root> root);
+    TaskHandle add(const std::shared_ptr<Root>& root);
     void begin(Root& root);
     void finish(Root& root);
     static Driver drive(TaskScope& scope, Root& root);

@@ -174,6 +174,7 @@ class Search {
     std::vector<DevCacheItem> measured(std::vector<DevCacheItem> items) {
         m_found.assign(std::make_move_iterator(items.begin()), std::make_move_iterator(items.end()));
         std::vector<Piece> pieces;
+        pieces.reserve(m_found.size());
         for (auto& item : m_found) {
             pieces.emplace_back(Measuring{&item, item.url});
         }

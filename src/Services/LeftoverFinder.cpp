@@ -12,9 +12,10 @@ namespace {
 
 using Confidence = LeftoverItem::Confidence;
 
-std::optional<Confidence> match(const InstalledApp& app, Text::CaselessText& appName,
+// `identifier` is the application's and not empty.
+std::optional<Confidence> match(std::string_view identifier, Text::CaselessText& appName,
                                 const SupportFileLocations::Location& location, std::string_view name) {
-    if (namesIdentifier(name, *app.bundleIdentifier)) {
+    if (namesIdentifier(name, identifier)) {
         return Confidence::high;
     }
     if (location.allowsNameMatch && appName.equals(name)) {
@@ -36,7 +37,8 @@ bool namesIdentifier(std::string_view name, std::string_view identifier) {
 std::vector<LeftoverItem> leftovers(const Platform& platform, const InstalledApp& app,
                                     const StopToken& stop) {
     std::vector<LeftoverItem> items;
-    if (app.bundleIdentifier.value_or("").empty()) {
+    const std::string identifier = app.bundleIdentifier.value_or("");
+    if (identifier.empty()) {
         return items; // without an identifier nothing belongs to it, even where names would match
     }
     const auto home = platform.files.home();
@@ -47,7 +49,7 @@ std::vector<LeftoverItem> leftovers(const Platform& platform, const InstalledApp
             continue;
         }
         for (const auto& entry : *entries) {
-            const auto confidence = match(app, appName, location, entry.name);
+            const auto confidence = match(identifier, appName, location, entry.name);
             if (!confidence) {
                 continue;
             }

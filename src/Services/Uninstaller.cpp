@@ -59,8 +59,8 @@ Report moveToTrash(const Platform& platform, const std::vector<FileURL>& urls,
         }
         report.trashed.push_back(url);
         report.reclaimedBytes = checkedSum(report.reclaimedBytes, bytes);
-        if (*landed) {
-            report.moves.push_back({url, **landed});
+        if (const auto& place = landed.value()) {
+            report.moves.push_back({url, *place});
         }
     }
     return report;

@@ -21,6 +21,7 @@ class Outcome {
     void setValue(Args&&... args) {
         m_state.template emplace<1>(std::forward<Args>(args)...);
     }
+    // NOLINTNEXTLINE(bugprone-exception-escape): to keep a pointer to an exception throws none
     void setError(std::exception_ptr error) noexcept { m_state.template emplace<2>(std::move(error)); }
 
     // Runs `computation` and keeps how it ended.

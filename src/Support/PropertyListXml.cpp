@@ -303,7 +303,8 @@ std::optional<Date> parseDate(std::string_view text) {
         return std::nullopt;
     }
     const auto days = daysSinceReference(year, month, day);
-    return Date{static_cast<double>(days * 86400 + hour * 3600 + minute * 60 + second)};
+    return Date{
+        static_cast<double>(days * 86400 + std::int64_t{hour} * 3600 + std::int64_t{minute} * 60 + second)};
 }
 
 // 0 to 63, or nothing for what is no digit of base64.

@@ -103,7 +103,7 @@ Task<> AppLibrary::reprobeAccess() {
 }
 
 void AppLibrary::appBecameActive() {
-    m_tasks.start([this](StopToken) { return reprobeAccess(); });
+    m_tasks.start([this](const StopToken&) { return reprobeAccess(); });
 }
 
 void AppLibrary::quit(const Platform& platform, const std::optional<std::string>& bundleIdentifier) {

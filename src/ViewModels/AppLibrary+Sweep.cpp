@@ -186,7 +186,9 @@ void AppLibrary::forgetApps(const std::unordered_set<FileURL>& gone) {
             list.erase(list.begin() + static_cast<std::ptrdiff_t>(*place));
         }
     });
-    m_holders->appsLeft(places);
+    if (m_holders) {
+        m_holders->appsLeft(places);
+    }
 }
 
 void AppLibrary::record(std::optional<UndoableOperation> operation) {

@@ -24,7 +24,7 @@ std::shared_ptr<const IconImage> IconCache::icon(const FileURL& url) {
     }
     const auto [entry, isNew] = m_icons.try_emplace(url);
     if (isNew) {
-        m_tasks->start([this, url](StopToken) { return load(url); });
+        m_tasks->start([this, url](const StopToken&) { return load(url); });
     }
     return entry->second;
 }

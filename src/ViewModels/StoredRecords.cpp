@@ -11,7 +11,7 @@ namespace {
 using nlohmann::json;
 
 // Records are small; what is larger was not written by us and would only cost time.
-constexpr std::size_t kMaxBytes = 64U * 1024U * 1024U;
+constexpr std::size_t kMaxBytes = std::size_t{64} << 20U;
 
 std::optional<json> parse(const Defaults::Data& data) {
     if (data.size() > kMaxBytes) {

@@ -46,6 +46,7 @@ BundleProcesses::BundleProcesses(const FileSystem& files, std::string processFol
 std::vector<int> BundleProcesses::processes(const std::string& bundleIdentifier) const {
     const std::unique_ptr<DIR, CloseDirectory> directory(::opendir(m_processFolder.c_str()));
     std::vector<int> found;
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): nobody else reads this directory
     while (const dirent* entry = directory ? ::readdir(directory.get()) : nullptr) {
         const std::string_view name = entry->d_name;
         int process = 0;

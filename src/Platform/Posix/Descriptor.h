@@ -1,4 +1,5 @@
 #pragma once
+#include <cerrno>
 #include <unistd.h>
 #include <utility>
 
@@ -23,10 +24,12 @@ class Descriptor {
 
     int get() const { return m_fd; }
     explicit operator bool() const { return m_fd >= 0; }
-    // Closes now; an error of the close is ignored.
+    // Closes now; an error of the close is ignored. errno stays: what failed before is what callers report.
     void reset() {
         if (m_fd >= 0) {
+            const int before = errno;
             ::close(std::exchange(m_fd, -1));
+            errno = before;
         }
     }
     // Gives the descriptor away without closing it.

@@ -193,8 +193,8 @@ FileDefaults::Stored FileDefaults::valuesIn(const std::string& bytes) const {
 std::optional<Defaults::Value> FileDefaults::value(std::string_view key) const {
     (void)reloadIfChanged();
     if (const auto unwritten = m_unwritten.find(key); unwritten != m_unwritten.end()) {
-        if (unwritten->second) {
-            return fromStored(*unwritten->second);
+        if (const auto& value = unwritten->second) {
+            return fromStored(*value);
         }
     } else if (const auto stored = m_stored.find(key); stored != m_stored.end()) {
         return fromStored(stored->second);
@@ -268,7 +268,10 @@ bool FileDefaults::store() {
 void FileDefaults::crossOut(const std::string& key) {
     const auto bytes = readAll(m_path, m_limits.bytes);
     const std::string_view tag = "<key>";
-    const auto at = bytes ? bytes->find(std::string(tag) + key + "</key>") : std::string::npos;
+    if (!bytes) {
+        return;
+    }
+    const auto at = bytes->find(std::string(tag) + key + "</key>");
     if (at == std::string::npos) {
         return;
     }

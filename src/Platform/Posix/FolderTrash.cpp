@@ -12,7 +12,7 @@
 namespace quillane {
 namespace {
 
-constexpr std::string_view kName = ".Trash";
+constexpr const char* kName = ".Trash";
 constexpr mode_t kOwnerOnly = 0700;
 
 // Links on the way to the folder are followed.
@@ -30,8 +30,7 @@ FolderTrash::FolderTrash(const std::string& hostRoot, FileURL home)
 std::optional<FileURL> FolderTrash::location() const {
     const auto parent = m_root.open(m_home.path(), O_RDONLY | O_DIRECTORY);
     struct stat status = {};
-    if (parent && ::fstatat(parent.get(), kName.data(), &status, AT_SYMLINK_NOFOLLOW) != 0 &&
-        errno == ENOENT) {
+    if (parent && ::fstatat(parent.get(), kName, &status, AT_SYMLINK_NOFOLLOW) != 0 && errno == ENOENT) {
         return std::nullopt;
     }
     return m_folder;
@@ -53,10 +52,10 @@ Result<Descriptor> FolderTrash::openForMoving() {
     if (!parent) {
         return PosixError::writing(errno);
     }
-    if (::mkdirat(parent.get(), kName.data(), kOwnerOnly) != 0 && errno != EEXIST) {
+    if (::mkdirat(parent.get(), kName, kOwnerOnly) != 0 && errno != EEXIST) {
         return PosixError::writing(errno);
     }
-    Descriptor folder(::openat(parent.get(), kName.data(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    Descriptor folder(::openat(parent.get(), kName, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     if (!folder) {
         return PosixError::writing(errno);
     }

@@ -15,6 +15,7 @@ class LocalCalendar {
 
     // `environment` is the value of TZ, null when it is not set. Where it is, it decides for this process, as it
     // does for every other, and the link is not looked at.
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): nobody sets it
     explicit LocalCalendar(std::string link = kLink, const char* environment = std::getenv("TZ"));
 
     // Looks at the link anew: two calls of the system, and more only when it has become another. Any thread.

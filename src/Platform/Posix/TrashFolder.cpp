@@ -24,6 +24,7 @@ Result<std::vector<FileURL>> items(Descriptor folder, const FileURL& folderURL) 
     std::vector<FileURL> found;
     for (;;) {
         errno = 0;
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): nobody else reads this directory
         const dirent* entry = ::readdir(directory.get());
         if (entry == nullptr) {
             break;

@@ -20,6 +20,7 @@ using namespace MenuEntries;
 
 std::vector<FileURL> urlsOf(const std::vector<InstalledApp>& apps) {
     std::vector<FileURL> urls;
+    urls.reserve(apps.size());
     for (const auto& app : apps) {
         urls.push_back(app.url);
     }
@@ -73,6 +74,7 @@ class OneAppMenu {
         }
         QMenu& files = *m_menu.addMenu(QStringLiteral("Support Files"));
         std::vector<FileURL> urls;
+        urls.reserve(m_app.leftovers.size());
         for (const auto& item : m_app.leftovers) {
             urls.push_back(item.url);
         }

@@ -11,7 +11,7 @@ QPixmap scaled(const IconImage& image, int side, double ratio) {
     if (image.isEmpty()) {
         return {};
     }
-    const QImage whole(image.rgba.data(), image.width, image.height, 4 * image.width,
+    const QImage whole(image.rgba.data(), image.width, image.height, qsizetype{4} * image.width,
                        QImage::Format_RGBA8888);
     const int pixels = static_cast<int>(std::lround(side * ratio));
     QPixmap pixmap =

@@ -239,7 +239,8 @@ void RowModel<Row, Key>::insert(const std::vector<RowSteps::Range>& ranges,
     std::vector<int> order(records.size(), kGone);
     for (const auto& range : ranges) {
         for (int i = 0; i < range.count; ++i) {
-            order[static_cast<std::size_t>(range.first + i)] = before + static_cast<int>(rows.size()) + i;
+            order[static_cast<std::size_t>(range.first) + static_cast<std::size_t>(i)] =
+                before + static_cast<int>(rows.size()) + i;
         }
         std::ranges::move(rowsOf(records, range), std::back_inserter(rows));
     }
