@@ -31,6 +31,23 @@ function(quillane_layer NAME)
   endif()
 endfunction()
 
+# quillane_uses_moc(NAME)
+#
+# Qt's signals and slots for a target. CMake's own rule reads only the files that it saw at its last run, so that a
+# class that joins a built tree, as after a pull, would not link; it runs again when the list of files has changed.
+function(quillane_uses_moc NAME)
+  set_target_properties(${NAME} PROPERTIES AUTOMOC ON)
+  get_target_property(FILES ${NAME} SOURCES)
+  set(KNOWN ${CMAKE_CURRENT_BINARY_DIR}/${NAME}_moc_files)
+  if(EXISTS ${KNOWN})
+    file(READ ${KNOWN} BEFORE)
+  endif()
+  if(NOT FILES STREQUAL "${BEFORE}")
+    file(REMOVE ${CMAKE_CURRENT_BINARY_DIR}/${NAME}_autogen/timestamp)
+    file(WRITE ${KNOWN} "${FILES}")
+  endif()
+endfunction()
+
 # quillane_test(NAME [FOLDERS pattern...] [DEPENDS lib...] [MAIN file] [LABELS label...])
 #
 # One test program from every source of the current folder, and of the folders in it that match. A new test

@@ -157,6 +157,34 @@ bool equalASCIICase(char a, char b) {
     return lowerAscii(a) == lowerAscii(b);
 }
 
+// ASCII whose characters are its bytes: only a carriage return joins with what follows it. Reads to the end in any
+// case, which costs less than to look for it at each byte.
+bool isPlain(std::string_view text) {
+    unsigned char bits = 0;
+    bool hasReturn = false;
+    for (const char c : text) {
+        bits |= static_cast<unsigned char>(c);
+        hasReturn |= c == '\r';
+    }
+    return bits < 0x80 && !hasReturn;
+}
+
+// In plain text, for a needle in lower case.
+bool containsLowerCase(std::string_view haystack, std::string_view needle) {
+    if (haystack.size() < needle.size()) {
+        return false;
+    }
+    const char* const end = haystack.data() + (haystack.size() - needle.size()) + 1;
+    for (const char* at = haystack.data(); at != end; ++at) {
+        if (lowerAscii(*at) == needle.front() &&
+            std::equal(needle.begin() + 1, needle.end(), at + 1,
+                       [](char wanted, char c) { return wanted == lowerAscii(c); })) {
+            return true;
+        }
+    }
+    return false;
+}
+
 const icu::Normalizer2& decomposition() {
     UErrorCode status = U_ZERO_ERROR;
     const icu::Normalizer2* const nfd = icu::Normalizer2::getNFDInstance(status);
@@ -290,14 +318,26 @@ std::vector<std::size_t> localizedStandardOrder(const std::vector<std::string>& 
 }
 
 bool localizedCaseInsensitiveContains(std::string_view haystack, std::string_view needle) {
-    if (needle.empty()) {
+    return Search(needle).isIn(haystack);
+}
+
+Search::Search(std::string_view needle) {
+    const auto unicode = folded(readableUnicode(needle));
+    m_folded.assign(unicode.getBuffer(), static_cast<std::size_t>(unicode.length()));
+    if (std::ranges::all_of(m_folded, [](char16_t c) { return c < 0x80; })) { // "ß" is looked for as "ss"
+        m_plain.emplace(m_folded.begin(), m_folded.end());
+    }
+}
+
+bool Search::isIn(std::string_view haystack) const {
+    if (isEmpty()) {
         return false;
     }
-    // Among ASCII only a carriage return joins with what follows it.
-    if (isAscii(haystack) && isAscii(needle) && haystack.find('\r') == std::string_view::npos) {
-        return !std::ranges::search(haystack, needle, equalASCIICase).empty();
+    if (isPlain(haystack)) {
+        return m_plain && containsLowerCase(haystack, *m_plain);
     }
-    return containsFolded(readableUnicode(haystack), folded(readableUnicode(needle)));
+    const icu::UnicodeString needle(false, m_folded.data(), static_cast<std::int32_t>(m_folded.size()));
+    return containsFolded(readableUnicode(haystack), needle);
 }
 
 bool equalIgnoringCase(std::string_view a, std::string_view b) {

@@ -23,6 +23,19 @@ std::vector<std::size_t> localizedStandardOrder(const std::vector<std::string>& 
 // accents and width count; a match ends and begins at whole characters.
 bool localizedCaseInsensitiveContains(std::string_view haystack, std::string_view needle);
 
+// A text that is looked for in many others, made ready once.
+class Search {
+  public:
+    explicit Search(std::string_view needle);
+    bool isEmpty() const { return m_folded.empty(); }
+    // As localizedCaseInsensitiveContains().
+    bool isIn(std::string_view haystack) const;
+
+  private:
+    std::u16string m_folded;
+    std::optional<std::string> m_plain; // the same where it is ASCII; no plain text holds anything else
+};
+
 // Equal without regard to case, with no locale ("Straße" equals "STRASSE"). An invalid byte equals only itself.
 bool equalIgnoringCase(std::string_view a, std::string_view b);
 

@@ -7,17 +7,14 @@
 #include "Formatting.h"
 #include "ScanPace.h"
 #include "TextComparison.h"
-#include <algorithm>
-#include <iterator>
 #include <string>
 #include <utility>
 
 namespace quillane {
 namespace {
 
-bool matches(const DevCacheItem& item, const std::string& search) {
-    return search.empty() || Text::localizedCaseInsensitiveContains(item.tool, search) ||
-           Text::localizedCaseInsensitiveContains(item.kind, search);
+bool matches(const DevCacheItem& item, const Text::Search& search) {
+    return search.isEmpty() || search.isIn(item.tool) || search.isIn(item.kind);
 }
 
 std::string labelForDeveloperItems(const std::vector<DevCacheItem>& items) {
@@ -51,10 +48,18 @@ Task<> AppLibrary::findDeveloperCaches(int generation, ScanReason reason, StopTo
 }
 
 std::vector<DevCacheItem> AppLibrary::visibleDeveloperCaches() const {
-    auto items = *developerCaches;
-    std::erase_if(items,
-                  [&search = *searchText](const DevCacheItem& item) { return !matches(item, search); });
+    std::vector<DevCacheItem> items;
+    forEachVisibleDeveloperCache([&items](const DevCacheItem& item) { items.push_back(item); });
     return items;
+}
+
+void AppLibrary::forEachVisibleDeveloperCache(FunctionRef<void(const DevCacheItem&)> visit) const {
+    const Text::Search search(*searchText);
+    for (const auto& item : *developerCaches) {
+        if (matches(item, search)) {
+            visit(item);
+        }
+    }
 }
 
 Bytes AppLibrary::totalDeveloperBytes() const {
@@ -63,19 +68,25 @@ Bytes AppLibrary::totalDeveloperBytes() const {
 
 std::vector<DevCacheItem> AppLibrary::sweepableDeveloperCaches() const {
     std::vector<DevCacheItem> items;
-    std::ranges::copy_if(*developerCaches, std::back_inserter(items), [&](const DevCacheItem& item) {
-        return item.safeToSweep && !isProtected(item.url) && !inaccessible->contains(item.url);
-    });
+    forEachSweepableDeveloperCache([&items](const DevCacheItem& item) { items.push_back(item); });
     return items;
 }
 
-SweepPlan AppLibrary::developerPlan() const {
-    const auto home = m_platform.files.home();
-    SweepPlan plan;
-    for (const auto& item : sweepableDeveloperCaches()) {
-        plan.add(SweepRows::rowFor(item, home));
-        plan.countOne();
+void AppLibrary::forEachSweepableDeveloperCache(FunctionRef<void(const DevCacheItem&)> visit) const {
+    for (const auto& item : *developerCaches) {
+        if (item.safeToSweep && !isProtected(item.url) && !inaccessible->contains(item.url)) {
+            visit(item);
+        }
     }
+}
+
+SweepPlan AppLibrary::developerPlan(SweepPlan::Keeps keeps) const {
+    const auto home = m_platform.files.home();
+    SweepPlan plan(keeps);
+    forEachSweepableDeveloperCache([&](const DevCacheItem& item) {
+        plan.add(item.url, item.bytes, [&] { return SweepRows::rowFor(item, home); });
+        plan.countOne();
+    });
     return plan;
 }
 

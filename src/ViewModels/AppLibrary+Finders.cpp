@@ -71,13 +71,13 @@ int AppLibrary::badge(LibrarySection section) const {
     return finder == finders().end() ? 0 : finder->badge(*this);
 }
 
-SweepPlan AppLibrary::planOfFinders(SweepCategory category) const {
+SweepPlan AppLibrary::planOfFinders(SweepCategory category, SweepPlan::Keeps keeps) const {
     for (const auto& finder : finders()) {
         if (finder.category == category && finder.plan != nullptr) {
-            return (this->*finder.plan)();
+            return (this->*finder.plan)(keeps);
         }
     }
-    return {}; // reached only through a removal that the user asks for
+    return SweepPlan(keeps); // reached only through a removal that the user asks for
 }
 
 // Most rows of a sweep are in no list, and to read all lists for each of them would cost rows times items.

@@ -15,11 +15,10 @@ namespace quillane {
 namespace {
 
 // A group stands or falls as a whole.
-bool matches(const OrphanGroup& group, const std::string& search) {
-    return search.empty() || Text::localizedCaseInsensitiveContains(group.vendor, search) ||
-           std::ranges::any_of(group.items, [&](const OrphanItem& item) {
-               return Text::localizedCaseInsensitiveContains(item.identifier, search);
-           });
+bool matches(const OrphanGroupView& group, const Text::Search& search) {
+    return search.isEmpty() || search.isIn(group.vendor()) ||
+           std::ranges::any_of(group.items,
+                               [&](const OrphanItem* item) { return search.isIn(item->identifier); });
 }
 
 std::string labelForOrphanGroups(const std::vector<OrphanGroup>& groups) {
@@ -51,49 +50,74 @@ Task<> AppLibrary::findOrphans(int generation, ScanReason reason, StopToken stop
 }
 
 std::vector<OrphanGroup> AppLibrary::visibleOrphanGroups() const {
-    auto groups = OrphanGroup::grouped(*orphans);
-    std::erase_if(groups,
-                  [&search = *searchText](const OrphanGroup& group) { return !matches(group, search); });
+    std::vector<OrphanGroup> groups;
+    forEachVisibleOrphanGroup(
+        [&groups](const OrphanGroupView& group) { groups.push_back(OrphanGroup::of(group)); });
     return groups;
+}
+
+void AppLibrary::forEachVisibleOrphanGroup(FunctionRef<void(const OrphanGroupView&)> visit) const {
+    const Text::Search search(*searchText);
+    const OrphanGrouping grouping(*orphans);
+    for (const auto& group : grouping.groups()) {
+        if (matches(group, search)) {
+            visit(group);
+        }
+    }
 }
 
 Bytes AppLibrary::totalOrphanBytes() const {
     return sumOfBytes(*orphans, [](const OrphanItem& item) { return item.bytes; });
 }
 
+bool AppLibrary::isSweepable(const OrphanItem& item) const {
+    return !item.requiresAdmin && !isProtected(item.url) && !inaccessible->contains(item.url);
+}
+
 std::vector<OrphanItem> AppLibrary::sweepableItems(const OrphanGroup& group) const {
     std::vector<OrphanItem> items;
-    std::ranges::copy_if(group.items, std::back_inserter(items), [&](const OrphanItem& item) {
-        return !item.requiresAdmin && !isProtected(item.url) && !inaccessible->contains(item.url);
-    });
+    std::ranges::copy_if(group.items, std::back_inserter(items),
+                         [&](const OrphanItem& item) { return isSweepable(item); });
     return items;
 }
 
 int AppLibrary::orphanGroupCount() const {
-    return static_cast<int>(OrphanGroup::grouped(*orphans).size());
+    return static_cast<int>(OrphanGrouping::count(*orphans));
 }
 
-SweepPlan AppLibrary::planFor(const std::vector<OrphanGroup>& groups) const {
-    SweepPlan plan;
-    for (const auto& group : groups) {
-        const auto title = group.title();
-        const auto items = sweepableItems(group);
-        for (const auto& item : items) {
-            plan.add(SweepRows::rowFor(item, SweepCategory::orphans, title));
+void AppLibrary::add(const OrphanGroupView& group, SweepPlan& plan) const {
+    const auto title = group.title();
+    bool gives = false;
+    for (const auto* const item : group.items) {
+        if (isSweepable(*item)) {
+            plan.add(item->url, item->bytes,
+                     [&] { return SweepRows::rowFor(*item, SweepCategory::orphans, title); });
+            gives = true;
         }
-        if (!items.empty()) {
-            plan.countOne();
-        }
+    }
+    if (gives) {
+        plan.countOne();
+    }
+}
+
+SweepPlan AppLibrary::orphanPlan(SweepPlan::Keeps keeps) const {
+    SweepPlan plan(keeps);
+    const OrphanGrouping grouping(*orphans);
+    for (const auto& group : grouping.groups()) {
+        add(group, plan);
     }
     return plan;
 }
 
-SweepPlan AppLibrary::orphanPlan() const {
-    return planFor(OrphanGroup::grouped(*orphans));
-}
-
 BulkRemoval AppLibrary::removalForOrphanGroups(const std::vector<OrphanGroup>& groups) const {
-    return BulkRemoval::make(labelForOrphanGroups(groups), planFor(groups).takeRows());
+    SweepPlan plan;
+    for (const auto& group : groups) {
+        const auto title = group.title();
+        for (const auto& item : sweepableItems(group)) {
+            plan.add(SweepRows::rowFor(item, SweepCategory::orphans, title));
+        }
+    }
+    return BulkRemoval::make(labelForOrphanGroups(groups), plan.takeRows());
 }
 
 } // namespace quillane

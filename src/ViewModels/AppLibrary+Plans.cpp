@@ -17,8 +17,8 @@ const FileURL& trashToken() {
     return token;
 }
 
-// What the applications that stay claim of the support files: what is listed for them, and, as long as a scan has
-// not listed it, what their identifiers name.
+// What the applications that stay claim of the support files: what is listed for them, and what their identifiers
+// name, since nothing is listed before a scan has measured them, nor ever for those of the system.
 class StayingClaims {
   public:
     StayingClaims(const std::vector<InstalledApp>& apps, const std::vector<InstalledApp>& going) {
@@ -84,12 +84,13 @@ Bytes AppLibrary::reclaimableCacheBytes(const InstalledApp& app) const {
     return sumOfBytes(reclaimableCache(app), [](const LeftoverItem& item) { return item.bytes; });
 }
 
-SweepPlan AppLibrary::cachePlan() const {
-    SweepPlan plan;
+SweepPlan AppLibrary::cachePlan(SweepPlan::Keeps keeps) const {
+    SweepPlan plan(keeps);
     for (const auto& app : *apps) {
         const auto items = reclaimableCache(app);
         for (const auto& item : items) {
-            plan.add(SweepRows::rowFor(item, SweepCategory::caches, app.name));
+            plan.add(item.url, item.bytes,
+                     [&] { return SweepRows::rowFor(item, SweepCategory::caches, app.name); });
         }
         if (!items.empty()) {
             plan.countOne();
@@ -101,7 +102,7 @@ SweepPlan AppLibrary::cachePlan() const {
 SweepPlan AppLibrary::trashPlan() const {
     const auto& trash = *trashState;
     if (trash.needsFullDiskAccess || trash.count == 0) {
-        return {};
+        return SweepPlan();
     }
     SweepPlan plan;
     plan.add({trashToken(), SweepCategory::trash, "Everything in the Trash",
@@ -110,36 +111,43 @@ SweepPlan AppLibrary::trashPlan() const {
     return plan;
 }
 
-SweepPlan AppLibrary::planned(SweepCategory category) const {
+SweepPlan AppLibrary::planned(SweepCategory category, SweepPlan::Keeps keeps) const {
     switch (category) {
     case SweepCategory::caches:
-        return cachePlan();
+        return cachePlan(keeps);
     case SweepCategory::trash:
         return trashPlan();
     default:
-        return planOfFinders(category);
+        return planOfFinders(category, keeps);
     }
 }
 
 std::vector<SweepEntry> AppLibrary::plan(SweepCategory category) const {
-    return planned(category).takeRows();
+    return planned(category, SweepPlan::Keeps::rows).takeRows();
 }
 
 int AppLibrary::itemCount(SweepCategory category) const {
-    return planned(category).count();
+    return planned(category, SweepPlan::Keeps::figures).count();
 }
 
 Bytes AppLibrary::bytes(SweepCategory category) const {
-    return planned(category).bytes();
+    return planned(category, SweepPlan::Keeps::figures).bytes();
 }
 
 SweepPlan AppLibrary::plannedOfAllTicked() const {
     SweepPlan all;
     for (const auto category : kAllSweepCategories) {
-        if (sweepSelection->contains(category)) {
-            for (auto& row : planned(category).takeRows()) {
-                all.add(std::move(row));
-            }
+        if (!sweepSelection->contains(category)) {
+            continue;
+        }
+        auto more = planned(category, SweepPlan::Keeps::rows);
+        // The first, the caches, has most of the rows, and nothing stands yet to compare them with.
+        if (all.rows().empty()) {
+            all = std::move(more);
+            continue;
+        }
+        for (auto& row : more.takeRows()) {
+            all.add(std::move(row));
         }
     }
     return all;

@@ -36,15 +36,15 @@ bool passes(AppFilter filter, const InstalledApp& app, const Clock& clock) {
     return false;
 }
 
-bool matches(const InstalledApp& app, const std::string& search) {
-    return search.empty() || Text::localizedCaseInsensitiveContains(app.name, search) ||
-           (app.bundleIdentifier && Text::localizedCaseInsensitiveContains(*app.bundleIdentifier, search));
+bool matches(const InstalledApp& app, const Text::Search& search) {
+    return search.isEmpty() || search.isIn(app.name) ||
+           (app.bundleIdentifier && search.isIn(*app.bundleIdentifier));
 }
 
 } // namespace
 
 void AppLibrary::forEachVisibleApp(FunctionRef<void(const InstalledApp&)> visit) const {
-    const auto& search = *searchText;
+    const Text::Search search(*searchText);
     const auto chosen = *filter;
     for (const auto& app : *apps) {
         if (passes(chosen, app, m_platform.clock) && matches(app, search)) {
@@ -57,6 +57,12 @@ std::vector<InstalledApp> AppLibrary::visibleApps() const {
     std::vector<InstalledApp> visible;
     forEachVisibleApp([&visible](const InstalledApp& app) { visible.push_back(app); });
     return visible;
+}
+
+bool AppLibrary::hasFilteredApps() const {
+    const auto chosen = *filter;
+    return std::ranges::any_of(
+        *apps, [&](const InstalledApp& app) { return passes(chosen, app, m_platform.clock); });
 }
 
 int AppLibrary::visibleAppCount() const {

@@ -84,6 +84,8 @@ class AppLibrary {
 
     // The developer caches whose tool or kind the search lets through, in their order.
     std::vector<DevCacheItem> visibleDeveloperCaches() const;
+    // The same where they lie: they stay until `developerCaches` changes.
+    void forEachVisibleDeveloperCache(FunctionRef<void(const DevCacheItem&)> visit) const;
     // The sum over all developer caches, whatever the search says.
     Bytes totalDeveloperBytes() const;
     // The developer caches that a cleanup includes: those safe to sweep, less what is protected or out of reach.
@@ -102,6 +104,8 @@ class AppLibrary {
 
     // The groups of orphans that the search lets through, whole: by vendor or by the identifier of any item.
     std::vector<OrphanGroup> visibleOrphanGroups() const;
+    // The same without copies, each for the time of its visit.
+    void forEachVisibleOrphanGroup(FunctionRef<void(const OrphanGroupView&)> visit) const;
     // The sum over all orphans, whatever the search says.
     Bytes totalOrphanBytes() const;
     // What of the group may be moved to the Trash: less what is protected, needs administrator rights or is out
@@ -144,6 +148,10 @@ class AppLibrary {
 
     // The applications that pass the filter and the search, in the order of `apps`.
     std::vector<InstalledApp> visibleApps() const;
+    // Whether visibleApps() would give any if nothing were searched for.
+    bool hasFilteredApps() const;
+    // The same where they lie, for whoever looks at many of them often: they stay until `apps` changes.
+    void forEachVisibleApp(FunctionRef<void(const InstalledApp&)> visit) const;
     // The sum over visibleApps().
     Bytes totalVisibleBytes() const;
     // The first application at this location; nothing for no id or an unknown one.
@@ -151,7 +159,8 @@ class AppLibrary {
 
     // Scan
 
-    // The state of the scan, whose stages follow each other in the order of the kinds. `done` and `total` count applications and are 0 but while measuring.
+    // The state of the scan, whose stages follow each other in the order of the kinds. `done` and `total` count
+    // applications and are 0 but while measuring.
     struct Phase {
         enum class Kind { idle, scanning, measuring, findingOrphans, findingDeveloperCaches, ready };
         Kind kind = Kind::idle;
@@ -208,7 +217,8 @@ class AppLibrary {
     Task<> findDeveloperCaches(int generation, ScanReason reason, StopToken stop);
     // An automatic scan is content with a result that is young enough.
     bool mayReuseDeveloperCaches(ScanReason reason) const;
-    SweepPlan developerPlan() const;
+    void forEachSweepableDeveloperCache(FunctionRef<void(const DevCacheItem&)> visit) const;
+    SweepPlan developerPlan(SweepPlan::Keeps keeps) const;
 
     std::optional<Date> m_developerCachesMeasuredAt; // end of the last walk; nothing before the first
 
@@ -225,7 +235,7 @@ class AppLibrary {
         // Whether this scan may leave the stage out and keep what an earlier one found; null for never.
         bool (AppLibrary::*mayReuse)(ScanReason reason) const;
         // What of it a cleanup takes without asking; null for nothing.
-        SweepPlan (AppLibrary::*plan)() const;
+        SweepPlan (AppLibrary::*plan)(SweepPlan::Keeps keeps) const;
         // Adds the locations of all that is listed.
         void (*addLocations)(const AppLibrary& library, std::unordered_set<FileURL>& locations);
         // Drops what has gone. Observers hear of it only when something goes.
@@ -236,7 +246,7 @@ class AppLibrary {
 
     // The stages of all finders in their order. Ends early, and silently, when the scan has been superseded.
     Task<> findAll(int generation, ScanReason reason, StopToken stop);
-    SweepPlan planOfFinders(SweepCategory category) const;
+    SweepPlan planOfFinders(SweepCategory category, SweepPlan::Keeps keeps) const;
     // Makes the lists of the finders forget what has gone.
     void forgetFound(const std::unordered_set<FileURL>& gone);
     // Says that a list of a finder may have gained something.
@@ -266,21 +276,22 @@ class AppLibrary {
     // Looks for what removed applications left behind, judged by the applications that stand.
     Task<> findOrphans(int generation, ScanReason reason, StopToken stop);
     int orphanGroupCount() const;
-    SweepPlan orphanPlan() const;
-    SweepPlan planFor(const std::vector<OrphanGroup>& groups) const;
+    // What sweepableItems() leaves of a group.
+    bool isSweepable(const OrphanItem& item) const;
+    SweepPlan orphanPlan(SweepPlan::Keeps keeps) const;
+    // Adds the sweepable items of one group.
+    void add(const OrphanGroupView& group, SweepPlan& plan) const;
 
     // Plans
 
-    SweepPlan planned(SweepCategory category) const;
+    SweepPlan planned(SweepCategory category, SweepPlan::Keeps keeps) const;
     SweepPlan plannedOfAllTicked() const;
-    SweepPlan cachePlan() const;
+    SweepPlan cachePlan(SweepPlan::Keeps keeps) const;
     SweepPlan trashPlan() const;
 
     // Queries
 
     int visibleAppCount() const;
-    // The applications that visibleApps() gives, in order, without copying them.
-    void forEachVisibleApp(FunctionRef<void(const InstalledApp&)> visit) const;
 
     // Scan
 
@@ -298,6 +309,7 @@ class AppLibrary {
     int m_scanGeneration = 0;                   // number of the latest scan; grows when one really starts
     std::optional<ScanReason> m_pendingRefresh; // a scan asked for while one runs
     ScanReason m_currentReason = ScanReason::user;
+
     // Sweep
 
     // The steps of a sweep. The references are to the sweep's own frame.

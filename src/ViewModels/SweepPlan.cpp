@@ -4,19 +4,15 @@
 namespace quillane {
 
 void SweepPlan::add(SweepEntry row) {
-    if (m_paths.insert(row.url).second) {
-        m_rows.push_back(std::move(row));
-    }
+    const FileURL url = row.url;
+    add(url, row.bytes, [&row] { return std::move(row); });
 }
 
 std::vector<SweepEntry> SweepPlan::takeRows() {
     m_paths.clear();
+    m_bytes = 0;
     m_count = 0;
     return std::exchange(m_rows, {});
-}
-
-Bytes SweepPlan::bytes() const {
-    return sumOfBytes(m_rows, [](const SweepEntry& row) { return row.bytes; });
 }
 
 } // namespace quillane

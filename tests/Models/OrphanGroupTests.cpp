@@ -46,8 +46,58 @@ TEST(OrphanGroup, ItemsAreGroupedByVendorAndTheLargestStandFirst) {
     EXPECT_EQ(groups[1].items, (std::vector{itemOf("com.small", 15), itemOf("com.small", 10)}));
 }
 
+// As many as make a sort that does not keep equals show it: 16 and fewer stay in order by chance.
+TEST(OrphanGroup, ManyItemsOfEqualSizeKeepTheirOrder) {
+    std::vector<OrphanItem> items;
+    for (int i = 0; i < 60; ++i) {
+        items.push_back(item("com.example.tool" + std::to_string(i), i % 3));
+    }
+    const auto groups = OrphanGroup::grouped(items);
+    ASSERT_EQ(groups.size(), 1U);
+    std::vector<OrphanItem> expected;
+    for (const Bytes bytes : {2, 1, 0}) {
+        for (std::size_t i = static_cast<std::size_t>(bytes); i < items.size(); i += 3) {
+            expected.push_back(items[i]);
+        }
+    }
+    EXPECT_EQ(groups.front().items, expected);
+}
+
+TEST(OrphanGroup, ManyGroupsOfEqualSizeStandInTheOrderOfTheirVendors) {
+    std::vector<OrphanItem> items;
+    std::vector<std::string> vendors;
+    for (int i = 10; i < 70; ++i) {
+        vendors.push_back("com.v" + std::to_string(i));
+        items.push_back(itemOf(vendors.back(), 5));
+    }
+    std::vector<std::string> grouped;
+    for (const auto& group : OrphanGroup::grouped(items)) {
+        grouped.push_back(group.vendor);
+    }
+    EXPECT_EQ(grouped, vendors);
+}
+
 TEST(OrphanGroup, NoItemsMakeNoGroups) {
     EXPECT_TRUE(OrphanGroup::grouped({}).empty());
+    EXPECT_EQ(OrphanGrouping::count({}), 0U);
+}
+
+TEST(OrphanGroup, GroupsAreCountedByVendorToTheByte) {
+    EXPECT_EQ(OrphanGrouping::count(
+                  {itemOf("com.a", 1), itemOf("com.b", 1), itemOf("com.a", 2), itemOf("com.A", 1)}),
+              3U);
+}
+
+TEST(OrphanGroup, ItemsOfEqualSizeKeepTheirOrder) {
+    std::vector<OrphanItem> items;
+    for (int i = 0; i < 20; ++i) {
+        items.push_back(item("com.example." + std::to_string(i), i % 2));
+    }
+    const auto group = OrphanGroup::grouped(items).front();
+    for (std::size_t i = 0; i < 10; ++i) {
+        EXPECT_EQ(group.items[i], items[2 * i + 1]);
+        EXPECT_EQ(group.items[i + 10], items[2 * i]);
+    }
 }
 
 TEST(OrphanGroup, TheOrderOfTheItemsMakesNoDifferenceToTheGroups) {

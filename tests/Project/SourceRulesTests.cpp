@@ -202,7 +202,9 @@ TEST(SourceRules, TheLibrarysFieldsAndOperationsStandByConcern) {
     const auto header = readFile(fs::path(QUILLANE_SOURCE_DIR) / "src/ViewModels/AppLibrary.h");
     const auto half = header.find("  private:\n    friend");
     ASSERT_NE(half, std::string::npos);
-    const std::regex heading(R"(\n\n    // (\w+)\n\n)");
+    const std::regex heading(R"(\n    // (\w+)\n\n)");
+    const std::regex withSpace(R"(\n\n    // (\w+)\n\n)");
+    EXPECT_EQ(groupsIn(header, heading), groupsIn(header, withSpace)) << "an empty line stands before each";
     const auto concerns = concernsOfTheLibrary();
     std::set<std::string> seen;
     for (const auto& headings :
@@ -287,6 +289,28 @@ TEST(SourceRules, NoProductCodeBranchesOnTheSystemItRunsOn) {
 TEST(SourceRules, NoNameGoesThroughAShell) {
     const auto found =
         occurrences(sourcesBelow("src"), std::regex(R"((^|[^\w.>])(::|std::)?(system|popen)\s*\()"));
+    EXPECT_TRUE(found.empty()) << joined(found);
+}
+
+// An assistive tool toggles what can be checked: `toggled` tells of that, `clicked` does not. So only a button that
+// is pressed is heard by its clicks; that none such can be checked the tests of the views say.
+const std::regex kHearsClicks(
+    R"(\b(?!QPushButton::|BrandButton::)(\w+)::(clicked|pressed|released)\b|\b(button|id)(Clicked|Pressed|Released)\b|SIGNAL\s*\()");
+
+TEST(SourceRules, TheRuleForClicksFindsEachThatIsForbidden) {
+    for (const char* heard : {"connect(b, &QCheckBox::clicked, f);", "connect(b, &Switch::clicked, f);",
+                              "connect(b, &QAbstractButton::clicked, f);", "&QToolButton::pressed",
+                              "&QButtonGroup::idClicked", "connect(b, SIGNAL(clicked()), f);"}) {
+        EXPECT_FALSE(occurrences({{"x.cpp", heard}}, kHearsClicks).empty()) << heard;
+    }
+    for (const char* allowed : {"&QPushButton::clicked", "&BrandButton::clicked", "&QCheckBox::toggled",
+                                "// &QCheckBox::clicked\n"}) {
+        EXPECT_TRUE(occurrences({{"x.cpp", allowed}}, kHearsClicks).empty()) << allowed;
+    }
+}
+
+TEST(SourceRules, WhatCanBeCheckedIsHeardByItsTogglesAndNotByClicks) {
+    const auto found = occurrences(sourcesBelow("src/Views"), kHearsClicks);
     EXPECT_TRUE(found.empty()) << joined(found);
 }
 

@@ -181,6 +181,18 @@ TEST(DeveloperCacheFinder, TheLargestStandFirstAndKnownPlacesBeforeDependenciesO
                                           "node_modules in b", "node_modules in a"));
 }
 
+// As many as make a sort that does not keep equals show it: 16 and fewer stay in order by chance.
+TEST(DeveloperCacheFinder, ManyOfEqualSizeStandInTheOrderOfTheirPaths) {
+    SampleMac mac;
+    Texts expected;
+    for (int i = 10; i < 70; ++i) {
+        const auto name = "p" + std::to_string(i);
+        mac.file("Projects/" + name + "/node_modules/file", "x");
+        expected.push_back("node_modules in " + name);
+    }
+    EXPECT_EQ(kindsOn(mac), expected);
+}
+
 TEST(DeveloperCacheFinder, AFolderWhoseDateCannotBeReadIsListedWithoutOne) {
     // Asked twice about the folder: for its size, and then for its date.
     class DatesRefused final : public ForwardingFileSystem {

@@ -19,11 +19,11 @@ std::string arguments(const std::string& values) {
     return "<key>ProgramArguments</key><array>" + values + "</array>";
 }
 
-// A Mac with a program at /opt/tool, one at /usr/bin/tool and a link to the first at /opt/link.
+// A Mac with a program at /opt/tool, one of the same path in the home folder, a link to the first at /opt/link and
+// one to nothing.
 bool isAlive(const std::string& content, const std::string& list = kList) {
     SampleMac mac;
     mac.file("/opt/tool", "x")
-        .file("/usr/bin/searched", "x")
         .file("opt/tool", "x")
         .link("/opt/link", "/opt/tool")
         .link("/opt/dangling", "/opt/gone")
@@ -67,8 +67,15 @@ TEST(LaunchdJob, AListThatIsALinkIsReadWhereItPoints) {
 }
 
 TEST(LaunchdJob, ANameWithoutAPathIsLookedForWhereLaunchdLooks) {
-    EXPECT_TRUE(isAlive(xml(arguments("<string>searched</string>"))));
-    EXPECT_FALSE(isAlive(xml(arguments("<string>tool</string>"))));
+    for (const auto& [folder, isLookedInto] :
+         {std::pair("/usr/bin", true), std::pair("/bin", true), std::pair("/usr/sbin", true),
+          std::pair("/sbin", true), std::pair("/usr/local/bin", false), std::pair("/opt", false)}) {
+        SampleMac mac;
+        mac.file(std::string(folder) + "/searched", "x")
+            .file(kList, xml(arguments("<string>searched</string>")));
+        const SamplePlatform sample(mac);
+        EXPECT_EQ(LaunchdJob::hasItsProgram(sample.platform, kListURL), isLookedInto) << folder;
+    }
 }
 
 TEST(LaunchdJob, WhatLaunchdCannotResolveNamesNoProgram) {

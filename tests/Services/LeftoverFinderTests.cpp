@@ -1,6 +1,7 @@
 #include "AppScanner.h"
 #include "LeftoverFinder.h"
 #include "SamplePlatform.h"
+#include "SupportFileLocations.h"
 #include <algorithm>
 #include <gtest/gtest.h>
 
@@ -293,6 +294,28 @@ TEST(LeftoverFinder, EqualSizesStayInTheOrderOfTheLocations) {
         mac.folder(expected.back());
     }
     EXPECT_EQ(pathsOf(leftoversOn(mac)), expected);
+}
+
+// As many as make a sort that does not keep equals show it: 16 and fewer stay in order by chance.
+TEST(LeftoverFinder, ManyOfEqualSizeStayInTheOrderInWhichTheyWereMet) {
+    SampleMac mac;
+    for (const char* folder : {"Library/Caches", "Library/Preferences", "Library/Logs"}) {
+        for (int i = 10; i < 40; ++i) {
+            mac.folder(std::string(folder) + "/com.example.tool." + std::to_string(i));
+        }
+    }
+    const SamplePlatform sample(mac);
+    Paths met;
+    for (const auto& location : SupportFileLocations::all(sample.platform)) {
+        if (const auto entries = sample.platform.files.list(location.url)) {
+            for (const auto& entry : *entries) {
+                met.push_back(location.url.appending(entry.name).path());
+            }
+        }
+    }
+    std::erase_if(met, [](const std::string& path) { return path.find("com.example.tool") == path.npos; });
+    ASSERT_EQ(met.size(), 90U);
+    EXPECT_EQ(pathsOf(LeftoverFinder::leftovers(sample.platform, kTool)), met);
 }
 
 // Bad input

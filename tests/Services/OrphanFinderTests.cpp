@@ -36,6 +36,34 @@ bool isOrphan(const std::string& name, const Installed& installed = {}) {
     return identifierOf(name, installed).has_value();
 }
 
+// As many as make a sort that does not keep equals show it: 16 and fewer stay in order by chance.
+TEST(OrphanFinder, ManyOfEqualSizeStayInTheOrderInWhichTheyWereMet) {
+    SampleMac mac;
+    for (const char* folder : {"Library/Caches/", "Library/Logs/", "Library/HTTPStorages/"}) {
+        for (int i = 10; i < 40; ++i) {
+            const auto path = folder + ("com.gone.tool" + std::to_string(i));
+            mac.folder(path).modified(path, kOld);
+        }
+    }
+    const SamplePlatform sample(mac);
+    std::vector<FileURL> met;
+    for (const auto& location : SupportFileLocations::all(sample.platform)) {
+        if (const auto entries = sample.platform.files.list(location.url)) {
+            for (const auto& entry : *entries) {
+                if (entry.name.starts_with("com.gone.")) {
+                    met.push_back(location.url.appending(entry.name));
+                }
+            }
+        }
+    }
+    ASSERT_EQ(met.size(), 90U);
+    std::vector<FileURL> listed;
+    for (const auto& item : OrphanFinder::orphans(sample.platform, {})) {
+        listed.push_back(item.url);
+    }
+    EXPECT_EQ(listed, met);
+}
+
 // The shape of the name
 
 TEST(OrphanFinder, AnIdentifierOfThreePartsIsAnOrphan) {
@@ -305,11 +333,12 @@ TEST(OrphanFinder, TheListOfAJobWhoseProgramIsThereIsNoOrphan) {
 }
 
 TEST(OrphanFinder, AListThatLiesElsewhereIsNoJob) {
-    SampleMac mac;
-    mac.file("/opt/tool", "x")
-        .file("Library/Preferences/com.example.tool.plist", jobOf("/opt/tool"))
-        .modified("Library/Preferences/com.example.tool.plist", kOld);
-    EXPECT_EQ(orphansOn(mac).size(), 1U);
+    for (const char* folder : {"Library/Preferences", "/Library/PrivilegedHelperTools"}) {
+        const auto path = std::string(folder) + "/com.example.tool.plist";
+        SampleMac mac;
+        mac.file("/opt/tool", "x").file(path, jobOf("/opt/tool")).modified(path, kOld);
+        EXPECT_EQ(orphansOn(mac).size(), 1U) << folder;
+    }
 }
 
 TEST(OrphanFinder, OnlyAJobThatPassedByNameAndDateIsOpened) {

@@ -199,6 +199,12 @@ TEST(LocalizedCaseInsensitiveContains, EveryPairAnswersAsThePlatformDoes) {
     }
 }
 
+TEST(LocalizedCaseInsensitiveContains, ALetterBeyondASCIIIsFoundWhereItsPlainSpellingStands) {
+    EXPECT_TRUE(Text::localizedCaseInsensitiveContains("STRASSE", "\u00DF"));
+    EXPECT_TRUE(Text::localizedCaseInsensitiveContains("a Kelvin", "\u212A"));
+    EXPECT_FALSE(Text::localizedCaseInsensitiveContains("cafe", "\u00E9"));
+}
+
 TEST(LocalizedCaseInsensitiveContains, AMatchBeginsAtAWholeCharacter) {
     EXPECT_FALSE(Text::localizedCaseInsensitiveContains("e\u0301", "\u0301"));
     EXPECT_FALSE(Text::localizedCaseInsensitiveContains("\u00E9", "\u0301"));

@@ -499,6 +499,34 @@ TEST_F(FoundThings, WhatAScanFindsDuringASweepLeavesTheListsTooWhenItMoves) {
     EXPECT_EQ(library->developerCaches->size(), 0U);
 }
 
+// The developer caches tell of what they gained too; here the sweep goes on while their stage waits.
+TEST_F(FoundThings, AnOrphanThatAScanFindsDuringASweepLeavesTheListAlsoBeforeTheNextStageHasEnded) {
+    const auto cached = file("Library/Caches/com.acme.draw/data").deletingLastPathComponent();
+    world.disk.modified("Users/alex/Library/Caches/com.acme.draw",
+                        world.clock.now().addingSeconds(-100.0 * 24 * 60 * 60));
+    std::vector<SweepEntry> entries;
+    for (int i = 0; i < 100; ++i) { // in no list, and enough for the stage to end before the orphan moves
+        entries.push_back(entry(file("Downloads/" + std::to_string(i)), SweepCategory::developer, 1));
+    }
+    entries.push_back(entry(cached, SweepCategory::orphans, 1));
+    startSweep(entries);
+    world.runner.settle();
+    world.runner.runJob();
+    library->refresh(AppLibrary::ScanReason::automatic);
+    ASSERT_TRUE(world.runner.runUntil([&] { return !library->orphans->empty(); }));
+    ASSERT_TRUE(world.isThere(cached));
+    while (world.isThere(cached)) { // the sweep's jobs alone
+        std::size_t job = 0;
+        while (world.runner.waitingPriority(job) != Priority::userInitiated) {
+            ++job;
+        }
+        world.runner.runJob(job);
+        world.runner.settle();
+    }
+    EXPECT_EQ(library->phase->kind, AppLibrary::Phase::Kind::findingDeveloperCaches);
+    EXPECT_EQ(library->orphans->size(), 0U);
+}
+
 TEST_F(FoundThings, WhatFailedToMoveStaysInTheLists) {
     const auto missing = orphan("com.acme.draw", 10); // not on the disk
     library->orphans = std::vector{missing};

@@ -1,4 +1,8 @@
 #include "SweepTest.h"
+#include <random>
+#include <string>
+#include <unordered_set>
+#include <vector>
 
 namespace quillane {
 namespace {
@@ -21,6 +25,36 @@ TEST_F(Plans, TheCachePlanHoldsTheCachesOfEachApplicationInOrder) {
     EXPECT_EQ(plan[2].title, "Two");
     EXPECT_EQ(library->bytes(SweepCategory::caches), 22);
     EXPECT_EQ(library->itemCount(SweepCategory::caches), 2);
+}
+
+TEST_F(Plans, TheFigureOfACategoryIsThatOfItsRows) {
+    std::mt19937 random(5);
+    const auto oneOf = [&random](int count) {
+        return std::to_string(random() % static_cast<unsigned>(count));
+    };
+    for (int round = 0; round < 20; ++round) {
+        std::vector<InstalledApp> apps;
+        std::vector<OrphanItem> orphans;
+        std::vector<DevCacheItem> locations;
+        for (int i = 0; i < 12; ++i) { // some of them at the same place
+            apps.push_back(app("App " + std::to_string(i), {item("Library/Caches/" + oneOf(9), i)}));
+            orphans.push_back({home("Library/Logs/" + oneOf(9)), "Logs", "a.b." + oneOf(3), "a.b" + oneOf(4),
+                               i, std::nullopt, random() % 4 == 0});
+            locations.push_back({home(oneOf(9)), "npm", "Cache", i, std::nullopt, random() % 3 != 0, ""});
+        }
+        library->apps = apps;
+        library->orphans = orphans;
+        library->developerCaches = locations;
+        library->setProtected(home(oneOf(9)), true);
+        library->setProtected(home("Library/Logs/" + oneOf(9)), true);
+        library->inaccessible = std::unordered_set{home("Library/Caches/" + oneOf(9)), home(oneOf(9))};
+        for (const auto category :
+             {SweepCategory::caches, SweepCategory::orphans, SweepCategory::developer}) {
+            const auto rows = library->plan(category);
+            EXPECT_EQ(library->bytes(category),
+                      sumOfBytes(rows, [](const SweepEntry& row) { return row.bytes; }));
+        }
+    }
 }
 
 TEST_F(Plans, AProtectedApplicationHasNoRowsAndIsNotCounted) {
@@ -200,6 +234,17 @@ TEST_F(Plans, UninstallingTwoCopiesListsWhatTheyShareOnce) {
     EXPECT_EQ(removal.entries[1].url, shared.url);
     EXPECT_EQ(removal.entries[1].title, "One");
     EXPECT_EQ(removal.entries[2].url, FileURL("/Applications/Two.app"));
+}
+
+TEST_F(Plans, TheRowOfAPathStartsUntickedWhicheverOfItsFindingsAsksForIt) {
+    const auto sure = item("Library/Caches/shared", 10);
+    auto byName = sure;
+    byName.confidence = LeftoverItem::Confidence::medium;
+    for (const auto& [first, second] : {std::pair(sure, byName), std::pair(byName, sure)}) {
+        const auto removal = library->removalForApps({app("One", {first}), app("Two", {second})});
+        EXPECT_EQ(removal.entries.size(), 3U);
+        EXPECT_EQ(removal.initiallyExcluded, std::unordered_set{sure.url});
+    }
 }
 
 TEST_F(Plans, ACacheThatIsListedTwiceIsCleanedOnce) {

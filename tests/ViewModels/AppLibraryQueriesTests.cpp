@@ -186,6 +186,21 @@ TEST_F(AppLibraryQueries, ASearchStaysWithinTheFilter) {
     EXPECT_EQ(visible(), Names{"Notes"});
 }
 
+TEST_F(AppLibraryQueries, WhatPassesTheFilterIsThereWhateverIsSearchedFor) {
+    EXPECT_FALSE(library->hasFilteredApps());
+    auto system = appNamed("System");
+    system.source = AppSource::system;
+    library->apps = std::vector{system};
+    EXPECT_FALSE(library->hasFilteredApps());
+    library->filter = AppFilter::all;
+    EXPECT_TRUE(library->hasFilteredApps());
+    library->filter = AppFilter::thirdParty;
+    library->apps = std::vector{system, appNamed("a")};
+    library->searchText = "zzz";
+    EXPECT_TRUE(library->hasFilteredApps());
+    EXPECT_TRUE(visible().empty());
+}
+
 TEST_F(AppLibraryQueries, VisibleApplicationsKeepTheOrderOfTheList) {
     library->apps = std::vector{appNamed("c"), appNamed("a"), appNamed("b")};
     EXPECT_EQ(visible(), (Names{"c", "a", "b"}));

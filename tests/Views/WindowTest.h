@@ -12,9 +12,12 @@
 #include "ScriptedCommandRunner.h"
 #include "Shell/ContentView.h"
 #include "StepTaskRunner.h"
+#include "Tables/TableView.h"
 #include "TemporaryFolder.h"
 #include <QApplication>
+#include <QHeaderView>
 #include <QTest>
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
 #include <vector>
@@ -56,6 +59,11 @@ class WindowTest : public testing::Test {
     void doubleClick(const QString& name) const;
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const; // into what has the focus
     void clickHeader(int column) const;
+    // Two clicks on a header put the rows in both orders of their `key`, equal ones as they stand in `records`.
+    // `name` is what the column `nameColumn` shows of a record, and of no other.
+    template <class Record, class Key, class Name>
+    void expectOrderOfHeader(int column, const std::vector<Record>& records, Key key, int nameColumn,
+                             Name name);
 
     TemporaryFolder disk;
     StepTaskRunner runner;
@@ -79,5 +87,29 @@ class WindowTest : public testing::Test {
     LibrarySection startsIn = LibrarySection::applications; // where open() goes
     std::unique_ptr<ContentView> window;
 };
+
+template <class Record, class Key, class Name>
+void WindowTest::expectOrderOfHeader(int column, const std::vector<Record>& records, Key key, int nameColumn,
+                                     Name name) {
+    std::vector<Qt::SortOrder> seen;
+    for (int i = 0; i < 2; ++i) {
+        clickHeader(column);
+        turn();
+        EXPECT_EQ(table().header()->sortIndicatorSection(), column);
+        seen.push_back(table().header()->sortIndicatorOrder());
+        auto sorted = records;
+        std::stable_sort(sorted.begin(), sorted.end(), [&](const Record& a, const Record& b) {
+            return seen.back() == Qt::AscendingOrder ? key(a) < key(b) : key(b) < key(a);
+        });
+        QStringList expected;
+        QStringList shown;
+        for (std::size_t row = 0; row < sorted.size(); ++row) {
+            expected << QString::fromStdString(name(sorted[row]));
+            shown << cell(static_cast<int>(row), nameColumn);
+        }
+        EXPECT_EQ(shown, expected) << "column " << column;
+    }
+    EXPECT_NE(seen.front(), seen.back());
+}
 
 } // namespace quillane

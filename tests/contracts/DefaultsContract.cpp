@@ -313,6 +313,13 @@ TEST_F(SmallFileDefaults, AnOlderValueThatMisleadsGoesFromTheFileWhenTheNewerIsT
     }
 }
 
+TEST_F(SmallFileDefaults, WhatIsStoredAsAnyOtherAfterwardsKeepsItsOlderValueAgain) {
+    defaults.setOrForget("a", Defaults::Data(13000, 7));
+    defaults.set("a", Defaults::Data{1});
+    defaults.set("a", Defaults::Data(13000, 8));
+    EXPECT_EQ(launch().data("a"), Defaults::Data{1});
+}
+
 TEST_F(SmallFileDefaults, AHugeValueThatIsTakenAwayAgainIsGone) {
     defaults.set("operation", Defaults::Data{1});
     defaults.set("operation", Defaults::Data(13000, 7));

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace quillane {
@@ -530,6 +531,13 @@ TEST_F(FreedesktopTrashOrigin, ARecordThatIsALinkOrNoFileOfBytesFailsToBeRead) {
     fs::rename(info, world.root / "records");
     fs::create_directory_symlink(world.root / "records", info);
     EXPECT_FALSE(cameFrom("home/folder/a").ok());
+}
+
+TEST_F(FreedesktopTrashOrigin, ARecordThatIsAPipeHoldsNothingUpAndNamesNoPlace) {
+    const auto path = info / "a.trashinfo";
+    fs::remove(path);
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    EXPECT_FALSE(isFrom("home/folder/a"));
 }
 
 TEST_F(FreedesktopTrashOrigin, OfAPlaceOutsideOfEveryTrashNothingIsSaid) {

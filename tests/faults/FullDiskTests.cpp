@@ -61,6 +61,13 @@ struct FullDisk : testing::Test {
         }
     }
     static void layReserve(const RealHome& home) { ASSERT_TRUE(Start(home).ports.adapters.reserve.lay()); }
+    // As many moves would: the rest is for what can't wait.
+    static void giveAwayTheShareOfMoves(Start& start, const RealHome& home) {
+        struct stat status = {};
+        ASSERT_EQ(::stat(DesktopAdapters::reservePath(home).c_str(), &status), 0);
+        EXPECT_TRUE(start.ports.adapters.reserve.release(
+            {.device = status.st_dev, .bytes = DesktopAdapters::kReserve.whole}));
+    }
     static std::int64_t reserved(const RealHome& home) {
         struct stat status = {};
         return ::stat(DesktopAdapters::reservePath(home).c_str(), &status) == 0
@@ -115,6 +122,7 @@ TEST_F(FullDisk, WhatLayInAFolderThatIsGoneComesBackToo) {
                     Start start(home);
                     start.sweep(entriesFor<DesktopAdapters>(home, {RealHome::kDeep}), "Sweep");
                     fs::remove_all(home.path("Documents/deep"));
+                    giveAwayTheShareOfMoves(start, home);
                     fillUp(home.path());
                     EXPECT_TRUE(start.undo().failures.empty());
                     expectHome(home, {RealHome::kDeep});
@@ -151,6 +159,54 @@ TEST_F(FullDisk, TheReserveComesBackAtTheNextStartOnceThereIsRoom) {
                     EXPECT_GE(reserved(home), DesktopAdapters::kReserve.whole);
                 }),
                 testing::ExitedWithCode(0), "");
+}
+
+TEST_F(FullDisk, WhatAStartFindsNoRoomForIsLaidOnceTheTrashIsEmptied) {
+    EXPECT_EXIT(onSmallVolume([](const RealHome& home) {
+                    fs::create_directories(DesktopAdapters::trashFolder(home));
+                    fillUp(home.path());
+                    Start start(home);
+                    EXPECT_FALSE(start.ports.adapters.reserve.lay());
+                    fs::rename(home.path("filler"), DesktopAdapters::trashFolder(home) / "filler");
+                    start.sweep(
+                        {{FileURL("/.Trash"), SweepCategory::trash, "Everything in the Trash", "", 1}},
+                        "Sweep");
+                    EXPECT_GE(reserved(home), DesktopAdapters::kReserve.whole);
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST_F(FullDisk, TheReserveComesBackAtAMoveThatFindsRoom) {
+    EXPECT_EXIT(onSmallVolume([](const RealHome& home) {
+                    layReserve(home);
+                    fillUp(home.path());
+                    Start start(home);
+                    start.sweep(entriesFor<DesktopAdapters>(home, {"Downloads/link"}), "Sweep");
+                    EXPECT_LT(reserved(home), DesktopAdapters::kReserve.whole);
+                    fs::remove(home.path("filler"));
+                    start.sweep(entriesFor<DesktopAdapters>(home, {"Library/Caches/com.example.a"}), "Next");
+                    EXPECT_GE(reserved(home), DesktopAdapters::kReserve.whole);
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+// Without its head a file in that place counts as somebody else's, and would be so forever.
+TEST_F(FullDisk, WhatTheReserveBeginsWithIsOnTheDiskBeforeTheRest) {
+    const RealHome home;
+    SpaceReserve reserve(DesktopAdapters::reservePath(home), DesktopAdapters::kReserve);
+    std::vector<std::string> calls;
+    {
+        const SystemCallWatch watch([](const SystemCall&) { return 0; },
+                                    [&](const SystemCall& call, bool) {
+                                        if (call.name == "pwrite" || call.name == "fsync") {
+                                            calls.emplace_back(call.name);
+                                        }
+                                    });
+        ASSERT_TRUE(reserve.lay());
+    }
+    ASSERT_GT(calls.size(), 4U);
+    calls.resize(3);
+    EXPECT_EQ(calls, (std::vector<std::string>{"pwrite", "fsync", "pwrite"}));
 }
 
 // 1 MB, of which a quarter is for the settings, is room for less than 200 records.
@@ -263,6 +319,7 @@ TEST_F(FullDisk, AnItemComesBackAlsoWhereItsFolderHasToGrowForIt) {
     layReserve(home);
     Start start(home);
     start.sweep(entriesFor<DesktopAdapters>(home, {"Downloads/link"}), "Sweep");
+    giveAwayTheShareOfMoves(start, home);
     int refused = 0;
     {
         const SystemCallWatch watch(

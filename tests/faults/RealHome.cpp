@@ -59,6 +59,10 @@ const std::vector<std::string>& RealHome::rows() {
 }
 
 RealHome::RealHome() {
+    for (const char* folder :
+         {"XDG_CONFIG_HOME", "XDG_DATA_HOME"}) { // would lead to the folders of who tests
+        ::unsetenv(folder);                      // NOLINT(concurrency-mt-unsafe): before threads
+    }
     for (const char* file : {"Library/Caches/com.example.a/one", "Library/Caches/com.example.a/deep/.two",
                              "Library/Caches/com.example.b", "Library/Logs/com.example.b",
                              "Downloads/é 100% \xff.txt", kDeep, "Applications/One.app/Contents/MacOS/One",

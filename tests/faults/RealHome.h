@@ -1,15 +1,14 @@
 #pragma once
 #include "AppLibrary.h"
+#include "DesktopStorage.h"
 #include "FakeMetadata.h"
 #include "FakeRunningApplications.h"
 #include "FakeWorkspace.h"
 #include "FileDefaults.h"
 #include "FolderTrash.h"
-#include "FreedesktopTrash.h"
 #include "ManualClock.h"
 #include "PosixFileSystem.h"
 #include "ScriptedCommandRunner.h"
-#include "SpaceReserve.h"
 #include "StepTaskRunner.h"
 #include "TemporaryFolder.h"
 #include <cstdlib>
@@ -60,7 +59,8 @@ std::string everythingAt(const std::filesystem::path& path);
 struct PlainAdapters {
     PlainAdapters(const RealHome& home, const Clock&)
         : files(home.disk.path(), FileURL("/home"))
-        , trash(home.disk.path(), FileURL("/home")) {}
+        , trash(home.disk.path(), FileURL("/home"))
+        , defaults(home.settingsPath()) {}
     static FileURL url(const RealHome&, const std::string& below) { return FileURL("/home/" + below); }
     static std::filesystem::path onDisk(const RealHome& home, const FileURL& url) {
         return home.disk.path() + url.path();
@@ -70,18 +70,13 @@ struct PlainAdapters {
 
     PosixFileSystem files;
     FolderTrash trash;
-
-    static SpaceReserve* reserveOfSettings() { return nullptr; }
+    FileDefaults defaults;
 };
 
-// The adapters of the program on Linux, over the machine itself.
-struct DesktopAdapters {
+// The adapters of the program on Linux, over the machine itself. The reserve is not there before it is laid.
+struct DesktopAdapters : DesktopStorage {
     DesktopAdapters(const RealHome& home, const Clock& clock)
-        : reserve(reservePath(home), kReserve)
-        , files(withHome(home))
-        , trash({home.path(".local/share"), ::getuid()}, clock, &reserve) {
-        files.drawOn(reserve);
-    }
+        : DesktopStorage(atHome(home, clock), kReserve) {}
     static FileURL url(const RealHome& home, const std::string& below) { return FileURL(home.path(below)); }
     static std::filesystem::path onDisk(const RealHome&, const FileURL& url) { return url.path(); }
     static std::filesystem::path trashFolder(const RealHome& home) {
@@ -91,17 +86,11 @@ struct DesktopAdapters {
     static constexpr bool kHasRecords = true;
     static constexpr SpaceReserve::Size kReserve{.whole = 1 << 20, .forSettings = 1 << 18};
 
-    SpaceReserve reserve; // is not there before it is laid
-    PosixFileSystem files;
-    FreedesktopTrash trash;
-
-    SpaceReserve* reserveOfSettings() { return &reserve; }
-
   private:
-    static PosixFileSystem withHome(const RealHome& home) {
+    static const Clock& atHome(const RealHome& home, const Clock& clock) {
         ::setenv("HOME", home.path().parent_path().c_str(),
                  1); // NOLINT(concurrency-mt-unsafe): before threads
-        return PosixFileSystem();
+        return clock;
     }
 };
 
@@ -110,12 +99,11 @@ template <class Adapters>
 struct RealPorts {
     RealPorts(const RealHome& home, Clock& clock, TaskRunner& tasks)
         : adapters(home, clock)
-        , defaults(home.settingsPath(), {}, adapters.reserveOfSettings())
         , platform{adapters.files, commands,       metadata, clock,   tasks,
                    workspace,      adapters.trash, running,  defaults} {}
 
     Adapters adapters;
-    FileDefaults defaults;
+    FileDefaults& defaults = adapters.defaults;
     ScriptedCommandRunner commands; // nothing can be started
     FakeMetadata metadata;
     FakeWorkspace workspace;

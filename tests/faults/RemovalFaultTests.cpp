@@ -95,6 +95,19 @@ TEST_F(RemovalFaults, AFolderThatSomebodyElseDeletesBeforeItIsEnteredIsNoFailure
     EXPECT_FALSE(isThere("tree"));
 }
 
+// It is read again only as long as that takes something away.
+TEST_F(RemovalFaults, AFolderThatIsNeverEmptyIsAFailureAndNoEndlessWork) {
+    disk.file("tree/below/x");
+    int times = 0;
+    const SystemCallWatch watch([&](const SystemCall& call) {
+        return call.name == "unlinkat" && call.path == "below" && ++times < 10 ? ENOTEMPTY : 0;
+    });
+    const auto removed = removeTree();
+    ASSERT_FALSE(removed.ok());
+    EXPECT_EQ(removed.error().underlying, ENOTEMPTY);
+    EXPECT_EQ(times, 2);
+}
+
 // ---- where the work meets a mount, in a process whose mounts nobody else sees
 
 struct RemovalMounts : RemovalFaults {

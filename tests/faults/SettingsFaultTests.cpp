@@ -133,6 +133,19 @@ TEST_F(SettingsFaults, WhatCannotBeTakenOutIsCrossedOutInPlaceByOneByte) {
     EXPECT_EQ(after, before);
 }
 
+TEST_F(SettingsFaults, WhatIsCrossedOutIsOnTheDiskBeforeAnythingElseIsDone) {
+    const Ground ground;
+    std::vector<std::string> calls;
+    {
+        const SystemCallWatch watch(refuseNewFiles,
+                                    [&](const SystemCall& call, bool) { calls.emplace_back(call.name); });
+        FileDefaults(ground.path).clear("key");
+    }
+    const auto written = std::ranges::find(calls, "pwrite");
+    ASSERT_GT(std::distance(written, calls.end()), 1);
+    EXPECT_EQ(written[1], "fsync");
+}
+
 TEST_F(SettingsFaults, WhatIsCrossedOutGoesWithTheNextWriting) {
     const Ground ground;
     {

@@ -397,6 +397,8 @@ void Tour::removeAndPutBack(LibrarySection section, const QString& firstColumn) 
     if (auto* const screen = overview()) {
         putBack(*screen, treeBefore);
     }
+    window().showSection(section); // a table is drawn anew when it comes to sight
+    Visitor::settle();
     check(table(section)->model()->rowCount() == rowCount,
           QStringLiteral("%1 is not back in its table").arg(firstColumn));
 }

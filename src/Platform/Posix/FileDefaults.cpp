@@ -3,6 +3,7 @@
 #include "Descriptor.h"
 #include "PropertyListDocument.h"
 #include "SpaceReserve.h"
+#include "StatusTime.h"
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
@@ -159,8 +160,7 @@ std::optional<FileDefaults::Stamp> FileDefaults::stampOfFile() const {
     if (::stat(m_path.c_str(), &status) != 0) {
         return isMissing(errno) ? std::optional(Stamp()) : std::nullopt;
     }
-    return Stamp{true,           status.st_dev,         status.st_ino,
-                 status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+    return Stamp{true, status.st_dev, status.st_ino, status.st_size, modifiedOf(status)};
 }
 
 bool FileDefaults::reloadIfChanged() const {

@@ -45,8 +45,7 @@ class FileDefaults final : public Defaults {
         dev_t device = 0;
         ino_t inode = 0;
         off_t size = 0;
-        std::int64_t modifiedSeconds = 0;
-        std::int64_t modifiedNanoseconds = 0;
+        Date modified;
         friend bool operator==(const Stamp&, const Stamp&) = default;
     };
     using Stored = std::map<std::string, PropertyList::Value, std::less<>>;

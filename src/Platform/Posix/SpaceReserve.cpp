@@ -75,6 +75,10 @@ bool fill(int file, std::int64_t begin, std::int64_t end) {
             length) {
             return false;
         }
+        // A power cut must leave no file without its head: nobody would lay or give away such a one any more.
+        if (begin == 0 && ::fsync(file) != 0) {
+            return false;
+        }
         begin += length;
     }
     return ::fsync(file) == 0;
@@ -102,6 +106,7 @@ SpaceReserve::SpaceReserve(std::string path, Size size)
     , m_size(size) {}
 
 bool SpaceReserve::lay() {
+    m_isShort = true; // until it is whole
     AtomicFile::makeFoldersAbove(m_path);
     const auto reserve = openReserve(m_path, O_CREAT);
     if (!reserve.file) {

@@ -37,7 +37,8 @@ class SpaceReserve {
     // the last of it is for others. Makes its folder. False when it is not whole afterwards. Writes some MB, so not
     // on the main thread.
     bool lay();
-    // The same when something was given away since it was laid last; costs nothing otherwise.
+    // The same when it is known to be short: something was given away, or there was no room for it. Costs nothing
+    // otherwise.
     void layAgain();
     // Gives away what is needed, or as much as there is. False when that is nothing.
     bool release(const Need& need);

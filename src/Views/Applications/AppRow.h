@@ -1,6 +1,7 @@
 #pragma once
 #include "InstalledApp.h"
 #include "State/SortStep.h"
+#include "Tables/SortOrder.h"
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,12 +21,23 @@ struct AppRow {
     std::string version;
     bool isProtected = false;
 
-    static AppRow of(const InstalledApp& app, bool isProtected);
     friend bool operator==(const AppRow&, const AppRow&) = default;
 };
 
+// What a row is made of. The application is the library's and stays where it is.
+struct AppRecord {
+    const InstalledApp* app;
+    bool isProtected = false;
+
+    const FileURL& key() const { return app->url; }
+    bool isShownBy(const AppRow& shown) const;
+    AppRow row() const;
+};
+
 // Sorted by the first comparator, ties by the next one and at last by the order given, which is by name.
-// Names and versions sort as the Finder sorts them, so 1.2 stands before 1.18; architectures by their words.
-std::vector<InstalledApp> sorted(std::vector<InstalledApp> apps, const std::vector<AppComparator>& order);
+// Names and versions sort as the Finder sorts them, so 1.2 stands before 1.18; architectures by their words. `names`
+// remembers what the last call sorted, of the same table.
+std::vector<AppRecord> sorted(std::vector<AppRecord> records, const std::vector<AppComparator>& order,
+                              NameRanks& names);
 
 } // namespace quillane

@@ -3,11 +3,14 @@
 #include "Applications/AppActions.h"
 #include "Applications/AppRow.h"
 #include "Applications/StatusLine.h"
+#include "Components/ShownText.h"
 #include "IconCache.h"
 #include "State/ContentState.h"
 #include "Tables/RecordsWithKeys.h"
 #include "Workspace.h"
 #include <QShortcut>
+#include <utility>
+#include <vector>
 
 namespace quillane {
 
@@ -26,7 +29,13 @@ ApplicationsTable::ApplicationsTable(AppLibrary& library, ContentState& state, Q
         auto* const enter = new QShortcut(key, table(), nullptr, nullptr, Qt::WidgetShortcut);
         connect(enter, &QShortcut::activated, this, &ApplicationsTable::openSelected);
     }
+    setEmptyWords({words(symbol(LibrarySection::applications)), QStringLiteral("No Applications"),
+                   QStringLiteral("Quillane found no app that can be removed."),
+                   QStringLiteral("Finding applications…")});
     drawWith([this] { render(); });
+    drawWith([this] {
+        explainEmptiness(m_library, AppLibrary::Phase::Kind::scanning, !m_library.hasFilteredApps());
+    });
     drawWith([this] {
         IconCache::shared().latestArrival.get();
         model().iconsArrived();
@@ -40,11 +49,14 @@ StatusLine* ApplicationsTable::statusLine() const {
 }
 
 void ApplicationsTable::render() {
-    const auto apps = m_library.visibleApps();
-    showRows([&] { model().setApps(sorted(apps, m_state.sortOrder.get()), m_library.protectedPaths.get()); });
+    std::vector<AppRecord> records;
+    m_library.forEachVisibleApp(
+        [&](const InstalledApp& app) { records.push_back({&app, m_library.isProtected(app.url)}); });
     const auto phase = m_library.phase.get();
     const bool isReady = phase.kind == AppLibrary::Phase::Kind::ready;
-    statusLine()->show(phase, apps.size(), isReady ? m_library.totalVisibleBytes() : 0);
+    const auto bytesOf = [](const AppRecord& record) { return record.app->totalBytes(); };
+    statusLine()->show(phase, records.size(), isReady ? sumOfBytes(records, bytesOf) : 0);
+    showRows([&] { model().updateFrom(sorted(std::move(records), m_state.sortOrder.get(), m_names)); });
 }
 
 void ApplicationsTable::openMenu(const std::vector<FileURL>& urls, const QPoint& globalPosition) {

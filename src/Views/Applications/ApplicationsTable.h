@@ -2,6 +2,7 @@
 #include "Applications/ApplicationsTableModel.h"
 #include "State/SortStep.h"
 #include "Tables/KeyedTable.h"
+#include "Tables/SortOrder.h"
 
 namespace quillane {
 
@@ -28,6 +29,7 @@ class ApplicationsTable : public KeyedTable<ApplicationsTableModel, AppComparato
 
     AppLibrary& m_library;
     ContentState& m_state;
+    NameRanks m_names;
 };
 
 } // namespace quillane

@@ -39,16 +39,6 @@ ApplicationsTableModel::ApplicationsTableModel(const Clock& clock, QObject* pare
                    parent)
     , m_clock(clock) {}
 
-void ApplicationsTableModel::setApps(const std::vector<InstalledApp>& apps,
-                                     const std::set<std::string>& protectedPaths) {
-    std::vector<AppRow> next;
-    next.reserve(apps.size());
-    for (const auto& app : apps) {
-        next.push_back(AppRow::of(app, protectedPaths.contains(app.url.path())));
-    }
-    update(std::move(next));
-}
-
 void ApplicationsTableModel::iconsArrived() {
     if (rowCount() > 0) {
         emit dataChanged(index(0, kName), index(rowCount() - 1, kName), {Qt::DecorationRole});

@@ -2,9 +2,6 @@
 #include "Applications/AppRow.h"
 #include "Components/IconPixmaps.h"
 #include "Tables/SectionModel.h"
-#include <set>
-#include <string>
-#include <vector>
 
 namespace quillane {
 
@@ -19,8 +16,6 @@ class ApplicationsTableModel : public SectionModel<AppRow, FileURL> {
     // The clock must outlive the model.
     explicit ApplicationsTableModel(const Clock& clock, QObject* parent = nullptr);
 
-    // In the order of the screen. `protectedPaths` are those of the library.
-    void setApps(const std::vector<InstalledApp>& apps, const std::set<std::string>& protectedPaths = {});
     // Icons have come: those that were missing are asked for again.
     void iconsArrived();
 

@@ -1,4 +1,5 @@
 #include "Components/LibraryObserver.h"
+#include <QEvent>
 #include <utility>
 
 namespace quillane {
@@ -20,11 +21,27 @@ void LibraryObserver::schedule() {
     QMetaObject::invokeMethod(
         this,
         [this] {
-            if (m_isScheduled) { // else it was drawn meanwhile
+            if (m_isScheduled && !isOutOfSight()) { // else it was drawn meanwhile, or is when it comes
                 renderNow();
             }
         },
         Qt::QueuedConnection);
+}
+
+void LibraryObserver::drawOnlyInSight(QWidget* screen) {
+    m_screen = screen;
+    screen->installEventFilter(this);
+}
+
+bool LibraryObserver::isOutOfSight() const {
+    return m_screen && !m_screen->isVisible() && m_screen->window()->isVisible();
+}
+
+bool LibraryObserver::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::Show && m_isScheduled) {
+        renderNow();
+    }
+    return QObject::eventFilter(object, event);
 }
 
 } // namespace quillane

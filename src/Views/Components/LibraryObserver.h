@@ -1,6 +1,8 @@
 #pragma once
 #include "Published.h"
 #include <QObject>
+#include <QPointer>
+#include <QWidget>
 #include <functional>
 
 namespace quillane {
@@ -18,11 +20,19 @@ class LibraryObserver : public QObject, private Observer {
     void renderNow();
     // At the next turn: for what the screen shows but the library does not hold, such as a selection.
     void schedule();
+    // Draws from now on only while `screen` is in sight or its window is not: behind another screen it costs nothing.
+    // What has changed there is drawn when it comes, before its first picture.
+    void drawOnlyInSight(QWidget* screen);
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
     void fieldDidChange() override { schedule(); }
+    bool isOutOfSight() const;
 
     std::function<void()> m_render;
+    QPointer<QWidget> m_screen;
     bool m_isScheduled = false;
 };
 

@@ -51,7 +51,13 @@ void SearchField::growButtons() {
     }
 }
 
+// The base claims the key whether or not it can do anything with it.
 bool SearchField::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && !isUndoAvailable() &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo)) {
+        event->ignore();
+        return false;
+    }
     const bool isDone = QLineEdit::event(event);
     if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutDirectionChange) {
         growButtons();

@@ -24,7 +24,7 @@ struct Air {
 };
 
 Air airIn(int width) {
-    return width < SidebarView::kWidth ? Air{33, 4, 4} : Air{35, 8, 6};
+    return width < SidebarView::kWidth ? Air{32, 4, 3} : Air{35, 8, 6};
 }
 
 } // namespace

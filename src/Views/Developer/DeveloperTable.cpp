@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <cstdint>
 #include <utility>
+#include <vector>
 
 namespace quillane {
 
@@ -39,12 +40,11 @@ DeveloperTable::DeveloperTable(AppLibrary& library, ContentState& state, QWidget
 DeveloperTable::~DeveloperTable() = default;
 
 void DeveloperTable::renderRows() {
-    std::vector<DeveloperRow> rows;
-    for (auto& item : sorted(m_library.visibleDeveloperCaches(), m_state.developerSortOrder.get())) {
-        const bool isProtected = m_library.isProtected(item.url);
-        rows.push_back({std::move(item), isProtected});
-    }
-    showRows([&] { model().update(std::move(rows)); });
+    std::vector<DeveloperRecord> records;
+    m_library.forEachVisibleDeveloperCache(
+        [&](const DevCacheItem& item) { records.push_back({&item, m_library.isProtected(item.url)}); });
+    showRows(
+        [&] { model().updateFrom(sorted(std::move(records), m_state.developerSortOrder.get(), m_names)); });
 }
 
 void DeveloperTable::renderFooter() {

@@ -1,6 +1,7 @@
 #pragma once
 #include "Developer/DeveloperTableModel.h"
 #include "Tables/KeyedTable.h"
+#include "Tables/SortOrder.h"
 
 namespace quillane {
 
@@ -24,6 +25,7 @@ class DeveloperTable : public KeyedTable<DeveloperTableModel, DeveloperComparato
 
     AppLibrary& m_library;
     ContentState& m_state;
+    NameRanks m_names;
 };
 
 } // namespace quillane

@@ -12,7 +12,7 @@ namespace {
 QVariant kindData(const DeveloperRow& row, int role) {
     switch (role) {
     case Qt::DisplayRole:
-        return shownName(row.item.kind);
+        return shownName(row.kind);
     case kProtectedRole:
         return row.isProtected;
     case Qt::AccessibleDescriptionRole:
@@ -51,15 +51,15 @@ DeveloperTableModel::DeveloperTableModel(const Clock& clock, QObject* parent)
 QVariant DeveloperTableModel::cellData(const DeveloperRow& row, int column, int role) const {
     switch (column) {
     case kTool:
-        return role == Qt::DisplayRole ? QVariant(shownName(row.item.tool)) : QVariant();
+        return role == Qt::DisplayRole ? QVariant(shownName(row.tool)) : QVariant();
     case kWhat:
         return kindData(row, role);
     case kSize:
-        return CellData::size(row.item.bytes, role);
+        return CellData::size(row.bytes, role);
     case kInSweep:
-        return sweepData(row.item.safeToSweep, role);
+        return sweepData(row.safeToSweep, role);
     default:
-        return CellData::lastTouched(row.item.lastModified, m_clock, role);
+        return CellData::lastTouched(row.lastModified, m_clock, role);
     }
 }
 

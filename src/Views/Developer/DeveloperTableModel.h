@@ -16,7 +16,7 @@ class DeveloperTableModel : public SectionModel<DeveloperRow, FileURL> {
     explicit DeveloperTableModel(const Clock& clock, QObject* parent = nullptr);
 
   protected:
-    const FileURL& key(const DeveloperRow& row) const override { return row.item.url; }
+    const FileURL& key(const DeveloperRow& row) const override { return row.url; }
     QVariant cellData(const DeveloperRow& row, int column, int role) const override;
 
   private:

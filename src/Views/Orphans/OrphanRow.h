@@ -1,6 +1,7 @@
 #pragma once
 #include "OrphanGroup.h"
 #include "State/SortStep.h"
+#include "Tables/SortOrder.h"
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -15,15 +16,18 @@ struct OrphanRow {
     Bytes totalBytes = 0;
     std::size_t itemCount = 0;
     std::optional<Date> lastModified;
-    Date lastModifiedSortKey;
     bool requiresAdmin = false;
 
-    static OrphanRow of(const OrphanGroup& group);
+    // `lastModified`, or the earliest date.
+    Date lastModifiedSortKey() const { return lastModified.value_or(Date::distantPast()); }
+
+    static OrphanRow of(const OrphanGroupView& group);
     friend bool operator==(const OrphanRow&, const OrphanRow&) = default;
 };
 
 // Sorted by the first comparator, ties by the next one and at last by the order given. Titles sort as the
-// Finder sorts names; what has no date is the oldest.
-std::vector<OrphanRow> sorted(std::vector<OrphanRow> rows, const std::vector<OrphanComparator>& order);
+// Finder sorts names; what has no date is the oldest. `names` remembers the titles of the last call, of the same table.
+std::vector<OrphanRow> sorted(std::vector<OrphanRow> rows, const std::vector<OrphanComparator>& order,
+                              NameRanks& names);
 
 } // namespace quillane

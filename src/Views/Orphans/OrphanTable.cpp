@@ -37,15 +37,14 @@ OrphanTable::~OrphanTable() = default;
 
 void OrphanTable::renderRows() {
     std::vector<OrphanRow> rows;
-    for (const auto& group : m_library.visibleOrphanGroups()) {
-        rows.push_back(OrphanRow::of(group));
-    }
-    showRows([&] { model().update(sorted(std::move(rows), m_state.orphanSortOrder.get())); });
+    m_library.forEachVisibleOrphanGroup(
+        [&rows](const OrphanGroupView& group) { rows.push_back(OrphanRow::of(group)); });
+    showRows([&] { model().update(sorted(std::move(rows), m_state.orphanSortOrder.get(), m_names)); });
 }
 
 void OrphanTable::renderFooter() {
-    const auto groups = OrphanGroup::grouped(m_library.orphans.get()).size();
-    footer()->setTexts(words(Formatting::counted(static_cast<std::int64_t>(groups), "dead app")), {},
+    const auto groups = m_library.badge(LibrarySection::orphans);
+    footer()->setTexts(words(Formatting::counted(groups, "dead app")), {},
                        words(Formatting::byteCount(m_library.totalOrphanBytes())) +
                            QStringLiteral(" reclaimable"));
 }

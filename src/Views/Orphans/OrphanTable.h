@@ -1,6 +1,7 @@
 #pragma once
 #include "Orphans/OrphanTableModel.h"
 #include "Tables/KeyedTable.h"
+#include "Tables/SortOrder.h"
 
 namespace quillane {
 
@@ -23,6 +24,7 @@ class OrphanTable : public KeyedTable<OrphanTableModel, OrphanComparator> {
 
     AppLibrary& m_library;
     ContentState& m_state;
+    NameRanks m_names;
 };
 
 } // namespace quillane

@@ -10,6 +10,7 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QMouseEvent>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 namespace quillane {
@@ -60,7 +61,7 @@ CategoryRow::CategoryRow(SweepCategory category, QWidget* parent)
     row->addWidget(makeTexts(), 1, Qt::AlignVCenter);
     row->addWidget(makeFigures(), 0, Qt::AlignVCenter);
     m_box->setAccessibleDescription(words(description(category)));
-    connect(m_box, &QCheckBox::clicked, this, &CategoryRow::toggled);
+    connect(m_box, &QCheckBox::toggled, this, &CategoryRow::toggled);
     connect(m_grant, &QPushButton::clicked, this, &CategoryRow::grantAccessAsked);
 }
 
@@ -124,6 +125,7 @@ void CategoryRow::setState(const State& state) {
     m_spinner->setVisible(!state.needsAccess && !state.isMeasured);
     m_figures->setVisible(!state.needsAccess && state.isMeasured);
     m_box->setEnabled(!state.needsAccess);
+    const QSignalBlocker notByTheUser(m_box);
     m_box->setChecked(state.isOn);
     m_box->setAccessibleName(spokenName(state));
 }

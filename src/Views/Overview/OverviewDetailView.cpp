@@ -53,6 +53,7 @@ OverviewDetailView::OverviewDetailView(AppLibrary& library, QWidget* parent)
     whole->addWidget(m_toolbar);
     whole->addWidget(m_states, 1);
     m_observer = new LibraryObserver([this] { render(); }, this);
+    m_observer->drawOnlyInSight(this);
     m_observer->renderNow();
 }
 

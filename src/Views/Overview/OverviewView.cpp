@@ -67,7 +67,10 @@ OverviewView::OverviewView(AppLibrary& library, ContentState& state, QWidget* pa
                                                      [this](const auto&) { openReview(); });
     }
     m_observer = new LibraryObserver([this] { render(); }, this);
+    m_observer->drawOnlyInSight(this);
     m_observer->renderNow();
+    (new LibraryObserver([this] { renderGranted(); }, this))
+        ->renderNow(); // is announced wherever the user is
 }
 
 OverviewView::~OverviewView() = default;
@@ -107,7 +110,6 @@ void OverviewView::render() {
     m_hero->render();
     for (auto* const row : m_rows)
         renderRow(*row);
-    renderGranted();
     renderAccessNotice();
     renderPutBack();
 }

@@ -25,6 +25,7 @@ void SectionDetail::begin(PanePlaceholder* none, DetailPane* one, SelectionSumma
             [this](const BulkRemoval& removal) { m_state.removal = removal; });
     connect(several, &SelectionSummary::removeWanted, this,
             [this] { m_state.removal = removalForSelection(); });
+    m_observer->drawOnlyInSight(this);
     m_observer->renderNow();
 }
 

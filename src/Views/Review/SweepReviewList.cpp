@@ -1,5 +1,6 @@
 #include "Review/SweepReviewList.h"
 #include "Components/FocusRing.h"
+#include "Review/SweepReviewAccessible.h"
 #include "Review/SweepReviewDelegate.h"
 #include "Review/SweepReviewModel.h"
 #include <QHeaderView>
@@ -9,6 +10,7 @@ namespace quillane {
 
 SweepReviewList::SweepReviewList(SweepReviewModel& model, QWidget* parent)
     : QTreeView(parent) {
+    SweepReviewAccessible::install(); // first, as whoever asks before is given another one for good
     setAccessibleName(QStringLiteral("Items to review"));
     setHeaderHidden(true);
     setRootIsDecorated(false);
@@ -49,6 +51,39 @@ void SweepReviewList::keyPressEvent(QKeyEvent* event) {
         viewport()->update();
     }
     QTreeView::keyPressEvent(event);
+}
+
+// In the next turn, as the focus of the list itself is told after this.
+void SweepReviewList::focusInEvent(QFocusEvent* event) {
+    QTreeView::focusInEvent(event);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (hasFocus()) {
+                SweepReviewAccessible::tellFocus(*this);
+            }
+        },
+        Qt::QueuedConnection);
+}
+
+// These two leave QTreeView out, which tells assistive tools of cells by a number that means nothing here.
+void SweepReviewList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QAbstractItemView::currentChanged(current, previous); // NOLINT(bugprone-parent-virtual-call)
+    if (hasFocus()) {
+        SweepReviewAccessible::tellFocus(*this);
+    }
+}
+
+void SweepReviewList::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    QAbstractItemView::selectionChanged(selected, deselected); // NOLINT(bugprone-parent-virtual-call)
+}
+
+void SweepReviewList::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                                  const QList<int>& roles) {
+    QTreeView::dataChanged(topLeft, bottomRight, roles);
+    if (roles.contains(Qt::CheckStateRole)) {
+        SweepReviewAccessible::tellTick(*this, topLeft);
+    }
 }
 
 QModelIndex SweepReviewList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {

@@ -26,7 +26,7 @@ BrandButton::BrandButton(QWidget* parent)
     setMouseTracking(true);
     setFocusPolicy(Qt::NoFocus);
     setProperty("drawsFocusRing", true); // inside the part that lights up
-    connect(this, &QAbstractButton::clicked, this, &BrandButton::openMenu);
+    connect(this, &BrandButton::clicked, this, &BrandButton::openMenu);
 }
 
 void BrandButton::setMenu(QMenu* menu) {

@@ -28,12 +28,19 @@ Sidebar::Sidebar(ContentState& state, std::vector<Entry> entries, QWidget* paren
     column->addWidget(m_brand);
     column->addWidget(m_list, 1);
 
-    connect(m_list, &QListWidget::currentRowChanged, this, [this](int row) {
-        if (row >= 0) {
-            m_state.section = m_entries[static_cast<std::size_t>(row)].section;
-        }
-    });
+    connect(m_list, &QListWidget::itemSelectionChanged, this, [this] { enterSelected(); });
     m_observer->renderNow();
+}
+
+// Of the selection and not of the current row, as assistive tools select without making current. While the
+// selection changes hands there may be none.
+void Sidebar::enterSelected() {
+    const auto selected = m_list->selectedItems();
+    if (!selected.isEmpty()) {
+        const int row = m_list->row(selected.front());
+        m_list->setCurrentRow(row, QItemSelectionModel::NoUpdate); // where the arrows go on from
+        m_state.section = m_entries[static_cast<std::size_t>(row)].section;
+    }
 }
 
 void Sidebar::render() {

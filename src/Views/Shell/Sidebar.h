@@ -25,6 +25,7 @@ class Sidebar : public ColumnGround {
     SidebarView* list() const { return m_list; }
 
   private:
+    void enterSelected();
     void render();
 
     ContentState& m_state;

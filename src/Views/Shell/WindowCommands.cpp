@@ -58,7 +58,7 @@ void WindowCommands::makeSectionKeys() {
     }
 }
 
-// A text field with the focus keeps the keys for its own undo.
+// A text field with the focus keeps the keys while it has typing to take back; the menu's entry does not ask.
 QAction* WindowCommands::makePutBack() {
     auto* const action = command(QStringLiteral("Put Back Last Cleanup"), QKeySequence(Qt::CTRL | Qt::Key_Z));
     connect(action, &QAction::triggered, m_window.putBack(), &PutBack::start);

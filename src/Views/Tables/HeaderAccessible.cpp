@@ -19,8 +19,24 @@ void HeaderAccessible::install() {
     QAccessible::installFactory(make); // which leaves out what is installed
 }
 
-const HeaderView& HeaderAccessible::header() const {
-    return *static_cast<const HeaderView*>(widget());
+HeaderView& HeaderAccessible::header() const {
+    return *static_cast<HeaderView*>(widget());
+}
+
+QStringList HeaderAccessible::actionNames() const {
+    QStringList names;
+    if (header().focusedColumn() >= 0) {
+        names << pressAction();
+    }
+    return header().isEnabled() ? names << setFocusAction() : QStringList();
+}
+
+void HeaderAccessible::doAction(const QString& name) {
+    if (name == pressAction()) {
+        header().sortByFocusedColumn();
+    } else {
+        QAccessibleWidget::doAction(name);
+    }
 }
 
 QString HeaderAccessible::text(QAccessible::Text which) const {

@@ -133,11 +133,12 @@ Qt::SortOrder HeaderView::orderAfterClick(int logicalIndex) const {
     return static_cast<Qt::SortOrder>(first.toInt());
 }
 
-void HeaderView::sortByFocused() {
-    if (m_focusedColumn < 0 || m_focusedColumn >= count()) {
+void HeaderView::sortByFocusedColumn() {
+    const int column = focusedColumn();
+    if (column < 0 || column >= count()) {
         return;
     }
-    setSortIndicator(m_focusedColumn, orderAfterClick(m_focusedColumn));
+    setSortIndicator(column, orderAfterClick(column));
     QAccessibleEvent description(this, QAccessible::DescriptionChanged);
     QAccessible::updateAccessibility(&description);
 }
@@ -156,7 +157,7 @@ void HeaderView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         if (!event->isAutoRepeat()) {
-            sortByFocused();
+            sortByFocusedColumn();
         }
         return;
     case Qt::Key_Down:

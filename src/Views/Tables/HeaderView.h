@@ -18,6 +18,8 @@ class HeaderView : public QHeaderView {
     QSize sizeHint() const override;
     // The logical column that the keys act on; -1 without the focus.
     int focusedColumn() const { return hasFocus() ? m_focusedColumn : -1; }
+    // What a click on that column does; nothing without the focus.
+    void sortByFocusedColumn();
 
   protected:
     void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;
@@ -30,7 +32,6 @@ class HeaderView : public QHeaderView {
     std::vector<int> shownColumns() const;
     void focusColumn(int logicalIndex);
     void stepBy(int columns);
-    void sortByFocused();
     Qt::SortOrder orderAfterClick(int logicalIndex) const;
 
     int m_focusedColumn = -1;

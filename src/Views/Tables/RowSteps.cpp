@@ -1,4 +1,6 @@
 #include "Tables/RowSteps.h"
+#include <algorithm>
+#include <utility>
 
 namespace quillane {
 
@@ -63,6 +65,52 @@ std::optional<std::vector<RowSteps::Move>> movesThatSort(std::vector<int> ranks,
         rank += count;
     }
     return moves;
+}
+
+RowSteps stepsTo(const std::vector<int>& placesAfter, std::size_t after) {
+    std::vector<int> removed;
+    std::vector<int> kept; // places afterwards, in the old order
+    std::vector<int> rankAt(after, kGone);
+    for (std::size_t i = 0; i < placesAfter.size(); ++i) {
+        if (placesAfter[i] == kGone) {
+            removed.push_back(static_cast<int>(i));
+        } else {
+            kept.push_back(placesAfter[i]);
+            rankAt[static_cast<std::size_t>(placesAfter[i])] = 0;
+        }
+    }
+    RowSteps steps;
+    steps.removals = rangesOf(removed);
+    std::ranges::reverse(steps.removals);
+
+    std::vector<int> inserted;
+    int rank = 0;
+    for (std::size_t place = 0; place < after; ++place) {
+        if (rankAt[place] == kGone) {
+            inserted.push_back(static_cast<int>(place));
+        } else {
+            rankAt[place] = rank++;
+        }
+    }
+    steps.insertions = rangesOf(inserted);
+    if (std::ranges::is_sorted(kept)) {
+        return steps;
+    }
+    std::vector<int> ranks;
+    ranks.reserve(kept.size());
+    for (const int place : kept) {
+        ranks.push_back(rankAt[static_cast<std::size_t>(place)]);
+    }
+    if (auto moves = movesThatSort(ranks)) {
+        steps.moves = std::move(*moves);
+        return steps;
+    }
+    steps.reorders = true;
+    steps.order.resize(ranks.size());
+    for (std::size_t i = 0; i < ranks.size(); ++i) {
+        steps.order[static_cast<std::size_t>(ranks[i])] = static_cast<int>(i);
+    }
+    return steps;
 }
 
 std::vector<RowSteps::Range> rangesOf(const std::vector<int>& ascendingRows) {

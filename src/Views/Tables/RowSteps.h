@@ -1,9 +1,9 @@
 #pragma once
-#include <algorithm>
+#include "IndexTable.h"
 #include <cstddef>
+#include <functional>
 #include <optional>
-#include <unordered_map>
-#include <utility>
+#include <type_traits>
 #include <vector>
 
 namespace quillane {
@@ -25,10 +25,16 @@ struct RowSteps {
     std::vector<Range> removals;   // from the last to the first
     std::vector<Move> moves;       // after the removals
     bool reorders = false;         // instead of moves: so much changes place that it is a new order
+    std::vector<int> order;        // that order: for each place the row that comes there; empty without one
     std::vector<Range> insertions; // last, from the first to the last; in numbers of the finished list
 
     // More moves than this are one change of the whole order: what a click on a header means.
     static constexpr std::size_t kMostMoves = 32;
+    // Rows that go from more places than this, or come to more, are better gathered first: each range is told by
+    // itself, and costs a model and its views as much as a whole new order does.
+    static constexpr std::size_t kMostRanges = 32;
+
+    friend bool operator==(const RowSteps&, const RowSteps&) = default;
 };
 
 // The steps that bring what both lists hold into its new order: `ranks` is a permutation of 0, 1, 2, ... in
@@ -39,46 +45,34 @@ std::optional<std::vector<RowSteps::Move>> movesThatSort(std::vector<int> ranks,
 // The ranges of neighbouring rows among these, which must ascend.
 std::vector<RowSteps::Range> rangesOf(const std::vector<int>& ascendingRows);
 
-// Keys are unique within each list. Costs O(n log n).
-template <class Key>
-RowSteps rowSteps(const std::vector<Key>& before, const std::vector<Key>& after) {
-    std::unordered_map<Key, int> placeAfter;
-    for (std::size_t i = 0; i < after.size(); ++i) {
-        placeAfter.emplace(after[i], static_cast<int>(i));
-    }
+constexpr int kGone = -1;
 
-    RowSteps steps;
-    std::vector<int> removed;
-    std::vector<int> kept; // places in `after`, in the old order
-    for (std::size_t i = 0; i < before.size(); ++i) {
-        const auto found = placeAfter.find(before[i]);
-        if (found == placeAfter.end()) {
-            removed.push_back(static_cast<int>(i));
-        } else {
-            kept.push_back(found->second);
+// The steps by where each row of the list stands afterwards: its place, no two the same, or kGone; `after` is how
+// long the list is then. Costs O(n), and O(n log n) when rows change their order.
+RowSteps stepsTo(const std::vector<int>& placesAfter, std::size_t after);
+
+// Where each of `before` rows stands in a list of `after` rows, or kGone. `keyBefore(i)` and `keyAfter(i)` are the
+// keys, unique within each list, and `places` finds the latter. Most rows stand right behind the one before them,
+// which costs a comparison; only where they don't is `places` asked.
+template <class KeyBefore, class KeyAfter>
+std::vector<int> placesAfter(std::size_t before, KeyBefore keyBefore, std::size_t after, KeyAfter keyAfter,
+                             const IndexTable& places) {
+    using Key = std::remove_cvref_t<std::invoke_result_t<KeyBefore&, std::size_t>>;
+    std::vector<int> found(before, kGone);
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < before; ++i) {
+        const Key& key = keyBefore(i);
+        if (next >= after || !(keyAfter(next) == key)) {
+            const auto place =
+                places.find(std::hash<Key>()(key), [&](std::size_t other) { return keyAfter(other) == key; });
+            if (!place) {
+                continue;
+            }
+            next = *place;
         }
+        found[i] = static_cast<int>(next++);
     }
-    steps.removals = rangesOf(removed);
-    std::ranges::reverse(steps.removals);
-
-    std::vector<int> ascending = kept;
-    std::ranges::sort(ascending);
-    std::vector<int> ranks;
-    for (const int place : kept) {
-        ranks.push_back(static_cast<int>(std::ranges::lower_bound(ascending, place) - ascending.begin()));
-    }
-    auto moves = movesThatSort(std::move(ranks));
-    steps.reorders = !moves;
-    steps.moves = std::move(moves).value_or(std::vector<RowSteps::Move>());
-
-    std::vector<int> inserted;
-    for (int place = 0; place < static_cast<int>(after.size()); ++place) {
-        if (!std::ranges::binary_search(ascending, place)) {
-            inserted.push_back(place);
-        }
-    }
-    steps.insertions = rangesOf(inserted);
-    return steps;
+    return found;
 }
 
 } // namespace quillane

@@ -36,7 +36,9 @@ bool SectionTable::event(QEvent* event) {
 }
 
 void SectionTable::drawWith(std::function<void()> render) {
-    (new LibraryObserver(std::move(render), this))->renderNow();
+    auto* const observer = new LibraryObserver(std::move(render), this);
+    observer->drawOnlyInSight(this);
+    observer->renderNow();
 }
 
 MenuEntries::Present SectionTable::presentIn(ContentState& state) {

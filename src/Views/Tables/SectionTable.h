@@ -39,7 +39,7 @@ class SectionTable : public QWidget {
                  StatusRow* footer, QWidget* parent);
 
     // Runs `render` now and again whenever something that it reads of the library or of the window's state
-    // changes.
+    // changes, while the table is in sight.
     void drawWith(std::function<void()> render);
     // The way of a request for a removal from here to its review. The state outlives the table.
     static MenuEntries::Present presentIn(ContentState& state);

@@ -1,10 +1,11 @@
 #pragma once
-#include "TextComparison.h"
 #include <algorithm>
 #include <cstddef>
 #include <functional>
 #include <numeric>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -23,7 +24,10 @@ Ranks ranksBy(const std::vector<Record>& records, KeyOf keyOf) {
     for (std::size_t i = 0; i < records.size(); ++i) {
         keys.emplace_back(std::invoke(keyOf, records[i]), i);
     }
-    std::ranges::sort(keys, [](const auto& a, const auto& b) { return a.first < b.first; });
+    const auto isLess = [](const auto& a, const auto& b) { return a.first < b.first; };
+    if (!std::ranges::is_sorted(keys, isLess)) {
+        std::ranges::sort(keys, isLess);
+    }
     Ranks ranks(records.size());
     for (std::size_t i = 1; i < keys.size(); ++i) {
         ranks[keys[i].second] = ranks[keys[i - 1].second] + (keys[i - 1].first < keys[i].first ? 1 : 0);
@@ -31,24 +35,32 @@ Ranks ranksBy(const std::vector<Record>& records, KeyOf keyOf) {
     return ranks;
 }
 
-// The same for names and versions, which sort as the Finder sorts names: numbers by value.
-template <class Record, class NameOf>
-Ranks ranksByName(const std::vector<Record>& records, NameOf nameOf) {
-    std::vector<std::string> names;
-    names.reserve(records.size());
-    for (const auto& record : records) {
-        names.push_back(std::invoke(nameOf, record));
+// The same for names and versions, which sort as the Finder sorts names: numbers by value. What that costs is paid for a list of names and not again for
+// what a search leaves of it or what remains when some have gone: their order stays as it is.
+class NameRanks {
+  public:
+    // By position, and not without gaps. O(n) for names that were sorted before and stand in the order of then.
+    Ranks of(const std::vector<std::string_view>& names);
+    template <class Record, class NameOf>
+    Ranks of(const std::vector<Record>& records, NameOf nameOf) {
+        std::vector<std::string_view> names;
+        names.reserve(records.size());
+        for (const auto& record : records) {
+            names.push_back(std::invoke(nameOf, record));
+        }
+        return of(names);
     }
-    const auto order = Text::localizedStandardOrder(names);
-    Ranks ranks(records.size());
-    for (std::size_t i = 1; i < order.size(); ++i) { // only identical names are equal in that order
-        ranks[order[i]] = ranks[order[i - 1]] + (names[order[i - 1]] == names[order[i]] ? 0 : 1);
-    }
-    return ranks;
-}
 
-// Sorted by the first step (see SortStep), ties by the next one and at last by the order given, whatever the direction.
-// `ranksOf` numbers the records by one key.
+  private:
+    std::optional<Ranks> known(const std::vector<std::string_view>& names) const;
+    void sort(const std::vector<std::string_view>& names);
+
+    std::vector<std::string> m_names; // as they were last sorted
+    Ranks m_ranks;                    // theirs
+};
+
+// Sorted by the first step (see SortStep), ties by the next one and at last by the order given, whatever the
+// direction. `ranksOf` numbers the records by one key.
 template <class Record, class Step, class RanksOf>
 std::vector<Record> sortedBySteps(std::vector<Record> records, const std::vector<Step>& order,
                                   RanksOf ranksOf) {
@@ -60,14 +72,19 @@ std::vector<Record> sortedBySteps(std::vector<Record> records, const std::vector
 
     std::vector<std::size_t> places(records.size());
     std::iota(places.begin(), places.end(), std::size_t{0});
-    std::ranges::sort(places, [&](std::size_t a, std::size_t b) {
+    const auto isBefore = [&](std::size_t a, std::size_t b) {
         for (const auto& [ranks, isReverse] : steps) {
             if (ranks[a] != ranks[b]) {
                 return (ranks[a] < ranks[b]) != isReverse;
             }
         }
         return a < b;
-    });
+    };
+    if (std::ranges::is_sorted(places,
+                               isBefore)) { // lists come with the largest first, which is how tables begin
+        return records;
+    }
+    std::ranges::sort(places, isBefore);
 
     std::vector<Record> result;
     result.reserve(records.size());

@@ -22,12 +22,22 @@ std::vector<InstalledApp> sample() {
     return {alder, birch, cedar};
 }
 
-std::vector<std::string> namesBy(const std::vector<AppComparator>& order) {
+std::vector<std::string> namesOf(const std::vector<InstalledApp>& apps,
+                                 const std::vector<AppComparator>& order) {
+    std::vector<AppRecord> records;
+    for (const auto& app : apps) {
+        records.push_back({&app});
+    }
+    NameRanks remembered;
     std::vector<std::string> names;
-    for (const auto& app : sorted(sample(), order)) {
-        names.push_back(app.name);
+    for (const auto& record : sorted(records, order, remembered)) {
+        names.push_back(record.app->name);
     }
     return names;
+}
+
+std::vector<std::string> namesBy(const std::vector<AppComparator>& order) {
+    return namesOf(sample(), order);
 }
 
 using Names = std::vector<std::string>;
@@ -62,14 +72,10 @@ TEST(AppComparator, TheNumbersOfVersionsCompareByValue) {
                              "1.18b2", "1.18b10", "2",   "10.0",  "v1"};
     std::vector<InstalledApp> apps;
     for (auto version = ascending.rbegin(); version != ascending.rend(); ++version) {
-        apps.push_back(measuredApp("App", 1));
+        apps.push_back(measuredApp(*version, 1));
         apps.back().version = *version;
     }
-    Names versions;
-    for (const auto& app : sorted(apps, {{Key::version, false}})) {
-        versions.push_back(app.version);
-    }
-    EXPECT_EQ(versions, ascending);
+    EXPECT_EQ(namesOf(apps, {{Key::version, false}}), ascending);
 }
 
 TEST(AppComparator, ALaterComparatorDecidesTies) {
@@ -79,11 +85,11 @@ TEST(AppComparator, ALaterComparatorDecidesTies) {
 
 TEST(AppComparator, WithoutComparatorsTheOrderStays) {
     EXPECT_EQ(namesBy({}), (Names{"alder 2", "Alder 10", "Cedar"}));
-    EXPECT_TRUE(sorted({}, kInitialAppOrder).empty());
+    EXPECT_TRUE(namesOf({}, kInitialAppOrder).empty());
 }
 
 TEST(AppComparator, TheSizeThatCountsIncludesTheSupportFiles) {
     auto apps = sample();
     apps[2].leftovers = {leftover("/l", "Caches", 10'000)};
-    EXPECT_EQ(sorted(apps, kInitialAppOrder).front().name, "Cedar");
+    EXPECT_EQ(namesOf(apps, kInitialAppOrder).front(), "Cedar");
 }

@@ -242,6 +242,14 @@ TEST_F(ApplicationsActions, AnApplicationThatIsMeasuredAnewWhileTheMenuIsOpenIsN
 
 // The menu of several applications
 
+TEST_F(ApplicationsActions, WhatIsNotMeasuredYetCountsAmongThoseThatAreUninstalled) {
+    openReady({tessel(), unmeasuredApp("Birch"), cedar()});
+    select({"Tessel Studio", "Birch", "Cedar"});
+    EXPECT_EQ(entries(menuOn("Birch")).back(), "Uninstall 3 Apps…");
+    closeMenu();
+    EXPECT_EQ(detail().several()->removeButton()->label(), "Uninstall 3 Apps…");
+}
+
 TEST_F(ApplicationsActions, SeveralApplicationsHaveTheirEntriesInTheirOrder) {
     openReady({tessel(), cedar(), alder()});
     select({"Tessel Studio", "Cedar", "Alder"});
@@ -354,6 +362,13 @@ TEST_F(ApplicationsActions, AMenuStaysOpenWhileAScanGoesOnBehindIt) {
     turn();
     ASSERT_NE(openMenu(), nullptr);
     EXPECT_EQ(entries(openMenu()).front(), "Open");
+}
+
+TEST_F(ApplicationsActions, TheScanFromTheMenuIsTheUsers) {
+    openReady({});
+    choose(menuBelowTheRows(), "Rescan Applications");
+    turn();
+    EXPECT_EQ(runner.history(), std::vector{Priority::userInitiated}) << "as somebody waits for it";
 }
 
 // The pane for one application

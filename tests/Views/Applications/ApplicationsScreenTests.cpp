@@ -14,6 +14,7 @@
 #include "WindowTest.h"
 #include <QHeaderView>
 #include <QScrollBar>
+#include <array>
 
 using namespace quillane;
 using Kind = AppLibrary::Phase::Kind;
@@ -33,6 +34,7 @@ class ApplicationsScreen : public WindowTest {
         }
         return apps;
     }
+    const EmptyState& emptyState() const { return *table().findChild<EmptyState*>(); }
     StatusLine& status() const { return *applications().statusLine(); }
     QString statusLeft() const { return status().left()->text(); }
     QString statusRight() const { return status().right()->text(); }
@@ -144,6 +146,31 @@ TEST_F(ApplicationsScreen, EveryColumnCanBeSortedBy) {
     }
 }
 
+// More than 16, each figure of several: fewer stay in order by chance.
+TEST_F(ApplicationsScreen, EachHeaderPutsEveryRowInItsPlaceInBothDirections) {
+    constexpr std::array kArchitectures = {Architecture::universal, Architecture::intel32,
+                                           Architecture::appleSilicon, Architecture::intel,
+                                           Architecture::unknown};
+    std::vector<InstalledApp> apps;
+    for (std::size_t i = 10; i < 70; ++i) {
+        auto app = measuredApp("App " + std::to_string(i), static_cast<Bytes>(i * 37 % 11) * 1'000'000);
+        if (i % 7 != 0) {
+            app.lastUsed = clock.now().addingSeconds(-86'400.0 * static_cast<double>(i * 5 % 9));
+        }
+        app.architecture = kArchitectures[i * 3 % kArchitectures.size()];
+        app.version = "1." + std::to_string(10 + i * 7 % 13); // of one length, as text and as numbers alike
+        apps.push_back(app);
+    }
+    openReady(apps);
+    const auto name = [](const InstalledApp& app) { return app.name; };
+    const auto inOrderOf = [&](int column, auto key) { expectOrderOfHeader(column, apps, key, 0, name); };
+    inOrderOf(0, name);
+    inOrderOf(1, [](const InstalledApp& app) { return app.bundleBytes; });
+    inOrderOf(2, [](const InstalledApp& app) { return app.lastUsed; }); // none before any
+    inOrderOf(3, [](const InstalledApp& app) { return rawValue(app.architecture); });
+    inOrderOf(4, [](const InstalledApp& app) { return app.version; });
+}
+
 TEST_F(ApplicationsScreen, RowsMoveAsTheyAreMeasuredWhenTheSortIsBySize) {
     open({Kind::measuring, 0, 3}, {unmeasuredApp("Alder"), unmeasuredApp("Birch"), unmeasuredApp("Cedar")});
     EXPECT_EQ(names(), QStringList({"Alder", "Birch", "Cedar"}));
@@ -159,13 +186,70 @@ TEST_F(ApplicationsScreen, AnApplicationOfTheSystemStaysOut) {
     EXPECT_EQ(names(), QStringList({"Alder"}));
 }
 
+// Without rows
+
 TEST_F(ApplicationsScreen, SearchedToNothingTheTableIsEmptyAndSaysSo) {
     openReady(three());
     library.searchText = "zzz";
     turn();
     EXPECT_TRUE(names().isEmpty());
+    EXPECT_TRUE(emptyState().isVisible());
+    EXPECT_FALSE(table().header()->isVisible());
+    EXPECT_EQ(emptyState().title(), "No Results");
+    EXPECT_EQ(emptyState().sentence(), "Nothing here matches the search.");
+    EXPECT_EQ(emptyState().symbol(), "magnifyingglass");
     EXPECT_EQ(statusLeft(), "0 apps");
     EXPECT_EQ(statusRight(), "Zero KB total");
+    library.searchText = "";
+    turn();
+    EXPECT_FALSE(emptyState().isVisible());
+    EXPECT_TRUE(table().header()->isVisible());
+}
+
+TEST_F(ApplicationsScreen, SearchedToNothingDuringAScanItIsTheSearch) {
+    openReady(three());
+    library.searchText = "zzz";
+    library.phase = AppLibrary::Phase{Kind::scanning};
+    turn();
+    EXPECT_FALSE(emptyState().isLoading());
+    EXPECT_EQ(emptyState().title(), "No Results");
+}
+
+TEST_F(ApplicationsScreen, WithoutApplicationsTheTableSaysSo) {
+    openReady({});
+    EXPECT_TRUE(emptyState().isVisible());
+    EXPECT_EQ(emptyState().title(), "No Applications");
+    EXPECT_EQ(emptyState().sentence(), "Quillane found no app that can be removed.");
+    EXPECT_EQ(emptyState().symbol(), "square.grid.2x2");
+    EXPECT_EQ(statusLeft(), "0 apps");
+}
+
+TEST_F(ApplicationsScreen, WithTheSystemsApplicationsAloneThereAreNone) {
+    auto system = measuredApp("Finder", 1);
+    system.source = AppSource::system;
+    openReady({system});
+    EXPECT_EQ(emptyState().title(), "No Applications");
+    library.searchText = "finder";
+    turn();
+    EXPECT_EQ(emptyState().title(), "No Applications") << "no search could find one";
+}
+
+TEST_F(ApplicationsScreen, UntilTheScanHasFoundThemTheTableSaysThatItLooks) {
+    openReady({});
+    for (const auto& [kind, isLooking] :
+         {std::pair(Kind::idle, true), std::pair(Kind::scanning, true), std::pair(Kind::measuring, false),
+          std::pair(Kind::findingOrphans, false), std::pair(Kind::findingDeveloperCaches, false),
+          std::pair(Kind::ready, false)}) {
+        library.phase = AppLibrary::Phase{kind};
+        turn();
+        EXPECT_TRUE(emptyState().isVisible());
+        EXPECT_EQ(emptyState().isLoading(), isLooking) << static_cast<int>(kind);
+        EXPECT_EQ(emptyState().title(),
+                  isLooking ? QString::fromUtf8("Finding applications…") : QString("No Applications"));
+    }
+    publish(three());
+    turn();
+    EXPECT_FALSE(emptyState().isVisible());
 }
 
 TEST_F(ApplicationsScreen, IconsComeFromTheCacheAndNotFromTheMainThread) {

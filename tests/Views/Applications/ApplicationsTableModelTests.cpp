@@ -21,6 +21,14 @@ class ApplicationsTableModelTest : public testing::Test {
     }
     Tint tint(int row, Column column) const { return static_cast<Tint>(at(row, column, kTintRole).toInt()); }
 
+    void show(const std::vector<InstalledApp>& apps, bool areProtected = false) {
+        std::vector<AppRecord> records;
+        for (const auto& app : apps) {
+            records.push_back({&app, areProtected});
+        }
+        model.updateFrom(std::move(records));
+    }
+
     StepTaskRunner runner;
     ManualClock clock{runner};
     ApplicationsTableModel model{clock};
@@ -50,7 +58,7 @@ TEST_F(ApplicationsTableModelTest, TheColumnsStandInTheirOrder) {
 TEST_F(ApplicationsTableModelTest, AStoreApplicationCarriesABagWithItsHelp) {
     auto bought = measuredApp("Bought", 1);
     bought.isMacAppStore = true;
-    model.setApps({bought, measuredApp("Loaded", 1)});
+    show({bought, measuredApp("Loaded", 1)});
     EXPECT_EQ(at(0, Column::kName, kTrailingSymbolRole), QStringLiteral("bag.fill"));
     EXPECT_EQ(at(0, Column::kName, kTrailingHelpRole), QStringLiteral("Installed from the Mac App Store"));
     EXPECT_FALSE(at(1, Column::kName, kTrailingSymbolRole).isValid());
@@ -60,13 +68,13 @@ TEST_F(ApplicationsTableModelTest, ANameThatWouldDeceiveTheEyeIsShownAsItIs) {
     auto app = measuredApp("x", 1);
     app.name = "photo\u202Egpj";
     app.version = "1\n2";
-    model.setApps({app});
+    show({app});
     EXPECT_EQ(at(0, Column::kName).toString(), QStringLiteral("photo‹U+202E›gpj"));
     EXPECT_EQ(at(0, Column::kVersion).toString(), QStringLiteral("1‹U+000A›2"));
 }
 
 TEST_F(ApplicationsTableModelTest, AnUnmeasuredSizeIsASpinner) {
-    model.setApps({unmeasuredApp("Waiting"), measuredApp("Done", 2'000'000)});
+    show({unmeasuredApp("Waiting"), measuredApp("Done", 2'000'000)});
     EXPECT_TRUE(at(0, Column::kSize, kBusyRole).toBool());
     EXPECT_EQ(at(0, Column::kSize).toString(), QString());
     EXPECT_FALSE(at(1, Column::kSize, kBusyRole).toBool());
@@ -74,7 +82,7 @@ TEST_F(ApplicationsTableModelTest, AnUnmeasuredSizeIsASpinner) {
 }
 
 TEST_F(ApplicationsTableModelTest, ExactlyOneGigabyteIsSecondaryAndOneByteMoreIsPrimary) {
-    model.setApps({measuredApp("Even", 1'000'000'000), measuredApp("More", 1'000'000'001)});
+    show({measuredApp("Even", 1'000'000'000), measuredApp("More", 1'000'000'001)});
     EXPECT_EQ(tint(0, Column::kSize), Tint::Secondary);
     EXPECT_EQ(tint(1, Column::kSize), Tint::Text);
 }
@@ -84,7 +92,7 @@ TEST_F(ApplicationsTableModelTest, ALastUseIsOrangeFromDay181OnAndWhenMissing) {
     recent.lastUsed = daysBefore(clock.now(), 180);
     auto old = measuredApp("Old", 1);
     old.lastUsed = daysBefore(clock.now(), 181);
-    model.setApps({recent, old, measuredApp("Unused", 1)});
+    show({recent, old, measuredApp("Unused", 1)});
     EXPECT_EQ(tint(0, Column::kLastUsed), Tint::Text);
     EXPECT_EQ(tint(1, Column::kLastUsed), Tint::Orange);
     EXPECT_EQ(tint(2, Column::kLastUsed), Tint::Orange);
@@ -108,7 +116,7 @@ TEST_F(ApplicationsTableModelTest, EveryArchitectureHasItsWordSymbolAndColour) {
          }) {
         auto app = measuredApp("App", 1);
         app.architecture = expected.architecture;
-        model.setApps({app});
+        show({app});
         EXPECT_EQ(at(0, Column::kArchitecture).toString(), QString(expected.words));
         EXPECT_EQ(at(0, Column::kArchitecture, kSymbolRole).toString(), QString(expected.symbol));
         EXPECT_EQ(tint(0, Column::kArchitecture), expected.tint);
@@ -116,9 +124,9 @@ TEST_F(ApplicationsTableModelTest, EveryArchitectureHasItsWordSymbolAndColour) {
 }
 
 TEST_F(ApplicationsTableModelTest, AMeasuredApplicationChangesItsOwnRowAlone) {
-    model.setApps({unmeasuredApp("A"), unmeasuredApp("B"), unmeasuredApp("C")});
+    show({unmeasuredApp("A"), unmeasuredApp("B"), unmeasuredApp("C")});
     changed.clear();
-    model.setApps({unmeasuredApp("A"), measuredApp("B", 0), unmeasuredApp("C")});
+    show({unmeasuredApp("A"), measuredApp("B", 0), unmeasuredApp("C")});
     ASSERT_EQ(changed.size(), 1);
     EXPECT_EQ(changed[0][0].toModelIndex().row(), 1);
     EXPECT_EQ(changed[0][1].toModelIndex().row(), 1);
@@ -126,17 +134,17 @@ TEST_F(ApplicationsTableModelTest, AMeasuredApplicationChangesItsOwnRowAlone) {
 
 TEST_F(ApplicationsTableModelTest, AChangeThatNoColumnShowsPublishesNothing) {
     auto app = measuredApp("A", 5);
-    model.setApps({app});
+    show({app});
     changed.clear();
     app.minimumSystemVersion = "13.0";
-    model.setApps({app});
+    show({app});
     EXPECT_TRUE(changed.isEmpty());
 }
 
 TEST_F(ApplicationsTableModelTest, ARowThatRisesIsMovedAndKeepsItsPersistentIndex) {
-    model.setApps({measuredApp("A", 3), measuredApp("B", 2), measuredApp("C", 1)});
+    show({measuredApp("A", 3), measuredApp("B", 2), measuredApp("C", 1)});
     const QPersistentModelIndex c = model.index(2, 0);
-    model.setApps({measuredApp("C", 9), measuredApp("A", 3), measuredApp("B", 2)});
+    show({measuredApp("C", 9), measuredApp("A", 3), measuredApp("B", 2)});
     EXPECT_EQ(moved.size(), 1);
     EXPECT_EQ(c.row(), 0);
     EXPECT_TRUE(inserted.size() == 1 && removed.isEmpty());
@@ -147,10 +155,10 @@ TEST_F(ApplicationsTableModelTest, AnotherOrderOfManyRowsKeepsPersistentIndexesA
     for (int i = 0; i < 200; ++i) {
         apps.push_back(measuredApp("App " + std::to_string(i), i));
     }
-    model.setApps(apps);
+    show(apps);
     const QPersistentModelIndex seventh = model.index(7, Column::kSize);
     std::ranges::reverse(apps);
-    model.setApps(apps);
+    show(apps);
     EXPECT_EQ(reordered.size(), 1);
     EXPECT_EQ(seventh.row(), 192);
     EXPECT_EQ(seventh.column(), Column::kSize);
@@ -158,7 +166,7 @@ TEST_F(ApplicationsTableModelTest, AnotherOrderOfManyRowsKeepsPersistentIndexesA
 }
 
 TEST_F(ApplicationsTableModelTest, TwoRecordsOfOneLocationAreOneRow) {
-    model.setApps({measuredApp("A", 3), measuredApp("A", 4), measuredApp("B", 2)});
+    show({measuredApp("A", 3), measuredApp("A", 4), measuredApp("B", 2)});
     EXPECT_EQ(model.rowCount(), 2);
     EXPECT_EQ(model.row(0).totalBytes, 3);
 }
@@ -173,7 +181,7 @@ TEST_F(ApplicationsTableModelTest, NoSequenceOfListsEverResetsOrConfusesTheModel
             }
         }
         std::shuffle(apps.begin(), apps.end(), random);
-        model.setApps(apps);
+        show(apps);
         ASSERT_EQ(model.rowCount(), static_cast<int>(apps.size()));
         for (int row = 0; row < model.rowCount(); ++row) {
             ASSERT_EQ(at(row, Column::kName).toString().toStdString(),

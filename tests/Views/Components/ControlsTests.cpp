@@ -56,6 +56,27 @@ TEST_F(Controls, OneSegmentIsAlwaysChosenAndAChangeIsToldOnce) {
     EXPECT_EQ(control.currentIndex(), 2);
 }
 
+TEST_F(Controls, AssistiveToolsChooseASegmentByItsAction) {
+    SegmentedControl control("Lens", {"Large & Old", "Screenshots", "Search"});
+    const auto segments = control.findChildren<QAbstractButton*>();
+    for (const int index : {2, 0, 1}) {
+        auto* const met = QAccessible::queryAccessibleInterface(segments[index]);
+        ASSERT_TRUE(
+            met->actionInterface()->actionNames().contains(QAccessibleActionInterface::toggleAction()));
+        met->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        EXPECT_EQ(control.currentIndex(), index);
+    }
+}
+
+TEST_F(Controls, AssistiveToolsTurnASwitchByItsAction) {
+    Switch control("Weekly summary");
+    QSignalSpy toggled(&control, &QAbstractButton::toggled);
+    auto* const met = QAccessible::queryAccessibleInterface(&control);
+    met->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_TRUE(control.isChecked());
+    EXPECT_EQ(toggled.size(), 1) << "which is what a screen listens to";
+}
+
 TEST_F(Controls, ArrowsMoveTheChoiceAndStopAtTheEnds) {
     SegmentedControl control("Lens", {"Large & Old", "Screenshots", "Search"});
     QTest::keyClick(&control, Qt::Key_Left);

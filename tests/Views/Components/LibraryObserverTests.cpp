@@ -1,5 +1,6 @@
 #include "Components/LibraryObserver.h"
 #include <QCoreApplication>
+#include <QStackedWidget>
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -83,4 +84,59 @@ TEST(LibraryObserver, AnObserverThatIsGoneIsNotDrawn) {
     field = 2;
     QCoreApplication::processEvents();
     EXPECT_EQ(renders, 1);
+}
+
+namespace {
+
+// A window with two screens, the first in front, and an observer that draws the second.
+struct TwoScreens {
+    TwoScreens() {
+        window.addWidget(new QWidget);
+        window.addWidget(new QWidget);
+        observer.drawOnlyInSight(window.widget(1));
+        observer.renderNow();
+    }
+
+    QStackedWidget window;
+    Published<int> field{0};
+    int drawn = -1;
+    LibraryObserver observer{[this] { drawn = field.get(); }};
+};
+
+} // namespace
+
+TEST(LibraryObserver, AScreenBehindAnotherIsNotDrawn) {
+    TwoScreens screens;
+    screens.window.show();
+    screens.field = 1;
+    QCoreApplication::processEvents();
+    EXPECT_EQ(screens.drawn, 0);
+}
+
+TEST(LibraryObserver, AScreenThatComesToTheFrontIsDrawnAsThingsAreBeforeItIsSeen) {
+    TwoScreens screens;
+    screens.window.show();
+    screens.field = 1;
+    QCoreApplication::processEvents();
+    screens.field = 2;
+    screens.window.setCurrentIndex(1);
+    EXPECT_EQ(screens.drawn, 2);
+}
+
+TEST(LibraryObserver, AScreenInFrontIsDrawnAndObservesFurther) {
+    TwoScreens screens;
+    screens.window.show();
+    screens.window.setCurrentIndex(1);
+    for (int value = 1; value < 4; ++value) {
+        screens.field = value;
+        QCoreApplication::processEvents();
+        EXPECT_EQ(screens.drawn, value);
+    }
+}
+
+TEST(LibraryObserver, WhileTheWindowIsNotShownEveryScreenIsDrawn) {
+    TwoScreens screens;
+    screens.field = 1;
+    QCoreApplication::processEvents();
+    EXPECT_EQ(screens.drawn, 1);
 }

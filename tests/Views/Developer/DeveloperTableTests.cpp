@@ -198,6 +198,28 @@ TEST_F(DeveloperTableTest, EveryColumnSortsInBothDirections) {
     EXPECT_EQ(orderBy(Column::kLastTouched), QStringList({"Xcode", "Finder", "Archivist", "npm"}));
 }
 
+// More than 16, each figure of several: fewer stay in order by chance.
+TEST_F(DeveloperTableTest, EachHeaderPutsEveryRowInItsPlaceInBothDirections) {
+    std::vector<DevCacheItem> caches;
+    for (int i = 10; i < 70; ++i) {
+        caches.push_back(devCache("Tool " + std::to_string(i * 3 % 8), "Cache " + std::to_string(i),
+                                  i * 37 % 11 * 1'000'000, i * 5 % 3 == 0));
+        if (i % 7 != 0) {
+            caches.back().lastModified = daysAgo(i * 5 % 9);
+        }
+    }
+    openWith(caches);
+    const auto kind = [](const DevCacheItem& item) { return item.kind; };
+    const auto inOrderOf = [&](int column, auto key) {
+        expectOrderOfHeader(column, caches, key, Column::kWhat, kind);
+    };
+    inOrderOf(Column::kTool, [](const DevCacheItem& item) { return item.tool; });
+    inOrderOf(Column::kWhat, kind);
+    inOrderOf(Column::kSize, [](const DevCacheItem& item) { return item.bytes; });
+    inOrderOf(Column::kInSweep, [](const DevCacheItem& item) { return !item.safeToSweep; });
+    inOrderOf(Column::kLastTouched, [](const DevCacheItem& item) { return item.lastModified; });
+}
+
 TEST_F(DeveloperTableTest, TheKeysSortAndTheHeadingSaysSo) {
     openWith(four());
     EXPECT_EQ(spokenOrders(), QStringList({"", "", "Sorted, largest first", "", ""}));

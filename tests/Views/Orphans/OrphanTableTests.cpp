@@ -144,6 +144,40 @@ TEST_F(OrphanTableTest, EveryColumnSortsInBothDirections) {
     EXPECT_EQ(orderBy(Column::kFiles), QStringList({kInkwell, kSketch, kTempo}));
 }
 
+// More than 16, each figure of several: fewer stay in order by chance.
+TEST_F(OrphanTableTest, EachHeaderPutsEveryRowInItsPlaceInBothDirections) {
+    struct Vendor {
+        std::string identifier;
+        Bytes bytes = 0;
+        int files = 0;
+        std::optional<Date> date;
+    };
+    std::vector<Vendor> vendors;
+    std::vector<OrphanItem> items;
+    for (int i = 10; i < 70; ++i) {
+        Vendor vendor{"com.v" + std::to_string(i), i * 37 % 11 * 1'000'000, 1 + i * 5 % 4, std::nullopt};
+        if (i % 7 != 0) {
+            vendor.date = daysAgo(i * 5 % 9);
+        }
+        for (int file = 0; file < vendor.files; ++file) {
+            const auto suffix = file == 0 ? std::string() : ".part" + std::to_string(file);
+            items.push_back(
+                orphan(vendor.identifier + suffix, vendor.identifier, file == 0 ? vendor.bytes : 0));
+            items.back().lastModified = vendor.date;
+        }
+        vendors.push_back(vendor);
+    }
+    // As the section is given them: the largest first, and equal ones by vendor.
+    std::ranges::stable_sort(vendors, std::ranges::greater(), &Vendor::bytes);
+    openWith(items);
+    const auto name = [](const Vendor& vendor) { return vendor.identifier; };
+    const auto inOrderOf = [&](int column, auto key) { expectOrderOfHeader(column, vendors, key, 0, name); };
+    inOrderOf(Column::kLeftBehindBy, name);
+    inOrderOf(Column::kSize, [](const Vendor& vendor) { return vendor.bytes; });
+    inOrderOf(Column::kFiles, [](const Vendor& vendor) { return vendor.files; });
+    inOrderOf(Column::kLastTouched, [](const Vendor& vendor) { return vendor.date; }); // none before any
+}
+
 TEST_F(OrphanTableTest, WhatIsEqualKeepsItsOrderInBothDirections) {
     openWith(three()); // two vendors with two files each
     EXPECT_EQ(orderBy(Column::kFiles).first(2), QStringList({kSketch, kTempo}));

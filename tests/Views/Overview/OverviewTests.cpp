@@ -549,6 +549,26 @@ TEST_F(Overview, TheNoticeCountsWhatTheSystemRefused) {
     EXPECT_EQ(workspace.settingsOpened(), 1);
 }
 
+TEST_F(Overview, AccessThatWasJustGrantedIsAnnouncedWhereverTheUserIs) {
+    openReady({});
+    window->showSection(LibrarySection::developer);
+    turn();
+    EXPECT_EQ(view().grantedNotice()->accessibleName(), "");
+    library.accessJustGranted = true;
+    turn();
+    EXPECT_EQ(view().grantedNotice()->accessibleName(), view().grantedNotice()->text());
+}
+
+TEST_F(Overview, FiguresThatChangeBehindAnotherSectionAreThereWhenTheOverviewComes) {
+    openReady(caches(1));
+    window->showSection(LibrarySection::developer);
+    turn();
+    publish(caches(2));
+    turn();
+    window->enterSection(LibrarySection::overview);
+    EXPECT_EQ(hero().figure()->text(), "3 MB");
+}
+
 TEST_F(Overview, AccessThatWasJustGrantedIsTold) {
     openReady({});
     EXPECT_FALSE(view().grantedNotice()->isVisible());
@@ -564,6 +584,21 @@ TEST_F(Overview, AccessThatWasJustGrantedIsTold) {
     EXPECT_FALSE(view().grantedNotice()->isVisible());
 }
 
+// As many as make a sort that does not keep equals show it: 16 and fewer stay in order by chance.
+TEST_F(Overview, OfManyOfEqualSizeThePaneListsTheFirst) {
+    std::vector<InstalledApp> apps;
+    for (int i = 10; i < 70; ++i) {
+        apps.push_back(appWithCache("App " + std::to_string(i), 1'000'000));
+    }
+    openReady(apps);
+    const auto rows = pane().findChildren<ListRow*>();
+    ASSERT_GE(rows.size(), 5);
+    const auto plan = library.fullPlan();
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        EXPECT_EQ(rows[i]->title(), QString::fromStdString(plan[static_cast<std::size_t>(i)].title));
+    }
+}
+
 TEST_F(Overview, TheBannerStandsOverEverySectionWhenReadyWithoutAccess) {
     library.trashState = TrashSweeper::State::refused();
     openReady({});
@@ -572,10 +607,6 @@ TEST_F(Overview, TheBannerStandsOverEverySectionWhenReadyWithoutAccess) {
         turn();
         EXPECT_TRUE(window->accessBanner()->isVisible());
     }
-    click(window->accessBanner()->grantButton());
-    click(window->accessBanner()->relaunchButton());
-    EXPECT_EQ(workspace.settingsOpened(), 1);
-    EXPECT_EQ(workspace.relaunches(), 1);
     library.phase = AppLibrary::Phase{Kind::scanning};
     turn();
     EXPECT_FALSE(window->accessBanner()->isVisible());
@@ -583,6 +614,17 @@ TEST_F(Overview, TheBannerStandsOverEverySectionWhenReadyWithoutAccess) {
     library.trashState = TrashSweeper::State::measured(0, 0);
     turn();
     EXPECT_FALSE(window->accessBanner()->isVisible());
+}
+
+TEST_F(Overview, TheButtonsOfTheBannerOpenTheSettingsAndStartTheProgramAgain) {
+    library.trashState = TrashSweeper::State::refused();
+    openReady({});
+    click(window->accessBanner()->grantButton());
+    EXPECT_EQ(workspace.settingsOpened(), 1);
+    EXPECT_EQ(workspace.relaunches(), 0);
+    click(window->accessBanner()->relaunchButton());
+    EXPECT_EQ(workspace.settingsOpened(), 1);
+    EXPECT_EQ(workspace.relaunches(), 1);
 }
 
 TEST_F(Overview, ComingToTheFrontLooksForAccessAgain) {

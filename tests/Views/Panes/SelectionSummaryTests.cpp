@@ -51,6 +51,19 @@ TEST(MultiSelectionSummary, AddsUpWhatIsSelectedLargestFirst) {
     EXPECT_EQ(labels(pane), QStringList({"Birch, 6 MB", "Alder, 3 MB"}));
 }
 
+// As many as make a sort that does not keep equals show it: 16 and fewer stay in order by chance.
+TEST(MultiSelectionSummary, ManyOfEqualSizeKeepTheirOrder) {
+    std::vector<InstalledApp> apps;
+    QStringList expected;
+    for (int i = 10; i < 70; ++i) {
+        apps.push_back(measuredApp("App " + std::to_string(i), 1'000'000));
+        expected << QString("App %1, 1 MB").arg(i);
+    }
+    MultiSelectionSummary pane;
+    pane.show(apps);
+    EXPECT_EQ(labels(pane), expected);
+}
+
 TEST(MultiSelectionSummary, CountsIntelAloneAndOnlyWhereThereIsOne) {
     auto apps = pair();
     apps.push_back(measuredApp("Cedar", 1));

@@ -12,6 +12,7 @@
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
 #include <QAccessible>
+#include <QAction>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMenu>
@@ -27,6 +28,18 @@ class MainWindow : public WindowTest {
     static std::vector<InstalledApp> two() {
         return {measuredApp("Alder", 3'000'000), measuredApp("Birch", 9'000'000)};
     }
+    // Opens the window after a cleanup of one item.
+    void offerToPutBack() {
+        library.lastOperation = UndoableOperation{
+            "Clean Now", clock.now(), {{FileURL("/Users/alex/a"), FileURL("/Users/alex/.Trash/a")}}, 1};
+        openReady(two());
+    }
+    void pressUndo() {
+        press(Qt::Key_Z, Qt::ControlModifier);
+        turn();
+    }
+    bool isPuttingBack() const { return window->state().isPuttingBack.get(); }
+    QAction* putBackEntry() const { return window->sidebar()->brand()->menu()->actions().at(1); }
     SidebarView& sections() const { return *window->sidebar()->list(); }
     // From the widget that has the focus, by Tab, until it comes round.
     std::vector<QWidget*> tabOrder() const {
@@ -52,6 +65,12 @@ TEST_F(MainWindow, OpeningTheWindowStartsTheFirstScan) {
     EXPECT_NE(library.phase.get().kind, Kind::idle);
     finish();
     EXPECT_EQ(library.phase.get().kind, Kind::ready);
+}
+
+// A scan that somebody waits for begins at this priority, and one that nobody asked for far below.
+TEST_F(MainWindow, TheFirstScanIsTheUsers) {
+    open({Kind::idle}, {});
+    EXPECT_EQ(runner.history(), std::vector{Priority::userInitiated});
 }
 
 TEST_F(MainWindow, OpeningItAgainStartsNoSecondFirstScan) {
@@ -167,6 +186,13 @@ TEST_F(MainWindow, ControlRScansAgain) {
     finish();
 }
 
+TEST_F(MainWindow, TheScanByKeyIsTheUsers) {
+    openReady({});
+    QTest::keyClick(window.get(), Qt::Key_R, Qt::ControlModifier);
+    turn();
+    EXPECT_EQ(runner.history(), std::vector{Priority::userInitiated});
+}
+
 TEST_F(MainWindow, ControlFGoesToTheSearchFieldAndSelectsItsText) {
     openReady(two());
     library.searchText = "bir";
@@ -210,6 +236,84 @@ TEST_F(MainWindow, TheBrandRowOpensTheMenuByMouse) {
     QTest::mouseClick(window->sidebar()->brand(), Qt::LeftButton);
     EXPECT_TRUE(window->sidebar()->brand()->menu()->isVisible());
     window->sidebar()->brand()->menu()->close();
+}
+
+// The key for undo in the search field
+
+TEST_F(MainWindow, WithNothingTypedTheKeyForUndoIsTheWindows) {
+    offerToPutBack();
+    window->searchField()->setFocus();
+    pressUndo();
+    EXPECT_TRUE(isPuttingBack());
+}
+
+TEST_F(MainWindow, TypingIsUndoneFirstAndThenTheCleanup) {
+    offerToPutBack();
+    window->searchField()->setFocus();
+    QTest::keyClicks(window->searchField(), "bir");
+    pressUndo();
+    EXPECT_EQ(window->searchField()->text(), "");
+    EXPECT_FALSE(isPuttingBack());
+    pressUndo();
+    EXPECT_TRUE(isPuttingBack());
+}
+
+TEST_F(MainWindow, EveryStepOfTypingIsUndoneBeforeTheCleanup) {
+    offerToPutBack();
+    window->searchField()->setFocus();
+    QTest::keyClicks(window->searchField(), "birch");
+    press(Qt::Key_Home);
+    QTest::keyClicks(window->searchField(), "a");
+    press(Qt::Key_Delete);
+    int steps = 0;
+    while (!window->searchField()->text().isEmpty() && steps < 10) {
+        pressUndo();
+        EXPECT_FALSE(isPuttingBack());
+        ++steps;
+    }
+    EXPECT_EQ(window->searchField()->text(), "");
+    pressUndo();
+    EXPECT_TRUE(isPuttingBack());
+}
+
+TEST_F(MainWindow, WhatEscapeClearedComesBackFirst) {
+    offerToPutBack();
+    window->searchField()->setFocus();
+    QTest::keyClicks(window->searchField(), "bir");
+    press(Qt::Key_Escape);
+    pressUndo();
+    EXPECT_EQ(window->searchField()->text(), "bir");
+    EXPECT_FALSE(isPuttingBack());
+}
+
+TEST_F(MainWindow, ASearchThatTheLibraryBroughtIsNotTypingToUndo) {
+    offerToPutBack();
+    window->searchField()->setFocus();
+    library.searchText = "bir";
+    turn();
+    pressUndo();
+    EXPECT_EQ(window->searchField()->text(), "bir");
+    EXPECT_TRUE(isPuttingBack());
+}
+
+TEST_F(MainWindow, WithNothingToPutBackTheKeyForUndoDoesNothingInTheField) {
+    openReady(two());
+    window->searchField()->setFocus();
+    pressUndo();
+    EXPECT_FALSE(isPuttingBack());
+    EXPECT_TRUE(window->searchField()->hasFocus());
+}
+
+TEST_F(MainWindow, TheMenusEntryIsThereWhateverTheFieldHoldsAndPutsBack) {
+    offerToPutBack();
+    window->searchField()->setFocus();
+    EXPECT_TRUE(putBackEntry()->isEnabled());
+    QTest::keyClicks(window->searchField(), "bir");
+    turn();
+    EXPECT_TRUE(putBackEntry()->isEnabled());
+    putBackEntry()->trigger();
+    EXPECT_TRUE(isPuttingBack());
+    EXPECT_EQ(window->searchField()->text(), "bir");
 }
 
 // Focus and assistive tools

@@ -171,5 +171,18 @@ TEST_F(Pictures, SearchedToNothingAndReachedByTab) {
     window->sidebar()->list()->setFocus(Qt::TabFocusReason);
     const QImage all = keep("applications-sidebar-focus");
     QTest::keyClicks(window->searchField(), "zzz");
-    EXPECT_NE(keep("applications-searched-to-nothing"), all);
+    const QImage nothing = keep("applications-searched-to-nothing");
+    EXPECT_NE(nothing, all);
+    Look::setDark(true);
+    EXPECT_NE(keep("applications-searched-to-nothing-dark"), nothing);
+}
+
+TEST_F(Pictures, TheTableWithoutApplicationsTellsWhy) {
+    open({Kind::scanning}, {});
+    const QImage looking = keep("applications-looking");
+    library.phase = AppLibrary::Phase{Kind::ready};
+    const QImage none = keep("applications-no-applications");
+    EXPECT_NE(none, looking);
+    Look::setDark(true);
+    EXPECT_NE(keep("applications-no-applications-dark"), none);
 }

@@ -4,15 +4,12 @@
 #include "BundleProcesses.h"
 #include "ContinuousClock.h"
 #include "DefaultsKeys.h"
+#include "DesktopStorage.h"
 #include "FakeWorkspace.h"
-#include "FileDefaults.h"
-#include "FreedesktopTrash.h"
 #include "MainQueue.h"
 #include "MetadataSearch.h"
 #include "PosixCommandRunner.h"
-#include "PosixFileSystem.h"
 #include "SearchingCommandRunner.h"
-#include "SpaceReserve.h"
 #include "SystemCalls.h"
 #include "ThreadTaskRunner.h"
 #include <chrono>
@@ -28,24 +25,20 @@ using namespace std::chrono_literals;
 struct Ports {
     MainQueue queue;
     ContinuousClock clock{queue};
-    PosixFileSystem files;
+    DesktopStorage storage{clock};
+    PosixFileSystem& files = storage.files;
+    Defaults& defaults = storage.defaults;
     AbsentMetadata metadata;
     PosixCommandRunner programs;
     MetadataSearch search{files, metadata, clock, {files.home(), FileURL("/Applications")}};
     SearchingCommandRunner commands{files, search, programs};
     FakeWorkspace workspace;
-    const std::string settings = FileDefaults::userPath(files.home().path());
-    SpaceReserve reserve{settings + ".reserve"};
-    FreedesktopTrash trash{FreedesktopTrash::Places::ofThisUser(files.home()), clock, &reserve};
     BundleProcesses running{files};
-    FileDefaults defaults{settings, {}, &reserve};
     ThreadTaskRunner tasks{queue};
-    const Platform platform{files, commands, metadata, clock, tasks, workspace, trash, running, defaults};
+    const Platform platform{files,     commands,      metadata, clock,   tasks,
+                            workspace, storage.trash, running,  defaults};
 
-    Ports() {
-        files.drawOn(reserve);
-        tasks.run(Priority::background, [this] { (void)reserve.lay(); });
-    }
+    Ports() { storage.keepRoom(tasks); }
 };
 
 std::vector<SweepEntry> entriesOf(const std::string& home, const Step& step) {
