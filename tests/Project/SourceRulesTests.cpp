@@ -215,6 +215,33 @@ TEST(SourceRules, TheLibrarysFieldsAndOperationsStandByConcern) {
     EXPECT_EQ(std::vector(seen.begin(), seen.end()), concerns);
 }
 
+// A document that names what has moved leads a newcomer astray. A name may leave out its ending.
+TEST(SourceRules, WhatTheDocumentsNameIsThere) {
+    const fs::path root = QUILLANE_SOURCE_DIR;
+    std::vector<fs::path> documents = {root / "README.md", root / "CONTRIBUTING.md"};
+    for (const auto& entry : fs::recursive_directory_iterator(root / "docs")) {
+        if (entry.path().extension() == ".md") {
+            documents.push_back(entry.path());
+        }
+    }
+    const std::regex place("`((src|tests|docs|tools|fuzz|benchmarks|resources|\\.ci)/[\\w./+-]*\\w)");
+    std::vector<std::string> missing;
+    std::size_t named = 0;
+    for (const auto& document : documents) {
+        const std::string text = readFile(document);
+        for (auto it = std::sregex_iterator(text.begin(), text.end(), place); it != std::sregex_iterator();
+             ++it) {
+            const fs::path path = root / (*it)[1].str();
+            if (!fs::exists(path) && !fs::exists(path.string() + ".h")) {
+                missing.push_back(document.filename().string() + ": " + (*it)[1].str());
+            }
+            ++named;
+        }
+    }
+    EXPECT_TRUE(missing.empty()) << joined(missing);
+    EXPECT_GT(named, 50U);
+}
+
 // They are C, and an update of them may be no C++ any more. What libc does not wrap stands in KernelCalls.h.
 TEST(SourceRules, NoSourceTakesAHeaderOfTheKernel) {
     const std::regex include(R"(#\s*include\s*[<"](linux|asm|asm-generic)/)");
