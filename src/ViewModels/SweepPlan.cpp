@@ -42,4 +42,8 @@ SweepEntry rowFor(const DevCacheItem& item, const FileURL& home) {
             pathWithHomeAsTilde(item.url, home), item.bytes};
 }
 
+SweepEntry rowFor(const UserFile& file, const FileURL& home) {
+    return {file.url, SweepCategory::files, file.name(), file.folder(home), file.bytes};
+}
+
 } // namespace quillane::SweepRows

@@ -2,6 +2,7 @@
 #include "Bytes.h"
 #include "DevCacheItem.h"
 #include "SweepEntry.h"
+#include "UserFile.h"
 #include <string>
 #include <unordered_set>
 #include <utility>
@@ -46,6 +47,7 @@ SweepEntry rowFor(const Item& item, SweepCategory category, std::string title) {
     return {item.url, category, std::move(title), subtitle(item.category, item.url), item.bytes};
 }
 SweepEntry rowFor(const DevCacheItem& item, const FileURL& home);
+SweepEntry rowFor(const UserFile& file, const FileURL& home);
 
 } // namespace SweepRows
 } // namespace quillane
