@@ -13,6 +13,10 @@ class SettledFiles : public FileSystem {
     Result<ResourceValues> resourceValues(const FileURL&) const override { return kMissing; }
     Result<> walk(const FileURL&, WalkOptions, Visitor) const override { return kMissing; }
     Result<std::string> read(const FileURL&, std::size_t) const override { return kMissing; }
+    Result<std::string> extendedAttribute(const FileURL&, const std::string&, std::size_t) const override {
+        return kMissing;
+    }
+    bool isAwaitingDownload(const FileURL&) const override { return false; }
     FileURL resolvingSymlinks(const FileURL& url) const override { return url; }
     FileURL standardized(const FileURL& url) const override { return url; }
     Result<> createDirectories(const FileURL&) override { return kMissing; }

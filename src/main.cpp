@@ -1,5 +1,4 @@
 // Quillane on Linux: the window over this machine.
-#include "AbsentMetadata.h"
 #include "BundleProcesses.h"
 #include "DesktopSession.h"
 #include "DesktopStorage.h"
@@ -7,6 +6,7 @@
 #include "MetadataSearch.h"
 #include "PosixCommandRunner.h"
 #include "QuillaneApp.h"
+#include "RecentlyUsedFiles.h"
 #include "SearchingCommandRunner.h"
 #include "ThreadTaskRunner.h"
 #include <QApplication>
@@ -18,7 +18,7 @@ int main(int argc, char** argv) {
     DesktopSession session(application);
     DesktopStorage storage(session.clock());
     const auto& files = storage.files;
-    AbsentMetadata metadata;
+    const RecentlyUsedFiles metadata(files, RecentlyUsedFiles::registryOfThisUser(files.home()));
     PosixCommandRunner programs;
     const MetadataSearch search(files, metadata, session.clock(), {files.home(), FileURL("/Applications")});
     SearchingCommandRunner commands(files, search, programs);

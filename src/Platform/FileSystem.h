@@ -90,6 +90,16 @@ class FileSystem {
     // neither a regular file nor a link to one, without blocking on it.
     virtual Result<std::string> read(const FileURL& url, std::size_t limit) const = 0;
 
+    // The value of an extended attribute of a regular file or a folder, such as
+    // "com.apple.metadata:kMDItemIsScreenCapture". Fails when there is none, when it is longer than `limit`, and
+    // for links and everything else that it would have to wait for.
+    virtual Result<std::string> extendedAttribute(const FileURL& url, const std::string& name,
+                                                  std::size_t limit) const = 0;
+
+    // Whether the system keeps this item in its cloud and what lies on the disk is not the item's present content.
+    // False on a system that has no such thing, and for what can't be asked.
+    virtual bool isAwaitingDownload(const FileURL& url) const = 0;
+
     // The path with every link resolved when all of it exists; otherwise the path as it stands.
     virtual FileURL resolvingSymlinks(const FileURL& url) const = 0;
 

@@ -1,10 +1,9 @@
 #include "AppScanner.h"
-#include "Characters.h"
-#include "CommandRunner.h"
 #include "FileSystem.h"
 #include "MachOInspector.h"
 #include "Metadata.h"
 #include "PropertyList.h"
+#include "SearchProgram.h"
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -19,23 +18,11 @@ namespace {
 constexpr std::string_view kBundleExtension = "app";
 constexpr std::string_view kBundleSuffix = ".app";
 
-// Runs a program and gives what it printed as text, whatever became of it; nothing when it can't start.
-std::string runCommand(const Platform& platform, const std::string& path,
-                       const std::vector<std::string>& arguments) {
-    const auto output = platform.commands.run(path, arguments);
-    return output ? Text::repairedUtf8(*output) : std::string();
-}
-
 std::vector<FileURL> spotlightResults(const Platform& platform) {
-    const std::string output =
-        runCommand(platform, "/usr/bin/mdfind", {"kMDItemContentType == 'com.apple.application-bundle'"});
     std::vector<FileURL> found;
-    for (std::size_t begin = 0; begin < output.size();) {
-        const auto end = std::min(output.find('\n', begin), output.size());
-        if (output[begin] == '/') { // complaints about a query are printed here too
-            found.emplace_back(output.substr(begin, end - begin));
-        }
-        begin = end + 1;
+    for (auto& path :
+         SearchProgram::paths(platform, {"kMDItemContentType == 'com.apple.application-bundle'"})) {
+        found.emplace_back(std::move(path));
     }
     return found;
 }

@@ -1,11 +1,13 @@
 #include "Characters.h"
 #include "UnicodeText.h"
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <unicode/brkiter.h>
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
+#include <unicode/utf8.h>
 
 namespace quillane::Text {
 namespace {
@@ -103,6 +105,47 @@ std::string lowercased(std::string_view text) {
         unicode = composer->normalize(unicode, status);
     }
     return bytesOf(unicode);
+}
+
+std::string lowercasedLettersAndNumbers(std::string_view text) {
+    const auto lower = readableUnicode(lowercased(text));
+    icu::UnicodeString kept;
+    bool isKept = false;
+    for (int32_t at = 0; at < lower.length(); at = lower.moveIndex32(at, 1)) {
+        const auto point = lower.char32At(at);
+        if ((U_GET_GC_MASK(point) & U_GC_M_MASK) == 0) { // a mark goes with what it stands on
+            isKept = u_isUAlphabetic(point) || u_getNumericValue(point) != U_NO_NUMERIC_VALUE;
+        }
+        if (isKept) {
+            kept += point;
+        }
+    }
+    std::string result;
+    kept.toUTF8String(result);
+    return result;
+}
+
+std::string_view trimmed(std::string_view text) {
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    const auto length = static_cast<int32_t>(text.size());
+    int32_t begin = 0;
+    int32_t end = length;
+    UChar32 point = 0;
+    for (int32_t next = 0; next < length;) {
+        U8_NEXT(bytes, next, length, point);
+        if (!u_isUWhiteSpace(point)) {
+            break;
+        }
+        begin = next;
+    }
+    for (int32_t before = length; before > begin;) {
+        U8_PREV(bytes, begin, before, point);
+        if (!u_isUWhiteSpace(point)) {
+            break;
+        }
+        end = before;
+    }
+    return text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin));
 }
 
 std::string repairedUtf8(std::string_view bytes) {

@@ -18,6 +18,13 @@ std::vector<std::size_t> fullStops(std::string_view text);
 // Invalid bytes stay as they are, so that they equal only themselves.
 std::string lowercased(std::string_view text);
 
+// The letters and numbers of the text in lower case, composed: spaces, punctuation and all else left out.
+// A letter or number keeps the accents that it carries.
+std::string lowercasedLettersAndNumbers(std::string_view text);
+
+// The text without the blanks at its ends, which are all that Unicode counts as such, line ends too.
+std::string_view trimmed(std::string_view text);
+
 // The text with every invalid sequence replaced by U+FFFD.
 std::string repairedUtf8(std::string_view bytes);
 

@@ -46,6 +46,14 @@ std::span<const AppLibrary::Finder> AppLibrary::finders() {
                .plan = &AppLibrary::developerPlan,
                .addLocations = addLocations<&AppLibrary::developerCaches>,
                .forget = dropGone<&AppLibrary::developerCaches>},
+        Finder{.section = LibrarySection::files,
+               .category = SweepCategory::files,
+               .badge = sizeOf<&AppLibrary::files>,
+               .find = nullptr,
+               .mayReuse = nullptr,
+               .plan = nullptr,
+               .addLocations = addLocations<&AppLibrary::files>,
+               .forget = dropGone<&AppLibrary::files>},
     };
     return kFinders;
 }

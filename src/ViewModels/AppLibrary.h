@@ -2,6 +2,7 @@
 #include "AppFilter.h"
 #include "BulkRemoval.h"
 #include "DevCacheItem.h"
+#include "FilesMode.h"
 #include "FunctionRef.h"
 #include "InstalledApp.h"
 #include "LeftoverIndex.h"
@@ -18,6 +19,8 @@
 #include "TaskScope.h"
 #include "TrashState.h"
 #include "UndoableOperation.h"
+#include "UserFile.h"
+#include <functional>
 #include <optional>
 #include <set>
 #include <span>
@@ -35,6 +38,7 @@ namespace quillane {
 //   AppLibrary.cpp            what is read at the launch
 //   AppLibrary+Access.cpp     what must never be touched, and what the system does not let us see
 //   AppLibrary+Developer.cpp  the finder of developer caches
+//   AppLibrary+Files.cpp      the lenses on the user's own files
 //   AppLibrary+Finders.cpp    what every finder joins
 //   AppLibrary+Measure.cpp    the measuring stage of a scan
 //   AppLibrary+Orphans.cpp    the finder of orphans
@@ -92,6 +96,26 @@ class AppLibrary {
     std::vector<DevCacheItem> sweepableDeveloperCaches() const;
     // Whatever is not protected, also what no cleanup would include: the user has asked for it.
     BulkRemoval removalForDeveloperItems(const std::vector<DevCacheItem>& items) const;
+
+    // Files
+
+    Published<std::vector<UserFile>> files; // of the lens that was loaded last, largest first
+    Published<bool> isLoadingFiles{false};
+    Published<std::optional<Bytes>> photosLibraryBytes;      // absent until measured, and where there is none
+    Published<std::string> fileSearchText;                   // of the search lens; UTF-8
+    Published<std::optional<UserFile::Kind>> fileSearchKind; // empty for any kind
+    Published<std::optional<TaskHandle>> filesTask;          // of the latest load, also after its end
+
+    FilesMode filesMode() const { return *m_filesMode; }
+    // Another lens than the present one loads its files.
+    void setFilesMode(FilesMode mode);
+    // Looks through the lens and replaces the files when the answer is there. Of several loads the last one counts;
+    // an empty search is answered at once. Returns at once.
+    void loadFiles();
+    // What the files take on this disk together.
+    Bytes totalFileBytes() const;
+    // Whatever is not protected: nothing of it comes back by itself, and the user has asked for it.
+    BulkRemoval removalForFiles(const std::vector<UserFile>& selected) const;
 
     // Finders
 
@@ -221,6 +245,16 @@ class AppLibrary {
     SweepPlan developerPlan(SweepPlan::Keeps keeps) const;
 
     std::optional<Date> m_developerCachesMeasuredAt; // end of the last walk; nothing before the first
+
+    // Files
+
+    // The files that a lens shows.
+    using FileLens = std::function<std::vector<UserFile>(const Platform&)>;
+
+    FileLens fileLens(const std::string& searched) const;
+    Task<> findFiles(FileLens lens, StopToken stop);
+
+    Published<FilesMode> m_filesMode{FilesMode::large};
 
     // Finders
 

@@ -2,6 +2,7 @@
 #include "Bytes.h"
 #include "DevCacheItem.h"
 #include "SweepEntry.h"
+#include "UserFile.h"
 #include <string>
 #include <unordered_set>
 #include <utility>
@@ -58,8 +59,6 @@ namespace SweepRows {
 
 // "Caches - com.example.tool", for what lies in a Library location.
 std::string subtitle(const std::string& category, const FileURL& url);
-// The path with the home folder as "~", wherever it occurs and not only at the beginning.
-std::string withHomeAsTilde(std::string path, const FileURL& home);
 
 // For a leftover or an orphan.
 template <class Item>
@@ -67,6 +66,7 @@ SweepEntry rowFor(const Item& item, SweepCategory category, std::string title) {
     return {item.url, category, std::move(title), subtitle(item.category, item.url), item.bytes};
 }
 SweepEntry rowFor(const DevCacheItem& item, const FileURL& home);
+SweepEntry rowFor(const UserFile& file, const FileURL& home);
 
 } // namespace SweepRows
 } // namespace quillane

@@ -3,7 +3,10 @@
 #include "IndexedItem.h"
 #include "ManualClock.h"
 #include "MetadataSearch.h"
+#include "PngText.h"
 #include "PosixFileSystem.h"
+#include "PropertyListWriter.h"
+#include "RecordingFileSystem.h"
 #include "TemporaryFolder.h"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -271,9 +274,54 @@ TEST_F(MetadataSearchTest, ContentIsReadOnlyFromTheStartOfAFile) {
     EXPECT_EQ(findIn("/a", "kMDItemTextContent == \"*needle*\""), Lines{"/a/within.txt"});
 }
 
-TEST_F(MetadataSearchTest, ScreenCapturesAreNotKnown) {
-    m_volume.file("a/Screenshot.png");
-    EXPECT_EQ(findIn("/a", "kMDItemIsScreenCapture == 1"), Lines{});
+TEST_F(MetadataSearchTest, TextIsFoundInEveryUsualEncoding) {
+    m_volume
+        .file("a/latin1.txt", "Stra\xDF"
+                              "e and Caf\xE9")
+        .file("a/little.txt", std::string("\xFF\xFE"
+                                          "C\0a\0f\0\xE9\0",
+                                          10))
+        .file("a/big.txt", std::string("\0C\0a\0f\0\xE9", 8))
+        .file("a/mark.txt", "\xEF\xBB\xBF"
+                            "Caf\u00E9")
+        .file("a/bytes.txt", std::string("cafe\0\0\1", 7));
+    EXPECT_EQ(findIn("/a", "kMDItemTextContent == \"*cafe*\"cd"),
+              (Lines{"/a/big.txt", "/a/latin1.txt", "/a/little.txt", "/a/mark.txt"}));
+}
+
+TEST_F(MetadataSearchTest, AScreenCaptureIsKnownByTheAttributeOfItsFile) {
+    const auto isTrue = binaryPropertyList(Plist(true));
+    const auto attribute = [&](const char* path, std::string_view value) {
+        m_volume.file(path, "x").attribute(path, "com.apple.metadata:kMDItemIsScreenCapture", value);
+    };
+    attribute("a/renamed.jpg", isTrue);
+    attribute("a/capture.png", isTrue);
+    attribute("a/not.png", binaryPropertyList(Plist(false)));
+    attribute("a/broken.png", "bplist00 and nothing else");
+    attribute("a/text.txt", isTrue);
+    m_volume.file("a/Screenshot 2026-01-02 at 10.20.30.png");
+    EXPECT_EQ(findIn("/a", "kMDItemIsScreenCapture == 1"), (Lines{"/a/capture.png", "/a/renamed.jpg"}));
+    EXPECT_EQ(m_search.answer({"-onlyin", "/a", "-attr", "kMDItemIsScreenCapture", "kMDItemFSName == 'c*'"}),
+              "/a/capture.png   kMDItemIsScreenCapture = 1\n");
+}
+
+TEST_F(MetadataSearchTest, AScreenCaptureIsKnownByTheToolThatAPngNames) {
+    m_volume.file("a/gnome.png", PngText::png("Software", "gnome-screenshot"))
+        .file("a/mate.png", PngText::png("Software", "mate-screenshot"))
+        .file("a/edited.png", PngText::png("Software", "GIMP"))
+        .file("a/titled.png", PngText::png("Title", "gnome-screenshot"))
+        .file("a/false.jpg", PngText::png("Software", "gnome-screenshot"))
+        .file("a/Screenshot from 2026-01-02 10-20-30.png", "no picture");
+    EXPECT_EQ(findIn("/a", "kMDItemIsScreenCapture == 1"), (Lines{"/a/gnome.png", "/a/mate.png"}));
+}
+
+TEST_F(MetadataSearchTest, OnlyPicturesAreAskedForTheirMark) {
+    m_volume.file("a/text.txt").file("a/film.mov").folder("a/folder.png").fifo("a/pipe.png");
+    RecordingFileSystem recorded(m_disk);
+    const MetadataSearch search(recorded, m_metadata, m_clock, {FileURL("/")});
+    EXPECT_EQ(search.answer({"-onlyin", "/a", "kMDItemIsScreenCapture == 1"}), "");
+    EXPECT_TRUE(recorded.calls(FileCall::extendedAttribute).empty());
+    EXPECT_TRUE(recorded.calls(FileCall::read).empty());
 }
 
 TEST_F(MetadataSearchTest, RecentlyUsedThingsAreFoundByTheMetadata) {

@@ -34,6 +34,26 @@ TEST(LowerCase, InvalidBytesStayAsTheyAre) {
     EXPECT_EQ(Text::lowercased("\uFFFD"), "\uFFFD");
 }
 
+TEST(LettersAndNumbers, SpacesAndPunctuationAreLeftOutAndCaseIsLowered) {
+    EXPECT_EQ(Text::lowercasedLettersAndNumbers("Northlight RAW 7.2 (Beta)_x-y"), "northlightraw72betaxy");
+    EXPECT_EQ(Text::lowercasedLettersAndNumbers("\u00C9t\u00E9 \u4E00\u00BD"), "\u00E9t\u00E9\u4E00\u00BD");
+    EXPECT_EQ(Text::lowercasedLettersAndNumbers("!?. -_\u2026\xff"), "");
+}
+
+TEST(LettersAndNumbers, AnAccentGoesWithWhatItStandsOn) {
+    EXPECT_EQ(Text::lowercasedLettersAndNumbers("E\u0301"), "\u00E9");
+    EXPECT_EQ(Text::lowercasedLettersAndNumbers("a-\u0301b"), "ab");
+    EXPECT_EQ(Text::lowercasedLettersAndNumbers("x\u0302"), "x\u0302");
+}
+
+TEST(Trimming, TakesTheBlanksOfBothEndsAndNoOthers) {
+    EXPECT_EQ(Text::trimmed(" \t a b \u00A0\u3000\n"), "a b");
+    EXPECT_EQ(Text::trimmed("a"), "a");
+    EXPECT_EQ(Text::trimmed(" \u2003 "), "");
+    EXPECT_EQ(Text::trimmed(""), "");
+    EXPECT_EQ(Text::trimmed("\xff \xe2"), "\xff \xe2");
+}
+
 TEST(FullStops, AreFoundWhereverTheyStand) {
     EXPECT_EQ(Text::fullStops(""), Places{});
     EXPECT_EQ(Text::fullStops("tool"), Places{});

@@ -355,6 +355,38 @@ TEST_P(FileSystemContract, ResourceValuesTellWhyTheyFail) {
     EXPECT_EQ(files().resourceValues(url(kTooLong)).error(), kInvalidName);
 }
 
+// --- extendedAttribute, isAwaitingDownload
+
+TEST_P(FileSystemContract, AnExtendedAttributeIsReadAsItsBytes) {
+    const std::string bytes("bplist00\t\0\xff", 11);
+    folder.file("file", "content").attribute("file", "com.example.mark", bytes);
+    folder.folder("sub").attribute("sub", "com.example.mark", "of a folder");
+    EXPECT_EQ(files().extendedAttribute(url("file"), "com.example.mark", 64).valueOr(""), bytes);
+    EXPECT_EQ(files().extendedAttribute(url("sub"), "com.example.mark", 11).valueOr(""), "of a folder");
+}
+
+TEST_P(FileSystemContract, AnExtendedAttributeThatIsAbsentOrTooLongFails) {
+    folder.file("file", "content").attribute("file", "com.example.mark", "value");
+    EXPECT_FALSE(files().extendedAttribute(url("file"), "com.example.other", 64).ok());
+    EXPECT_FALSE(files().extendedAttribute(url("file"), "com.example.mark", 4).ok());
+    EXPECT_FALSE(files().extendedAttribute(url("file"), "com.example.mark", 0).ok());
+    EXPECT_EQ(files().extendedAttribute(url("missing"), "com.example.mark", 64).error(), kMissing);
+}
+
+TEST_P(FileSystemContract, LinksAndPipesAreNotAskedForAttributes) {
+    folder.file("file").attribute("file", "com.example.mark", "value");
+    folder.link("link", "file");
+    folder.fifo("pipe");
+    EXPECT_FALSE(files().extendedAttribute(url("link"), "com.example.mark", 64).ok());
+    EXPECT_FALSE(files().extendedAttribute(url("pipe"), "com.example.mark", 64).ok());
+}
+
+TEST_P(FileSystemContract, AnOrdinaryFileAwaitsNoDownload) {
+    folder.file("file", "content");
+    EXPECT_FALSE(files().isAwaitingDownload(url("file")));
+    EXPECT_FALSE(files().isAwaitingDownload(url("missing")));
+}
+
 // --- walk
 
 TEST_P(FileSystemContract, AWalkTellsEverythingBelowTheRootWithLevelAndType) {

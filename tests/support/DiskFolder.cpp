@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 #include <utility>
 
@@ -122,6 +123,16 @@ DiskFolder& DiskFolder::modified(std::string_view below, Date date) {
     time.tv_nsec = static_cast<long>((date.secondsSince1970() - seconds) * 1e9);
     const timespec times[2] = {time, time};
     require(::utimensat(AT_FDCWD, at(below).c_str(), times, AT_SYMLINK_NOFOLLOW) == 0, at(below));
+    return *this;
+}
+
+DiskFolder& DiskFolder::attribute(std::string_view below, const std::string& name, std::string_view value) {
+#if defined(__APPLE__)
+    const int failed = ::setxattr(at(below).c_str(), name.c_str(), value.data(), value.size(), 0, 0);
+#else
+    const int failed = ::setxattr(at(below).c_str(), ("user." + name).c_str(), value.data(), value.size(), 0);
+#endif
+    require(failed == 0 || errno == ENOTSUP, at(below));
     return *this;
 }
 

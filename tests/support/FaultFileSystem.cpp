@@ -35,6 +35,11 @@ void FaultFileSystem::vanish(const FileURL& url) {
     m_gone.insert(url);
 }
 
+void FaultFileSystem::sendToTheCloud(const FileURL& url) {
+    const std::lock_guard lock(m_mutex);
+    m_inTheCloud.insert(url);
+}
+
 std::vector<FileURL> FaultFileSystem::touched() const {
     const std::lock_guard lock(m_mutex);
     return m_touched;
@@ -130,6 +135,24 @@ Result<std::string> FaultFileSystem::read(const FileURL& url, std::size_t limit)
         return *error;
     }
     return ForwardingFileSystem::read(url, limit);
+}
+
+Result<std::string> FaultFileSystem::extendedAttribute(const FileURL& url, const std::string& name,
+                                                       std::size_t limit) const {
+    if (const auto error = touch(FileCall::extendedAttribute, url)) {
+        return *error;
+    }
+    return ForwardingFileSystem::extendedAttribute(url, name, limit);
+}
+
+bool FaultFileSystem::isAwaitingDownload(const FileURL& url) const {
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_inTheCloud.contains(url)) {
+            return true;
+        }
+    }
+    return ForwardingFileSystem::isAwaitingDownload(url);
 }
 
 Result<> FaultFileSystem::createDirectories(const FileURL& url) {

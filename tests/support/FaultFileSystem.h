@@ -28,6 +28,8 @@ class FaultFileSystem final : public ForwardingFileSystem {
     // Still named by its folder but gone, with all below it, when it is touched: as when it is removed between
     // the two.
     void vanish(const FileURL& url);
+    // From now on the system has the content of this file in its cloud alone.
+    void sendToTheCloud(const FileURL& url);
     // Called before each call on this path.
     void before(const FileURL& url, std::function<void()> hook) { m_hooks[url] = std::move(hook); }
     // The paths that were listed, walked, read or asked about, in their order.
@@ -38,6 +40,9 @@ class FaultFileSystem final : public ForwardingFileSystem {
     Result<ResourceValues> resourceValues(const FileURL& url) const override;
     Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const override;
     Result<std::string> read(const FileURL& url, std::size_t limit) const override;
+    Result<std::string> extendedAttribute(const FileURL& url, const std::string& name,
+                                          std::size_t limit) const override;
+    bool isAwaitingDownload(const FileURL& url) const override;
     Result<> createDirectories(const FileURL& url) override;
 
   private:
@@ -59,6 +64,7 @@ class FaultFileSystem final : public ForwardingFileSystem {
     mutable std::map<FileCall, Nth> m_nth;
     std::set<FileURL> m_denied;
     std::set<FileURL> m_gone;
+    std::set<FileURL> m_inTheCloud;
     mutable std::vector<FileURL> m_touched;
 };
 

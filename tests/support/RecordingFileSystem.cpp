@@ -83,6 +83,12 @@ Result<std::string> RecordingFileSystem::read(const FileURL& url, std::size_t li
     return ForwardingFileSystem::read(url, limit);
 }
 
+Result<std::string> RecordingFileSystem::extendedAttribute(const FileURL& url, const std::string& name,
+                                                           std::size_t limit) const {
+    note(FileCall::extendedAttribute, url);
+    return ForwardingFileSystem::extendedAttribute(url, name, limit);
+}
+
 Result<> RecordingFileSystem::createDirectories(const FileURL& url) {
     note(FileCall::createDirectories, url);
     return ForwardingFileSystem::createDirectories(url);

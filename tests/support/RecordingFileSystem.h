@@ -39,6 +39,8 @@ class RecordingFileSystem final : public ForwardingFileSystem {
     Result<ResourceValues> resourceValues(const FileURL& url) const override;
     Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const override;
     Result<std::string> read(const FileURL& url, std::size_t limit) const override;
+    Result<std::string> extendedAttribute(const FileURL& url, const std::string& name,
+                                          std::size_t limit) const override;
     Result<> createDirectories(const FileURL& url) override;
 
   private:

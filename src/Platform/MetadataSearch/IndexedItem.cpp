@@ -1,5 +1,7 @@
 #include "IndexedItem.h"
 #include "PathWalk.h"
+#include "PlainText.h"
+#include "ScreenCapture.h"
 #include <algorithm>
 
 namespace quillane {
@@ -43,6 +45,8 @@ MetadataValue IndexedItem::value(MetadataAttribute attribute) {
         const auto date = m_metadata.lastUsed(urlOf(m_path));
         return date ? MetadataValue(*date) : MetadataValue();
     }
+    case MetadataAttribute::screenCapture:
+        return screenCapture();
     case MetadataAttribute::textContent:
         return textContent();
     case MetadataAttribute::unknown:
@@ -88,6 +92,22 @@ MetadataValue IndexedItem::size() {
     return *m_packageSize;
 }
 
+MetadataValue IndexedItem::screenCapture() const {
+    const bool isPicture = m_entryType == EntryType::regular && m_contentType.conformsTo("public.image");
+    return isPicture && isMarkedAsScreenCapture() ? MetadataValue(Bytes{1}) : MetadataValue();
+}
+
+bool IndexedItem::isMarkedAsScreenCapture() const {
+    const auto url = urlOf(m_path);
+    const auto attribute =
+        m_files.extendedAttribute(url, ScreenCapture::kAttribute, ScreenCapture::kLongestAttribute);
+    if (attribute) {
+        return ScreenCapture::isAttributeTrue(*attribute);
+    }
+    return m_contentType.is("public.png") &&
+           ScreenCapture::isMarkedPng(m_files.read(url, ScreenCapture::kHead).valueOr(""));
+}
+
 MetadataValue IndexedItem::textContent() {
     if (m_entryType != EntryType::regular || !m_contentType.conformsTo("public.text")) {
         return {};
@@ -96,8 +116,10 @@ MetadataValue IndexedItem::textContent() {
         if (m_budget.left == 0) {
             return {};
         }
-        m_text = m_files.read(urlOf(m_path), std::min(m_budget.left, TextBudget::kBytesOfFile)).valueOr("");
-        m_budget.left -= std::min(m_budget.left, m_text->size());
+        const auto bytes =
+            m_files.read(urlOf(m_path), std::min(m_budget.left, TextBudget::kBytesOfFile)).valueOr("");
+        m_budget.left -= std::min(m_budget.left, bytes.size());
+        m_text = PlainText::decoded(bytes);
     }
     return std::string_view(*m_text);
 }

@@ -40,6 +40,8 @@ class IndexedItem final : public MetadataItem {
     std::string_view displayName() const;
     const std::optional<ResourceValues>& resources();
     MetadataValue size();
+    MetadataValue screenCapture() const;
+    bool isMarkedAsScreenCapture() const;
     MetadataValue textContent();
 
     const FileSystem& m_files;

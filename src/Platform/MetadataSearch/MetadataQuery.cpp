@@ -19,6 +19,7 @@ constexpr NamedAttribute kAttributes[] = {
     {"kMDItemFSContentChangeDate", MetadataAttribute::contentChangeDate},
     {"kMDItemContentModificationDate", MetadataAttribute::contentChangeDate},
     {"kMDItemLastUsedDate", MetadataAttribute::lastUsedDate},
+    {"kMDItemIsScreenCapture", MetadataAttribute::screenCapture},
     {"kMDItemTextContent", MetadataAttribute::textContent},
 };
 

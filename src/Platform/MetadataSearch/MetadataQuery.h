@@ -21,6 +21,7 @@ enum class MetadataAttribute {
     size,              // kMDItemFSSize
     contentChangeDate, // kMDItemFSContentChangeDate, kMDItemContentModificationDate
     lastUsedDate,      // kMDItemLastUsedDate
+    screenCapture,     // kMDItemIsScreenCapture
     textContent        // kMDItemTextContent
 };
 

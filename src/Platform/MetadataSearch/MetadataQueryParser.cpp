@@ -46,7 +46,8 @@ std::optional<double> decimal(std::string_view text) {
     return negative ? -value : value;
 }
 
-// How much an answer costs: a name, a call of the system, the sum of a folder, the content of a file.
+// How much an answer costs: a name, a call of the system, the sum of a folder, the
+// beginning of a file, its content.
 int costOf(MetadataAttribute attribute) {
     switch (attribute) {
     case MetadataAttribute::unknown:
@@ -61,8 +62,10 @@ int costOf(MetadataAttribute attribute) {
         return 2;
     case MetadataAttribute::size:
         return 3;
-    case MetadataAttribute::textContent:
+    case MetadataAttribute::screenCapture:
         return 4;
+    case MetadataAttribute::textContent:
+        return 5;
     }
     return 0;
 }

@@ -29,8 +29,8 @@ namespace quillane {
 // folders of the system that hold nothing of a person's ("/private", "/usr", "/dev" and their like) are left
 // out. An application is a folder named *.app that holds Contents/Info.plist.
 //
-// Attributes are those of MetadataAttribute. kMDItemIsScreenCapture is none of them, because it is kept in an
-// extended attribute, which the file system port can't read: it is absent from everything.
+// Attributes are those of MetadataAttribute. kMDItemIsScreenCapture is 1 for a picture whose extended attribute or
+// whose own text names a tool for such pictures (ScreenCapture), and absent from all else.
 class MetadataSearch {
   public:
     // `roots` is where a search without -onlyin looks. "/" for a volume that is small enough to be walked

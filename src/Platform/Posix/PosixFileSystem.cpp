@@ -1,5 +1,7 @@
 #include "PosixFileSystem.h"
+#include "CloudItem.h"
 #include "DirectoryReader.h"
+#include "ExtendedAttribute.h"
 #include "PosixError.h"
 #include "SpaceReserve.h"
 #include "StatusTime.h"
@@ -171,6 +173,32 @@ Result<std::string> PosixFileSystem::read(const FileURL& url, std::size_t limit)
         return PosixError::reading(EINVAL);
     }
     return readUpTo(file.get(), limit);
+}
+
+Result<std::string> PosixFileSystem::extendedAttribute(const FileURL& url, const std::string& name,
+                                                       std::size_t limit) const {
+    struct stat status = {};
+    if (!m_volume.status(url.path(), LastLink::keep, status)) {
+        return readingError();
+    }
+    if (!S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) {
+        return PosixError::reading(EINVAL); // opening a device or a pipe can have an effect
+    }
+    const auto item = m_volume.open(url.path(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW);
+    if (!item) {
+        return readingError();
+    }
+    std::string value(limit, '\0');
+    const auto length = ExtendedAttribute::read(item.get(), name, value.data(), value.size());
+    if (length < 0) {
+        return readingError();
+    }
+    value.resize(static_cast<std::size_t>(length));
+    return value;
+}
+
+bool PosixFileSystem::isAwaitingDownload(const FileURL& url) const {
+    return !m_volume.isRooted() && CloudItem::isAwaitingDownload(url.path());
 }
 
 Result<> PosixFileSystem::createDirectories(const FileURL& url) {

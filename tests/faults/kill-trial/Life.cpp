@@ -1,5 +1,4 @@
 #include "Life.h"
-#include "AbsentMetadata.h"
 #include "AppLibrary.h"
 #include "BundleProcesses.h"
 #include "ContinuousClock.h"
@@ -9,6 +8,7 @@
 #include "MainQueue.h"
 #include "MetadataSearch.h"
 #include "PosixCommandRunner.h"
+#include "RecentlyUsedFiles.h"
 #include "SearchingCommandRunner.h"
 #include "SystemCalls.h"
 #include "ThreadTaskRunner.h"
@@ -28,7 +28,7 @@ struct Ports {
     DesktopStorage storage{clock};
     PosixFileSystem& files = storage.files;
     Defaults& defaults = storage.defaults;
-    AbsentMetadata metadata;
+    RecentlyUsedFiles metadata{files, RecentlyUsedFiles::registryOfThisUser(files.home())};
     PosixCommandRunner programs;
     MetadataSearch search{files, metadata, clock, {files.home(), FileURL("/Applications")}};
     SearchingCommandRunner commands{files, search, programs};

@@ -1,0 +1,22 @@
+#include "SearchProgram.h"
+#include "Characters.h"
+#include "CommandRunner.h"
+#include <algorithm>
+
+namespace quillane::SearchProgram {
+
+std::vector<std::string> paths(const Platform& platform, const std::vector<std::string>& arguments) {
+    const auto printed = platform.commands.run("/usr/bin/mdfind", arguments);
+    const auto output = printed ? Text::repairedUtf8(*printed) : std::string();
+    std::vector<std::string> found;
+    for (std::size_t begin = 0; begin < output.size();) {
+        const auto end = std::min(output.find('\n', begin), output.size());
+        if (output[begin] == '/') {
+            found.push_back(output.substr(begin, end - begin));
+        }
+        begin = end + 1;
+    }
+    return found;
+}
+
+} // namespace quillane::SearchProgram
