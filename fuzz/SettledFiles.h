@@ -13,6 +13,7 @@ class SettledFiles : public FileSystem {
     Result<ResourceValues> resourceValues(const FileURL&) const override { return kMissing; }
     Result<> walk(const FileURL&, WalkOptions, Visitor) const override { return kMissing; }
     Result<std::string> read(const FileURL&, std::size_t) const override { return kMissing; }
+    Result<std::unique_ptr<OpenFile>> openForReading(const FileURL&) const override { return kMissing; }
     FileURL resolvingSymlinks(const FileURL& url) const override { return url; }
     FileURL standardized(const FileURL& url) const override { return url; }
     Result<> createDirectories(const FileURL&) override { return kMissing; }

@@ -23,6 +23,9 @@ class ForwardingFileSystem : public FileSystem {
     Result<std::string> read(const FileURL& url, std::size_t limit) const override {
         return m_files.read(url, limit);
     }
+    Result<std::unique_ptr<OpenFile>> openForReading(const FileURL& url) const override {
+        return m_files.openForReading(url);
+    }
     FileURL resolvingSymlinks(const FileURL& url) const override { return m_files.resolvingSymlinks(url); }
     FileURL standardized(const FileURL& url) const override { return m_files.standardized(url); }
     Result<> createDirectories(const FileURL& url) override { return m_files.createDirectories(url); }

@@ -39,9 +39,11 @@ class RecordingFileSystem final : public ForwardingFileSystem {
     Result<ResourceValues> resourceValues(const FileURL& url) const override;
     Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const override;
     Result<std::string> read(const FileURL& url, std::size_t limit) const override;
+    Result<std::unique_ptr<OpenFile>> openForReading(const FileURL& url) const override;
     Result<> createDirectories(const FileURL& url) override;
 
   private:
+    class RecordedFile;
     void note(FileCall call, const FileURL& url) const;
     void noteEntered(const FileURL& folder) const;
 

@@ -23,6 +23,7 @@ class PosixFileSystem final : public FileSystem {
     Result<ResourceValues> resourceValues(const FileURL& url) const override;
     Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const override;
     Result<std::string> read(const FileURL& url, std::size_t limit) const override;
+    Result<std::unique_ptr<OpenFile>> openForReading(const FileURL& url) const override;
     FileURL resolvingSymlinks(const FileURL& url) const override;
     FileURL standardized(const FileURL& url) const override;
     Result<> createDirectories(const FileURL& url) override;
