@@ -1,4 +1,5 @@
 #include "SweepPlan.h"
+#include "HomePath.h"
 #include <string_view>
 
 namespace quillane {
@@ -36,17 +37,9 @@ std::string subtitle(const std::string& category, const FileURL& url) {
     return joined(category, url.lastPathComponent());
 }
 
-std::string withHomeAsTilde(std::string path, const FileURL& home) {
-    const auto& folder = home.path();
-    for (auto at = path.find(folder); at != std::string::npos; at = path.find(folder, at + 1)) {
-        path.replace(at, folder.size(), "~");
-    }
-    return path;
-}
-
 SweepEntry rowFor(const DevCacheItem& item, const FileURL& home) {
     return {item.url, SweepCategory::developer, joined(item.tool, item.kind),
-            withHomeAsTilde(item.url.path(), home), item.bytes};
+            pathWithHomeAsTilde(item.url, home), item.bytes};
 }
 
 } // namespace quillane::SweepRows

@@ -39,8 +39,6 @@ namespace SweepRows {
 
 // "Caches - com.example.tool", for what lies in a Library location.
 std::string subtitle(const std::string& category, const FileURL& url);
-// The path with the home folder as "~", wherever it occurs and not only at the beginning.
-std::string withHomeAsTilde(std::string path, const FileURL& home);
 
 // For a leftover or an orphan.
 template <class Item>
