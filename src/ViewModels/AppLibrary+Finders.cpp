@@ -46,6 +46,22 @@ std::span<const AppLibrary::Finder> AppLibrary::finders() {
                .plan = &AppLibrary::developerPlan,
                .addLocations = addLocations<&AppLibrary::developerCaches>,
                .forget = dropGone<&AppLibrary::developerCaches>},
+        Finder{.section = LibrarySection::duplicates,
+               .category = SweepCategory::files,
+               .badge = sizeOf<&AppLibrary::duplicates>,
+               .find = nullptr,
+               .mayReuse = nullptr,
+               .plan = nullptr,
+               .addLocations =
+                   [](const AppLibrary& library, std::unordered_set<FileURL>& locations) {
+                       for (const auto& group : *library.duplicates) {
+                           for (const auto& file : group.files) {
+                               locations.insert(file.url);
+                           }
+                       }
+                   },
+               .forget = [](AppLibrary& library,
+                            const std::unordered_set<FileURL>& gone) { library.forgetCopies(gone); }},
     };
     return kFinders;
 }
