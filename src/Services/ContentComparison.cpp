@@ -323,7 +323,7 @@ std::vector<EqualFiles> equalFiles(const Platform& platform, Priority priority,
         }
         found.push_back(std::move(equal));
     }
-    // What was cut off would look as if it ended there.
+    // Half of the groups would look like all of them.
     return stop.stopRequested() ? std::vector<EqualFiles>() : found;
 }
 

@@ -182,6 +182,20 @@ TEST(ContentComparison, AStopEndsTheReadingAtOnceAndFindsNothing) {
     }
 }
 
+TEST(ContentComparison, AStopTakesBackWhatWasFoundBefore) {
+    const auto others = withLetter(withLetter(kLong, 0, 'c'), kLong.size() - 1, 'c');
+    ComparisonWorld world({{kLong}, {kLong}, {others}, {others}});
+    const StopSource stop;
+    // All ends and the whole of one pair have been read.
+    world.files.beforeEachRead([&, whole = 4 * 2 + 2 * static_cast<int>(kLong.size() + 1)] {
+        if (world.files.reads() == whole + 5) {
+            stop.requestStop();
+        }
+    });
+    EXPECT_THAT(world.compared(stop.token()), IsEmpty());
+    EXPECT_TRUE(stop.stopRequested());
+}
+
 TEST(ContentComparison, SeveralThreadsFindTheSame) {
     std::vector<MadeUpFile> made;
     for (std::size_t i = 0; i < 40; ++i) {

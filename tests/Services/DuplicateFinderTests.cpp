@@ -49,6 +49,13 @@ class DuplicateFinderTest : public testing::Test {
     std::vector<DuplicateGroup> found(const StopToken& stop = {}) const {
         return DuplicateFinder::find(sample.platform, Priority::userInitiated, stop);
     }
+    // The words of the stages.
+    Texts told() const {
+        Texts told;
+        static_cast<void>(DuplicateFinder::find(sample.platform, Priority::userInitiated, {},
+                                                [&](const std::string& words) { told.push_back(words); }));
+        return told;
+    }
     // The paths of each group, below the home folder.
     static std::vector<Texts> paths(const std::vector<DuplicateGroup>& groups) {
         std::vector<Texts> paths;
@@ -132,6 +139,7 @@ TEST_F(DuplicateFinderTest, APathThatIsToldUnderTwoFoldersCountsOnce) {
     tell("Documents", kHome + "/Documents/a", "1000000");
     tell("Pictures", kHome + "/Documents/a", "1000000");
     EXPECT_THAT(found(), IsEmpty());
+    EXPECT_THAT(told(), ElementsAre("Listing files", "Comparing 0 files"));
     add("Pictures/b", "same");
     EXPECT_THAT(foundPaths(), ElementsAre(Texts{"Documents/a", "Pictures/b"}));
 }
@@ -165,10 +173,7 @@ TEST_F(DuplicateFinderTest, ItTellsWhatItDoesAndHowManyFilesItCompares) {
     for (int i = 0; i < 1'200; ++i) {
         tell("Documents", kHome + "/Documents/missing" + std::to_string(i), "3000000");
     }
-    Texts told;
-    static_cast<void>(DuplicateFinder::find(sample.platform, Priority::userInitiated, {},
-                                            [&](const std::string& words) { told.push_back(words); }));
-    EXPECT_THAT(told, ElementsAre("Listing files", "Comparing 1202 files"));
+    EXPECT_THAT(told(), ElementsAre("Listing files", "Comparing 1202 files"));
 }
 
 // The groups
@@ -295,8 +300,14 @@ TEST_F(DuplicateFinderTest, ACopyThatVanishesAfterItWasComparedLeavesTheOthersOr
     });
     EXPECT_THAT(foundPaths(), ElementsAre(Texts{"Documents/a", "Documents/c"}));
     EXPECT_EQ(touches, 3);
-    sample.files.vanish(url("Documents/c"));
+    touches = 0;
+    sample.files.before(url("Documents/c"), [&] {
+        if (++touches == 3) {
+            sample.files.vanish(url("Documents/c"));
+        }
+    });
     EXPECT_THAT(found(), IsEmpty());
+    EXPECT_EQ(touches, 3);
 }
 
 TEST_F(DuplicateFinderTest, WhatHasBecomeALinkAPipeOrAFolderIsNoCopy) {

@@ -224,9 +224,31 @@ TEST_F(AppLibraryForgottenCopies, AGroupFallsToTwoOrDisappearsAsItsCopiesGo) {
 TEST_F(AppLibraryForgottenCopies, NobodyIsToldWhenNoCopyGoes) {
     file("Documents/other");
     library->duplicates = std::vector{groupOf("a", {"Documents/a1", "Documents/a2"})};
+    DevCacheItem item;
+    item.url = home("Documents/other");
+    library->developerCaches = std::vector{item};
     ChangeCounter counter([&] { static_cast<void>(library->duplicates.get()); });
     static_cast<void>(sweep({entry(home("Documents/other"), SweepCategory::files, 1)}));
+    EXPECT_THAT(*library->developerCaches, IsEmpty());
     EXPECT_EQ(counter.changes, 0);
+}
+
+TEST_F(AppLibraryDuplicates, CopiesThatALoadFoundAfterASweepAreForgottenByTheNext) {
+    addCopies();
+    disk.file("Users/alex/Documents/other");
+    const auto sweep = [&](const char* name) {
+        library->tasks().start([&, name](StopToken) -> Task<> {
+            std::vector<SweepEntry> rows{{copyAt(name).url, SweepCategory::files, name, "", 1}};
+            static_cast<void>(co_await library->runSweep(std::move(rows), "Remove"));
+        });
+        runner.runAll();
+    };
+    sweep("Documents/other");
+    library->loadDuplicates();
+    runner.runAll();
+    ASSERT_EQ(library->duplicates->size(), 1U);
+    sweep("Documents/a.txt");
+    EXPECT_THAT(*library->duplicates, IsEmpty());
 }
 
 } // namespace
