@@ -17,6 +17,7 @@ class SettledFiles : public FileSystem {
         return kMissing;
     }
     bool isAwaitingDownload(const FileURL&) const override { return false; }
+    Result<std::unique_ptr<OpenFile>> openForReading(const FileURL&) const override { return kMissing; }
     FileURL resolvingSymlinks(const FileURL& url) const override { return url; }
     FileURL standardized(const FileURL& url) const override { return url; }
     Result<> createDirectories(const FileURL&) override { return kMissing; }

@@ -6,7 +6,9 @@
 #include "Result.h"
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -58,8 +60,25 @@ struct WalkOptions {
     bool measures = false;
 };
 
+// A regular file that is open for reading. What the file becomes meanwhile is seen: it may grow, shrink or stop
+// to answer. One thread at a time. Blocks. Closed when it goes, if it has not been before.
+class OpenFile {
+  public:
+    virtual ~OpenFile() = default;
+
+    // Fills `buffer` from this offset and gives how much there was: less than asked only where the file ends, and
+    // 0 behind its end. A failure on the way gives nothing of what came before it.
+    virtual Result<std::size_t> readAt(std::span<std::byte> buffer, Bytes offset) = 0;
+
+    // How long the file is now.
+    virtual Result<Bytes> length() = 0;
+
+    // Closes it and tells whether that went well. Nothing else may be asked afterwards.
+    virtual Result<> close() = 0;
+};
+
 // Files and folders. Paths are bytes. Nothing here follows a link in the last component unless it says so,
-// and nothing opens a file's content but read(). All calls block and may come from any thread.
+// and nothing opens a file's content but read() and openForReading(). All calls block and may come from any thread.
 class FileSystem {
   public:
     using Visitor = FunctionRef<WalkAnswer(const WalkEntry&)>;
@@ -99,6 +118,10 @@ class FileSystem {
     // Whether the system keeps this item in its cloud and what lies on the disk is not the item's present content.
     // False on a system that has no such thing, and for what can't be asked.
     virtual bool isAwaitingDownload(const FileURL& url) const = 0;
+
+    // Opens a regular file. Fails for everything else, a link among it, and waits for none of them: no pipe, no
+    // device. Leaves the date of the last access alone where the system lets us.
+    virtual Result<std::unique_ptr<OpenFile>> openForReading(const FileURL& url) const = 0;
 
     // The path with every link resolved when all of it exists; otherwise the path as it stands.
     virtual FileURL resolvingSymlinks(const FileURL& url) const = 0;

@@ -44,6 +44,18 @@ bool continuesCharacter(std::string_view text) {
     }
 }
 
+// Where the characters of a text begin and end, which must outlive this; null only for want of memory or data.
+std::unique_ptr<icu::BreakIterator> charactersOf(const icu::UnicodeString& text) {
+    UErrorCode status = U_ZERO_ERROR;
+    std::unique_ptr<icu::BreakIterator> characters(
+        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    if (U_FAILURE(status)) {
+        return nullptr;
+    }
+    characters->setText(text);
+    return characters;
+}
+
 } // namespace
 
 bool isUppercaseOrNumbers(std::string_view text, std::size_t count) {
@@ -59,13 +71,10 @@ bool isUppercaseOrNumbers(std::string_view text, std::size_t count) {
         return true;
     }
     const auto unicode = readableUnicode(text);
-    UErrorCode status = U_ZERO_ERROR;
-    const std::unique_ptr<icu::BreakIterator> characters(
-        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
-    if (U_FAILURE(status)) {
+    const auto characters = charactersOf(unicode);
+    if (!characters) {
         return false;
     }
-    characters->setText(unicode);
     std::size_t found = 0;
     for (int32_t begin = characters->first(), end = characters->next(); end != icu::BreakIterator::DONE;
          begin = end, end = characters->next()) {
@@ -75,6 +84,22 @@ bool isUppercaseOrNumbers(std::string_view text, std::size_t count) {
         }
     }
     return found == count;
+}
+
+std::size_t characterCount(std::string_view text) {
+    if (isAscii(text) && text.find('\r') == std::string_view::npos) { // a line's two ends are one character
+        return text.size();
+    }
+    const auto unicode = readableUnicode(text);
+    const auto characters = charactersOf(unicode);
+    if (!characters) {
+        return text.size();
+    }
+    std::size_t count = 0;
+    while (characters->next() != icu::BreakIterator::DONE) {
+        ++count;
+    }
+    return count;
 }
 
 std::vector<std::size_t> fullStops(std::string_view text) {

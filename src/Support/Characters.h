@@ -11,6 +11,9 @@ namespace quillane::Text {
 // True when the text has exactly `count` characters and each is an upper case letter or a number.
 bool isUppercaseOrNumbers(std::string_view text, std::size_t count);
 
+// How many characters the text has.
+std::size_t characterCount(std::string_view text);
+
 // Where the full stops stand that are characters of their own: one that carries an accent is another character.
 std::vector<std::size_t> fullStops(std::string_view text);
 

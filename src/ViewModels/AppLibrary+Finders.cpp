@@ -54,6 +54,22 @@ std::span<const AppLibrary::Finder> AppLibrary::finders() {
                .plan = nullptr,
                .addLocations = addLocations<&AppLibrary::files>,
                .forget = dropGone<&AppLibrary::files>},
+        Finder{.section = LibrarySection::duplicates,
+               .category = SweepCategory::files,
+               .badge = sizeOf<&AppLibrary::duplicates>,
+               .find = nullptr,
+               .mayReuse = nullptr,
+               .plan = nullptr,
+               .addLocations =
+                   [](const AppLibrary& library, std::unordered_set<FileURL>& locations) {
+                       for (const auto& group : *library.duplicates) {
+                           for (const auto& file : group.files) {
+                               locations.insert(file.url);
+                           }
+                       }
+                   },
+               .forget = [](AppLibrary& library,
+                            const std::unordered_set<FileURL>& gone) { library.forgetCopies(gone); }},
     };
     return kFinders;
 }

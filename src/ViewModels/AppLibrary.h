@@ -2,6 +2,7 @@
 #include "AppFilter.h"
 #include "BulkRemoval.h"
 #include "DevCacheItem.h"
+#include "DuplicateGroup.h"
 #include "FilesMode.h"
 #include "FunctionRef.h"
 #include "InstalledApp.h"
@@ -38,6 +39,7 @@ namespace quillane {
 //   AppLibrary.cpp            what is read at the launch
 //   AppLibrary+Access.cpp     what must never be touched, and what the system does not let us see
 //   AppLibrary+Developer.cpp  the finder of developer caches
+//   AppLibrary+Duplicates.cpp the finder of copies
 //   AppLibrary+Files.cpp      the lenses on the user's own files
 //   AppLibrary+Finders.cpp    what every finder joins
 //   AppLibrary+Measure.cpp    the measuring stage of a scan
@@ -96,6 +98,25 @@ class AppLibrary {
     std::vector<DevCacheItem> sweepableDeveloperCaches() const;
     // Whatever is not protected, also what no cleanup would include: the user has asked for it.
     BulkRemoval removalForDeveloperItems(const std::vector<DevCacheItem>& items) const;
+
+    // Duplicates
+
+    Published<std::vector<DuplicateGroup>>
+        duplicates; // as the last load found them, those that waste most first
+    Published<bool> isLoadingDuplicates{false};
+    Published<std::optional<std::string>> duplicateStatus; // what a load does now; absent outside one
+    Published<std::optional<TaskHandle>> duplicatesTask;   // of the latest load, also after its end
+
+    // Looks for copies anew; a load that runs stops reading and changes nothing any more. Returns at once.
+    void loadDuplicates();
+    // The groups in which the path of any file holds the search, in their order.
+    std::vector<DuplicateGroup> visibleDuplicates() const;
+    // The sum over all groups, whatever the search says.
+    Bytes totalWastedBytes() const;
+    // All copies of each group but one, less what is protected: the one that stands in `keeping` under the group's id
+    // stays, or the suggested one where none does. A location that is none of the group's files counts as none.
+    BulkRemoval removalForDuplicates(const std::vector<DuplicateGroup>& groups,
+                                     const std::unordered_map<std::string, FileURL>& keeping) const;
 
     // Files
 
@@ -245,6 +266,12 @@ class AppLibrary {
     SweepPlan developerPlan(SweepPlan::Keeps keeps) const;
 
     std::optional<Date> m_developerCachesMeasuredAt; // end of the last walk; nothing before the first
+
+    // Duplicates
+
+    Task<> findDuplicates(StopToken stop);
+    // Each group without the files that have gone; one that is left with fewer than two goes too.
+    void forgetCopies(const std::unordered_set<FileURL>& gone);
 
     // Files
 

@@ -70,5 +70,14 @@ TEST(FullStops, OneBeforeInvalidBytesCounts) {
     EXPECT_EQ(Text::fullStops("a.\xff"), Places{1});
 }
 
+TEST(CharacterCount, CountsWhatAReaderSees) {
+    EXPECT_EQ(Text::characterCount(""), 0U);
+    EXPECT_EQ(Text::characterCount("/plain path"), 11U);
+    EXPECT_EQ(Text::characterCount("e\u0301\u00E9"), 2U);
+    EXPECT_EQ(Text::characterCount("\U0001F44D\U0001F3FD!"), 2U);
+    EXPECT_EQ(Text::characterCount("a\r\nb"), 3U);
+    EXPECT_EQ(Text::characterCount("a\xff"), 2U);
+}
+
 } // namespace
 } // namespace quillane

@@ -718,6 +718,109 @@ TEST_P(FileSystemContract, AFileThatMayNotBeReadIsAPermissionFailure) {
     EXPECT_EQ(files().read(url("locked"), 10).error(), kNoPermission);
 }
 
+// --- openForReading
+
+// Up to so many bytes of an open file from an offset, which must not fail.
+std::string readFrom(OpenFile& file, Bytes offset, std::size_t count) {
+    std::string bytes(count, '?');
+    const auto read = file.readAt(std::as_writable_bytes(std::span(bytes)), offset);
+    EXPECT_TRUE(read.ok());
+    bytes.resize(read ? *read : 0);
+    return bytes;
+}
+
+TEST_P(FileSystemContract, AnOpenFileIsReadAnywhere) {
+    std::string bytes;
+    for (int i = 0; i < 200'000; ++i) {
+        bytes += static_cast<char>(i * 7 + i / 256);
+    }
+    folder.file("file", bytes);
+    const auto file = files().openForReading(url("file"));
+    ASSERT_TRUE(file.ok());
+    EXPECT_EQ(*(*file)->length(), 200'000);
+    for (const auto& [offset, count] :
+         {std::pair(0, 1), {0, 0}, {199'999, 1}, {65'536, 65'536}, {150'000, 1'000'000}, {0, 200'001}}) {
+        const auto begin = static_cast<std::size_t>(offset);
+        EXPECT_TRUE(readFrom(**file, offset, static_cast<std::size_t>(count)) ==
+                    bytes.substr(begin, static_cast<std::size_t>(count)))
+            << offset << ", " << count;
+    }
+    EXPECT_TRUE((*file)->close());
+}
+
+TEST_P(FileSystemContract, BehindItsEndAnOpenFileGivesNothing) {
+    folder.file("file", "12345");
+    folder.file("empty");
+    const auto file = files().openForReading(url("file"));
+    const auto empty = files().openForReading(url("empty"));
+    ASSERT_TRUE(file.ok() && empty.ok());
+    EXPECT_EQ(readFrom(**file, 5, 10), "");
+    EXPECT_EQ(readFrom(**file, 5'000'000'000, 10), "");
+    EXPECT_EQ(readFrom(**empty, 0, 10), "");
+    EXPECT_EQ(*(*empty)->length(), 0);
+}
+
+TEST_P(FileSystemContract, AnOpenFileIsReadBehindFourGigabytes) {
+    folder.sparse("sparse", 5'000'000'003);
+    const auto file = files().openForReading(url("sparse"));
+    ASSERT_TRUE(file.ok());
+    EXPECT_EQ(*(*file)->length(), 5'000'000'003);
+    EXPECT_EQ(readFrom(**file, 5'000'000'000, 10), std::string(3, '\0'));
+}
+
+TEST_P(FileSystemContract, AnOpenFileShowsWhatBecomesOfIt) {
+    folder.file("file", "12345");
+    const auto file = files().openForReading(url("file"));
+    ASSERT_TRUE(file.ok());
+    folder.file("file", "123456789");
+    EXPECT_EQ(*(*file)->length(), 9);
+    EXPECT_EQ(readFrom(**file, 5, 10), "6789");
+    folder.file("file", "12");
+    EXPECT_EQ(*(*file)->length(), 2);
+    EXPECT_EQ(readFrom(**file, 0, 10), "12");
+}
+
+TEST_P(FileSystemContract, LinksBeforeAnOpenedFileAreFollowedAndTheLastIsNot) {
+    folder.file("sub/file", "content");
+    folder.link("toFolder", pathOf("sub"));
+    folder.link("toFile", "sub/file");
+    const auto below = files().openForReading(url("toFolder/file"));
+    ASSERT_TRUE(below.ok());
+    EXPECT_EQ(readFrom(**below, 0, 100), "content");
+    EXPECT_FALSE(files().openForReading(url("toFile")).ok());
+}
+
+TEST_P(FileSystemContract, OpeningWhatIsNoFileFailsAndNeverWaits) {
+    folder.folder("sub");
+    folder.fifo("pipe");
+    folder.link("toPipe", "pipe");
+    for (const auto* path : {"sub", "pipe", "toPipe"}) {
+        const auto file = files().openForReading(url(path));
+        ASSERT_FALSE(file.ok()) << path;
+        EXPECT_EQ(file.error().code, ErrorCode::kReadUnknown) << path;
+    }
+}
+
+TEST_P(FileSystemContract, OpeningTellsWhyItFails) {
+    folder.file("file", "bytes");
+    EXPECT_EQ(files().openForReading(url("missing")).error(), kMissing);
+    EXPECT_EQ(files().openForReading(url("file/below")).error(), kNotAFolder);
+    EXPECT_EQ(files().openForReading(url(kTooLong)).error(), kInvalidName);
+    EXPECT_FALSE(files().openForReading(FileURL(pathOf("file") + std::string("\0.txt", 5))).ok());
+    folder.permissions("file", 0);
+    const OrdinaryUser ordinary;
+    EXPECT_EQ(files().openForReading(url("file")).error(), kNoPermission);
+}
+
+TEST_P(FileSystemContract, AFileOfSomebodyElseIsOpened) {
+    folder.file("file", "bytes");
+    folder.permissions("file", 0444);
+    const OrdinaryUser ordinary;
+    const auto file = files().openForReading(url("file"));
+    ASSERT_TRUE(file.ok());
+    EXPECT_EQ(readFrom(**file, 0, 10), "bytes");
+}
+
 // --- createDirectories
 
 TEST_P(FileSystemContract, MissingFoldersAreMadeOnTheWay) {

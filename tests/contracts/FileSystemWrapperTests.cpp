@@ -115,6 +115,51 @@ TEST_F(FileSystemWrappers, HooksRunBeforeTheCallAndBeforeTheEntry) {
     EXPECT_THAT(events, ElementsAre("call /tree/a", "entry /tree/a/file", "told file"));
 }
 
+// Whether so many bytes from an offset can be read.
+bool isReadable(OpenFile& file, Bytes offset, std::size_t count) {
+    std::vector<std::byte> buffer(count);
+    return file.readAt(buffer, offset).ok();
+}
+
+TEST_F(FileSystemWrappers, OnlyReadsThatTakeTheBadByteFail) {
+    const FileURL top("/tree/top");
+    faulty.failReadingAt(top, 3, kFailure);
+    const auto file = faulty.openForReading(top);
+    ASSERT_TRUE(file.ok());
+    EXPECT_TRUE(isReadable(**file, 0, 3));
+    EXPECT_FALSE(isReadable(**file, 0, 4));
+    EXPECT_FALSE(isReadable(**file, 3, 1));
+    EXPECT_TRUE(isReadable(**file, 4, 1));
+    EXPECT_TRUE((*file)->close());
+}
+
+TEST_F(FileSystemWrappers, EachCallOnAnOpenFileCanFail) {
+    const auto file = faulty.openForReading(FileURL("/tree/top"));
+    ASSERT_TRUE(file.ok());
+    faulty.failNth(FileCall::readAt, 2, kFailure);
+    EXPECT_TRUE(isReadable(**file, 0, 1));
+    EXPECT_FALSE(isReadable(**file, 0, 1));
+    faulty.failNth(FileCall::length, 1, kFailure);
+    EXPECT_EQ((*file)->length().error(), kFailure);
+    EXPECT_EQ(*(*file)->length(), 5);
+    faulty.failEvery(FileCall::close, kFailure);
+    EXPECT_EQ((*file)->close().error(), kFailure);
+    faulty.failEvery(FileCall::open, kFailure);
+    EXPECT_EQ(faulty.openForReading(FileURL("/tree/top")).error(), kFailure);
+}
+
+TEST_F(FileSystemWrappers, TheRecordHoldsTheCallsOnAnOpenFile) {
+    const FileURL top("/tree/top");
+    const auto file = recorded.openForReading(top);
+    ASSERT_TRUE(file.ok());
+    static_cast<void>((*file)->length());
+    EXPECT_TRUE(isReadable(**file, 0, 1));
+    static_cast<void>((*file)->close());
+    using Call = RecordingFileSystem::Call;
+    EXPECT_THAT(recorded.calls(), ElementsAre(Call{FileCall::open, top}, Call{FileCall::length, top},
+                                              Call{FileCall::readAt, top}, Call{FileCall::close, top}));
+}
+
 TEST(TemporaryFolder, LeavesNothingBehind) {
     PosixFileSystem disk;
     std::optional<TemporaryFolder> folder(std::in_place);

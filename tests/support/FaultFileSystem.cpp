@@ -10,6 +10,40 @@ constexpr PlatformError kDenied = {ErrorCode::kReadNoPermission, EACCES};
 
 } // namespace
 
+// A file that was opened goes on answering when its name has gone: only its own calls can fail.
+class FaultFileSystem::FaultyFile final : public OpenFile {
+  public:
+    FaultyFile(const FaultFileSystem& files, FileURL url, std::unique_ptr<OpenFile> file)
+        : m_files(files)
+        , m_url(std::move(url))
+        , m_file(std::move(file)) {}
+
+    Result<std::size_t> readAt(std::span<std::byte> buffer, Bytes offset) override {
+        if (const auto error = m_files.readFailure(m_url, offset, buffer.size())) {
+            return *error;
+        }
+        return m_file->readAt(buffer, offset);
+    }
+    Result<Bytes> length() override {
+        if (const auto error = m_files.plannedFailure(FileCall::length)) {
+            return *error;
+        }
+        return m_file->length();
+    }
+    Result<> close() override {
+        const auto closed = m_file->close();
+        if (const auto error = m_files.plannedFailure(FileCall::close)) {
+            return *error;
+        }
+        return closed;
+    }
+
+  private:
+    const FaultFileSystem& m_files;
+    FileURL m_url;
+    std::unique_ptr<OpenFile> m_file;
+};
+
 void FaultFileSystem::fail(const FileURL& url, PlatformError error) {
     const std::lock_guard lock(m_mutex);
     m_errors[url] = error;
@@ -23,6 +57,11 @@ void FaultFileSystem::failEvery(FileCall call, PlatformError error) {
 void FaultFileSystem::failNth(FileCall call, int n, PlatformError error) {
     const std::lock_guard lock(m_mutex);
     m_nth[call] = {n, error};
+}
+
+void FaultFileSystem::failReadingAt(const FileURL& url, Bytes byte, PlatformError error) {
+    const std::lock_guard lock(m_mutex);
+    m_badBytes[url] = {byte, error};
 }
 
 void FaultFileSystem::deny(const FileURL& folder) {
@@ -78,15 +117,10 @@ std::optional<PlatformError> FaultFileSystem::failure(FileCall call, const FileU
     if (isGone(url)) {
         return kGone;
     }
+    if (const auto planned = plannedFailure(call)) {
+        return planned;
+    }
     const std::lock_guard lock(m_mutex);
-    if (const auto nth = m_nth.find(call); nth != m_nth.end() && --nth->second.left == 0) {
-        const auto error = nth->second.error;
-        m_nth.erase(nth);
-        return error;
-    }
-    if (const auto every = m_every.find(call); every != m_every.end()) {
-        return every->second;
-    }
     if (const auto error = m_errors.find(url); error != m_errors.end()) {
         return error->second;
     }
@@ -94,6 +128,29 @@ std::optional<PlatformError> FaultFileSystem::failure(FileCall call, const FileU
         return kDenied;
     }
     return std::nullopt;
+}
+
+std::optional<PlatformError> FaultFileSystem::plannedFailure(FileCall call) const {
+    const std::lock_guard lock(m_mutex);
+    if (const auto nth = m_nth.find(call); nth != m_nth.end() && --nth->second.left == 0) {
+        const auto error = nth->second.error;
+        m_nth.erase(nth);
+        return error;
+    }
+    const auto every = m_every.find(call);
+    return every == m_every.end() ? std::nullopt : std::optional(every->second);
+}
+
+std::optional<PlatformError> FaultFileSystem::readFailure(const FileURL& url, Bytes offset,
+                                                          std::size_t length) const {
+    if (const auto planned = plannedFailure(FileCall::readAt)) {
+        return planned;
+    }
+    const std::lock_guard lock(m_mutex);
+    const auto bad = m_badBytes.find(url);
+    const bool isTaken = bad != m_badBytes.end() && bad->second.byte >= offset &&
+                         bad->second.byte < offset + static_cast<Bytes>(length);
+    return isTaken ? std::optional(bad->second.error) : std::nullopt;
 }
 
 bool FaultFileSystem::exists(const FileURL& url) const {
@@ -153,6 +210,17 @@ bool FaultFileSystem::isAwaitingDownload(const FileURL& url) const {
         }
     }
     return ForwardingFileSystem::isAwaitingDownload(url);
+}
+
+Result<std::unique_ptr<OpenFile>> FaultFileSystem::openForReading(const FileURL& url) const {
+    if (const auto error = touch(FileCall::open, url)) {
+        return *error;
+    }
+    auto file = ForwardingFileSystem::openForReading(url);
+    if (!file) {
+        return file;
+    }
+    return std::unique_ptr<OpenFile>(std::make_unique<FaultyFile>(*this, url, std::move(file).value()));
 }
 
 Result<> FaultFileSystem::createDirectories(const FileURL& url) {

@@ -17,12 +17,15 @@ class FaultFileSystem final : public ForwardingFileSystem {
   public:
     using ForwardingFileSystem::ForwardingFileSystem;
 
-    // Every call on this very path fails so; a walk from above still tells it.
+    // Every call on this very path fails so; a walk from above still tells it. A file that is open already is
+    // read as before.
     void fail(const FileURL& url, PlatformError error);
     // Every call of this kind fails so.
     void failEvery(FileCall call, PlatformError error);
     // The n-th call of this kind from now on fails so, counted from 1, and no other.
     void failNth(FileCall call, int n, PlatformError error);
+    // The file opens, and every read that would take this byte fails so: what lies before it can be read.
+    void failReadingAt(const FileURL& url, Bytes byte, PlatformError error);
     // A folder whose content can't be read: listing and walking it fail, a walk from above tells it and goes on.
     void deny(const FileURL& folder);
     // Still named by its folder but gone, with all below it, when it is touched: as when it is removed between
@@ -43,9 +46,11 @@ class FaultFileSystem final : public ForwardingFileSystem {
     Result<std::string> extendedAttribute(const FileURL& url, const std::string& name,
                                           std::size_t limit) const override;
     bool isAwaitingDownload(const FileURL& url) const override;
+    Result<std::unique_ptr<OpenFile>> openForReading(const FileURL& url) const override;
     Result<> createDirectories(const FileURL& url) override;
 
   private:
+    class FaultyFile;
     struct Nth {
         int left = 0;
         PlatformError error;
@@ -53,6 +58,10 @@ class FaultFileSystem final : public ForwardingFileSystem {
     // Notes the call and tells how it fails, if it does.
     std::optional<PlatformError> touch(FileCall call, const FileURL& url) const;
     std::optional<PlatformError> failure(FileCall call, const FileURL& url) const;
+    // How a call of this kind fails whatever it is made on, if it does. Counts the call.
+    std::optional<PlatformError> plannedFailure(FileCall call) const;
+    // How reading these bytes of an open file fails, if it does.
+    std::optional<PlatformError> readFailure(const FileURL& url, Bytes offset, std::size_t length) const;
     bool isDenied(const FileURL& url) const;
     // Whether this or a folder above it has vanished.
     bool isGone(const FileURL& url) const;
@@ -62,6 +71,11 @@ class FaultFileSystem final : public ForwardingFileSystem {
     std::map<FileURL, PlatformError> m_errors;
     std::map<FileCall, PlatformError> m_every;
     mutable std::map<FileCall, Nth> m_nth;
+    struct BadByte {
+        Bytes byte = 0;
+        PlatformError error;
+    };
+    std::map<FileURL, BadByte> m_badBytes;
     std::set<FileURL> m_denied;
     std::set<FileURL> m_gone;
     std::set<FileURL> m_inTheCloud;

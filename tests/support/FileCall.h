@@ -3,6 +3,18 @@
 namespace quillane {
 
 // The calls of the file system that can fail, for the wrappers that watch or disturb them.
-enum class FileCall { exists, list, resourceValues, walk, read, extendedAttribute, createDirectories };
+enum class FileCall {
+    exists,
+    list,
+    resourceValues,
+    walk,
+    read,
+    extendedAttribute,
+    open,
+    readAt,
+    length,
+    close,
+    createDirectories
+};
 
 } // namespace quillane

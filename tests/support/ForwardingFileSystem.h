@@ -28,6 +28,9 @@ class ForwardingFileSystem : public FileSystem {
         return m_files.extendedAttribute(url, name, limit);
     }
     bool isAwaitingDownload(const FileURL& url) const override { return m_files.isAwaitingDownload(url); }
+    Result<std::unique_ptr<OpenFile>> openForReading(const FileURL& url) const override {
+        return m_files.openForReading(url);
+    }
     FileURL resolvingSymlinks(const FileURL& url) const override { return m_files.resolvingSymlinks(url); }
     FileURL standardized(const FileURL& url) const override { return m_files.standardized(url); }
     Result<> createDirectories(const FileURL& url) override { return m_files.createDirectories(url); }

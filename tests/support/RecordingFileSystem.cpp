@@ -3,6 +3,33 @@
 
 namespace quillane {
 
+// Tells the file system that opened it of each call; its own thread keeps them in order.
+class RecordingFileSystem::RecordedFile final : public OpenFile {
+  public:
+    RecordedFile(const RecordingFileSystem& files, FileURL url, std::unique_ptr<OpenFile> file)
+        : m_files(files)
+        , m_url(std::move(url))
+        , m_file(std::move(file)) {}
+
+    Result<std::size_t> readAt(std::span<std::byte> buffer, Bytes offset) override {
+        m_files.note(FileCall::readAt, m_url);
+        return m_file->readAt(buffer, offset);
+    }
+    Result<Bytes> length() override {
+        m_files.note(FileCall::length, m_url);
+        return m_file->length();
+    }
+    Result<> close() override {
+        m_files.note(FileCall::close, m_url);
+        return m_file->close();
+    }
+
+  private:
+    const RecordingFileSystem& m_files;
+    FileURL m_url;
+    std::unique_ptr<OpenFile> m_file;
+};
+
 void RecordingFileSystem::note(FileCall call, const FileURL& url) const {
     {
         const std::lock_guard lock(m_mutex);
@@ -87,6 +114,15 @@ Result<std::string> RecordingFileSystem::extendedAttribute(const FileURL& url, c
                                                            std::size_t limit) const {
     note(FileCall::extendedAttribute, url);
     return ForwardingFileSystem::extendedAttribute(url, name, limit);
+}
+
+Result<std::unique_ptr<OpenFile>> RecordingFileSystem::openForReading(const FileURL& url) const {
+    note(FileCall::open, url);
+    auto file = ForwardingFileSystem::openForReading(url);
+    if (!file) {
+        return file;
+    }
+    return std::unique_ptr<OpenFile>(std::make_unique<RecordedFile>(*this, url, std::move(file).value()));
 }
 
 Result<> RecordingFileSystem::createDirectories(const FileURL& url) {

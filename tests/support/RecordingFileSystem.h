@@ -41,9 +41,11 @@ class RecordingFileSystem final : public ForwardingFileSystem {
     Result<std::string> read(const FileURL& url, std::size_t limit) const override;
     Result<std::string> extendedAttribute(const FileURL& url, const std::string& name,
                                           std::size_t limit) const override;
+    Result<std::unique_ptr<OpenFile>> openForReading(const FileURL& url) const override;
     Result<> createDirectories(const FileURL& url) override;
 
   private:
+    class RecordedFile;
     void note(FileCall call, const FileURL& url) const;
     void noteEntered(const FileURL& folder) const;
 

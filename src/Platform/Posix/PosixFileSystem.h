@@ -26,6 +26,7 @@ class PosixFileSystem final : public FileSystem {
     Result<std::string> extendedAttribute(const FileURL& url, const std::string& name,
                                           std::size_t limit) const override;
     bool isAwaitingDownload(const FileURL& url) const override;
+    Result<std::unique_ptr<OpenFile>> openForReading(const FileURL& url) const override;
     FileURL resolvingSymlinks(const FileURL& url) const override;
     FileURL standardized(const FileURL& url) const override;
     Result<> createDirectories(const FileURL& url) override;

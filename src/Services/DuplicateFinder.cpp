@@ -1,0 +1,175 @@
+#include "DuplicateFinder.h"
+#include "Characters.h"
+#include "CommandRunner.h"
+#include "ContentComparison.h"
+#include "FileSystem.h"
+#include "Metadata.h"
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+
+namespace quillane::DuplicateFinder {
+namespace {
+
+// Where people keep what they made or fetched, in the home folder.
+constexpr std::array<std::string_view, 6> kRoots = {"Desktop", "Documents", "Downloads",
+                                                    "Movies",  "Music",     "Pictures"};
+
+// Build products and trees of dependencies hold look-alikes that are not the user's copies.
+constexpr std::array<std::string_view, 12> kExcludedSegments = {
+    "/bin/",    "/obj/",  "/node_modules/", "/dist/",        "/build/", "/target/",
+    "/.build/", "/Pods/", "/vendor/",       "/DerivedData/", "/.venv/", "/venv/"};
+
+constexpr std::string_view kPhotosLibrary = ".photoslibrary/"; // nothing inside it may be touched
+constexpr std::string_view kHidden = "/.";
+
+// What stands between path and value in an answer with an attribute.
+constexpr std::string_view kSeparator = "   kMDItemFSSize = ";
+
+bool contains(std::string_view text, std::string_view part) {
+    return text.find(part) != std::string_view::npos;
+}
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t\r";
+    const auto begin = text.find_first_not_of(kBlanks);
+    return begin == std::string_view::npos ? std::string_view()
+                                           : text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
+}
+
+std::optional<Bytes> parsedSize(std::string_view text) {
+    auto digits = trimmed(text);
+    if (digits.starts_with('+') && !digits.starts_with("+-")) {
+        digits.remove_prefix(1);
+    }
+    Bytes size = 0;
+    const auto* const end = digits.data() + digits.size();
+    const auto [stopped, error] = std::from_chars(digits.data(), end, size);
+    return error == std::errc() && stopped == end ? std::optional(size) : std::nullopt;
+}
+
+std::optional<Line> parsedLine(std::string_view text) {
+    const auto at = text.find(kSeparator);
+    if (at == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const auto size = parsedSize(text.substr(at + kSeparator.size()));
+    return size ? std::optional(Line{std::string(text.substr(0, at)), *size}) : std::nullopt;
+}
+
+bool isCandidate(std::string_view path) {
+    // The rest of a name with a line feed in it is no path.
+    return path.starts_with('/') && !contains(path, kPhotosLibrary) && !contains(path, kHidden) &&
+           std::ranges::none_of(kExcludedSegments,
+                                [&](std::string_view segment) { return contains(path, segment); });
+}
+
+FilesBySize candidates(const Platform& platform, const StopToken& stop) {
+    FilesBySize files;
+    std::unordered_set<std::string> seen;
+    const auto home = platform.files.home();
+    for (const auto name : kRoots) {
+        const auto root = home.appending(name);
+        if (stop.stopRequested() || !platform.files.exists(root)) {
+            continue;
+        }
+        for (auto& line : mdfindWithSize(platform, root)) {
+            if (seen.insert(line.path).second && isCandidate(line.path)) {
+                files[line.size].emplace_back(std::move(line.path));
+            }
+        }
+    }
+    return files;
+}
+
+std::size_t countOfEqualSize(const FilesBySize& files) {
+    std::size_t count = 0;
+    for (const auto& [size, urls] : files) {
+        count += urls.size() > 1 ? urls.size() : 0;
+    }
+    return count;
+}
+
+// Nothing when fewer than two can still be described. A file that is reached on two ways, as where one folder of
+// documents is a link into another, is one file: with one of its paths the other would go.
+std::optional<DuplicateGroup> described(const Platform& platform, ContentComparison::EqualFiles equal) {
+    DuplicateGroup group{std::move(equal.digest), {}, equal.size};
+    std::unordered_set<FileURL> seen;
+    for (const auto& url : equal.urls) {
+        auto file = describe(platform, url);
+        if (file && seen.insert(platform.files.resolvingSymlinks(url)).second) {
+            group.files.push_back(std::move(*file));
+        }
+    }
+    std::ranges::stable_sort(group.files, std::ranges::greater(), &UserFile::lastUsedSortKey);
+    return group.files.size() > 1 ? std::optional(std::move(group)) : std::nullopt;
+}
+
+} // namespace
+
+std::vector<Line> mdfindWithSize(const Platform& platform, const FileURL& folder) {
+    const auto output = platform.commands.run(
+        "/usr/bin/mdfind", {"-onlyin", folder.path(), "-attr", "kMDItemFSSize",
+                            "kMDItemFSSize >= 1000000 && kMDItemContentType != 'public.folder'"});
+    std::vector<Line> lines;
+    if (!output) {
+        return lines;
+    }
+    const auto text = Text::repairedUtf8(*output);
+    for (std::size_t begin = 0; begin < text.size();) {
+        const auto end = std::min(text.find('\n', begin), text.size());
+        if (auto line = parsedLine(std::string_view(text).substr(begin, end - begin))) {
+            lines.push_back(std::move(*line));
+        }
+        begin = end + 1;
+    }
+    return lines;
+}
+
+std::optional<UserFile> describe(const Platform& platform, const FileURL& url) {
+    const auto values = platform.files.resourceValues(url);
+    if (!values || values->type != EntryType::regular) {
+        return std::nullopt;
+    }
+    UserFile file;
+    file.url = url;
+    file.kind = UserFile::kindOf(url);
+    file.logicalBytes = values->fileSize;
+    file.bytes = values->totalAllocated.value_or(file.logicalBytes);
+    const auto used = platform.metadata.lastUsed(url);
+    file.lastUsed = used ? used : values->contentModified;
+    return file;
+}
+
+std::vector<DuplicateGroup> group(const Platform& platform, Priority priority, const FilesBySize& files,
+                                  const StopToken& stop) {
+    std::vector<DuplicateGroup> groups;
+    for (auto& equal : ContentComparison::equalFiles(platform, priority, files, stop)) {
+        if (auto made = described(platform, std::move(equal))) {
+            groups.push_back(std::move(*made));
+        }
+    }
+    std::ranges::stable_sort(groups, std::ranges::greater(), &DuplicateGroup::wastedBytes);
+    return groups;
+}
+
+std::vector<DuplicateGroup> find(const Platform& platform, Priority priority, const StopToken& stop,
+                                 const Progress& progress) {
+    const auto tell = [&](const std::string& words) {
+        if (progress) {
+            progress(words);
+        }
+    };
+    tell("Listing files");
+    const auto files = candidates(platform, stop);
+    if (stop.stopRequested()) {
+        return {};
+    }
+    tell("Comparing " + std::to_string(countOfEqualSize(files)) + " files");
+    return group(platform, priority, files, stop);
+}
+
+} // namespace quillane::DuplicateFinder

@@ -1,0 +1,100 @@
+#pragma once
+#include "ContentComparison.h"
+#include "ForwardingFileSystem.h"
+#include "PosixFileSystem.h"
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace quillane {
+
+// A file that is told by one letter for each step of the comparison, so that long ones cost nothing to lay.
+struct MadeUpFile {
+    std::string letters = {};
+    Bytes tail = 0;                              // bytes of the last letter once more, fewer than a step
+    std::optional<Bytes> badByte = std::nullopt; // a read that would take it fails
+    bool opens = true;
+    bool closes = true;
+    bool tellsItsLength = true;
+
+    Bytes length() const { return static_cast<Bytes>(letters.size() * ContentComparison::kStep) + tail; }
+    char letterAt(Bytes offset) const {
+        const auto step = static_cast<std::size_t>(offset) / ContentComparison::kStep;
+        return step < letters.size() ? letters[step] : letters.empty() ? 'z' : letters.back();
+    }
+};
+
+// Files that exist nowhere and can only be opened.
+class MadeUpFiles final : public ForwardingFileSystem {
+  public:
+    MadeUpFiles()
+        : ForwardingFileSystem(m_nothing) {}
+
+    FileURL add(const std::string& name, MadeUpFile file) {
+        FileURL url("/Users/alex/Documents/" + name);
+        m_files.insert_or_assign(url, std::move(file));
+        return url;
+    }
+    // Runs before each read, on the reader's thread. Set before reading begins.
+    void beforeEachRead(std::function<void()> hook) { m_beforeRead = std::move(hook); }
+    int reads() const { return m_reads; }
+
+    Result<std::unique_ptr<OpenFile>> openForReading(const FileURL& url) const override {
+        const auto& file = m_files.at(url);
+        if (!file.opens) {
+            return PlatformError{ErrorCode::kReadNoPermission, EACCES};
+        }
+        return std::unique_ptr<OpenFile>(std::make_unique<Opened>(*this, file));
+    }
+
+  private:
+    static constexpr PlatformError kFailure = {ErrorCode::kReadUnknown, EIO};
+
+    class Opened final : public OpenFile {
+      public:
+        Opened(const MadeUpFiles& files, const MadeUpFile& file)
+            : m_files(files)
+            , m_file(file) {}
+
+        Result<std::size_t> readAt(std::span<std::byte> buffer, Bytes offset) override {
+            ++m_files.m_reads;
+            if (m_files.m_beforeRead) {
+                m_files.m_beforeRead();
+            }
+            const auto end = std::min(offset + static_cast<Bytes>(buffer.size()), m_file.length());
+            if (m_file.badByte && *m_file.badByte >= offset && *m_file.badByte < end) {
+                return kFailure;
+            }
+            constexpr auto kStep = static_cast<Bytes>(ContentComparison::kStep);
+            for (auto at = offset; at < end;) {
+                const auto stop = std::min((at / kStep + 1) * kStep, end);
+                std::memset(buffer.data() + (at - offset), m_file.letterAt(at),
+                            static_cast<std::size_t>(stop - at));
+                at = stop;
+            }
+            return static_cast<std::size_t>(std::max<Bytes>(0, end - offset));
+        }
+        Result<Bytes> length() override {
+            return m_file.tellsItsLength ? Result<Bytes>(m_file.length()) : Result<Bytes>(kFailure);
+        }
+        Result<> close() override { return m_file.closes ? success() : Result<>(kFailure); }
+
+      private:
+        const MadeUpFiles& m_files;
+        const MadeUpFile& m_file;
+    };
+
+    PosixFileSystem m_nothing{"/nowhere", FileURL("/Users/alex")};
+    std::map<FileURL, MadeUpFile> m_files;
+    std::function<void()> m_beforeRead;
+    mutable std::atomic<int> m_reads = 0;
+};
+
+} // namespace quillane
