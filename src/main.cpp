@@ -1,5 +1,4 @@
 // Quillane on Linux: the window over this machine.
-#include "AbsentMetadata.h"
 #include "BundleProcesses.h"
 #include "DesktopSession.h"
 #include "DesktopWorkspace.h"
@@ -9,6 +8,7 @@
 #include "PosixCommandRunner.h"
 #include "PosixFileSystem.h"
 #include "QuillaneApp.h"
+#include "RecentlyUsedFiles.h"
 #include "SearchingCommandRunner.h"
 #include "SpaceReserve.h"
 #include "ThreadTaskRunner.h"
@@ -20,7 +20,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     DesktopSession session(application);
     PosixFileSystem files;
-    AbsentMetadata metadata;
+    RecentlyUsedFiles metadata(files, RecentlyUsedFiles::registryOfThisUser(files.home()));
     PosixCommandRunner programs;
     const MetadataSearch search(files, metadata, session.clock(), {files.home(), FileURL("/Applications")});
     SearchingCommandRunner commands(files, search, programs);

@@ -1,5 +1,7 @@
-#include "AbsentMetadata.h"
 #include "FakeMetadata.h"
+#include "PosixFileSystem.h"
+#include "RecentlyUsedFiles.h"
+#include "TemporaryFolder.h"
 #include <atomic>
 #include <gtest/gtest.h>
 #include <thread>
@@ -11,6 +13,18 @@ struct Adapter {
     const char* name;
     std::unique_ptr<Metadata> (*make)();
 };
+
+// The desktop's register at a path of a volume that holds one, in which another file is.
+std::unique_ptr<Metadata> overRegister(const std::string& path) {
+    static const TemporaryFolder folder;
+    static const PosixFileSystem files(folder.path(), FileURL("/"));
+    DiskFolder(folder.path())
+        .file("register", R"(<xbel><bookmark href="file:///other" visited="2026-01-02T03:04:05Z"/></xbel>)");
+    return std::make_unique<RecentlyUsedFiles>(files, FileURL(path));
+}
+std::unique_ptr<Metadata> registerOfAnother() {
+    return overRegister("/register");
+}
 
 class MetadataContract : public testing::TestWithParam<Adapter> {
   protected:
@@ -38,11 +52,12 @@ TEST_P(MetadataContract, ManyThreadsAskAtOnce) {
     EXPECT_EQ(unknown, 4);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Adapters, MetadataContract,
-    testing::Values(Adapter{"Absent", [] { return std::unique_ptr<Metadata>(new AbsentMetadata); }},
-                    Adapter{"Fake", [] { return std::unique_ptr<Metadata>(new FakeMetadata); }}),
-    [](const auto& adapter) { return adapter.param.name; });
+INSTANTIATE_TEST_SUITE_P(Adapters, MetadataContract,
+                         testing::Values(Adapter{"RecentlyUsedFiles", &registerOfAnother},
+                                         Adapter{"NoRegister", [] { return overRegister("/missing"); }},
+                                         Adapter{"Fake",
+                                                 [] { return std::unique_ptr<Metadata>(new FakeMetadata); }}),
+                         [](const auto& adapter) { return adapter.param.name; });
 
 TEST(FakeMetadata, KnowsWhatItWasTold) {
     FakeMetadata metadata;

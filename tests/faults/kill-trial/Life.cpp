@@ -1,5 +1,4 @@
 #include "Life.h"
-#include "AbsentMetadata.h"
 #include "AppLibrary.h"
 #include "BundleProcesses.h"
 #include "ContinuousClock.h"
@@ -11,6 +10,7 @@
 #include "MetadataSearch.h"
 #include "PosixCommandRunner.h"
 #include "PosixFileSystem.h"
+#include "RecentlyUsedFiles.h"
 #include "SearchingCommandRunner.h"
 #include "SystemCalls.h"
 #include "ThreadTaskRunner.h"
@@ -29,7 +29,7 @@ struct Ports {
     ContinuousClock clock{queue};
     ThreadTaskRunner tasks{queue};
     PosixFileSystem files;
-    AbsentMetadata metadata;
+    RecentlyUsedFiles metadata{files, RecentlyUsedFiles::registryOfThisUser(files.home())};
     PosixCommandRunner programs;
     MetadataSearch search{files, metadata, clock, {files.home(), FileURL("/Applications")}};
     SearchingCommandRunner commands{files, search, programs};
