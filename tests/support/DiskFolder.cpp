@@ -132,7 +132,7 @@ DiskFolder& DiskFolder::attribute(std::string_view below, const std::string& nam
 #else
     const int failed = ::setxattr(at(below).c_str(), ("user." + name).c_str(), value.data(), value.size(), 0);
 #endif
-    require(failed == 0, at(below));
+    require(failed == 0 || errno == ENOTSUP, at(below));
     return *this;
 }
 

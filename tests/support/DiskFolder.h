@@ -38,7 +38,7 @@ class DiskFolder {
     // The modification date of a file or folder; links are not followed. Content that comes later moves a
     // folder's date again.
     DiskFolder& modified(std::string_view below, Date date);
-    // An extended attribute, by the Mac's name.
+    // An extended attribute, by the Mac's name. Left out on a volume that keeps none.
     DiskFolder& attribute(std::string_view below, const std::string& name, std::string_view value);
     // The right to run a file.
     DiskFolder& executable(std::string_view below);
