@@ -18,7 +18,7 @@ int main(int argc, char** argv) {
     DesktopSession session(application);
     DesktopStorage storage(session.clock());
     const auto& files = storage.files;
-    const RecentlyUsedFiles metadata(files, RecentlyUsedFiles::registryOfThisUser(files.home()));
+    RecentlyUsedFiles metadata(files, RecentlyUsedFiles::registryOfThisUser(files.home()));
     PosixCommandRunner programs;
     const MetadataSearch search(files, metadata, session.clock(), {files.home(), FileURL("/Applications")});
     SearchingCommandRunner commands(files, search, programs);
