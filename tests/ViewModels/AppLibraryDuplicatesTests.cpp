@@ -233,21 +233,28 @@ TEST_F(AppLibraryForgottenCopies, NobodyIsToldWhenNoCopyGoes) {
     EXPECT_EQ(counter.changes, 0);
 }
 
-TEST_F(AppLibraryDuplicates, CopiesThatALoadFoundAfterASweepAreForgottenByTheNext) {
+TEST_F(AppLibraryDuplicates, CopiesThatALoadFindsInTheMiddleOfASweepAreForgotten) {
     addCopies();
     disk.file("Users/alex/Documents/other");
-    const auto sweep = [&](const char* name) {
-        library->tasks().start([&, name](StopToken) -> Task<> {
-            std::vector<SweepEntry> rows{{copyAt(name).url, SweepCategory::files, name, "", 1}};
-            static_cast<void>(co_await library->runSweep(std::move(rows), "Remove"));
-        });
-        runner.runAll();
-    };
-    sweep("Documents/other");
     library->loadDuplicates();
-    runner.runAll();
+    runner.settle();
+    library->tasks().start([&](StopToken) -> Task<> {
+        std::vector<SweepEntry> rows;
+        for (const auto* name : {"Documents/other", "Documents/a.txt"}) {
+            rows.push_back({copyAt(name).url, SweepCategory::files, name, "", 1});
+        }
+        static_cast<void>(co_await library->runSweep(std::move(rows), "Remove"));
+    });
+    runner.settle();
+    while (*library->sweepProcessed < 1) {
+        ASSERT_EQ(runner.waitingJobs(), 2U);
+        runner.runJob(1); // the search waits
+        runner.settle();
+    }
+    runner.runJob();
+    runner.settle();
     ASSERT_EQ(library->duplicates->size(), 1U);
-    sweep("Documents/a.txt");
+    runner.runAll();
     EXPECT_THAT(*library->duplicates, IsEmpty());
 }
 
