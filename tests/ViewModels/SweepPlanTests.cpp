@@ -29,12 +29,5 @@ TEST(SweepPlan, WhoTakesTheRowsLeavesNothingBehind) {
     EXPECT_EQ(plan.rows(), std::vector{row("/a", 2)});
 }
 
-TEST(SweepPlan, TheHomeFolderIsATildeWhereverItsPathOccurs) {
-    const FileURL home("/Users/alex");
-    EXPECT_EQ(SweepRows::withHomeAsTilde("/Users/alex/.npm", home), "~/.npm");
-    EXPECT_EQ(SweepRows::withHomeAsTilde("/Volumes/Disk/Users/alex/Users/alex", home), "/Volumes/Disk~~");
-    EXPECT_EQ(SweepRows::withHomeAsTilde("/Library", home), "/Library");
-}
-
 } // namespace
 } // namespace quillane
