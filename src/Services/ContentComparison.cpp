@@ -114,7 +114,7 @@ class Comparison {
         return file ? std::optional(Member{candidate, std::move(file).value()}) : std::nullopt;
     }
 
-    void handle(Unopened kind, const Others& others) {
+    void handle(const Unopened& kind, const Others& others) {
         if (kind.candidates.size() > kMostInStep) {
             for (const auto candidate : kind.candidates) {
                 giveOrHandle(Single{kind.kind, candidate}, others);

@@ -37,8 +37,8 @@ void AppLibrary::setFilesMode(FilesMode mode) {
 }
 
 void AppLibrary::loadFiles() {
-    if (*filesTask) {
-        (*filesTask)->cancel();
+    if (const auto& running = *filesTask) {
+        running->cancel();
     }
     const std::string searched(Text::trimmed(*fileSearchText));
     if (filesMode() == FilesMode::search && searched.empty()) {
