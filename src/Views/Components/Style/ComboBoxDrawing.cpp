@@ -26,7 +26,7 @@ void ComboBoxDrawing::draw(const QStyleOptionComboBox& option, QPainter& painter
     painter.save();
     ControlGround::draw(painter, option.rect, ControlGround::radiusOf(option.rect.height()), dress.ground,
                         dress.edge);
-    ControlGround::drawChevron(painter, *partOf(option.rect, QStyle::SC_ComboBoxArrow),
+    ControlGround::drawChevron(painter, partOf(option.rect, QStyle::SC_ComboBoxArrow).value_or(QRect()),
                                QStringLiteral("chevron.down"), dress.words);
     painter.restore();
 }

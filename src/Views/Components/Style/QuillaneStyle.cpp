@@ -146,7 +146,6 @@ int QuillaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, c
     case PM_MenuPanelWidth:
         return metric == PM_MenuPanelWidth ? 1 : 0;
     case PM_MenuVMargin:
-        return 5;
     case PM_MenuHMargin:
         return 5;
     case PM_LineEditIconSize:
@@ -164,16 +163,12 @@ int QuillaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const Q
                              QStyleHintReturn* data) const {
     switch (hint) {
     case SH_ScrollBar_Transient:
-        return 1;
     case SH_FocusFrame_AboveWidget:
         return 1;
-    case SH_FocusFrame_Mask:
-        return 0; // it would cut square corners out of the round ring
+    case SH_FocusFrame_Mask: // it would cut square corners out of the round ring
     case SH_ItemView_ActivateItemOnSingleClick:
-        return 0;
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
-        return 0;
     case SH_ComboBox_Popup:
         return 0;
     case SH_Menu_Mask: {

@@ -18,7 +18,7 @@ void drawArrow(const QStyleOptionSpinBox& option, QPainter& painter, QStyle::Sub
                const QString& symbol, QAbstractSpinBox::StepEnabledFlag step) {
     const QColor& color = Tokens::current().text;
     const bool can = (option.state & QStyle::State_Enabled) && (option.stepEnabled & step);
-    ControlGround::drawChevron(painter, *SpinBoxDrawing::partOf(option.rect, part), symbol,
+    ControlGround::drawChevron(painter, SpinBoxDrawing::partOf(option.rect, part).value_or(QRect()), symbol,
                                can ? color : faded(color, ControlGround::kDisabledShare));
 }
 
