@@ -47,7 +47,8 @@ QFont subtitleFont() {
 }
 
 bool isLast(const QModelIndex& index) {
-    return index.row() == index.model()->rowCount(index.parent()) - 1;
+    const auto* const model = index.model();
+    return model != nullptr && index.row() == model->rowCount(index.parent()) - 1;
 }
 
 int blankBelow(const QModelIndex& index) {
