@@ -230,7 +230,7 @@ void Tour::selectOne() {
     checkSeen(seen, shownName(app->name));
     checkSeen(seen, bytesText(totalOf(*app)));
     checkSeen(seen, bytesText(app->bundleBytes));
-    checkSeen(seen, words(*app->identifier));
+    checkSeen(seen, words(app->identifier.value_or("an identifier")));
     checkSeen(seen, QStringLiteral("Support Files (%1)").arg(app->leftovers.size()));
     for (const auto& leftover : app->leftovers) {
         checkSeen(seen, shownName(FileURL(leftover.path).lastPathComponent()));
