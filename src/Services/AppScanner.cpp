@@ -21,7 +21,7 @@ constexpr std::string_view kBundleSuffix = ".app";
 std::vector<FileURL> spotlightResults(const Platform& platform) {
     std::vector<FileURL> found;
     for (auto& path :
-         SearchProgram::paths(platform, {"kMDItemContentType == 'com.apple.application-bundle'"})) {
+         SearchProgram::lines(platform, {"kMDItemContentType == 'com.apple.application-bundle'"})) {
         found.emplace_back(std::move(path));
     }
     return found;

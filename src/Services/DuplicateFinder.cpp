@@ -1,9 +1,9 @@
 #include "DuplicateFinder.h"
 #include "Characters.h"
-#include "CommandRunner.h"
 #include "ContentComparison.h"
+#include "FileFinder.h"
 #include "FileSystem.h"
-#include "Metadata.h"
+#include "SearchProgram.h"
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -61,8 +61,7 @@ std::optional<Line> parsedLine(std::string_view text) {
 }
 
 bool isCandidate(std::string_view path) {
-    // The rest of a name with a line feed in it is no path.
-    return path.starts_with('/') && !contains(path, kPhotosLibrary) && !contains(path, kHidden) &&
+    return !contains(path, kPhotosLibrary) && !contains(path, kHidden) &&
            std::ranges::none_of(kExcludedSegments,
                                 [&](std::string_view segment) { return contains(path, segment); });
 }
@@ -111,37 +110,19 @@ std::optional<DuplicateGroup> described(const Platform& platform, ContentCompari
 } // namespace
 
 std::vector<Line> mdfindWithSize(const Platform& platform, const FileURL& folder) {
-    const auto output = platform.commands.run(
-        "/usr/bin/mdfind", {"-onlyin", folder.path(), "-attr", "kMDItemFSSize",
-                            "kMDItemFSSize >= 1000000 && kMDItemContentType != 'public.folder'"});
     std::vector<Line> lines;
-    if (!output) {
-        return lines;
-    }
-    const auto text = Text::repairedUtf8(*output);
-    for (std::size_t begin = 0; begin < text.size();) {
-        const auto end = std::min(text.find('\n', begin), text.size());
-        if (auto line = parsedLine(std::string_view(text).substr(begin, end - begin))) {
+    for (const auto& text : SearchProgram::lines(
+             platform, {"-onlyin", folder.path(), "-attr", "kMDItemFSSize",
+                        "kMDItemFSSize >= 1000000 && kMDItemContentType != 'public.folder'"})) {
+        if (auto line = parsedLine(text)) {
             lines.push_back(std::move(*line));
         }
-        begin = end + 1;
     }
     return lines;
 }
 
 std::optional<UserFile> describe(const Platform& platform, const FileURL& url) {
-    const auto values = platform.files.resourceValues(url);
-    if (!values || values->type != EntryType::regular) {
-        return std::nullopt;
-    }
-    UserFile file;
-    file.url = url;
-    file.kind = UserFile::kindOf(url);
-    file.logicalBytes = values->fileSize;
-    file.bytes = values->totalAllocated.value_or(file.logicalBytes);
-    const auto used = platform.metadata.lastUsed(url);
-    file.lastUsed = used ? used : values->contentModified;
-    return file;
+    return FileFinder::describeOnThisDisk(platform, url);
 }
 
 std::vector<DuplicateGroup> group(const Platform& platform, Priority priority, const FilesBySize& files,

@@ -30,7 +30,7 @@ constexpr int kHelpers = 3;
 constexpr std::size_t kFilesAtOnce = 64;
 
 std::vector<std::string> mdfind(const Platform& platform, const std::string& query, const FileURL& folder) {
-    return SearchProgram::paths(platform, {"-onlyin", folder.path(), query});
+    return SearchProgram::lines(platform, {"-onlyin", folder.path(), query});
 }
 
 bool isListed(std::string_view path) {
@@ -146,6 +146,14 @@ std::vector<UserFile> collect(const Platform& platform, const std::string& query
 }
 
 std::optional<UserFile> describe(const Platform& platform, const FileURL& url) {
+    auto file = describeOnThisDisk(platform, url);
+    if (file) {
+        file->isCloudPlaceholder = isPlaceholder(platform, *file);
+    }
+    return file;
+}
+
+std::optional<UserFile> describeOnThisDisk(const Platform& platform, const FileURL& url) {
     const auto values = platform.files.resourceValues(url);
     if (!values || values->type != EntryType::regular) {
         return std::nullopt;
@@ -155,8 +163,8 @@ std::optional<UserFile> describe(const Platform& platform, const FileURL& url) {
     file.kind = UserFile::kindOf(url);
     file.logicalBytes = values->fileSize;
     file.bytes = values->totalAllocated.value_or(file.logicalBytes);
-    file.lastUsed = platform.metadata.lastUsed(url).value_or(values->contentModified);
-    file.isCloudPlaceholder = isPlaceholder(platform, file);
+    const auto used = platform.metadata.lastUsed(url);
+    file.lastUsed = used ? used : values->contentModified;
     return file;
 }
 

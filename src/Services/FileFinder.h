@@ -41,6 +41,8 @@ std::vector<UserFile> collect(const Platform& platform, const std::string& query
                               std::span<const std::string_view> roots, std::size_t limit);
 // Nothing for what is no regular file and for what can't be asked.
 std::optional<UserFile> describe(const Platform& platform, const FileURL& url);
+// The same without asking whether its content is elsewhere.
+std::optional<UserFile> describeOnThisDisk(const Platform& platform, const FileURL& url);
 // The clause by which a query asks for a kind; nothing for `other`.
 std::optional<std::string_view> contentTypeTree(UserFile::Kind kind);
 

@@ -5,7 +5,7 @@
 
 namespace quillane::SearchProgram {
 
-std::vector<std::string> paths(const Platform& platform, const std::vector<std::string>& arguments) {
+std::vector<std::string> lines(const Platform& platform, const std::vector<std::string>& arguments) {
     const auto printed = platform.commands.run("/usr/bin/mdfind", arguments);
     const auto output = printed ? Text::repairedUtf8(*printed) : std::string();
     std::vector<std::string> found;
