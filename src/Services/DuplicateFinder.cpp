@@ -46,8 +46,9 @@ std::optional<Bytes> parsedSize(std::string_view text) {
         digits.remove_prefix(1);
     }
     Bytes size = 0;
-    const auto* const end = digits.data() + digits.size();
-    const auto [stopped, error] = std::from_chars(digits.data(), end, size);
+    const auto* const begin = digits.data();
+    const auto* const end = begin + digits.size();
+    const auto [stopped, error] = std::from_chars(begin, end, size);
     return error == std::errc() && stopped == end ? std::optional(size) : std::nullopt;
 }
 
