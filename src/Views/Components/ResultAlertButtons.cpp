@@ -4,8 +4,8 @@
 
 namespace quillane {
 
-ResultAlertButtons::ResultAlertButtons(bool anyAccessDenied, std::function<void()> openSettings,
-                                       std::function<void()> dismiss, QWidget* parent)
+ResultAlertButtons::ResultAlertButtons(bool anyAccessDenied, const std::function<void()>& openSettings,
+                                       const std::function<void()>& dismiss, QWidget* parent)
     : QWidget(parent) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);

@@ -14,8 +14,8 @@ class ResultAlertButtons : public QWidget {
   public:
     // `anyAccessDenied`: whether any failure of the report has isAccessDenied. The first button calls
     // `openSettings` and then `dismiss`, the second `dismiss`. `dismiss` may destroy this widget.
-    ResultAlertButtons(bool anyAccessDenied, std::function<void()> openSettings,
-                       std::function<void()> dismiss, QWidget* parent = nullptr);
+    ResultAlertButtons(bool anyAccessDenied, const std::function<void()>& openSettings,
+                       const std::function<void()>& dismiss, QWidget* parent = nullptr);
 
     const std::vector<PushButton*>& buttons() const { return m_buttons; }
 
