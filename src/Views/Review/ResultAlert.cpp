@@ -14,11 +14,11 @@ constexpr int kWidth = 420;
 }
 
 ResultAlert::ResultAlert(const QString& title, const QString& message, bool anyAccessDenied,
-                         std::function<void()> openSettings, QWidget* over)
+                         const std::function<void()>& openSettings, QWidget* over)
     : Sheet({kWidth, kWidth}, over)
     , m_title(Label::wrapped(title, TextStyle::columnTitle()))
     , m_message(Label::wrapped(message, TextStyle::bodySecondary()))
-    , m_buttons(new ResultAlertButtons(anyAccessDenied, std::move(openSettings), [this] { accept(); })) {
+    , m_buttons(new ResultAlertButtons(anyAccessDenied, openSettings, [this] { accept(); })) {
     setWindowTitle(title);
     setAccessibleName(title);
     setAccessibleDescription(message);
@@ -38,11 +38,10 @@ ResultAlert::ResultAlert(const QString& title, const QString& message, bool anyA
 }
 
 ResultAlert* ResultAlert::presentPutBack(const Uninstaller::Report& report,
-                                         std::function<void()> openSettings, QWidget* over) {
+                                         const std::function<void()>& openSettings, QWidget* over) {
     auto* const alert = new ResultAlert(
         QStringLiteral("Put Back Finished"), words(report.summary("Restored", "to their original locations")),
-        std::ranges::any_of(report.failures, &Uninstaller::Failure::isAccessDenied), std::move(openSettings),
-        over);
+        std::ranges::any_of(report.failures, &Uninstaller::Failure::isAccessDenied), openSettings, over);
     alert->setAttribute(Qt::WA_DeleteOnClose);
     alert->open();
     return alert;

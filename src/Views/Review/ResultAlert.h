@@ -13,11 +13,11 @@ class ResultAlert : public Sheet {
     Q_OBJECT
   public:
     ResultAlert(const QString& title, const QString& message, bool anyAccessDenied,
-                std::function<void()> openSettings, QWidget* over);
+                const std::function<void()>& openSettings, QWidget* over);
 
     // The alert of a finished put back; it deletes itself when it closes.
-    static ResultAlert* presentPutBack(const Uninstaller::Report& report, std::function<void()> openSettings,
-                                       QWidget* over);
+    static ResultAlert* presentPutBack(const Uninstaller::Report& report,
+                                       const std::function<void()>& openSettings, QWidget* over);
 
     Label* title() const { return m_title; }
     Label* message() const { return m_message; }
