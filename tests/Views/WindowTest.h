@@ -2,6 +2,7 @@
 #include "AppLibrary.h"
 #include "AppRecords.h"
 #include "FakeMetadata.h"
+#include "FakePreviews.h"
 #include "FakeWorkspace.h"
 #include "IconCache.h"
 #include "ManualClock.h"
@@ -72,6 +73,7 @@ class WindowTest : public testing::Test {
     ScriptedCommandRunner commands;
     FakeMetadata metadata;
     FakeWorkspace workspace;
+    FakePreviews previews;
     RemovalFakes fakes;
     Platform platform{.files = files,
                       .commands = commands,
@@ -81,7 +83,8 @@ class WindowTest : public testing::Test {
                       .workspace = workspace,
                       .trash = fakes.trash,
                       .runningApplications = fakes.running,
-                      .defaults = fakes.defaults};
+                      .defaults = fakes.defaults,
+                      .previews = previews};
     AppLibrary library{platform};
     NotificationCenter notifications;
     LibrarySection startsIn = LibrarySection::applications; // where open() goes

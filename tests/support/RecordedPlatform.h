@@ -14,7 +14,8 @@ inline Platform withFiles(const Platform& platform, FileSystem& files) {
             platform.workspace,
             platform.trash,
             platform.runningApplications,
-            platform.defaults};
+            platform.defaults,
+            platform.previews};
 }
 
 // A platform with a record of what is asked of its files. The other one outlives this.

@@ -1,5 +1,6 @@
 #pragma once
 #include "FakeMetadata.h"
+#include "FakePreviews.h"
 #include "FakeRunningApplications.h"
 #include "FakeWorkspace.h"
 #include "FaultFileSystem.h"
@@ -63,6 +64,7 @@ class SamplePlatform {
     FakeMetadata metadata;
     ScriptedCommandRunner commands;
     FakeWorkspace workspace;
+    FakePreviews previews;
     FolderTrash volumeTrash{disk.path(), FileURL(std::string(SampleMac::kHome))};
     FaultTrash trash{volumeTrash};
     FakeRunningApplications running;
@@ -86,7 +88,8 @@ class SamplePlatform {
                             workspace,
                             trash,
                             running,
-                            defaults};
+                            defaults,
+                            previews};
 };
 
 } // namespace quillane

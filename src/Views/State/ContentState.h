@@ -34,6 +34,9 @@ struct ContentState {
     Published<std::vector<AppComparator>> sortOrder{kInitialAppOrder}; // of the applications table
     Published<std::vector<OrphanComparator>> orphanSortOrder{kInitialOrphanOrder};
     Published<std::vector<DeveloperComparator>> developerSortOrder{kInitialDeveloperOrder};
+    // The file that is looked at, absent while none is: a section sets it, the window opens the panel for it, and
+    // closing the panel empties it. While it is set the section lets it follow its selection.
+    Published<std::optional<FileURL>> quickLookURL;
     // What waits for its review or is being reviewed: a section stores a request here, the window opens the
     // sheet for it and takes it away when the sheet closes.
     Published<std::optional<BulkRemoval>> removal;
