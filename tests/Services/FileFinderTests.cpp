@@ -1,6 +1,7 @@
 #include "FileFinder.h"
 #include "RecordedPlatform.h"
 #include "SamplePlatform.h"
+#include "ThreadTaskRunner.h"
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -280,6 +281,23 @@ TEST_F(FileFinderTest, TheLargestOnDiskComesFirstAndEqualOnesKeepTheOrderOfTheIn
     lay();
     answer(paths);
     EXPECT_EQ(namesOf(collected()), names);
+}
+
+TEST_F(FileFinderTest, SeveralThreadsListTheSame) {
+    Texts paths;
+    for (int i = 0; i < 500; ++i) {
+        const auto name = "Downloads/" + std::to_string(i);
+        mac.file(name, std::string(static_cast<std::size_t>(i) % 7 * 5'000, 'x'));
+        paths.push_back("/Users/alex/" + name);
+    }
+    lay();
+    answer(paths);
+    const auto expected = collected();
+    EXPECT_EQ(expected.size(), 500U);
+    MainQueue mainQueue;
+    ThreadTaskRunner threads(mainQueue);
+    EXPECT_EQ(FileFinder::collect(withTasks(sample->platform, threads), kQuery, kRoots, FileFinder::kNoLimit),
+              expected);
 }
 
 TEST_F(FileFinderTest, WhatCannotBeStartedFindsNothing) {
