@@ -41,9 +41,9 @@ class Search final : public CommandRunner {
   public:
     explicit Search(std::string_view output)
         : m_output(output) {}
-    Result<std::string> run(const std::string&, const std::vector<std::string>&) override {
-        return std::string(m_output);
-    }
+
+  protected:
+    Result<std::string> outputOf(const Run&) override { return std::string(m_output); }
 
   private:
     std::string_view m_output;

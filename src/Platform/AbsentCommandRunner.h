@@ -5,9 +5,8 @@ namespace quillane {
 
 // A machine without programs: nothing can be started. What a sample volume runs.
 class AbsentCommandRunner final : public CommandRunner {
-  public:
-    Result<std::string> run(const std::string& /*path*/,
-                            const std::vector<std::string>& /*arguments*/) override {
+  protected:
+    Result<std::string> outputOf(const Run& /*run*/) override {
         return PlatformError{ErrorCode::kReadNoSuchFile, std::nullopt};
     }
 };

@@ -27,6 +27,7 @@ inline constexpr int kWriteInvalidName = 514;
 inline constexpr int kWriteFileExists = 516;
 inline constexpr int kWriteNoSpace = 640;
 inline constexpr int kWriteReadOnlyVolume = 642;
+inline constexpr int kUserCancelled = 3072;
 inline constexpr int kFeatureUnsupported = 3328;
 inline constexpr int kUnreadable = 3840; // a property list or JSON text that can't be parsed
 } // namespace ErrorCode

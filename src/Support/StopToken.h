@@ -18,6 +18,9 @@ class StopToken {
     // Any thread. One atomic read: cheap enough for every step of a walk.
     bool stopRequested() const { return m_state && m_state->requested.load(std::memory_order_acquire); }
 
+    // Whether anybody can ever ask: false for a token of no source.
+    bool stopPossible() const { return m_state != nullptr; }
+
   private:
     friend class StopSource;
     friend class StopCallback;

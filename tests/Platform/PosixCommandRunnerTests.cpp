@@ -163,6 +163,80 @@ TEST(PosixCommandRunner, SignalsDuringTheReadAndTheWaitCutNothingOff) {
     ::sigaction(SIGUSR1, &previous, nullptr);
 }
 
+// Programs that live for ever unless they are ended. A script tells that it has begun by opening the FIFO $1; what
+// it reads from the FIFO $2 never comes.
+class PosixCommandRunnerStopTest : public testing::Test {
+  protected:
+    TemporaryFolder m_folder;
+    int m_before = 0;
+
+    void SetUp() override {
+        m_folder.fifo("begun").fifo("never").fifo("held");
+        m_before = lowestFreeDescriptor();
+    }
+    void TearDown() override {
+        EXPECT_TRUE(hasNoChild());
+        EXPECT_EQ(lowestFreeDescriptor(), m_before);
+    }
+
+    // Of a run that is asked to stop as soon as the script has begun.
+    int failureOfStopped(const std::string& script) {
+        const StopSource source;
+        std::thread stopper([&] {
+            const std::ifstream begun(m_folder.at("begun"));
+            source.requestStop();
+        });
+        const auto output = PosixCommandRunner().run(
+            kShell, {"-c", script, "sh", m_folder.at("begun"), m_folder.at("never"), m_folder.at("held")},
+            source.token());
+        stopper.join();
+        return output ? 0 : output.error().code;
+    }
+};
+
+TEST_F(PosixCommandRunnerStopTest, AProgramThatWritesNothingMoreIsEnded) {
+    EXPECT_EQ(failureOfStopped(R"(printf said; : > "$1"; exec cat "$2")"), ErrorCode::kUserCancelled);
+}
+
+TEST_F(PosixCommandRunnerStopTest, AProgramThatNeverStopsWritingIsEnded) {
+    EXPECT_EQ(failureOfStopped(R"(: > "$1"; while :; do echo line; done)"), ErrorCode::kUserCancelled);
+}
+
+TEST_F(PosixCommandRunnerStopTest, AProgramThatHasClosedItsOutputIsEnded) {
+    EXPECT_EQ(failureOfStopped(R"(exec 1>&-; : > "$1"; exec cat "$2")"), ErrorCode::kUserCancelled);
+}
+
+TEST_F(PosixCommandRunnerStopTest, AProgramThatIgnoresTheRequestIsEndedAllTheSame) {
+    EXPECT_EQ(failureOfStopped(R"(trap '' TERM; : > "$1"; exec cat "$2")"), ErrorCode::kUserCancelled);
+}
+
+TEST_F(PosixCommandRunnerStopTest, AProgramMayTidyUpBeforeItEnds) {
+    EXPECT_EQ(failureOfStopped(R"(trap ': > "$2.tidied"; exit' TERM; : > "$1"; cat "$2" & wait)"),
+              ErrorCode::kUserCancelled);
+    EXPECT_TRUE(std::filesystem::exists(m_folder.at("never.tidied")));
+}
+
+TEST_F(PosixCommandRunnerStopTest, WhatTheProgramStartedIsEndedToo) {
+    const int reading = ::open(m_folder.at("held").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    EXPECT_EQ(failureOfStopped(R"((trap '' TERM; exec 4>"$3"; : > "$1"; exec cat "$2") & exec cat "$2")"),
+              ErrorCode::kUserCancelled);
+    ::fcntl(reading, F_SETFL, 0);
+    char byte = 0;
+    EXPECT_EQ(::read(reading, &byte, 1), 0); // returns when nobody holds the writing end any more
+    ::close(reading);
+}
+
+TEST_F(PosixCommandRunnerStopTest, AnOutputBeyondItsBoundEndsTheProgram) {
+    const auto output = PosixCommandRunner().run(kShell, {"-c", "while :; do echo line; done"}, {}, 100'000);
+    EXPECT_EQ(output ? 0 : output.error().code, ErrorCode::kReadTooLarge);
+}
+
+TEST_F(PosixCommandRunnerStopTest, AProgramThatOnlyEverWaitsEndsWhenItHasWrittenTooMuch) {
+    const auto output = PosixCommandRunner().run(
+        kShell, {"-c", "printf 'too much'; exec cat \"$1\"", "sh", m_folder.at("never")}, {}, 7);
+    EXPECT_EQ(output ? 0 : output.error().code, ErrorCode::kReadTooLarge);
+}
+
 TEST(PosixCommandRunnerDeathTest, AProcessWithoutStandardDescriptorsCanRunPrograms) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const auto runClosed = [](const std::vector<int>& closed) {

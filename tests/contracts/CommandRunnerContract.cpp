@@ -1,5 +1,11 @@
+#include "AbsentCommandRunner.h"
+#include "FakeMetadata.h"
+#include "ManualClock.h"
 #include "PosixCommandRunner.h"
+#include "PosixFileSystem.h"
 #include "ScriptedCommandRunner.h"
+#include "SearchingCommandRunner.h"
+#include "TemporaryFolder.h"
 #include <atomic>
 #include <gtest/gtest.h>
 #include <thread>
@@ -41,6 +47,39 @@ std::unique_ptr<CommandRunner> makeScripted() {
         runner->answer(program.path, program.arguments, program.output);
     }
     return runner;
+}
+
+// Over a volume that holds one file, and before programs that exist only as a table.
+class SearchingRunnerOfItsOwn final : public CommandRunner {
+  public:
+    SearchingRunnerOfItsOwn() { m_volume.file("a.txt"); }
+
+  protected:
+    Result<std::string> outputOf(const Run& run) override {
+        return m_runner.run(run.path, run.arguments, run.stop, run.mostBytes);
+    }
+
+  private:
+    TemporaryFolder m_volume;
+    PosixFileSystem m_files{m_volume.path(), FileURL("/Users/alex")};
+    FakeMetadata m_metadata;
+    StepTaskRunner m_tasks;
+    ManualClock m_clock{m_tasks};
+    MetadataSearch m_search{m_files, m_metadata, m_clock, {FileURL("/")}};
+    std::unique_ptr<CommandRunner> m_others = makeScripted();
+    SearchingCommandRunner m_runner{m_files, m_search, *m_others};
+};
+
+std::unique_ptr<CommandRunner> makeSearching() {
+    return std::make_unique<SearchingRunnerOfItsOwn>();
+}
+
+std::unique_ptr<CommandRunner> makeAbsent() {
+    return std::make_unique<AbsentCommandRunner>();
+}
+
+int failureOf(const Result<std::string>& output) {
+    return output ? 0 : output.error().code;
 }
 
 struct Adapter {
@@ -106,6 +145,25 @@ TEST_P(CommandRunnerContract, AProgramRunsAgain) {
     expectOutput(kEcho);
 }
 
+TEST_P(CommandRunnerContract, AnOutputOfAllTheBytesThatItMayHaveIsTheAnswer) {
+    const auto output = m_runner->run(kEcho.path, kEcho.arguments, {}, kEcho.output.size());
+    EXPECT_EQ(failureOf(output), 0);
+    EXPECT_EQ(output.ok() ? *output : "", kEcho.output);
+}
+
+TEST_P(CommandRunnerContract, AnOutputOfOneByteMoreIsDroppedAndAFailure) {
+    EXPECT_EQ(failureOf(m_runner->run(kEcho.path, kEcho.arguments, {}, kEcho.output.size() - 1)),
+              ErrorCode::kReadTooLarge);
+}
+
+TEST_P(CommandRunnerContract, ATokenThatIsNeverUsedChangesNothing) {
+    const StopSource source;
+    for (const auto& program : programs()) {
+        const auto output = m_runner->run(program.path, program.arguments, source.token());
+        EXPECT_EQ(output.ok() ? *output : "failed", program.output) << program.path;
+    }
+}
+
 TEST_P(CommandRunnerContract, ManyThreadsRunProgramsAtOnce) {
     constexpr int kThreads = 8;
     constexpr int kRuns = 10;
@@ -127,7 +185,29 @@ TEST_P(CommandRunnerContract, ManyThreadsRunProgramsAtOnce) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Adapters, CommandRunnerContract,
-                         testing::Values(Adapter{"Posix", makePosix}, Adapter{"Scripted", makeScripted}),
+                         testing::Values(Adapter{"Posix", makePosix}, Adapter{"Scripted", makeScripted},
+                                         Adapter{"Searching", makeSearching}),
+                         [](const auto& adapter) { return adapter.param.name; });
+
+// What holds of every runner, also of one that can start nothing.
+class AnyCommandRunnerContract : public CommandRunnerContract {};
+
+TEST_P(AnyCommandRunnerContract, WhatWasStoppedBeforeItBeganIsAFailureOfItsOwn) {
+    const StopSource source;
+    source.requestStop();
+    EXPECT_EQ(failureOf(m_runner->run(kEcho.path, kEcho.arguments, source.token())),
+              ErrorCode::kUserCancelled);
+}
+
+TEST_P(AnyCommandRunnerContract, AMissingProgramIsMissingUnderABoundAndWithAToken) {
+    const StopSource source;
+    EXPECT_EQ(failureOf(m_runner->run("/no such folder/no such program", {}, source.token(), 0)),
+              ErrorCode::kReadNoSuchFile);
+}
+
+INSTANTIATE_TEST_SUITE_P(Adapters, AnyCommandRunnerContract,
+                         testing::Values(Adapter{"Posix", makePosix}, Adapter{"Scripted", makeScripted},
+                                         Adapter{"Searching", makeSearching}, Adapter{"Absent", makeAbsent}),
                          [](const auto& adapter) { return adapter.param.name; });
 
 } // namespace

@@ -30,19 +30,20 @@ class ScriptedCommandRunner final : public CommandRunner {
         set({std::move(path), std::move(arguments)}, error);
     }
 
-    Result<std::string> run(const std::string& path, const std::vector<std::string>& arguments) override {
+    std::vector<Call> calls() const {
         const std::lock_guard lock(m_mutex);
-        const auto& call = m_calls.emplace_back(Call{path, arguments});
+        return m_calls;
+    }
+
+  protected:
+    Result<std::string> outputOf(const Run& run) override {
+        const std::lock_guard lock(m_mutex);
+        const auto& call = m_calls.emplace_back(Call{run.path, run.arguments});
         const auto found = m_answers.find(call);
         if (found == m_answers.end()) {
             return PlatformError{ErrorCode::kReadNoSuchFile, std::nullopt};
         }
         return found->second;
-    }
-
-    std::vector<Call> calls() const {
-        const std::lock_guard lock(m_mutex);
-        return m_calls;
     }
 
   private:

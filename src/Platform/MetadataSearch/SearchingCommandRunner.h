@@ -16,11 +16,12 @@ class SearchingCommandRunner final : public CommandRunner {
         , m_search(search)
         , m_others(others) {}
 
-    Result<std::string> run(const std::string& path, const std::vector<std::string>& arguments) override {
-        if (path == kProgram && !m_files.exists(FileURL(path))) {
-            return m_search.answer(arguments);
+  protected:
+    Result<std::string> outputOf(const Run& run) override {
+        if (run.path == kProgram && !m_files.exists(FileURL(run.path))) {
+            return m_search.answer(run.arguments);
         }
-        return m_others.run(path, arguments);
+        return m_others.run(run.path, run.arguments, run.stop, run.mostBytes);
     }
 
   private:

@@ -4,12 +4,16 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/types.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
+#include <utility>
 
 extern char** environ; // not declared by every system's <unistd.h>
 
@@ -59,11 +63,11 @@ class ChildDescriptors {
     int m_failure = 0;
 };
 
-// Blocked and ignored signals survive an exec. A program that we start must die of SIGPIPE and answer SIGTERM
+// A group of its own, which can be ended without ending anything else. Blocked and ignored signals survive an exec. A program that we start must die of SIGPIPE and answer SIGTERM
 // whatever this process has set for itself.
-class ChildSignals {
+class ChildAttributes {
   public:
-    ChildSignals() {
+    ChildAttributes() {
         ::posix_spawnattr_init(&m_attributes);
         sigset_t none;
         ::sigemptyset(&none);
@@ -73,15 +77,16 @@ class ChildSignals {
         ::sigdelset(&all, SIGKILL);
         ::sigdelset(&all, SIGSTOP);
         ::posix_spawnattr_setsigdefault(&m_attributes, &all);
-        int flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
+        ::posix_spawnattr_setpgroup(&m_attributes, 0);
+        int flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP;
 #ifdef POSIX_SPAWN_CLOEXEC_DEFAULT
         flags |= POSIX_SPAWN_CLOEXEC_DEFAULT;
 #endif
         ::posix_spawnattr_setflags(&m_attributes, static_cast<short>(flags));
     }
-    ~ChildSignals() { ::posix_spawnattr_destroy(&m_attributes); }
-    ChildSignals(const ChildSignals&) = delete;
-    ChildSignals& operator=(const ChildSignals&) = delete;
+    ~ChildAttributes() { ::posix_spawnattr_destroy(&m_attributes); }
+    ChildAttributes(const ChildAttributes&) = delete;
+    ChildAttributes& operator=(const ChildAttributes&) = delete;
 
     const posix_spawnattr_t* get() const { return &m_attributes; }
 
@@ -108,41 +113,124 @@ Result<pid_t> spawn(const std::string& path, const std::vector<std::string>& arg
     if (descriptors.failure() != 0) {
         return PosixError::reading(descriptors.failure());
     }
-    const ChildSignals signals;
+    const ChildAttributes attributes;
     pid_t child = 0;
     const int failure =
-        ::posix_spawn(&child, path.c_str(), descriptors.get(), signals.get(), vector.data(), environ);
+        ::posix_spawn(&child, path.c_str(), descriptors.get(), attributes.get(), vector.data(), environ);
     if (failure != 0) {
         return PosixError::reading(failure);
     }
     return child;
 }
 
-// A read error ends the output as its end does: what came so far is the answer.
-std::string readToEnd(int descriptor) {
-    std::string output;
-    std::array<char, std::size_t{64} << 10U> buffer; // as much as a pipe holds
-    while (true) {
-        const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
-        if (count > 0) {
-            output.append(buffer.data(), static_cast<std::size_t>(count));
-        } else if (count == 0 || errno != EINTR) {
-            return output;
+// A program that has begun, the first of a process group of its own.
+class Child {
+  public:
+    explicit Child(pid_t id)
+        : m_id(id) {}
+
+    void waitForExit(const StopToken& stop) const {
+        if (stop.stopPossible()) {
+            waitUntil([&] { return stop.stopRequested(); });
+            if (!hasExited()) {
+                end();
+                return;
+            }
+        }
+        reap();
+    }
+
+    // Asks it and all that it has started to end, and then leaves them no choice. Until its exit is taken the
+    // number of the group can't be another's.
+    void end() const {
+        ::killpg(m_id, SIGTERM);
+        const auto latest = std::chrono::steady_clock::now() + kTimeToEnd;
+        waitUntil([&] { return std::chrono::steady_clock::now() >= latest; });
+        ::killpg(m_id, SIGKILL);
+        reap();
+    }
+
+  private:
+    static constexpr auto kTimeToEnd = std::chrono::seconds(1);
+    static constexpr auto kShortestPause = std::chrono::microseconds(100);
+    static constexpr auto kLongestPause = std::chrono::milliseconds(20);
+
+    // Most programs exit right after their output has ended, so the pauses begin short.
+    template <class GivesUp>
+    void waitUntil(GivesUp givesUp) const {
+        auto pause = std::chrono::microseconds(kShortestPause);
+        while (!hasExited() && !givesUp()) {
+            std::this_thread::sleep_for(pause);
+            pause = std::min<std::chrono::microseconds>(pause * 2, kLongestPause);
         }
     }
-}
 
-void waitForExit(pid_t child) {
-    int status = 0;
-    while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    // Leaves the exit to be taken.
+    bool hasExited() const {
+        siginfo_t info{};
+        return ::waitid(P_PID, static_cast<id_t>(m_id), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+               info.si_pid == m_id;
     }
-}
+
+    void reap() const {
+        int status = 0;
+        while (::waitpid(m_id, &status, 0) < 0 && errno == EINTR) {
+        }
+    }
+
+    pid_t m_id;
+};
+
+// What a program writes, up to its end, to one byte beyond a bound, or to a request to stop.
+class Output {
+  public:
+    Output(const StopToken& stop, std::size_t mostBytes)
+        : m_stop(stop)
+        , m_mostBytes(mostBytes) {}
+
+    // A read error ends the output as its end does: what came so far is the answer. False when there may be more
+    // than was read.
+    bool readToEnd(int descriptor) {
+        std::array<char, std::size_t{64} << 10U> buffer; // as much as a pipe holds
+        while (waitForBytes(descriptor) && m_bytes.size() <= m_mostBytes) {
+            const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
+            if (count > 0) {
+                m_bytes.append(buffer.data(), static_cast<std::size_t>(count));
+            } else if (count == 0 || errno != EINTR) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    std::string take() { return std::move(m_bytes); }
+
+  private:
+    static constexpr int kMillisecondsBetweenLooks = 20;
+
+    // False when nobody wants them any more. A read that nobody can stop needs no looks at the token.
+    bool waitForBytes(int descriptor) const {
+        if (!m_stop.stopPossible()) {
+            return true;
+        }
+        pollfd waited{descriptor, POLLIN, 0};
+        while (!m_stop.stopRequested()) {
+            if (::poll(&waited, 1, kMillisecondsBetweenLooks) > 0) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    const StopToken& m_stop;
+    std::size_t m_mostBytes;
+    std::string m_bytes;
+};
 
 } // namespace
 
-Result<std::string> PosixCommandRunner::run(const std::string& path,
-                                            const std::vector<std::string>& arguments) {
-    if (holdsNul(path) || std::ranges::any_of(arguments, holdsNul)) {
+Result<std::string> PosixCommandRunner::outputOf(const Run& run) {
+    if (holdsNul(run.path) || std::ranges::any_of(run.arguments, holdsNul)) {
         return PlatformError{ErrorCode::kReadInvalidName,
                              EINVAL}; // the program would see a shorter text than was asked for
     }
@@ -152,14 +240,19 @@ Result<std::string> PosixCommandRunner::run(const std::string& path,
     }
     const Descriptor reading(ends[0]);
     Descriptor writing(ends[1]);
-    const auto child = spawn(path, arguments, writing.get());
+    const auto started = spawn(run.path, run.arguments, writing.get());
     writing.reset(); // or the output would never end
-    if (!child) {
-        return child.error();
+    if (!started) {
+        return started.error();
     }
-    std::string output = readToEnd(reading.get());
-    waitForExit(*child);
-    return output;
+    const Child child(*started);
+    Output output(run.stop, run.mostBytes);
+    if (output.readToEnd(reading.get())) {
+        child.waitForExit(run.stop);
+    } else {
+        child.end();
+    }
+    return output.take();
 }
 
 } // namespace quillane

@@ -7,10 +7,11 @@ namespace quillane {
 // descriptor but 0, 1 and 2 (standard input is empty), no blocked signal and no ignored one.
 // A program that can't be started fails with the code for its errno: missing, not executable, not a program
 // (a script without an interpreter line is not handed to a shell), arguments that are too long; a path or an
-// argument that holds a NUL is an invalid name. Has no state: one instance serves every thread.
+// argument that holds a NUL is an invalid name. A program that is ended gets SIGTERM and, a second later
+// at most, SIGKILL, with all of its process group, which it leads; a request to stop is seen within 20 ms. Has no state: one instance serves every thread.
 class PosixCommandRunner final : public CommandRunner {
-  public:
-    Result<std::string> run(const std::string& path, const std::vector<std::string>& arguments) override;
+  protected:
+    Result<std::string> outputOf(const Run& run) override;
 };
 
 } // namespace quillane
