@@ -247,7 +247,7 @@ TEST(FileFinder, OnlyASearchHasALimit) {
     // Whatever is asked, all of them are the answer.
     class Naming final : public CommandRunner {
       public:
-        Result<std::string> run(const std::string&, const std::vector<std::string>&) override {
+        Result<std::string> outputOf(const Run&) override {
             std::string output;
             for (int i = 0; i < kFiles; ++i) {
                 output += std::string(kDownloads) + "/" + std::to_string(i) + ".zip\n";
