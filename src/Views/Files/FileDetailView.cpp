@@ -62,6 +62,8 @@ FileDetailView::FileDetailView(AppLibrary& library, QWidget* parent)
     blocks()->addWidget(m_protectedNote);
     blocks()->addWidget(new Panel(std::nullopt, m_stats));
     blocks()->addWidget(m_folder);
+    m_folder->setAlignment(Qt::AlignLeft);
+    m_folder->setTint(Tint::Secondary);
     m_folder->setAccessibleName(QStringLiteral("Folder"));
     connect(m_preview, &QPushButton::clicked, this, [this] {
         if (m_url) {

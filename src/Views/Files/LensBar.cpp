@@ -1,11 +1,13 @@
 #include "Files/LensBar.h"
 #include "AppLibrary.h"
+#include "Components/FocusRing.h"
 #include "Components/Hairline.h"
 #include "Components/LibraryObserver.h"
 #include "Components/PushButton.h"
 #include "Components/SegmentedControl.h"
 #include "Components/ShownText.h"
 #include "Components/Tokens.h"
+#include <QApplication>
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -100,8 +102,14 @@ void LensBar::render() {
     m_searchRow->setVisible(m_library.filesMode() == FilesMode::search);
 }
 
+// A click on the search lens means to type; who walks through the lenses by keys stays among them.
 void LensBar::choose(int lens) {
-    m_library.setFilesMode(kAllFilesModes.at(static_cast<std::size_t>(lens)));
+    const auto mode = kAllFilesModes.at(static_cast<std::size_t>(lens));
+    m_library.setFilesMode(mode);
+    if (mode == FilesMode::search && !FocusRing::isShownFor(QApplication::focusWidget())) {
+        m_searchRow->show();
+        m_text->setFocus(Qt::OtherFocusReason);
+    }
 }
 
 void LensBar::chooseKind(int index) {

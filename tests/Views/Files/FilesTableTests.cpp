@@ -478,3 +478,21 @@ TEST_F(FilesTableTest, OneProtectedFileAmongSeveralStaysOutOfTheReview) {
     choose(menu, "Move 2 Files to Trash…");
     EXPECT_EQ(reviewed(), QStringList({"/Users/alex/Documents/Thesis/dataset.csv"}));
 }
+
+TEST_F(FilesTableTest, AClickOnTheSearchLensMeansToTypeAndArrowsStayAmongTheLenses) {
+    openWith(five());
+    bar().lenses()->setFocus(Qt::TabFocusReason);
+    for (int i = 0; i < 3; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+        turn();
+    }
+    ASSERT_EQ(library.filesMode(), FilesMode::search);
+    EXPECT_FALSE(bar().text()->hasFocus());
+    chooseLens(FilesMode::large);
+    QTest::mouseClick(&table(), Qt::LeftButton);
+    auto* const last = bar().lenses()->findChildren<QAbstractButton*>().back();
+    QTest::mouseClick(last, Qt::LeftButton);
+    turn();
+    ASSERT_EQ(library.filesMode(), FilesMode::search);
+    EXPECT_TRUE(bar().text()->hasFocus());
+}
