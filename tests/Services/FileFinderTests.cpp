@@ -394,50 +394,5 @@ TEST(FileFinder, ThePhotosLibraryIsMeasuredWholeAndIsAbsentWhenMissing) {
               allocatedOnDisk(sample.disk.at("Users/alex/" + library)));
 }
 
-// The sample Mac, with the search that walks it
-
-class FilesOfTheSampleMac : public testing::Test {
-  protected:
-    SamplePlatform sample{SampleMac::small(), SampleSpotlight::embedded};
-    Texts search(const std::string& text, std::optional<Kind> kind = std::nullopt) {
-        return namesOf(FileFinder::search(sample.platform, text, kind));
-    }
-};
-
-TEST_F(FilesOfTheSampleMac, TheLargeOnesAreThoseOfTheirLengthAndPlaceholdersAmongThem) {
-    const auto files = FileFinder::largeAndOld(sample.platform);
-    ASSERT_EQ(namesOf(files), Texts{"Conference talk.mp4"}) << "what is large on the full Mac is small here";
-    EXPECT_TRUE(files.front().isCloudPlaceholder);
-}
-
-TEST_F(FilesOfTheSampleMac, CapturesAreThoseWithTheMarkWhateverTheirNames) {
-    EXPECT_THAT(namesOf(FileFinder::collect(sample.platform, std::string(FileFinder::kScreenshotsQuery),
-                                            FileFinder::kUserRoots, FileFinder::kNoLimit)),
-                testing::UnorderedElementsAre("Screenshot 2024-05-02 at 10.20.30.png", "which lamp.png"));
-}
-
-TEST_F(FilesOfTheSampleMac, InstallersAreMarkedByTheApplicationsThatAreThere) {
-    std::set<std::string> installed;
-    for (const auto& app : sample.expectedApplications()) {
-        installed.insert(app.name);
-    }
-    std::map<std::string, bool> done;
-    for (const auto& file : FileFinder::installers(sample.platform, installed)) {
-        done[file.name()] = file.installsAnInstalledApp;
-    }
-    EXPECT_EQ(done, (std::map<std::string, bool>{{"Harbour VM 5.2.dmg", true},
-                                                 {"tessel-studio_3.9.4.pkg", true},
-                                                 {"Quarry Notes.dmg", false},
-                                                 {"Photos from Lena.zip", false}}));
-}
-
-TEST_F(FilesOfTheSampleMac, ASearchFindsNamesAndWhatIsWrittenInside) {
-    EXPECT_THAT(search("invoice 2023"), testing::UnorderedElementsAre("To the landlord.txt", "Ledger.csv"));
-    EXPECT_THAT(search("CAFE"), testing::UnorderedElementsAre("R\u00E9sum\u00E9.txt", "Quittung.txt"));
-    EXPECT_EQ(search("lamp", Kind::image), Texts{"which lamp.png"});
-    EXPECT_THAT(search("lamp", Kind::pdf), IsEmpty());
-    EXPECT_THAT(search("heic"), IsEmpty()) << "the Photos library is not looked into";
-}
-
 } // namespace
 } // namespace quillane
