@@ -148,10 +148,13 @@ std::string_view formOf(std::string_view head) {
     if (mark != kMarks.end()) {
         return mark->form;
     }
+    if (isPlainPicture(head)) {
+        return "ppm";
+    }
     if (head.substr(0, kPdfLookedAt).find("%PDF-") != std::string_view::npos) {
         return "pdf";
     }
-    return isPlainPicture(head) ? "ppm"sv : isSvg(head) ? "svg"sv : ""sv;
+    return isSvg(head) ? "svg"sv : ""sv;
 }
 
 std::optional<Bytes> bytesKeptOfJpeg(std::string_view head) {

@@ -118,7 +118,8 @@ std::string FilePreviews::textOf(const Subject& subject) {
 std::shared_ptr<const IconImage> FilePreviews::decoded(Subject& subject, PixelSize size, Fit fit,
                                                        const StopToken& stop) const {
     OpenFileDevice device(std::move(subject.file), m_clock, m_clock.instant() + kPatience, stop);
-    return shared(ImageDecoder::decoded(device, subject.head, size, fit));
+    auto picture = ImageDecoder::decoded(device, subject.head, size, fit);
+    return device.hasFailed() ? nullptr : shared(std::move(picture));
 }
 
 std::optional<PreviewPage> FilePreviews::pdfPage(const FileURL& url, int number, PixelSize size,

@@ -22,17 +22,28 @@ OpenFileDevice::OpenFileDevice(std::unique_ptr<OpenFile> file, const Clock& cloc
     open(QIODevice::ReadOnly | QIODevice::Unbuffered);
 }
 
+// All that was asked for where the file has it: many readers take less for the end.
 qint64 OpenFileDevice::readData(char* data, qint64 most) {
-    const Bytes offset = pos();
-    const bool isInBuffer =
-        offset >= m_bufferBegin && offset < m_bufferBegin + static_cast<Bytes>(m_bufferLength);
-    if (isOver() || (!isInBuffer && !fill(offset))) {
-        return -1;
+    qint64 done = 0;
+    while (done < most) {
+        const Bytes offset = pos() + done;
+        if (isOver() || (!isBuffered(offset) && !fill(offset))) {
+            m_hasFailed = true;
+            return -1;
+        }
+        if (!isBuffered(offset)) {
+            break; // the end
+        }
+        const auto begin = static_cast<std::size_t>(offset - m_bufferBegin);
+        const auto count = std::min(static_cast<std::size_t>(most - done), m_bufferLength - begin);
+        std::memcpy(data + done, m_buffer.data() + begin, count);
+        done += static_cast<qint64>(count);
     }
-    const auto begin = static_cast<std::size_t>(offset - m_bufferBegin);
-    const auto count = std::min(static_cast<std::size_t>(most), m_bufferLength - begin);
-    std::memcpy(data, m_buffer.data() + begin, count);
-    return static_cast<qint64>(count);
+    return done;
+}
+
+bool OpenFileDevice::isBuffered(Bytes offset) const {
+    return offset >= m_bufferBegin && offset < m_bufferBegin + static_cast<Bytes>(m_bufferLength);
 }
 
 bool OpenFileDevice::isOver() const {

@@ -17,6 +17,8 @@ class OpenFileDevice final : public QIODevice { // NOLINT(misc-multiple-inherita
     OpenFileDevice(std::unique_ptr<OpenFile> file, const Clock& clock, Instant deadline, StopToken stop);
 
     qint64 size() const override { return m_length; }
+    // Whether a reading has failed. Some decoders make do with what they had before, and their picture is none.
+    bool hasFailed() const { return m_hasFailed; }
 
   protected:
     qint64 readData(char* data, qint64 most) override;
@@ -24,6 +26,7 @@ class OpenFileDevice final : public QIODevice { // NOLINT(misc-multiple-inherita
 
   private:
     bool isOver() const;
+    bool isBuffered(Bytes offset) const;
     bool fill(Bytes offset);
 
     std::unique_ptr<OpenFile> m_file;
@@ -34,6 +37,7 @@ class OpenFileDevice final : public QIODevice { // NOLINT(misc-multiple-inherita
     std::vector<std::byte> m_buffer;
     Bytes m_bufferBegin = 0;
     std::size_t m_bufferLength = 0;
+    bool m_hasFailed = false;
 };
 
 } // namespace quillane

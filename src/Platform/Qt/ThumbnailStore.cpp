@@ -27,12 +27,12 @@ bool isPlain(char c) {
 }
 
 // Some programs write a fraction behind the whole seconds.
-bool isMadeFor(const QImageReader& reader, const std::string& uri, Date modified) {
-    const QString told = reader.text(QStringLiteral("Thumb::MTime"));
+bool isMadeFor(const QImage& thumbnail, const std::string& uri, Date modified) {
+    const QString told = thumbnail.text(QStringLiteral("Thumb::MTime"));
     bool isNumber = false;
     const qlonglong seconds = told.section(QLatin1Char('.'), 0, 0).toLongLong(&isNumber);
     return isNumber && seconds == static_cast<qlonglong>(std::floor(modified.secondsSince1970())) &&
-           reader.text(QStringLiteral("Thumb::URI")).toStdString() == uri;
+           thumbnail.text(QStringLiteral("Thumb::URI")).toStdString() == uri;
 }
 
 std::shared_ptr<const IconImage> thumbnailIn(const std::string& bytes, const std::string& uri,
@@ -43,12 +43,13 @@ std::shared_ptr<const IconImage> thumbnailIn(const std::string& bytes, const std
     QImageReader reader(&buffer, "png");
     reader.setAutoDetectImageFormat(false); // no other reader gets the bytes
     const QSize size = reader.size();
-    if (size.isEmpty() || size.width() > Pictures::kMostSide || size.height() > Pictures::kMostSide ||
-        !isMadeFor(reader, uri, modified)) {
+    if (size.isEmpty() || size.width() > Pictures::kMostSide || size.height() > Pictures::kMostSide) {
         return nullptr;
     }
     const QImage image = reader.read();
-    return image.isNull() ? nullptr : std::make_shared<const IconImage>(Pictures::fromImage(image));
+    return image.isNull() || !isMadeFor(image, uri, modified)
+               ? nullptr
+               : std::make_shared<const IconImage>(Pictures::fromImage(image));
 }
 
 } // namespace

@@ -18,7 +18,7 @@ namespace quillane {
 namespace {
 
 constexpr int kBetweenRows = 2;
-constexpr int kPadding = 9; // above the folder and below the second line
+constexpr int kPadding = 10; // above the folder and below the second line
 constexpr int kBetweenLines = 1;
 constexpr int kEdge = 11; // between the ground of a row and what stands first and last on it
 constexpr int kSymbol = 16;

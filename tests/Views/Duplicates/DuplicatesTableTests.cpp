@@ -111,6 +111,27 @@ TEST_F(DuplicatesTableTest, TheColumnsHaveTheirWidths) {
     }
 }
 
+TEST_F(DuplicatesTableTest, TheLastFigureEndsBeforeTheBarOfItsRowDoes) {
+    openWith(four());
+    click("Studio tour.mov");
+    turn();
+    const QImage rows = table().viewport()->grab().toImage();
+    const QRect cell = table().visualRect(table().model()->index(0, Column::kWasted));
+    const auto isPlain = [&](int fromTheEnd) {
+        const int x = cell.right() - fromTheEnd;
+        for (int y = cell.top() + 6; y < cell.bottom() - 6; ++y) {
+            if (rows.pixel(x, y) != rows.pixel(x, cell.top() + 6)) {
+                return false;
+            }
+        }
+        return true;
+    };
+    for (int fromTheEnd = 9; fromTheEnd < 16; ++fromTheEnd) { // the bar ends at 8
+        EXPECT_TRUE(isPlain(fromTheEnd)) << fromTheEnd;
+    }
+    EXPECT_FALSE(isPlain(17) && isPlain(18)) << "and there it stands";
+}
+
 TEST_F(DuplicatesTableTest, EveryControlThatTakesTheFocusHasAName) {
     openWith(four());
     EXPECT_EQ(namelessControls(), QStringList());
