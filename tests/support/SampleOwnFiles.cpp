@@ -141,7 +141,7 @@ void addInstallers(SampleMac& mac, SampleScale mb) {
     add("Downloads/tessel-studio_3.9.4.pkg", Kind::installer, 21, 610, kIsThere);
     add("Downloads/Lumen-Browser-131.0.2.dmg", Kind::diskImage, 17, 28, kIsThere);
     add("Downloads/Quarry Notes.dmg", Kind::diskImage, 9, 12, kIsNot);
-    add("Downloads/Willow Paint 4.1.pkg", Kind::installer, 4, 260, kIsNot);
+    add("Downloads/Willow Paint 4.1.pkg", Kind::installer, 5.3, 260, kIsNot);
     mac.ownFile("Downloads/kettle.zip", Kind::archive)
         .content(SampleArchives::zip({{"Kettle.app/Contents/PkgInfo", "APPL????"}}))
         .modified(daysAgo(7))

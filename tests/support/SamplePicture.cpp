@@ -57,21 +57,36 @@ SamplePicture drawn(int width, int height, double grain, const ColourAt& colourA
     return picture;
 }
 
-// The outline of a row of hills.
-struct Ridge {
-    double base;
-    std::array<double, 4> heights;
-    std::array<double, 4> phases;
-
-    double at(double x) const {
-        double top = base;
-        double frequency = 3;
+// The outline of a row of hills, kept for as many places as a picture may be wide.
+class Ridge {
+  public:
+    Ridge(double base, Dice& dice)
+        : m_tops(kPlaces) {
+        std::array<double, 4> heights{};
+        std::array<double, 4> phases{};
+        double height = dice.between(0.04, 0.09);
         for (std::size_t i = 0; i < heights.size(); ++i) {
-            top -= heights[i] * std::sin(frequency * x + phases[i]);
-            frequency *= 2.3;
+            heights[i] = height;
+            phases[i] = dice.between(0, 6.28);
+            height *= 0.42;
         }
-        return top;
+        for (std::size_t place = 0; place < kPlaces; ++place) {
+            const double x = static_cast<double>(place) / kPlaces;
+            double frequency = 3;
+            m_tops[place] = base;
+            for (std::size_t i = 0; i < heights.size(); ++i) {
+                m_tops[place] -= heights[i] * std::sin(frequency * x + phases[i]);
+                frequency *= 2.3;
+            }
+        }
     }
+    double at(double x) const {
+        return m_tops[static_cast<std::size_t>(std::clamp(x, 0.0, 0.9999) * kPlaces)];
+    }
+
+  private:
+    static constexpr std::size_t kPlaces = 2'048;
+    std::vector<double> m_tops;
 };
 
 struct Landscape {
@@ -81,7 +96,7 @@ struct Landscape {
     double aspect = 1; // of the picture, so that the sun is round
     double sunX = 0;
     double sunY = 0;
-    std::array<Ridge, 4> ridges{};
+    std::vector<Ridge> ridges;
 
     static constexpr double kShore = 0.72;
 
@@ -118,16 +133,8 @@ Landscape landscapeOf(std::uint32_t number, double aspect) {
     const auto& light = kLights[number % kLights.size()];
     Landscape scene{light[0], light[1], light[2], aspect, dice.between(0.15, 0.85), dice.between(0.1, 0.3),
                     {}};
-    double base = 0.45;
-    for (auto& ridge : scene.ridges) {
-        ridge.base = base;
-        double height = dice.between(0.04, 0.09);
-        for (std::size_t i = 0; i < ridge.heights.size(); ++i) {
-            ridge.heights[i] = height;
-            ridge.phases[i] = dice.between(0, 6.28);
-            height *= 0.42;
-        }
-        base += 0.08;
+    for (const double base : {0.45, 0.53, 0.61, 0.69}) {
+        scene.ridges.emplace_back(base, dice);
     }
     return scene;
 }

@@ -23,10 +23,10 @@ int main(int argc, char** argv) {
     const TemporaryFolder volume;
     DesktopSession desktop(application);
     const auto now = desktop.clock().now();
+    const auto beforeSample = sinceStart.elapsed();
     const auto mac =
         arguments.contains(QStringLiteral("--small")) ? SampleMac::small(now) : SampleMac::full(now);
     const auto& folder = volume.path();
-    const auto beforeSample = sinceStart.elapsed();
     SampleSession session(desktop, mac, folder);
     const auto afterSample = sinceStart.elapsed();
     QuillaneApp app(session.platform());
