@@ -186,7 +186,6 @@ void QuickLookPanel::begin(const FileURL& url) {
     m_keyboard = parentWidget()->focusWidget();
     look(url);
     show();
-    raise();
     activateWindow();
     setFocus();
 }
