@@ -24,8 +24,7 @@ class DocumentTextTest : public testing::Test {
     static std::string textBy(const DocumentText& documents, const std::string& path,
                               const StopToken& stop = {}) {
         const FileURL url(path);
-        const auto extension = url.pathExtension();
-        return *documents.of(url, documentKind(ContentTypes::ofFile(extension), extension), stop);
+        return documents.text(url, ContentTypes::ofFile(url.pathExtension()), stop);
     }
     std::string hostPath(const FileURL& url) const { return m_disk.hostPath(url); }
     // The arguments by which the program for PDF files is run.
@@ -198,11 +197,37 @@ TEST_F(DocumentTextTest, IsThatOfTheStartOfALargeFile) {
     EXPECT_EQ(textBy(documents, "/b.html"), "0123456789");
 }
 
-TEST_F(DocumentTextTest, OfPlainTextIsReadByOthers) {
-    m_volume.file("a.txt", "words").file("a.jpg", "words");
-    EXPECT_EQ(text("/a.txt"), "");
-    EXPECT_EQ(text("/a.jpg"), "");
-    EXPECT_TRUE(m_files.calls(FileCall::open).empty());
+TEST_F(DocumentTextTest, OfAFileWithoutATypeIsReadByItsExtension) {
+    m_volume.file("a.md", "*words*\nof caf\xE9 s")
+        .file("a.ots", zipOf({{"content.xml", "<text:p>sheet</text:p>"}}));
+    EXPECT_EQ(text("/a.md"), "*words*\nof caf\u00E9 s");
+    EXPECT_EQ(text("/a.ots"), "sheet");
+}
+
+TEST_F(DocumentTextTest, OfWhatIsNoDocumentIsNoneAndTheDiskIsNotAsked) {
+    m_volume.file("a.unknown", "words").file("a.jpg", "words").file("a", "words");
+    m_files.clear();
+    for (const char* path : {"/a.unknown", "/a.jpg", "/a"}) {
+        EXPECT_EQ(text(path), "") << path;
+    }
+    EXPECT_TRUE(m_files.calls().empty());
+}
+
+TEST_F(DocumentTextTest, IsToldOfDocumentsAndOfTypesThatAreNotDeclared) {
+    struct Row {
+        const char* extension;
+        bool isRead;
+        bool isCostly;
+    };
+    const Row rows[] = {{"pdf", true, true},   {"docx", true, false}, {"html", true, false},
+                        {"rtf", true, false},  {"eml", true, false},  {"md", true, false},
+                        {"", true, false},     {"txt", false, false}, {"json", false, false},
+                        {"jpg", false, false}, {"zip", false, false}};
+    for (const auto& row : rows) {
+        const auto& type = ContentTypes::ofFile(row.extension);
+        EXPECT_EQ(m_documents.reads(type), row.isRead) << row.extension;
+        EXPECT_EQ(m_documents.isCostly(type), row.isCostly) << row.extension;
+    }
 }
 
 TEST_F(DocumentTextTest, IsReadBySeveralThreadsAtOnce) {

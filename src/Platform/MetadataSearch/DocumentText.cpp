@@ -1,6 +1,7 @@
 #include "DocumentText.h"
 #include "HtmlText.h"
 #include "MessageText.h"
+#include "PlainText.h"
 #include "RtfText.h"
 #include "TextSink.h"
 #include <algorithm>
@@ -50,8 +51,24 @@ DocumentText::DocumentText(const FileSystem& files, CommandRunner& programs, Hos
     , m_limits(limits)
     , m_kept(limits.kept) {}
 
+bool DocumentText::reads(const ContentType& type) const {
+    const auto kind = documentKind(type, "");
+    return type.is("public.data") || (kind != DocumentKind::none && kind != DocumentKind::plainText);
+}
+
+bool DocumentText::isCostly(const ContentType& type) const {
+    return quillane::isCostly(documentKind(type, ""));
+}
+
+std::string DocumentText::text(const FileURL& file, const ContentType& type, const StopToken& stop) const {
+    return *of(file, documentKind(type, file.pathExtension()), stop);
+}
+
 TextCache::Text DocumentText::of(const FileURL& url, DocumentKind kind, const StopToken& stop) const {
     static const auto kNone = std::make_shared<const std::string>();
+    if (kind == DocumentKind::none) {
+        return kNone;
+    }
     const auto file = m_files.resourceValues(url);
     if (!file || file->type != EntryType::regular || stop.stopRequested()) {
         return kNone;
@@ -76,22 +93,25 @@ DocumentText::Reading DocumentText::read(const FileURL& url, DocumentKind kind, 
     case DocumentKind::webPage:
     case DocumentKind::richText:
     case DocumentKind::message:
-        return readMarkup(url, kind);
+    case DocumentKind::plainText:
+        return readStart(url, kind);
     case DocumentKind::office:
         return readOffice(url, stop);
     case DocumentKind::pdf:
         return readPdf(url, stop);
     case DocumentKind::none:
-    case DocumentKind::plainText:
         break;
     }
     return {"", false};
 }
 
-DocumentText::Reading DocumentText::readMarkup(const FileURL& url, DocumentKind kind) const {
+DocumentText::Reading DocumentText::readStart(const FileURL& url, DocumentKind kind) const {
     const auto bytes = start(m_files, url, m_limits.file);
     if (!bytes) {
         return {"", false};
+    }
+    if (kind == DocumentKind::plainText) {
+        return {PlainText::decoded(*bytes), false}; // kept by the system, and decoded at once
     }
     TextSink sink(m_limits.text);
     if (kind == DocumentKind::webPage) {

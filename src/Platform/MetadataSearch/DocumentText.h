@@ -1,6 +1,7 @@
 #pragma once
 #include "CommandRunner.h"
 #include "DocumentKind.h"
+#include "DocumentReader.h"
 #include "FileSystem.h"
 #include "OfficeArchive.h"
 #include "TextCache.h"
@@ -11,8 +12,9 @@
 namespace quillane {
 
 struct DocumentLimits {
-    std::size_t text = std::size_t{4} << 20U;  // bytes of UTF-8 of a document
-    std::size_t file = std::size_t{16} << 20U; // bytes from the start of a page, a rich text or a mail
+    std::size_t text = std::size_t{4} << 20U; // bytes of UTF-8 of a document
+    std::size_t file = std::size_t{16}
+                       << 20U; // bytes from the start of what is no office document and no PDF
     OfficeArchive::Limits office;
     std::size_t kept = std::size_t{64} << 20U; // bytes of all texts that are kept
 };
@@ -22,7 +24,7 @@ struct DocumentLimits {
 // its own. A document that can't be read, is encrypted or is not there any more has no text, and nobody is told.
 //
 // Texts are kept, as long as their file does not change, so that a second search reads nothing again.
-class DocumentText {
+class DocumentText final : public DocumentReader {
   public:
     // The path of the machine for a file, which another program is given.
     using HostPath = std::function<std::string(const FileURL&)>;
@@ -32,9 +34,14 @@ class DocumentText {
     DocumentText(const FileSystem& files, CommandRunner& programs, HostPath hostPath = {},
                  const DocumentLimits& limits = {});
 
-    // The text of a regular file of this kind as UTF-8, in which each run of white space is one blank. Never null; empty
-    // where there is none, for kinds that are read in other ways, and when stop is requested. Blocks; any thread, many
-    // at once.
+    // Files of a type that the system does not declare are known by their extension, so all of them are read: those that
+    // are no documents are empty and cost nothing. Plain text of a type that is declared is read in other ways.
+    bool reads(const ContentType& type) const override;
+    bool isCostly(const ContentType& type) const override;
+    std::string text(const FileURL& file, const ContentType& type, const StopToken& stop) const override;
+
+    // The text of a regular file of this kind as UTF-8, in which each run of white space is one blank but for plain text.
+    // Never null; empty where there is none and when stop is requested. Blocks; any thread, many at once.
     TextCache::Text of(const FileURL& url, DocumentKind kind, const StopToken& stop = {}) const;
 
   private:
@@ -44,7 +51,7 @@ class DocumentText {
     };
 
     Reading read(const FileURL& url, DocumentKind kind, const StopToken& stop) const;
-    Reading readMarkup(const FileURL& url, DocumentKind kind) const;
+    Reading readStart(const FileURL& url, DocumentKind kind) const;
     Reading readOffice(const FileURL& url, const StopToken& stop) const;
     Reading readPdf(const FileURL& url, const StopToken& stop) const;
 
