@@ -44,6 +44,9 @@ TEST(HtmlText, IsDecodedByWhatThePageSaysUnlessItsBytesSayMore) {
     EXPECT_EQ(textOf("<meta charset=\"koi8-r\"><p>\xD0\xC9\xD7\xCF"), "\u043F\u0438\u0432\u043E");
     EXPECT_EQ(textOf("<META CONTENT='text/html; Charset=windows-1250'><p>\xF8\xE8"), "\u0159\u010D");
     EXPECT_EQ(textOf("<meta charset=koi8-r><p>caf\u00E9"), "caf\u00E9") << "valid UTF-8";
+    EXPECT_EQ(textOf("\xEF\xBB\xBF"
+                     "caf\u00E9"),
+              "caf\u00E9");
     EXPECT_EQ(textOf("<meta charset=nosuch><p>caf\xE9"), "caf\u00E9");
     EXPECT_EQ(textOf("<p>caf\xE9"), "caf\u00E9");
     EXPECT_EQ(textOf(std::string_view("\xFF\xFE<\0p\0>\0w\0i\0", 12)), "wi");
