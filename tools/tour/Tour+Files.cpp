@@ -5,6 +5,7 @@
 #include "Duplicates/CopiesList.h"
 #include "Duplicates/DuplicateDetailView.h"
 #include "Formatting.h"
+#include "Preview/QuickLookPanel.h"
 #include "QuillaneApp.h"
 #include "Shell/ContentView.h"
 #include "Shell/StandingScreens.h"
@@ -115,18 +116,20 @@ void Tour::lookAtPicture() {
     Visitor::waitUntil([this] { return !Visitor::isWaiting(&window()); });
     take(QStringLiteral("files-screenshot-selected"));
     Visitor::press(&window(), Qt::Key_Space);
-    const auto& looked = *window().state().quickLookURL;
-    check(looked && nameOf(looked->path()) == name, QStringLiteral("the space bar does not look at ") + name);
-    check(Visitor::waitUntil([&] { return Visitor::windowTitled(name) != nullptr; }, 10),
-          QStringLiteral("no panel shows ") + name);
-    if (auto* const panel = Visitor::windowTitled(name)) {
-        Visitor::waitUntil([&] { return !Visitor::isWaiting(panel); });
-        takeOf(*panel, QStringLiteral("quick-look"));
-        Visitor::press(panel, Qt::Key_Space);
-    }
-    check(!*window().state().quickLookURL && Visitor::windowTitled(name) == nullptr,
+    comparePanel(name, QStringLiteral("quick-look"));
+}
+
+void Tour::comparePanel(const QString& name, const QString& picture) {
+    auto& panel = *window().quickLook();
+    const auto isShown = [&] { return panel.content() == QuickLookPanel::Content::picture; };
+    check(Visitor::waitUntil(isShown, 20), QStringLiteral("the panel shows no picture of ") + name);
+    check(panel.isVisible() && panel.windowTitle() == name,
+          QStringLiteral("the panel is not called ") + name);
+    takeOf(panel, picture);
+    Visitor::press(&panel, Qt::Key_Space);
+    check(!panel.isVisible() && !*window().state().quickLookURL,
           QStringLiteral("the space bar does not close the panel"));
-    say(QStringLiteral("Looked at %1 with the space bar.").arg(name));
+    say(QStringLiteral("Looked at %1 in a panel of its own.").arg(name));
 }
 
 void Tour::findByWords() {
@@ -167,6 +170,8 @@ void Tour::visitDuplicates() {
           QStringLiteral("the copies were not compared"));
     Visitor::settle();
     compareDuplicates();
+    lookAtCopy(QStringLiteral("lake.jpg"));
+    lookAtCopy(QStringLiteral("Lease (signed).pdf"));
     removeAndPutBack(LibrarySection::duplicates, QStringLiteral("rain.wav"),
                      [this] { return chooseAnotherCopy(); });
 }
@@ -192,6 +197,20 @@ void Tour::compareDuplicates() {
     say(QStringLiteral("%1 groups of copies waste %2, as on disk.")
             .arg(groups.size())
             .arg(bytesText(wasted)));
+}
+
+void Tour::lookAtCopy(const QString& name) {
+    auto* const groups = table(LibrarySection::duplicates);
+    const auto row = Visitor::column(groups, 0).indexOf(name);
+    check(row >= 0, QStringLiteral("not among the copies: ") + name);
+    if (row < 0) {
+        return;
+    }
+    Visitor::click(groups, static_cast<int>(row), 0);
+    auto* const copies = window().detail(LibrarySection::duplicates)->findChild<CopiesList*>();
+    const auto first = copies->model()->index(0, 0);
+    Visitor::click(copies->viewport(), copies->placeOf(first, CopiesList::Part::Look).center());
+    comparePanel(name, QStringLiteral("quick-look-") + name.left(4).toLower());
 }
 
 std::vector<std::string> Tour::chooseAnotherCopy() {

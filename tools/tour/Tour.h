@@ -55,7 +55,11 @@ class Tour {
     void findByWords();
     void lookAtPicture();
     void chooseLens(const QString& lens);
+    // Waits for the panel to show a picture of that file, takes one of it, and closes it.
+    void comparePanel(const QString& name, const QString& picture);
     void visitDuplicates();
+    // Looks at the first copy of the group with that name.
+    void lookAtCopy(const QString& name);
     void compareDuplicates();
     // Chooses another copy than the suggested one in the pane of the group that is shown.
     std::vector<std::string> chooseAnotherCopy();

@@ -95,15 +95,6 @@ QWidget* named(const QWidget* widget, const QString& name) {
     return nullptr;
 }
 
-QWidget* windowTitled(const QString& title) {
-    for (auto* const window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && window->windowTitle() == title) {
-            return window;
-        }
-    }
-    return nullptr;
-}
-
 bool isWaiting(const QWidget* widget) {
     const auto spinners = widget->findChildren<Spinner*>();
     return std::ranges::any_of(spinners,

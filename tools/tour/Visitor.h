@@ -23,8 +23,6 @@ QStringList column(const QTreeView* table, int column);
 
 // The visible widget below this one that assistive tools call so; null when there is none.
 QWidget* named(const QWidget* widget, const QString& name);
-// The other window that shows this title; null while there is none.
-QWidget* windowTitled(const QString& title);
 // Whether something visible below this one still turns, as it waits for what it will show.
 bool isWaiting(const QWidget* widget);
 
