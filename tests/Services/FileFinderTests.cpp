@@ -1,7 +1,9 @@
 #include "FileFinder.h"
 #include "RecordedPlatform.h"
 #include "SamplePlatform.h"
+#include "StopToken.h"
 #include <algorithm>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
@@ -94,10 +96,67 @@ std::string queryInEveryRoot(Lens lens) {
     return questions.empty() ? "" : questions.front().second;
 }
 
+// Stopping
+
+// Prints a file of Downloads and is then asked to stop.
+class StoppingRunner final : public CommandRunner {
+  public:
+    int runs = 0;
+    const StopSource source;
+
+  protected:
+    Result<std::string> outputOf(const Run& /*run*/) override {
+        ++runs;
+        source.requestStop();
+        return std::string(kDownloads) + "/a.txt\n";
+    }
+};
+
+TEST(FileFinder, ALensThatIsStoppedAsksNoFurtherFolderAndDescribesNothing) {
+    SampleMac mac;
+    for (const auto root : FileFinder::kUserRoots) {
+        mac.folder(std::string(root));
+    }
+    mac.file("Downloads/a.txt", "a");
+    const SamplePlatform sample(mac);
+    const std::vector<std::function<std::vector<UserFile>(const Platform&, const StopToken&)>> lenses = {
+        [](const auto& platform, const auto& stop) { return FileFinder::largeAndOld(platform, stop); },
+        [](const auto& platform, const auto& stop) { return FileFinder::installers(platform, {}, stop); },
+        [](const auto& platform, const auto& stop) { return FileFinder::search(platform, "a", {}, stop); }};
+    for (const auto& lens : lenses) {
+        StoppingRunner runner;
+        const Platform& whole = sample.platform;
+        const Platform platform{whole.files,    runner,          whole.metadata, whole.clock,
+                                whole.tasks,    whole.workspace, whole.trash,    whole.runningApplications,
+                                whole.defaults, whole.previews};
+        EXPECT_THAT(lens(platform, runner.source.token()), IsEmpty());
+        EXPECT_EQ(runner.runs, 1);
+    }
+}
+
+TEST_F(FileFinderTest, FilesThatAreStillToBeDescribedWhenItIsStoppedAreNotLookedAt) {
+    Texts paths;
+    for (int i = 0; i < 40; ++i) {
+        mac.file("Downloads/" + std::to_string(i), "x");
+        paths.push_back(std::string(kDownloads) + "/" + std::to_string(i));
+    }
+    lay();
+    answer(paths);
+    RecordedPlatform recorded(sample->platform);
+    const StopSource source;
+    recorded.files.beforeEach([&](const auto& made) {
+        if (made.call == FileCall::resourceValues) {
+            source.requestStop();
+        }
+    });
+    FileFinder::collect(recorded.platform, kQuery, kRoots, FileFinder::kNoLimit, source.token());
+    EXPECT_EQ(recorded.files.calls(FileCall::resourceValues).size(), 1U);
+}
+
 // The queries
 
 TEST(FileFinder, LargeFilesAreAskedForInEveryRoot) {
-    EXPECT_EQ(queryInEveryRoot(FileFinder::largeAndOld),
+    EXPECT_EQ(queryInEveryRoot([](const Platform& platform) { return FileFinder::largeAndOld(platform); }),
               "kMDItemFSSize >= 100000000 && kMDItemContentType != 'public.folder'");
 }
 
