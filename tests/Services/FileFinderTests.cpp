@@ -1,8 +1,10 @@
 #include "FileFinder.h"
 #include "RecordedPlatform.h"
 #include "SamplePlatform.h"
+#include "StopToken.h"
 #include "ThreadTaskRunner.h"
 #include <algorithm>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
@@ -95,10 +97,67 @@ std::string queryInEveryRoot(Lens lens) {
     return questions.empty() ? "" : questions.front().second;
 }
 
+// Stopping
+
+// Prints a file of Downloads and is then asked to stop.
+class StoppingRunner final : public CommandRunner {
+  public:
+    int runs = 0;
+    const StopSource source;
+
+  protected:
+    Result<std::string> outputOf(const Run& /*run*/) override {
+        ++runs;
+        source.requestStop();
+        return std::string(kDownloads) + "/a.txt\n";
+    }
+};
+
+TEST(FileFinder, ALensThatIsStoppedAsksNoFurtherFolderAndDescribesNothing) {
+    SampleMac mac;
+    for (const auto root : FileFinder::kUserRoots) {
+        mac.folder(std::string(root));
+    }
+    mac.file("Downloads/a.txt", "a");
+    const SamplePlatform sample(mac);
+    const std::vector<std::function<std::vector<UserFile>(const Platform&, const StopToken&)>> lenses = {
+        [](const auto& platform, const auto& stop) { return FileFinder::largeAndOld(platform, stop); },
+        [](const auto& platform, const auto& stop) { return FileFinder::installers(platform, {}, stop); },
+        [](const auto& platform, const auto& stop) { return FileFinder::search(platform, "a", {}, stop); }};
+    for (const auto& lens : lenses) {
+        StoppingRunner runner;
+        const Platform& whole = sample.platform;
+        const Platform platform{whole.files,    runner,          whole.metadata, whole.clock,
+                                whole.tasks,    whole.workspace, whole.trash,    whole.runningApplications,
+                                whole.defaults, whole.previews};
+        EXPECT_THAT(lens(platform, runner.source.token()), IsEmpty());
+        EXPECT_EQ(runner.runs, 1);
+    }
+}
+
+TEST_F(FileFinderTest, FilesThatAreStillToBeDescribedWhenItIsStoppedAreNotLookedAt) {
+    Texts paths;
+    for (int i = 0; i < 40; ++i) {
+        mac.file("Downloads/" + std::to_string(i), "x");
+        paths.push_back(std::string(kDownloads) + "/" + std::to_string(i));
+    }
+    lay();
+    answer(paths);
+    RecordedPlatform recorded(sample->platform);
+    const StopSource source;
+    recorded.files.beforeEach([&](const auto& made) {
+        if (made.call == FileCall::resourceValues) {
+            source.requestStop();
+        }
+    });
+    FileFinder::collect(recorded.platform, kQuery, kRoots, FileFinder::kNoLimit, source.token());
+    EXPECT_EQ(recorded.files.calls(FileCall::resourceValues).size(), 1U);
+}
+
 // The queries
 
 TEST(FileFinder, LargeFilesAreAskedForInEveryRoot) {
-    EXPECT_EQ(queryInEveryRoot(FileFinder::largeAndOld),
+    EXPECT_EQ(queryInEveryRoot([](const Platform& platform) { return FileFinder::largeAndOld(platform); }),
               "kMDItemFSSize >= 100000000 && kMDItemContentType != 'public.folder'");
 }
 
@@ -453,51 +512,6 @@ TEST(FileFinder, ThePhotosLibraryIsMeasuredWholeAndIsAbsentWhenMissing) {
     const SamplePlatform sample(mac);
     EXPECT_EQ(FileFinder::photosLibraryBytes(sample.platform),
               allocatedOnDisk(sample.disk.at("Users/alex/" + library)));
-}
-
-// The sample Mac, with the search that walks it
-
-class FilesOfTheSampleMac : public testing::Test {
-  protected:
-    SamplePlatform sample{SampleMac::small(), SampleSpotlight::embedded};
-    Texts search(const std::string& text, std::optional<Kind> kind = std::nullopt) {
-        return namesOf(FileFinder::search(sample.platform, text, kind));
-    }
-};
-
-TEST_F(FilesOfTheSampleMac, TheLargeOnesAreThoseOfTheirLengthAndPlaceholdersAmongThem) {
-    const auto files = FileFinder::largeAndOld(sample.platform);
-    ASSERT_EQ(namesOf(files), Texts{"Conference talk.mp4"}) << "what is large on the full Mac is small here";
-    EXPECT_TRUE(files.front().isCloudPlaceholder);
-}
-
-TEST_F(FilesOfTheSampleMac, CapturesAreThoseWithTheMarkWhateverTheirNames) {
-    EXPECT_THAT(namesOf(FileFinder::collect(sample.platform, std::string(FileFinder::kScreenshotsQuery),
-                                            FileFinder::kUserRoots, FileFinder::kNoLimit)),
-                testing::UnorderedElementsAre("Screenshot 2024-05-02 at 10.20.30.png", "which lamp.png"));
-}
-
-TEST_F(FilesOfTheSampleMac, InstallersAreMarkedByTheApplicationsThatAreThere) {
-    std::set<std::string> installed;
-    for (const auto& app : sample.expectedApplications()) {
-        installed.insert(app.name);
-    }
-    std::map<std::string, bool> done;
-    for (const auto& file : FileFinder::installers(sample.platform, installed)) {
-        done[file.name()] = file.installsAnInstalledApp;
-    }
-    EXPECT_EQ(done, (std::map<std::string, bool>{{"Harbour VM 5.2.dmg", true},
-                                                 {"tessel-studio_3.9.4.pkg", true},
-                                                 {"Quarry Notes.dmg", false},
-                                                 {"Photos from Lena.zip", false}}));
-}
-
-TEST_F(FilesOfTheSampleMac, ASearchFindsNamesAndWhatIsWrittenInside) {
-    EXPECT_THAT(search("invoice 2023"), testing::UnorderedElementsAre("To the landlord.txt", "Ledger.csv"));
-    EXPECT_THAT(search("CAFE"), testing::UnorderedElementsAre("R\u00E9sum\u00E9.txt", "Quittung.txt"));
-    EXPECT_EQ(search("lamp", Kind::image), Texts{"which lamp.png"});
-    EXPECT_THAT(search("lamp", Kind::pdf), IsEmpty());
-    EXPECT_THAT(search("heic"), IsEmpty()) << "the Photos library is not looked into";
 }
 
 } // namespace

@@ -177,6 +177,16 @@ TEST_F(AppLibraryFiles, OfTwoLoadsOnlyTheSecondStores) {
     }
 }
 
+TEST_F(AppLibraryFiles, ALoadThatIsReplacedAsksTheIndexNothingMore) {
+    found(kLarge, "film.mov");
+    library->loadFiles();
+    runner.settle(); // its job waits
+    library->fileSearchText = "a";
+    library->setFilesMode(FilesMode::search);
+    runner.runAll();
+    EXPECT_EQ(queries(), Texts{searchQuery("a")});
+}
+
 TEST_F(AppLibraryFiles, TheFilesStayUntilTheNextAnswerIsThere) {
     found(kLarge, "film.mov");
     load();

@@ -100,6 +100,20 @@ DiskFolder& DiskFolder::sparse(std::string_view below, std::int64_t length) {
     return *this;
 }
 
+DiskFolder& DiskFolder::extend(std::string_view below, std::int64_t allocated, std::int64_t length) {
+    const int fd = ::open(at(below).c_str(), O_WRONLY | O_CLOEXEC);
+    require(fd >= 0, at(below));
+    if (allocated > 0) {
+        errno = ::posix_fallocate(fd, 0, allocated);
+        require(errno == 0, at(below));
+    }
+    struct stat status = {};
+    require(::fstat(fd, &status) == 0, at(below));
+    require(status.st_size >= length || ::ftruncate(fd, length) == 0, at(below));
+    ::close(fd);
+    return *this;
+}
+
 DiskFolder& DiskFolder::link(std::string_view below, std::string_view target) {
     makeParent(at(below));
     require(::symlink(std::string(target).c_str(), at(below).c_str()) == 0, at(below));

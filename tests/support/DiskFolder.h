@@ -28,6 +28,9 @@ class DiskFolder {
     DiskFolder& allocated(std::string_view below, std::int64_t bytes);
     // A file of that length with nothing allocated.
     DiskFolder& sparse(std::string_view below, std::int64_t length);
+    // A file that is there gets longer: its first `allocated` bytes are really on the disk, what follows up to
+    // `length` is a hole. Content stays, and nothing is cut.
+    DiskFolder& extend(std::string_view below, std::int64_t allocated, std::int64_t length);
     // A symbolic link with exactly this text.
     DiskFolder& link(std::string_view below, std::string_view target);
     DiskFolder& hardLink(std::string_view below, std::string_view existing);
