@@ -268,5 +268,39 @@ TEST(MetadataQuery, EveryAttributeOfTheTableHasItsName) {
     EXPECT_EQ(metadataAttributeNamed(""), MetadataAttribute::unknown);
 }
 
+// An item whose content is told later.
+class UnreadItem final : public MetadataItem {
+  public:
+    MetadataValue value(MetadataAttribute attribute) override {
+        return attribute == MetadataAttribute::size ? MetadataValue(Bytes{5}) : MetadataValue();
+    }
+    MetadataAnswer occursInContent(const TextPattern& /*pattern*/) override { return MetadataAnswer::later; }
+};
+
+TEST(MetadataQuery, WhatDependsOnUnreadContentIsAnsweredLaterAndAllElseAtOnce) {
+    const auto later = MetadataAnswer::later;
+    const std::string content = "kMDItemTextContent == 'x'";
+    const std::string yes = "kMDItemFSSize == 5";
+    const std::string no = "kMDItemFSSize == 6";
+    const std::vector<std::pair<std::string, MetadataAnswer>> rows = {
+        {content, later},
+        {"!(" + content + ")", later},
+        {"kMDItemTextContent != 'x'", later},
+        {"kMDItemTextContent > 'x'", MetadataAnswer::no},
+        {yes + " || " + content, MetadataAnswer::yes},
+        {no + " || " + content, later},
+        {yes + " && " + content, later},
+        {no + " && " + content, MetadataAnswer::no},
+        {"!(" + no + " && " + content + ")", MetadataAnswer::yes},
+        {content + " && " + content + " && " + no, MetadataAnswer::no},
+    };
+    for (const auto& [text, expected] : rows) {
+        UnreadItem item;
+        const auto query = MetadataQuery::parse(text, kNow);
+        ASSERT_TRUE(query) << text;
+        EXPECT_EQ(query->answer(item), expected) << text;
+    }
+}
+
 } // namespace
 } // namespace quillane
