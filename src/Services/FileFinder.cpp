@@ -13,7 +13,10 @@
 namespace quillane::FileFinder {
 namespace {
 
-constexpr const char* kLargeQuery = "kMDItemFSSize >= 100000000 && kMDItemContentType != 'public.folder'";
+std::string largeQuery() {
+    return "kMDItemFSSize >= " + std::to_string(UserFile::kLargeBytes) +
+           " && kMDItemContentType != 'public.folder'";
+}
 constexpr const char* kInstallersQuery = "kMDItemContentTypeTree == 'com.apple.disk-image' || "
                                          "kMDItemContentTypeTree == 'com.apple.installer-package-archive' || "
                                          "kMDItemContentTypeTree == 'public.zip-archive'";
@@ -106,7 +109,7 @@ std::string withQuotesEscaped(const std::string& text) {
 } // namespace
 
 std::vector<UserFile> largeAndOld(const Platform& platform, const StopToken& stop) {
-    return collect(platform, kLargeQuery, kUserRoots, kNoLimit, stop);
+    return collect(platform, largeQuery(), kUserRoots, kNoLimit, stop);
 }
 
 std::vector<UserFile> installers(const Platform& platform, const std::set<std::string>& installedAppNames,

@@ -2,6 +2,7 @@
 #include "RecordedPlatform.h"
 #include "SamplePlatform.h"
 #include "StopToken.h"
+#include "ThreadTaskRunner.h"
 #include <algorithm>
 #include <functional>
 #include <gmock/gmock.h>
@@ -296,6 +297,37 @@ TEST_F(FileFinderTest, ASearchListsThreeHundredAtMost) {
     EXPECT_EQ(FileFinder::search(embedded.platform, "word", std::nullopt).size(), 300U);
 }
 
+TEST(FileFinder, OnlyASearchHasALimit) {
+    constexpr int kFiles = 310;
+    SampleMac mac;
+    for (int i = 0; i < kFiles; ++i) {
+        mac.file("Downloads/" + std::to_string(i) + ".zip", "x");
+    }
+    // Whatever is asked, all of them are the answer.
+    class Naming final : public CommandRunner {
+      public:
+        Result<std::string> outputOf(const Run&) override {
+            std::string output;
+            for (int i = 0; i < kFiles; ++i) {
+                output += std::string(kDownloads) + "/" + std::to_string(i) + ".zip\n";
+            }
+            return output;
+        }
+    } naming;
+    const SamplePlatform sample(mac);
+    const Platform platform = withCommands(sample.platform, naming);
+    EXPECT_EQ(FileFinder::largeAndOld(platform).size(), 310U);
+    EXPECT_EQ(FileFinder::installers(platform, {}).size(), 310U);
+    EXPECT_EQ(FileFinder::search(platform, "zip", std::nullopt).size(), 300U);
+}
+
+TEST_F(FileFinderTest, WhatTheFilesTakeOnTheDiskOrdersThemAndNotTheirLength) {
+    mac.sparse("Downloads/long", 5'000'000).allocated("Downloads/dense", 500'000);
+    lay();
+    answer({"/Users/alex/Downloads/long", "/Users/alex/Downloads/dense"});
+    EXPECT_EQ(namesOf(collected()), (Texts{"dense", "long"}));
+}
+
 TEST_F(FileFinderTest, TheLargestOnDiskComesFirstAndEqualOnesKeepTheOrderOfTheIndex) {
     mac.allocated("Downloads/small", 5'000).allocated("Downloads/large", 500'000);
     Texts paths = {"/Users/alex/Downloads/small", "/Users/alex/Downloads/large"};
@@ -310,6 +342,23 @@ TEST_F(FileFinderTest, TheLargestOnDiskComesFirstAndEqualOnesKeepTheOrderOfTheIn
     EXPECT_EQ(namesOf(collected()), names);
 }
 
+TEST_F(FileFinderTest, SeveralThreadsListTheSame) {
+    Texts paths;
+    for (int i = 0; i < 500; ++i) {
+        const auto name = "Downloads/" + std::to_string(i);
+        mac.file(name, std::string(static_cast<std::size_t>(i) % 7 * 5'000, 'x'));
+        paths.push_back("/Users/alex/" + name);
+    }
+    lay();
+    answer(paths);
+    const auto expected = collected();
+    EXPECT_EQ(expected.size(), 500U);
+    MainQueue mainQueue;
+    ThreadTaskRunner threads(mainQueue);
+    EXPECT_EQ(FileFinder::collect(withTasks(sample->platform, threads), kQuery, kRoots, FileFinder::kNoLimit),
+              expected);
+}
+
 TEST_F(FileFinderTest, WhatCannotBeStartedFindsNothing) {
     mac.file("Downloads/a.txt", "x");
     lay();
@@ -322,6 +371,14 @@ TEST_F(FileFinderTest, ABrokenLineOfTheIndexIsNoFile) {
     print("Failed to create query for 'x'.\n\n/Users/alex/Downloads/a.txt\n"
           "/Users/alex/Downloads/\xff\n/Users/alex/Downloads/b.txt");
     EXPECT_THAT(namesOf(collected()), testing::UnorderedElementsAre("a.txt", "b.txt"));
+}
+
+TEST_F(FileFinderTest, AFileThatGoesBetweenTheIndexAndTheDiskIsNotListed) {
+    mac.file("Downloads/a.txt", "x").file("Downloads/b.txt", "x");
+    lay();
+    answer({"/Users/alex/Downloads/a.txt", "/Users/alex/Downloads/b.txt"});
+    sample->files.before(home("Downloads/a.txt"), [&] { sample->files.vanish(home("Downloads/a.txt")); });
+    EXPECT_EQ(namesOf(collected()), Texts{"b.txt"});
 }
 
 // What a file is described as
@@ -342,11 +399,13 @@ TEST_F(FileFinderTest, TheLastUseOfTheIndexGoesBeforeTheChange) {
     EXPECT_EQ(described("a.txt").lastUsed, sample->mac.date(daysAgo(2)));
 }
 
-TEST_F(FileFinderTest, LinksFoldersAndWhatCannotBeReadAreNoFiles) {
+TEST_F(FileFinderTest, LinksFoldersPipesAndWhatCannotBeReadAreNoFiles) {
     mac.folder("Downloads/folder").file("Downloads/a.txt", "x").link("Downloads/link", "a.txt");
     lay();
+    const std::string folder = "Users/alex/Downloads/";
+    sample->disk.fifo(folder + "pipe").socket(folder + "socket").zeroDevice(folder + "device");
     sample->files.fail(home("Downloads/a.txt"), {ErrorCode::kReadNoPermission, std::nullopt});
-    for (const char* name : {"folder", "link", "a.txt", "missing"}) {
+    for (const char* name : {"folder", "link", "a.txt", "missing", "pipe", "socket", "device"}) {
         EXPECT_EQ(FileFinder::describe(sample->platform, home("Downloads").appending(name)), std::nullopt)
             << name;
     }
@@ -417,13 +476,15 @@ TEST(FileFinder, AnInstallerWhoseNameBeginsWithAnInstalledOneHasDoneItsJob) {
     };
     const std::vector<Row> rows = {
         {"Northlight-RAW 7.2.dmg", true}, {"northlightraw.pkg", true}, {"Northlight.dmg", false},
-        {"My Northlight RAW.dmg", false}, {"Drawing.dmg", true},       {"Paint.zip", false}};
+        {"My Northlight RAW.dmg", false}, {"Drawing.dmg", true},       {"Paint.zip", false},
+        {"Loft 7.2.dmg", true},           {"Loft 7.dmg", false}};
     SampleMac mac;
     for (const auto& row : rows) {
         mac.file("Downloads/" + row.name, "x");
     }
     const SamplePlatform sample(mac, SampleSpotlight::embedded);
-    const auto files = FileFinder::installers(sample.platform, {"Northlight RAW", "Draw", "!!", ""});
+    const auto files = FileFinder::installers(sample.platform,
+                                              {"Northlight RAW", "Draw", "Paint Zip", "Loft 7.2", "!!", ""});
     ASSERT_EQ(files.size(), rows.size());
     for (const auto& row : rows) {
         const auto file = std::ranges::find(files, row.name, &UserFile::name);

@@ -5,7 +5,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 #include <utility>
@@ -127,6 +129,25 @@ DiskFolder& DiskFolder::hardLink(std::string_view below, std::string_view existi
 DiskFolder& DiskFolder::fifo(std::string_view below) {
     makeParent(at(below));
     require(::mkfifo(at(below).c_str(), 0644) == 0, at(below));
+    return *this;
+}
+
+DiskFolder& DiskFolder::socket(std::string_view below) {
+    makeParent(at(below));
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    require(at(below).copy(address.sun_path, sizeof(address.sun_path) - 1) == at(below).size(), at(below));
+    const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    require(::bind(fd, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0, at(below));
+    ::close(fd);
+    return *this;
+}
+
+DiskFolder& DiskFolder::zeroDevice(std::string_view below) {
+    makeParent(at(below));
+    struct stat zero = {};
+    require(::stat("/dev/zero", &zero) == 0, at(below));
+    require(::mknod(at(below).c_str(), S_IFCHR | 0644, zero.st_rdev) == 0 || errno == EPERM, at(below));
     return *this;
 }
 

@@ -35,6 +35,10 @@ class DiskFolder {
     DiskFolder& link(std::string_view below, std::string_view target);
     DiskFolder& hardLink(std::string_view below, std::string_view existing);
     DiskFolder& fifo(std::string_view below);
+    // A socket that a program has left.
+    DiskFolder& socket(std::string_view below);
+    // A device that gives zeros for ever. Left out where only root may make one.
+    DiskFolder& zeroDevice(std::string_view below);
     // A chain of `levels` folders called "d" below a folder, each in the one before, with a file called "leaf" in
     // the last. The path may be far too long for one call of the system.
     DiskFolder& chain(std::string_view below, int levels, std::string_view content = "");

@@ -21,6 +21,7 @@
 #include <QScreen>
 #include <QScrollBar>
 #include <QStackedWidget>
+#include <QTextDocument>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -102,6 +103,7 @@ void QuickLookPanel::makeContents() {
     m_text->setReadOnly(true);
     m_text->setFrameShape(QFrame::NoFrame);
     m_text->setTabChangesFocus(true);
+    m_text->document()->setDocumentMargin(kMargin);
     m_text->installEventFilter(this);
     m_contents->addWidget(new QWidget);
     m_contents->addWidget(centred(new Spinner(kSpinnerSide)));
@@ -141,6 +143,7 @@ QWidget* QuickLookPanel::makeLowestRow() {
     connect(m_previous, &QPushButton::clicked, this, [this] { turnPage(-1); });
     connect(m_next, &QPushButton::clicked, this, [this] { turnPage(1); });
     auto* const row = new QWidget;
+    row->setMinimumHeight(m_next->sizeHint().height() + kMargin); // nothing moves when a document comes
     auto* const layout = new QHBoxLayout(row);
     layout->setContentsMargins(kMargin, kMargin / 2, kMargin, kMargin / 2);
     layout->addWidget(m_facts, 1);
