@@ -1,4 +1,5 @@
 #pragma once
+#include "DocumentText.h"
 #include "FakeMetadata.h"
 #include "FakePreviews.h"
 #include "FakeRunningApplications.h"
@@ -10,6 +11,7 @@
 #include "MemoryDefaults.h"
 #include "MetadataSearch.h"
 #include "Platform.h"
+#include "PosixCommandRunner.h"
 #include "PosixFileSystem.h"
 #include "SampleMac.h"
 #include "ScriptedCommandRunner.h"
@@ -74,7 +76,9 @@ class SamplePlatform {
 
   private:
     SampleSpotlight m_spotlight;
-    MetadataSearch m_search{volume, metadata, clock, {FileURL("/")}};
+    PosixCommandRunner m_readers; // of documents: the machine's own, for there are none on the volume
+    DocumentText m_documents{volume, m_readers, [this](const FileURL& url) { return volume.hostPath(url); }};
+    MetadataSearch m_search{volume, metadata, clock, {FileURL("/")}, {.documents = &m_documents}};
     SearchingCommandRunner m_searching{volume, m_search, commands};
 
   public:
