@@ -4,6 +4,7 @@
 #include "DesktopStorage.h"
 #include "DesktopThumbnails.h"
 #include "DesktopWorkspace.h"
+#include "DocumentText.h"
 #include "FilePreviews.h"
 #include "MetadataSearch.h"
 #include "PosixCommandRunner.h"
@@ -22,7 +23,9 @@ int main(int argc, char** argv) {
     const auto& files = storage.files;
     RecentlyUsedFiles metadata(files, RecentlyUsedFiles::registryOfThisUser(files.home()));
     PosixCommandRunner programs;
-    const MetadataSearch search(files, metadata, session.clock(), {files.home(), FileURL("/Applications")});
+    const DocumentText documents(files, programs);
+    const MetadataSearch search(files, metadata, session.clock(), {files.home(), FileURL("/Applications")},
+                                {.documents = &documents});
     SearchingCommandRunner commands(files, search, programs);
     ThreadTaskRunner tasks(session.mainQueue());
     DesktopWorkspace workspace(files, tasks, DesktopWorkspace::Reach::machine);

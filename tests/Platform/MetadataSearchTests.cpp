@@ -1,3 +1,5 @@
+#include "DocumentFiles.h"
+#include "DocumentText.h"
 #include "FakeMetadata.h"
 #include "ForwardingFileSystem.h"
 #include "IndexedItem.h"
@@ -7,6 +9,7 @@
 #include "PosixFileSystem.h"
 #include "PropertyListWriter.h"
 #include "RecordingFileSystem.h"
+#include "ScriptedCommandRunner.h"
 #include "TemporaryFolder.h"
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -265,6 +268,22 @@ TEST_F(MetadataSearchTest, ContentIsFoundInTextsAndNowhereElse) {
         findIn("/a", "(kMDItemDisplayName == \"*invoice*\"cd || kMDItemTextContent == \"*invoice*\"cd)"),
         (Lines{"/a/invoice.key", "/a/letter.txt", "/a/page.html"}));
     EXPECT_EQ(findIn("/a", "kMDItemTextContent == \"renee\"cd"), Lines{"/a/letter.txt"});
+}
+
+TEST_F(MetadataSearchTest, ContentIsFoundInDocumentsWhereTheyCanBeRead) {
+    m_volume.file("a/letter.docx", docxOf("Dear Ren\u00E9e, the Invoice"))
+        .file("a/page.html", "<script>invoice</script>in<b>voice</b>")
+        .file("a/script.html", "<script>invoice</script>")
+        .file("a/notes.md", "# Invoice")
+        .file("a/plain.txt", "invoice")
+        .file("a/unknown.bin", "invoice");
+    ScriptedCommandRunner programs;
+    const DocumentText documents(m_files, programs);
+    const MetadataSearch search(m_files, m_metadata, m_clock, {FileURL("/")}, {.documents = &documents});
+    EXPECT_EQ(split(search.answer({"kMDItemTextContent == \"*invoice*\"cd"}), '\n'),
+              (Lines{"/a/letter.docx", "/a/notes.md", "/a/page.html", "/a/plain.txt"}));
+    EXPECT_EQ(find("kMDItemTextContent == \"*invoice*\"cd"),
+              (Lines{"/a/page.html", "/a/plain.txt", "/a/script.html"}));
 }
 
 TEST_F(MetadataSearchTest, ContentIsReadOnlyFromTheStartOfAFile) {

@@ -2,6 +2,7 @@
 #include "AbsentCommandRunner.h"
 #include "DesktopSession.h"
 #include "DesktopWorkspace.h"
+#include "DocumentText.h"
 #include "FakeMetadata.h"
 #include "FakeRunningApplications.h"
 #include "FilePreviews.h"
@@ -54,13 +55,16 @@ class SampleSession {
     PosixFileSystem m_files;
     FakeMetadata m_metadata;
     AbsentCommandRunner m_programs;
-    MetadataSearch m_search{m_files, m_metadata, m_session.clock(), {FileURL("/")}};
+    PosixCommandRunner m_viewers; // of documents: the machine's own, for there are none in the sample
+    DocumentText m_documents{m_files, m_viewers,
+                             [this](const FileURL& url) { return m_files.hostPath(url); }};
+    MetadataSearch m_search{
+        m_files, m_metadata, m_session.clock(), {FileURL("/")}, {.documents = &m_documents}};
     SearchingCommandRunner m_commands{m_files, m_search, m_programs};
     DesktopWorkspace m_workspace{m_files, m_tasks, DesktopWorkspace::Reach::volume};
     FolderTrash m_trash;
     FakeRunningApplications m_running;
     MemoryDefaults m_defaults;
-    PosixCommandRunner m_viewers; // of documents: the machine's own, for there are none in the sample
     FilePreviews m_previews{m_files, m_viewers, m_session.clock(),
                             [this](const FileURL& url) { return m_files.hostPath(url); }};
     ThreadTaskRunner m_tasks;

@@ -109,19 +109,24 @@ bool IndexedItem::isMarkedAsScreenCapture() const {
 }
 
 MetadataValue IndexedItem::textContent() {
-    if (m_entryType != EntryType::regular || !m_contentType.conformsTo("public.text")) {
+    const bool isDocument = m_documents != nullptr && m_documents->reads(m_contentType);
+    if (m_entryType != EntryType::regular || (!isDocument && !m_contentType.conformsTo("public.text"))) {
         return {};
     }
     if (!m_text) {
         if (m_budget.left == 0) {
             return {};
         }
-        const auto bytes =
-            m_files.read(urlOf(m_path), std::min(m_budget.left, TextBudget::kBytesOfFile)).valueOr("");
-        m_budget.left -= std::min(m_budget.left, bytes.size());
-        m_text = PlainText::decoded(bytes);
+        m_text = isDocument ? m_documents->text(urlOf(m_path), m_contentType, {}) : plainText();
     }
     return std::string_view(*m_text);
+}
+
+std::string IndexedItem::plainText() {
+    const auto bytes =
+        m_files.read(urlOf(m_path), std::min(m_budget.left, TextBudget::kBytesOfFile)).valueOr("");
+    m_budget.left -= std::min(m_budget.left, bytes.size());
+    return PlainText::decoded(bytes);
 }
 
 } // namespace quillane

@@ -1,5 +1,6 @@
 #pragma once
 #include "ContentTypes.h"
+#include "DocumentReader.h"
 #include "FileSystem.h"
 #include "Metadata.h"
 #include "MetadataQuery.h"
@@ -21,11 +22,13 @@ struct TextBudget {
 // then once; name and type need nothing. Lives within one step of a walk.
 class IndexedItem final : public MetadataItem {
   public:
-    // `path` must outlive the item.
-    IndexedItem(const FileSystem& files, const Metadata& metadata, TextBudget& budget, std::string_view path,
-                EntryType entryType, const ContentType& contentType)
+    // `path` must outlive the item. Without `documents` only plain text has content.
+    IndexedItem(const FileSystem& files, const Metadata& metadata, const DocumentReader* documents,
+                TextBudget& budget, std::string_view path, EntryType entryType,
+                const ContentType& contentType)
         : m_files(files)
         , m_metadata(metadata)
+        , m_documents(documents)
         , m_budget(budget)
         , m_path(path)
         , m_entryType(entryType)
@@ -43,9 +46,11 @@ class IndexedItem final : public MetadataItem {
     MetadataValue screenCapture() const;
     bool isMarkedAsScreenCapture() const;
     MetadataValue textContent();
+    std::string plainText();
 
     const FileSystem& m_files;
     const Metadata& m_metadata;
+    const DocumentReader* m_documents;
     TextBudget& m_budget;
     std::string_view m_path;
     EntryType m_entryType;

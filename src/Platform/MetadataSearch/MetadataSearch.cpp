@@ -113,11 +113,12 @@ struct MetadataSearch::Hits {
 };
 
 MetadataSearch::MetadataSearch(const FileSystem& files, const Metadata& metadata, const Clock& clock,
-                               std::vector<FileURL> roots)
+                               std::vector<FileURL> roots, SearchHelpers helpers)
     : m_files(files)
     , m_metadata(metadata)
     , m_clock(clock)
     , m_roots(std::move(roots))
+    , m_helpers(helpers)
     , m_home(files.home().path()) {}
 
 std::string MetadataSearch::answer(const std::vector<std::string>& arguments) const {
@@ -152,7 +153,7 @@ void MetadataSearch::search(FileURL root, const Request& request, const Metadata
             return false;
         }
         const auto& type = contentType(path, entry.name, entry.type);
-        IndexedItem item(m_files, m_metadata, hits.budget, path, entry.type, type);
+        IndexedItem item(m_files, m_metadata, m_helpers.documents, hits.budget, path, entry.type, type);
         if (query.matches(item)) {
             auto& line = hits.lines.emplace_back(path);
             for (const auto& attribute : request.attributes) {

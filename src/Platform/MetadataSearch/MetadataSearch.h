@@ -1,6 +1,7 @@
 #pragma once
 #include "Clock.h"
 #include "ContentTypes.h"
+#include "DocumentReader.h"
 #include "FileSystem.h"
 #include "Metadata.h"
 #include "MetadataQuery.h"
@@ -9,6 +10,11 @@
 #include <vector>
 
 namespace quillane {
+
+// What a search may use beside the disk.
+struct SearchHelpers {
+    const DocumentReader* documents = nullptr; // null: only plain text has content
+};
 
 // Answers what the system's program "mdfind" would, where there is no such program: the same arguments, the
 // same text. There is no index behind it; every search walks the folders, asks names and types first and the
@@ -36,7 +42,7 @@ class MetadataSearch {
     // `roots` is where a search without -onlyin looks. "/" for a volume that is small enough to be walked
     // whole, such as a sample; the home folder and "/Applications" for a real machine.
     MetadataSearch(const FileSystem& files, const Metadata& metadata, const Clock& clock,
-                   std::vector<FileURL> roots);
+                   std::vector<FileURL> roots, SearchHelpers helpers = {});
 
     // Never fails. Blocks for as long as the walk takes; any thread, many at once.
     std::string answer(const std::vector<std::string>& arguments) const;
@@ -54,6 +60,7 @@ class MetadataSearch {
     const Metadata& m_metadata;
     const Clock& m_clock;
     std::vector<FileURL> m_roots;
+    SearchHelpers m_helpers;
     std::string m_home;
 };
 
