@@ -4,6 +4,7 @@
 #include "DesktopStorage.h"
 #include "DesktopThumbnails.h"
 #include "DesktopWorkspace.h"
+#include "DocumentText.h"
 #include "FilePreviews.h"
 #include "MetadataSearch.h"
 #include "PosixCommandRunner.h"
@@ -24,8 +25,9 @@ int main(int argc, char** argv) {
     PosixCommandRunner programs;
     ThreadTaskRunner tasks(
         session.mainQueue()); // before what its jobs use, as nothing of this is ever destroyed
+    const DocumentText documents(files, programs);
     const MetadataSearch search(files, metadata, session.clock(), {files.home(), FileURL("/Applications")},
-                                {.threads = &tasks});
+                                {.threads = &tasks, .documents = &documents});
     SearchingCommandRunner commands(files, search, programs);
     DesktopWorkspace workspace(files, tasks, DesktopWorkspace::Reach::machine);
     DesktopThumbnails thumbnails(ThumbnailStore(files, ThumbnailStore::folderOfThisUser(files.home())),

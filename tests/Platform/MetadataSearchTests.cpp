@@ -1,3 +1,5 @@
+#include "DocumentFiles.h"
+#include "DocumentText.h"
 #include "FakeMetadata.h"
 #include "ForwardingFileSystem.h"
 #include "IndexedItem.h"
@@ -263,6 +265,22 @@ TEST_F(MetadataSearchTest, AnApplicationIsShownWithoutItsExtension) {
                                "/Applications", kEverything}),
               "/Applications/Editor.app   kMDItemDisplayName = Editor   kMDItemFSName = Editor.app\n"
               "/Applications/notes.txt   kMDItemDisplayName = notes.txt   kMDItemFSName = notes.txt\n");
+}
+
+TEST_F(MetadataSearchTest, ContentIsFoundInDocumentsWhereTheyCanBeRead) {
+    m_volume.file("a/letter.docx", docxOf("Dear Ren\u00E9e, the Invoice"))
+        .file("a/page.html", "<script>invoice</script>in<b>voice</b>")
+        .file("a/script.html", "<script>invoice</script>")
+        .file("a/notes.md", "# Invoice")
+        .file("a/plain.txt", "invoice")
+        .file("a/unknown.bin", "invoice");
+    ScriptedCommandRunner programs;
+    const DocumentText documents(m_files, programs);
+    const MetadataSearch search(m_files, m_metadata, m_clock, {FileURL("/")}, {.documents = &documents});
+    EXPECT_EQ(split(search.answer({"kMDItemTextContent == \"*invoice*\"cd"}), '\n'),
+              (Lines{"/a/letter.docx", "/a/notes.md", "/a/page.html", "/a/plain.txt"}));
+    EXPECT_EQ(find("kMDItemTextContent == \"*invoice*\"cd"),
+              (Lines{"/a/page.html", "/a/plain.txt", "/a/script.html"}));
 }
 
 TEST_F(MetadataSearchTest, ContentIsFoundInTextsAndNowhereElse) {

@@ -84,8 +84,9 @@ std::optional<std::uint32_t> numbered(std::string_view digits) {
     const bool isHexadecimal = digits.starts_with('x') || digits.starts_with('X');
     digits.remove_prefix(isHexadecimal ? 1 : 0);
     std::uint32_t value = 0;
-    const auto* const end = digits.data() + digits.size();
-    const auto [stop, failure] = std::from_chars(digits.data(), end, value, isHexadecimal ? 16 : 10);
+    const char* const begin = digits.data();
+    const char* const end = begin + digits.size();
+    const auto [stop, failure] = std::from_chars(begin, end, value, isHexadecimal ? 16 : 10);
     if (failure != std::errc() || stop != end || value == 0) {
         return std::nullopt;
     }

@@ -203,9 +203,10 @@ class Reader {
 // Of the form that says so in its first line.
 std::string_view withoutCount(std::string_view bytes) {
     std::size_t count = 0;
-    const auto* const end = bytes.data() + std::min<std::size_t>(bytes.size(), 12);
-    const auto [stop, failure] = std::from_chars(bytes.data(), end, count);
-    const auto rest = bytes.substr(static_cast<std::size_t>(stop - bytes.data()));
+    const char* const begin = bytes.data();
+    const char* const end = begin + std::min<std::size_t>(bytes.size(), 12);
+    const auto [stop, failure] = std::from_chars(begin, end, count);
+    const auto rest = bytes.substr(static_cast<std::size_t>(stop - begin));
     const auto blanks = std::min(rest.find_first_not_of(" \r"), rest.size());
     if (failure != std::errc() || !rest.substr(blanks).starts_with('\n')) {
         return bytes;

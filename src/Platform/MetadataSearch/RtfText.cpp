@@ -119,12 +119,11 @@ class Parser {
             hexadecimalByte();
         } else if (symbol == '\\' || symbol == '{' || symbol == '}') {
             addByte(symbol);
-        } else if (symbol == '~') {
+        } else if (symbol == '~' || symbol == '\r' ||
+                   symbol == '\n') { // an end of line is a way to write "\par"
             endWord();
         } else if (symbol == '_') {
             addByte('-');
-        } else if (symbol == '\r' || symbol == '\n') {
-            endWord(); // another way to write "\par"
         } else if (symbol == '*') {
             m_groups.back().isSkipped = true;
         }

@@ -38,6 +38,7 @@ void FilePreview::setKind(UserFile::Kind kind) {
 
 void FilePreview::setPicture(const std::shared_ptr<const IconImage>& picture) {
     m_picture = picture && !picture->isEmpty() ? copyOf(*picture) : QImage();
+    m_filling = QPixmap();
     update();
 }
 
@@ -50,12 +51,17 @@ QSize FilePreview::minimumSizeHint() const {
 }
 
 // Fills the button; what is too much of one side is cut off evenly at both ends.
-void FilePreview::drawPicture(QPainter& painter) const {
-    const QSizeF filled = QSizeF(m_picture.size()).scaled(size(), Qt::KeepAspectRatioByExpanding);
-    QRectF target(QPointF(), filled);
+void FilePreview::drawPicture(QPainter& painter) {
+    const QSize pixels = (QSizeF(size()) * devicePixelRatioF()).toSize();
+    const QSize filled = m_picture.size().scaled(pixels, Qt::KeepAspectRatioByExpanding);
+    if (m_filling.size() != filled) {
+        m_filling =
+            QPixmap::fromImage(m_picture.scaled(filled, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+        m_filling.setDevicePixelRatio(devicePixelRatioF());
+    }
+    QRectF target(QPointF(), QSizeF(filled) / devicePixelRatioF());
     target.moveCenter(QRectF(rect()).center());
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(target, m_picture);
+    painter.drawPixmap(target.topLeft(), m_filling);
 }
 
 void FilePreview::paintEvent(QPaintEvent*) {

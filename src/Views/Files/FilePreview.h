@@ -1,6 +1,7 @@
 #pragma once
 #include "UserFile.h"
 #include <QImage>
+#include <QPixmap>
 #include <QPushButton>
 #include <memory>
 
@@ -30,10 +31,11 @@ class FilePreview : public QPushButton {
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    void drawPicture(QPainter& painter) const;
+    void drawPicture(QPainter& painter);
 
     QString m_symbol;
     QImage m_picture;
+    QPixmap m_filling; // the picture at the size of the button
 };
 
 } // namespace quillane

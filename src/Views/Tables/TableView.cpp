@@ -332,9 +332,10 @@ void TableView::pressSpace(QKeyEvent* event) {
         keyboardSearch(QStringLiteral(" "));
     } else if (currentIndex().isValid()) {
         if (!selectionModel()->isSelected(currentIndex().siblingAtColumn(0))) {
-            QTreeView::keyPressEvent(event);
+            QTreeView::keyPressEvent(event); // selects it, and that is all
+        } else {
+            emit spacePressed();
         }
-        emit spacePressed();
     }
     event->accept();
 }
