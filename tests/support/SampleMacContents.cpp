@@ -1,5 +1,6 @@
 // What stands on the sample Macs.
 #include "SampleMac.h"
+#include "SampleMacStartup.h"
 #include <fmt/format.h>
 
 namespace quillane {
@@ -621,6 +622,7 @@ SampleMac SampleMac::full(Date now) {
     addOrphans(mac, mb);
     addDeveloperLocations(mac, mb);
     addOwnFiles(mac, mb);
+    addStartupItems(mac);
     return mac;
 }
 
@@ -638,6 +640,7 @@ SampleMac SampleMac::small(Date now) {
     addOrphans(mac, kb);
     addDeveloperLocations(mac, kb);
     addOwnFiles(mac, kb);
+    addStartupItems(mac);
     mac.largeIcons(false);
     return mac;
 }

@@ -9,6 +9,7 @@
 #include "MetadataSearch.h"
 #include "Platform.h"
 #include "PosixFileSystem.h"
+#include "SampleLaunchctl.h"
 #include "SampleMac.h"
 #include "SearchingCommandRunner.h"
 #include "ThreadTaskRunner.h"
@@ -22,6 +23,7 @@ class SampleSession {
     SampleSession(DesktopSession& session, const SampleMac& mac, const std::string& hostFolder)
         : m_session(session)
         , m_files(hostFolder, FileURL(std::string(SampleMac::kHome)))
+        , m_launchctl(mac.loadedLabels(), m_programs)
         , m_trash(hostFolder, FileURL(std::string(SampleMac::kHome)))
         , m_tasks(session.mainQueue()) {
         mac.build(hostFolder);
@@ -51,8 +53,9 @@ class SampleSession {
     PosixFileSystem m_files;
     FakeMetadata m_metadata;
     AbsentCommandRunner m_programs;
+    SampleLaunchctl m_launchctl;
     MetadataSearch m_search{m_files, m_metadata, m_session.clock(), {FileURL("/")}};
-    SearchingCommandRunner m_commands{m_files, m_search, m_programs};
+    SearchingCommandRunner m_commands{m_files, m_search, m_launchctl};
     DesktopWorkspace m_workspace{m_files, m_tasks, DesktopWorkspace::Reach::volume};
     FolderTrash m_trash;
     FakeRunningApplications m_running;
