@@ -2,7 +2,9 @@
 #include "BundleProcesses.h"
 #include "DesktopSession.h"
 #include "DesktopStorage.h"
+#include "DesktopThumbnails.h"
 #include "DesktopWorkspace.h"
+#include "FilePreviews.h"
 #include "MetadataSearch.h"
 #include "PosixCommandRunner.h"
 #include "QuillaneApp.h"
@@ -24,6 +26,10 @@ int main(int argc, char** argv) {
     SearchingCommandRunner commands(files, search, programs);
     ThreadTaskRunner tasks(session.mainQueue());
     DesktopWorkspace workspace(files, tasks, DesktopWorkspace::Reach::machine);
+    DesktopThumbnails thumbnails(ThumbnailStore(files, ThumbnailStore::folderOfThisUser(files.home())),
+                                 session.clock());
+    FilePreviews previews(
+        files, programs, session.clock(), [](const FileURL& url) { return url.path(); }, &thumbnails);
     BundleProcesses running(files);
     storage.keepRoom(tasks);
     session.followDesktop(tasks);
@@ -36,7 +42,8 @@ int main(int argc, char** argv) {
                      .workspace = workspace,
                      .trash = storage.trash,
                      .runningApplications = running,
-                     .defaults = storage.defaults});
+                     .defaults = storage.defaults,
+                     .previews = previews});
     app.showWindow();
     // Work ends with the process: nobody who quits waits for a walk to come to its end. Everything that is
     // kept was written when it changed.

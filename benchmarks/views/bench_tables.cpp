@@ -24,7 +24,7 @@ using namespace quillane;
 namespace {
 
 constexpr std::array kTables = {LibrarySection::applications, LibrarySection::orphans,
-                                LibrarySection::developer};
+                                LibrarySection::developer, LibrarySection::duplicates};
 
 std::string numbered(const char* word, std::size_t number) {
     return word + std::to_string(number);
@@ -72,16 +72,39 @@ std::vector<DevCacheItem> locations(std::size_t count) {
     return items;
 }
 
+std::vector<DuplicateGroup> groups(std::size_t count, std::size_t copiesOfEach = 2) {
+    std::vector<DuplicateGroup> found(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        auto& group = found[i];
+        group.id = numbered("", i);
+        group.bytesEach = static_cast<Bytes>(1'000'000 + count - i);
+        for (std::size_t copy = 0; copy < copiesOfEach; ++copy) {
+            UserFile file;
+            file.url =
+                FileURL(numbered("/Users/alex/Documents/folder ", copy) + numbered("/Project ", i) + ".mov");
+            file.kind = UserFile::Kind::video;
+            file.bytes = group.bytesEach;
+            file.lastUsed = Date::fromUnix(1'700'000'000 - 86'400.0 * static_cast<double>(copy));
+            group.files.push_back(std::move(file));
+        }
+    }
+    return found;
+}
+
 // The window in a section, on the screen.
 class Shown {
   public:
     explicit Shown(const benchmark::State& state)
-        : m_section(kTables[static_cast<std::size_t>(state.range(0))])
-        , m_count(static_cast<std::size_t>(state.range(1))) {
+        : Shown(kTables[static_cast<std::size_t>(state.range(0))], static_cast<std::size_t>(state.range(1))) {
+    }
+    Shown(LibrarySection section, std::size_t count)
+        : m_section(section)
+        , m_count(count) {
         library.phase = AppLibrary::Phase{AppLibrary::Phase::Kind::ready};
         library.apps = applications(m_count);
         library.orphans = orphans(m_count);
         library.developerCaches = locations(m_count);
+        library.duplicates = groups(m_count);
         m_window.resize(1180, 740);
         m_window.show();
         m_window.enterSection(m_section);
@@ -100,6 +123,8 @@ class Shown {
             return library.apps.modify(dropFrom);
         case LibrarySection::orphans:
             return library.orphans.modify(dropFrom);
+        case LibrarySection::duplicates:
+            return library.duplicates.modify(dropFrom);
         default:
             return library.developerCaches.modify(dropFrom);
         }
@@ -200,10 +225,25 @@ void dropRowByName(benchmark::State& state) {
     }
 }
 
+// Another group of as many copies comes into the pane.
+void openGroup(benchmark::State& state) {
+    Shown shown(LibrarySection::duplicates, 0);
+    shown.library.duplicates = groups(2, static_cast<std::size_t>(state.range(0)));
+    QCoreApplication::processEvents();
+    shown.select(0);
+    QCoreApplication::processEvents();
+    int row = 0;
+    Frames frames(state);
+    for (auto _ : state) {
+        row = 1 - row;
+        frames.measure([&] { shown.select(row); });
+    }
+}
+
 // As many frames of each, so that the dearest of them are those of as many; a row less each time is no shorter list.
 void tables(benchmark::internal::Benchmark* program) {
     program->ArgNames({"table", "rows"})
-        ->ArgsProduct({{0, 1, 2}, {1'000, 20'000}})
+        ->ArgsProduct({{0, 1, 2, 3}, {1'000, 20'000}})
         ->Iterations(60)
         ->Unit(benchmark::kMillisecond);
 }
@@ -213,5 +253,7 @@ BENCHMARK(searchLetter)->Apply(tables);
 BENCHMARK(searchWord)->Apply(tables);
 BENCHMARK(dropRow)->Apply(tables);
 BENCHMARK(dropRowByName)->Apply(tables);
+BENCHMARK(openGroup)->ArgName("copies")->Arg(3)->Arg(500)->Arg(5'000)->Iterations(60)->Unit(
+    benchmark::kMillisecond);
 
 } // namespace

@@ -9,6 +9,8 @@ namespace quillane {
 
 // Files whose contents are the same. Its identity is `id`.
 struct DuplicateGroup {
+    static constexpr Bytes kLeastBytes = 1'000'000; // shorter files are not compared
+
     std::string id;              // SHA-256 of the whole content, 64 lower-case hexadecimal digits
     std::vector<UserFile> files; // the copies, most recently used first
     Bytes bytesEach = 0;         // the length of one copy as the search told it

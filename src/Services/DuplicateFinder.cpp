@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <string>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
@@ -112,9 +113,10 @@ std::optional<DuplicateGroup> described(const Platform& platform, ContentCompari
 
 std::vector<Line> mdfindWithSize(const Platform& platform, const FileURL& folder) {
     std::vector<Line> lines;
-    for (const auto& text : SearchProgram::lines(
-             platform, {"-onlyin", folder.path(), "-attr", "kMDItemFSSize",
-                        "kMDItemFSSize >= 1000000 && kMDItemContentType != 'public.folder'"})) {
+    for (const auto& text :
+         SearchProgram::lines(platform, {"-onlyin", folder.path(), "-attr", "kMDItemFSSize",
+                                         "kMDItemFSSize >= " + std::to_string(DuplicateGroup::kLeastBytes) +
+                                             " && kMDItemContentType != 'public.folder'"})) {
         if (auto line = parsedLine(text)) {
             lines.push_back(std::move(*line));
         }

@@ -70,15 +70,21 @@ Task<> AppLibrary::findDuplicates(StopToken stop) {
 }
 
 std::vector<DuplicateGroup> AppLibrary::visibleDuplicates() const {
-    auto groups = *duplicates;
+    std::vector<DuplicateGroup> groups;
+    forEachVisibleDuplicate([&groups](const DuplicateGroup& group) { groups.push_back(group); });
+    return groups;
+}
+
+void AppLibrary::forEachVisibleDuplicate(FunctionRef<void(const DuplicateGroup&)> visit) const {
     const auto& search = *searchText;
     const auto matches = [&](const UserFile& file) {
         return Text::localizedCaseInsensitiveContains(file.url.path(), search);
     };
-    std::erase_if(groups, [&](const DuplicateGroup& group) {
-        return !search.empty() && std::ranges::none_of(group.files, matches);
-    });
-    return groups;
+    for (const auto& group : *duplicates) {
+        if (search.empty() || std::ranges::any_of(group.files, matches)) {
+            visit(group);
+        }
+    }
 }
 
 Bytes AppLibrary::totalWastedBytes() const {

@@ -113,6 +113,8 @@ class AppLibrary {
     void loadDuplicates();
     // The groups in which the path of any file holds the search, in their order.
     std::vector<DuplicateGroup> visibleDuplicates() const;
+    // The same, each where it lies. `visit` changes nothing.
+    void forEachVisibleDuplicate(FunctionRef<void(const DuplicateGroup&)> visit) const;
     // The sum over all groups, whatever the search says.
     Bytes totalWastedBytes() const;
     // All copies of each group but one, less what is protected: the one that stands in `keeping` under the group's id

@@ -1,7 +1,11 @@
 #pragma once
 #include "DevCacheItem.h"
+#include "DuplicateGroup.h"
 #include "OrphanItem.h"
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace quillane {
 
@@ -35,6 +39,23 @@ inline DevCacheItem devCache(const std::string& tool, const std::string& kind, B
     item.safeToSweep = safeToSweep;
     item.consequence = "Made again when it is needed.";
     return item;
+}
+
+// Below the user's home folder.
+inline UserFile copyAt(const std::string& path, std::optional<Date> lastUsed = std::nullopt) {
+    UserFile file;
+    file.url = FileURL("/Users/alex/" + path);
+    file.kind = UserFile::kindOf(file.url);
+    file.lastUsed = lastUsed;
+    return file;
+}
+
+inline DuplicateGroup copies(const std::string& id, Bytes bytesEach, std::vector<UserFile> files) {
+    for (auto& file : files) {
+        file.bytes = bytesEach;
+        file.logicalBytes = bytesEach;
+    }
+    return {id, std::move(files), bytesEach};
 }
 
 } // namespace quillane

@@ -4,10 +4,12 @@
 #include "DesktopWorkspace.h"
 #include "FakeMetadata.h"
 #include "FakeRunningApplications.h"
+#include "FilePreviews.h"
 #include "FolderTrash.h"
 #include "MemoryDefaults.h"
 #include "MetadataSearch.h"
 #include "Platform.h"
+#include "PosixCommandRunner.h"
 #include "PosixFileSystem.h"
 #include "SampleLaunchctl.h"
 #include "SampleMac.h"
@@ -45,7 +47,8 @@ class SampleSession {
                 .workspace = m_workspace,
                 .trash = m_trash,
                 .runningApplications = m_running,
-                .defaults = m_defaults};
+                .defaults = m_defaults,
+                .previews = m_previews};
     }
 
   private:
@@ -60,6 +63,9 @@ class SampleSession {
     FolderTrash m_trash;
     FakeRunningApplications m_running;
     MemoryDefaults m_defaults;
+    PosixCommandRunner m_viewers; // of documents: the machine's own, for there are none in the sample
+    FilePreviews m_previews{m_files, m_viewers, m_session.clock(),
+                            [this](const FileURL& url) { return m_files.hostPath(url); }};
     ThreadTaskRunner m_tasks;
 };
 

@@ -7,13 +7,23 @@
 
 namespace quillane {
 
-DetailPane::DetailPane(const QString& removeLabel, const QString& name, QWidget* parent)
+DetailPane::DetailPane(const QString& removeLabel, const QString& name, QWidget* parent, RemoveButton place)
     : QWidget(parent)
     , m_toolbar(new ToolbarRow)
     , m_reveal(new PushButton(QStringLiteral("Reveal in Finder"), QStringLiteral("folder")))
-    , m_remove(new PushButton(removeLabel, QStringLiteral("trash"), PushButton::Role::Destructive))
+    , m_remove(new PushButton(removeLabel, QStringLiteral("trash"), PushButton::Role::Destructive,
+                              place == RemoveButton::InToolbar ? PushButton::Size::Regular
+                                                               : PushButton::Size::Sheet))
     , m_blocks(new QVBoxLayout) {
-    makeToolbar();
+    m_toolbar->addControl(m_reveal);
+    if (place == RemoveButton::InToolbar) {
+        m_toolbar->addControl(m_remove);
+        m_toolbar->setShrinking(m_reveal);
+    } else {
+        m_remove->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    }
+    connect(m_reveal, &QPushButton::clicked, this, [this] { reveal(); });
+    connect(m_remove, &QPushButton::clicked, this, [this] { askToRemove(); });
 
     auto* const content = new QWidget;
     auto* const padded = new QVBoxLayout(content);
@@ -30,14 +40,6 @@ DetailPane::DetailPane(const QString& removeLabel, const QString& name, QWidget*
     column->setSpacing(0);
     column->addWidget(m_toolbar);
     column->addWidget(m_scroll, 1);
-}
-
-void DetailPane::makeToolbar() {
-    m_toolbar->addControl(m_reveal);
-    m_toolbar->addControl(m_remove);
-    m_toolbar->setShrinking(m_reveal);
-    connect(m_reveal, &QPushButton::clicked, this, [this] { reveal(); });
-    connect(m_remove, &QPushButton::clicked, this, [this] { askToRemove(); });
 }
 
 QString DetailPane::lockHelp() {

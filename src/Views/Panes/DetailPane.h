@@ -28,8 +28,11 @@ class DetailPane : public QWidget {
     void removalWanted(const quillane::BulkRemoval& removal);
 
   protected:
+    // Where the destructive button stands: in the first row, or wide wherever the pane puts it among its blocks.
+    enum class RemoveButton { InToolbar, AmongBlocks };
     // `removeLabel` is what the destructive button says, `name` what assistive tools call the blocks.
-    DetailPane(const QString& removeLabel, const QString& name, QWidget* parent);
+    DetailPane(const QString& removeLabel, const QString& name, QWidget* parent,
+               RemoveButton place = RemoveButton::InToolbar);
 
     // From the top; what is hidden takes no room.
     QVBoxLayout* blocks() const { return m_blocks; }
@@ -40,8 +43,6 @@ class DetailPane : public QWidget {
     virtual void askToRemove() = 0;
 
   private:
-    void makeToolbar();
-
     ToolbarRow* m_toolbar;
     PushButton* m_reveal;
     PushButton* m_remove;

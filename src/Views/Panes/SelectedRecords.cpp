@@ -7,13 +7,13 @@ namespace quillane {
 
 namespace {
 
-template <class Record>
-std::vector<Record> selectedAmong(const std::vector<Record>& records,
-                                  const std::unordered_set<FileURL>& urls) {
+template <class Record, class Key>
+std::vector<Record> selectedAmong(const std::vector<Record>& records, Key Record::* keyOf,
+                                  const std::unordered_set<Key>& keys) {
     std::vector<Record> selected;
-    std::unordered_set<FileURL> seen;
+    std::unordered_set<Key> seen;
     for (const auto& record : records) {
-        if (urls.contains(record.url) && seen.insert(record.url).second) {
+        if (keys.contains(record.*keyOf) && seen.insert(record.*keyOf).second) {
             selected.push_back(record);
         }
     }
@@ -23,7 +23,7 @@ std::vector<Record> selectedAmong(const std::vector<Record>& records,
 } // namespace
 
 std::vector<InstalledApp> selectedApps(const AppLibrary& library, const std::unordered_set<FileURL>& urls) {
-    return selectedAmong(*library.apps, urls);
+    return selectedAmong(*library.apps, &InstalledApp::url, urls);
 }
 
 std::vector<OrphanGroup> selectedOrphanGroups(const AppLibrary& library,
@@ -36,7 +36,12 @@ std::vector<OrphanGroup> selectedOrphanGroups(const AppLibrary& library,
 
 std::vector<DevCacheItem> selectedDeveloperItems(const AppLibrary& library,
                                                  const std::unordered_set<FileURL>& urls) {
-    return selectedAmong(*library.developerCaches, urls);
+    return selectedAmong(*library.developerCaches, &DevCacheItem::url, urls);
+}
+
+std::vector<DuplicateGroup> selectedDuplicateGroups(const AppLibrary& library,
+                                                    const std::unordered_set<std::string>& ids) {
+    return selectedAmong(*library.duplicates, &DuplicateGroup::id, ids);
 }
 
 } // namespace quillane

@@ -1,6 +1,7 @@
 #include "Shell/StandingScreens.h"
 #include "Applications/ApplicationsScreen.h"
 #include "Developer/DeveloperScreen.h"
+#include "Duplicates/DuplicatesScreen.h"
 #include "Orphans/OrphansScreen.h"
 #include "Overview/OverviewScreen.h"
 #include <algorithm>
@@ -15,6 +16,7 @@ constexpr std::array kScreens = {
     StandingScreen{LibrarySection::applications, &makeApplicationsScreen},
     StandingScreen{LibrarySection::orphans, &makeOrphansScreen},
     StandingScreen{LibrarySection::developer, &makeDeveloperScreen},
+    StandingScreen{LibrarySection::duplicates, &makeDuplicatesScreen},
 };
 static_assert(std::ranges::is_sorted(kScreens, {}, &StandingScreen::section));
 

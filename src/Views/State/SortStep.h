@@ -26,4 +26,9 @@ enum class DeveloperSortKey { tool, kind, bytes, sweep, lastModified };
 using DeveloperComparator = SortStep<DeveloperSortKey>;
 inline const std::vector<DeveloperComparator> kInitialDeveloperOrder = {{DeveloperSortKey::bytes, true}};
 
+enum class DuplicateSortKey { name, count, bytesEach, wastedBytes };
+using DuplicateComparator = SortStep<DuplicateSortKey>;
+inline const std::vector<DuplicateComparator> kInitialDuplicateOrder = {
+    {DuplicateSortKey::wastedBytes, true}};
+
 } // namespace quillane

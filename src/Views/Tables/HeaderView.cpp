@@ -14,7 +14,7 @@
 namespace quillane {
 
 namespace {
-constexpr int kFirstInset = 16;
+constexpr int kFirstInset = 16; // and behind a figure that is the last
 constexpr int kInset = 8;
 constexpr int kTick = 16;
 constexpr int kChevron = 10;
@@ -33,6 +33,14 @@ HeaderView::HeaderView(QWidget* parent)
     setAccessibleName(QStringLiteral("Column headers"));
 }
 
+int HeaderView::insetBehind(const QHeaderView& header, int logicalIndex, bool isFigure) {
+    int last = header.count() - 1;
+    while (last >= 0 && header.isSectionHidden(header.logicalIndex(last))) {
+        --last;
+    }
+    return isFigure && header.visualIndex(logicalIndex) == last ? kFirstInset : kInset;
+}
+
 QSize HeaderView::sizeHint() const {
     return {QHeaderView::sizeHint().width(), Fonts::rowHeight(kHeight, 11.5) + kBlank};
 }
@@ -47,7 +55,8 @@ void HeaderView::paintSection(QPainter* painter, const QRect& rect, int logicalI
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setFont(Fonts::of(11.5, sorted ? QFont::DemiBold : QFont::Medium));
     painter->setPen(sorted ? tokens.text : tokens.text2);
-    const QRectF cell = QRectF(rect).adjusted(first ? kFirstInset : kInset, 0, -kInset, -kBlank);
+    const QRectF cell = QRectF(rect).adjusted(first ? kFirstInset : kInset, 0,
+                                              -insetBehind(*this, logicalIndex, right), -kBlank);
     const double room = cell.width() - (sorted ? kChevron + kChevronGap : 0);
     const QFontMetricsF metrics(painter->font());
     const QString title = model()->headerData(logicalIndex, Qt::Horizontal).toString();

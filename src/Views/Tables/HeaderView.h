@@ -15,6 +15,10 @@ class HeaderView : public QHeaderView {
     static constexpr int kHeight = 28;
     static constexpr int kBlank = 4;
 
+    // What heading and cells of a column leave free behind them. A figure, which stands at the right, does not reach
+    // the end of the row's bar when its column is the last that is shown.
+    static int insetBehind(const QHeaderView& header, int logicalIndex, bool isFigure);
+
     QSize sizeHint() const override;
     // The logical column that the keys act on; -1 without the focus.
     int focusedColumn() const { return hasFocus() ? m_focusedColumn : -1; }

@@ -54,11 +54,15 @@ void SectionTable::setEmptyWords(EmptyWords words) {
 void SectionTable::explainEmptiness(const AppLibrary& library, AppLibrary::Phase::Kind foundBy,
                                     bool isListEmpty) {
     const bool isLooking = library.phase->kind <= foundBy; // the kinds stand in the order of a scan
+    explainEmptiness(isLooking ? std::optional(m_emptyWords.looking) : std::nullopt, isListEmpty);
+}
+
+void SectionTable::explainEmptiness(const std::optional<QString>& looking, bool isListEmpty) {
     if (!isListEmpty) {
         m_emptyState->setContent(QStringLiteral("magnifyingglass"), QStringLiteral("No Results"),
                                  QStringLiteral("Nothing here matches the search."));
-    } else if (isLooking) {
-        m_emptyState->setLoading(m_emptyWords.looking);
+    } else if (looking) {
+        m_emptyState->setLoading(*looking);
     } else {
         m_emptyState->setContent(m_emptyWords.symbol, m_emptyWords.title, m_emptyWords.sentence);
     }

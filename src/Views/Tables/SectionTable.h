@@ -5,6 +5,7 @@
 #include <QString>
 #include <QWidget>
 #include <functional>
+#include <optional>
 #include <vector>
 
 class QAbstractItemModel;
@@ -48,6 +49,8 @@ class SectionTable : public QWidget {
     // Why it has none: what it lists is empty, because nothing has been found or not yet, or the search hides
     // it all. It is found by the stage of the scan that `foundBy` names. Reads the phase of the scan.
     void explainEmptiness(const AppLibrary& library, AppLibrary::Phase::Kind foundBy, bool isListEmpty);
+    // The same for what no scan finds. `looking` is what is being done to find it; absent while nothing is.
+    void explainEmptiness(const std::optional<QString>& looking, bool isListEmpty);
 
   private:
     TableView* m_table;

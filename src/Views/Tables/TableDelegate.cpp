@@ -64,7 +64,9 @@ QSize TableDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) c
 
 TableDelegate::Layout TableDelegate::layout(const QRect& cell, const QModelIndex& index) const {
     const bool first = m_view->header()->visualIndex(index.column()) == 0;
-    QRectF rest = QRectF(cell).adjusted(first ? kFirstInset : kInset, 0, -kInset, 0);
+    const int behind =
+        HeaderView::insetBehind(*m_view->header(), index.column(), index.data(kTabularRole).toBool());
+    QRectF rest = QRectF(cell).adjusted(first ? kFirstInset : kInset, 0, -behind, 0);
     Layout result;
     if (index.data(Qt::DecorationRole).isValid()) {
         result.picture = centred(rest, rest.left(), kPicture);

@@ -4,6 +4,8 @@
 #include "Components/Label.h"
 #include "Components/PushButton.h"
 #include "Components/SidebarView.h"
+#include "Duplicates/DuplicateDetailView.h"
+#include "Duplicates/DuplicatesDetail.h"
 #include "Formatting.h"
 #include "Overview/CategoryRow.h"
 #include "Overview/Hero.h"
@@ -49,6 +51,10 @@ class AccessibleActions : public WindowTest {
         library.developerCaches = {devCache("Xcode", "Derived data", 500'000),
                                    devCache("npm", "Package cache", 400'000),
                                    devCache("Gradle", "Dependencies", 300'000)};
+        library.duplicates = {
+            copies("a1", 3'000'000, {copyAt("Movies/Tour.mov"), copyAt("Downloads/Tour.mov")}),
+            copies("b2", 2'000'000, {copyAt("Music/Mix.wav"), copyAt("Downloads/Mix.wav")}),
+            copies("c3", 1'000'000, {copyAt("Documents/Lease.pdf"), copyAt("Downloads/Lease.pdf")})};
         openReady(
             {withCache("Alder", 3'000'000), withCache("Birch", 2'000'000), withCache("Cedar", 1'000'000)});
     }
@@ -176,13 +182,13 @@ TEST_F(AccessibleActions, TogglingTheSectionWhereOneIsStaysThere) {
 // The tables
 
 TEST_F(AccessibleActions, TogglingACellSelectsItsRowAndTogglingItAgainLetsItGo) {
-    for (const auto section :
-         {LibrarySection::applications, LibrarySection::orphans, LibrarySection::developer}) {
+    for (const auto section : {LibrarySection::applications, LibrarySection::orphans,
+                               LibrarySection::developer, LibrarySection::duplicates}) {
         openFilled(section);
         const auto& state = window->state();
         const auto selected = [&] {
             return state.selection.get().size() + state.orphanSelection.get().size() +
-                   state.developerSelection.get().size();
+                   state.developerSelection.get().size() + state.duplicateSelection.get().size();
         };
         auto* const cells = met(table())->tableInterface();
         const QStringList all = names();
@@ -214,6 +220,27 @@ TEST_F(AccessibleActions, PressingAHeadingThatHasTheFocusSortsByItsColumn) {
 }
 
 // The panes
+
+TEST_F(AccessibleActions, TogglingACopyKeepsItAndPressingTheButtonReviewsTheOthers) {
+    openFilled(LibrarySection::duplicates);
+    toggle(met(table())->tableInterface()->cellAt(0, 0));
+    const auto* const pane = qobject_cast<DuplicatesDetail*>(window->detail(LibrarySection::duplicates));
+    auto* const rows = met(*pane->one()->copies());
+    ASSERT_EQ(rows->childCount(), 2);
+    EXPECT_TRUE(rows->child(0)->state().checked) << "its path is the shorter one";
+    toggle(rows->child(1));
+    EXPECT_FALSE(rows->child(0)->state().checked);
+    EXPECT_TRUE(rows->child(1)->state().checked);
+    toggle(rows->child(1));
+    EXPECT_TRUE(rows->child(1)->state().checked) << "one of them stays whatever is toggled";
+    act(rows->child(0)->child(0), QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(window->state().quickLookURL.get(), FileURL("/Users/alex/Movies/Tour.mov"));
+    press(*pane->one()->removeButton());
+    ASSERT_NE(window->removalSheet(), nullptr);
+    ASSERT_EQ(review().entries().size(), 1U);
+    EXPECT_EQ(review().entries().front().url, FileURL("/Users/alex/Movies/Tour.mov"));
+    sheet().reject();
+}
 
 TEST_F(AccessibleActions, PressingUninstallOpensTheReviewOfWhatIsSelected) {
     openFilled(LibrarySection::applications);

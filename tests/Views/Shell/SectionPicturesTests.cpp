@@ -1,4 +1,5 @@
 #include "Components/Look.h"
+#include "Duplicates/CopiesList.h"
 #include "SectionRecords.h"
 #include "SectionTableTest.h"
 #include "WindowPicture.h"
@@ -19,6 +20,7 @@ class SectionPictures : public SectionTableTest {
     void openFilled() {
         library.orphans = leftBehind();
         library.developerCaches = caches();
+        library.duplicates = groups();
         openReady({measuredApp("Alder", 1'000'000)});
         table().setFocus();
     }
@@ -104,6 +106,27 @@ class SectionPictures : public SectionTableTest {
         }
         return items;
     }
+    std::vector<DuplicateGroup> groups() const {
+        return {copies("a1", 1'420'000'000,
+                       {copyAt("Movies/Exports/Studio tour.mov", daysAgo(21)),
+                        copyAt("Documents/Clients/Halden/Studio tour.mov", daysAgo(62)),
+                        copyAt("Downloads/Studio tour.mov", daysAgo(400))}),
+                copies("b2", 912'600'000,
+                       {copyAt("Downloads/press-kit-2024.zip"), copyAt("Desktop/press-kit-2024.zip")}),
+                copies("c3", 184'300'000,
+                       {copyAt("Music/Demo mix.wav"), copyAt("Music/Old/Demo mix.wav"),
+                        copyAt("Desktop/Demo mix.wav"), copyAt("Downloads/Demo mix.wav")}),
+                copies("d4", 48'700'000,
+                       {copyAt("Documents/Lease agreement scan.pdf"),
+                        copyAt("Documents/An archive of folders/whose names/are longer/than the pane/is "
+                               "wide/Lease agreement scan.pdf")}),
+                copies("e5", 6'100'000,
+                       {copyAt("Pictures/IMG_2214.heic", daysAgo(3)), copyAt("Desktop/IMG_2214.heic"),
+                        copyAt("Desktop/IMG_2214 2.heic"), copyAt("Downloads/IMG_2214.heic"),
+                        copyAt("Documents/IMG_2214.heic")}),
+                copies("f6", 2'800'000,
+                       {copyAt("Documents/Budget 2025.numbers"), copyAt("Downloads/Budget 2025.numbers")})};
+    }
 };
 
 class OrphanPictures : public SectionPictures {
@@ -116,6 +139,12 @@ class DeveloperPictures : public SectionPictures {
   protected:
     DeveloperPictures()
         : SectionPictures(LibrarySection::developer) {}
+};
+
+class DuplicatesPictures : public SectionPictures {
+  protected:
+    DuplicatesPictures()
+        : SectionPictures(LibrarySection::duplicates) {}
 };
 
 } // namespace
@@ -163,4 +192,31 @@ TEST_F(DeveloperPictures, TheTableWithoutRowsTellsWhy) {
     const QImage nothing = keep("developer-none");
     library.phase = AppLibrary::Phase{Kind::findingDeveloperCaches};
     EXPECT_NE(keep("developer-looking"), nothing);
+}
+
+TEST_F(DuplicatesPictures, TheWindowIsDrawnInLightAndDarkAndSmall) {
+    openFilled();
+    click("Studio tour.mov");
+    turn();
+    auto& rows = *window->detail(LibrarySection::duplicates)->findChild<CopiesList*>();
+    rows.press(rows.model()->index(1, 0), CopiesList::Part::Choice);
+    keepAll("duplicates");
+    keepMenu("duplicates-menu");
+}
+
+TEST_F(DuplicatesPictures, LongFoldersAndManyCopiesAreDrawn) {
+    openFilled();
+    click("Lease agreement scan.pdf");
+    const QImage longFolder = keep("duplicates-long-folder");
+    click("IMG_2214.heic");
+    EXPECT_NE(keep("duplicates-one-folder-twice"), longFolder);
+    click("Demo mix.wav", Qt::ShiftModifier);
+    keep("duplicates-multi");
+}
+
+TEST_F(DuplicatesPictures, TheTableWithoutRowsTellsWhy) {
+    openReady({});
+    const QImage looking = keep("duplicates-looking");
+    finish();
+    EXPECT_NE(keep("duplicates-none"), looking);
 }

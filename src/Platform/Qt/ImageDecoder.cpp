@@ -1,0 +1,71 @@
+#include "ImageDecoder.h"
+#include "PictureHead.h"
+#include "Pictures.h"
+#include <QImageReader>
+#include <utility>
+
+namespace quillane::ImageDecoder {
+namespace {
+
+constexpr Bytes kMostKept = Bytes{kMostMegabytes} << 20U;
+
+bool isAllowed(QIODevice& device, std::string_view form, std::string_view head) {
+    if (form == "jpeg") {
+        const auto kept = PictureHead::bytesKeptOfJpeg(head);
+        return kept && *kept <= kMostKept;
+    }
+    if (form == "svg") {
+        return device.size() <= kMostSvgBytes && static_cast<qint64>(head.size()) >= device.size() &&
+               PictureHead::isHarmlessSvg(head);
+    }
+    return true;
+}
+
+// A form that files are decoded from here; PDF has its own way.
+bool isPicture(std::string_view form) {
+    return !form.empty() && form != "pdf";
+}
+
+QSize wantedOf(QImageReader& reader, std::string_view form, PixelSize wanted, Fit fit) {
+    const bool isTurned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
+    const QSize size = isTurned ? reader.size().transposed() : reader.size();
+    const QSize shown = fitted(size, wanted, fit, form == "svg" ? kMostPreviewSide : 1);
+    return isTurned ? shown.transposed() : shown;
+}
+
+} // namespace
+
+void limitMemory() {
+    QImageReader::setAllocationLimit(kMostMegabytes);
+}
+
+std::optional<IconImage> decoded(QIODevice& device, std::string_view head, PixelSize wanted, Fit fit) {
+    const auto form = PictureHead::formOf(head);
+    if (!isPicture(form) || !isAllowed(device, form, head)) {
+        return std::nullopt;
+    }
+    QImageReader reader(&device, QByteArray(form.data(), static_cast<qsizetype>(form.size())));
+    reader.setAutoDetectImageFormat(false); // no other reader gets the bytes
+    reader.setAutoTransform(true);
+    const QSize size = reader.size();
+    if (!size.isEmpty()) {
+        reader.setScaledSize(wantedOf(reader, form, wanted, fit));
+    }
+    const QImage image = reader.read();
+    if (image.isNull()) {
+        return std::nullopt;
+    }
+    return shrunk(Pictures::fromImage(image), wanted, fit);
+}
+
+IconImage shrunk(IconImage picture, PixelSize wanted, Fit fit) {
+    const QSize size = fitted({picture.width, picture.height}, wanted, fit);
+    if (picture.isEmpty() || size == QSize(picture.width, picture.height)) {
+        return picture;
+    }
+    const QImage image(picture.rgba.data(), picture.width, picture.height, qsizetype{4} * picture.width,
+                       QImage::Format_RGBA8888);
+    return Pictures::fromImage(image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+}
+
+} // namespace quillane::ImageDecoder
