@@ -21,7 +21,7 @@ using ErrorOutput = CommandRunner::ErrorOutput;
 
 constexpr const char* kProgram = "/bin/launchctl";
 // In bytes. A Mac lists some 500 jobs in some 30 KB.
-constexpr std::size_t kMostOutput = std::size_t{16} << 20U;
+constexpr std::size_t kMostOutput = std::size_t{4} << 20U;
 constexpr std::string_view kListExtension = "plist";
 constexpr std::string_view kMachineLibrary = "/Library";
 constexpr const char* kRefusal = "Only your own launch agents can be stopped without admin rights.";
@@ -50,17 +50,11 @@ Result<std::string> run(const Platform& platform, const std::vector<std::string>
     return printed ? std::string(Text::trimmed(Text::repairedUtf8(*printed))) : std::string();
 }
 
-// The pieces of a text between these marks, empty ones left out.
-std::vector<std::string_view> pieces(std::string_view text, char mark) {
-    std::vector<std::string_view> found;
-    for (std::size_t begin = 0; begin < text.size();) {
-        const auto end = std::min(text.find(mark, begin), text.size());
-        if (end > begin) {
-            found.push_back(text.substr(begin, end - begin));
-        }
-        begin = end + 1;
-    }
-    return found;
+// What stands behind the last mark, those at the end not counted; empty for marks alone.
+std::string_view lastPiece(std::string_view text, char mark) {
+    const auto end = text.find_last_not_of(mark) + 1;
+    const auto before = text.substr(0, end).find_last_of(mark);
+    return text.substr(0, end).substr(before == std::string_view::npos ? 0 : before + 1);
 }
 
 bool isAtHome(const Platform& platform, const StartupItem& item) {
@@ -159,11 +153,16 @@ std::unordered_set<std::string> loadedUserLabels(const Platform& platform, const
     if (!printed) {
         return labels;
     }
-    auto lines = pieces(*printed, '\n');
-    for (std::size_t i = 1; i < lines.size(); ++i) { // the first is the header
-        const auto columns = pieces(lines[i], '\t');
-        if (!columns.empty()) {
-            labels.emplace(columns.back());
+    bool isHeader = true;
+    for (std::string_view rest = *printed; !rest.empty();) {
+        const auto line = rest.substr(0, rest.find('\n'));
+        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+        if (line.empty()) {
+            continue;
+        }
+        const auto label = lastPiece(line, '\t');
+        if (!std::exchange(isHeader, false) && !label.empty()) {
+            labels.emplace(label);
         }
     }
     return labels;

@@ -46,6 +46,8 @@ Texts labelsOf(const std::vector<StartupItem>& items) {
 
 class AppLibraryStartup : public LibraryTest {
   protected:
+    using Kind = StartupItem::Kind; // not the kind of a phase
+
     void addAgent(const std::string& label) {
         disk.file("Users/alex/Library/LaunchAgents/" + label + ".plist",
                   "<plist><dict><key>Label</key><string>" + label + "</string></dict></plist>");
