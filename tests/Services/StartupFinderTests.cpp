@@ -275,16 +275,16 @@ TEST_F(StartupFinderTest, TheWorstComesFirstAndThenUpperCaseBeforeLower) {
 }
 
 TEST_F(StartupFinderTest, EqualLabelsStandInTheOrderOfTheFoldersAndNames) {
-    for (const auto& below :
-         {kDaemons + "a.plist", kMachineAgents + "a.plist", kAgents + "c.plist", kAgents + "b.plist"}) {
+    for (const auto& below : {kDaemons + "a.plist", kMachineAgents + "a.plist", kAgents + "c.plist",
+                              kAgents + "b.plist", kAgents + "e.plist", kAgents + "d.plist"}) {
         layLabel(below, "same");
     }
     Texts paths;
     for (const auto& item : found()) {
         paths.push_back(item.url.path().substr(1));
     }
-    EXPECT_THAT(paths, ElementsAre(kAgents + "b.plist", kAgents + "c.plist", kMachineAgents + "a.plist",
-                                   kDaemons + "a.plist"));
+    EXPECT_THAT(paths, ElementsAre(kAgents + "b.plist", kAgents + "c.plist", kAgents + "d.plist",
+                                   kAgents + "e.plist", kMachineAgents + "a.plist", kDaemons + "a.plist"));
 }
 
 // What launchd has loaded
@@ -301,6 +301,16 @@ TEST_F(StartupFinderTest, OnlyAgentsInTheHomeFolderHaveALoadedState) {
         EXPECT_EQ(at(folder + "on.plist").isLoaded, std::nullopt) << folder;
         EXPECT_EQ(at(folder + "off.plist").isLoaded, std::nullopt) << folder;
     }
+}
+
+TEST_F(StartupFinderTest, ADaemonHasNoLoadedStateWhereverItLies) {
+    layLabel(kAgents + "on.plist", "on");
+    const StartupOwners owners(apps, FileURL("/Users/alex"));
+    const auto item = StartupFinder::describe(world.platform, FileURL("/" + kAgents + "on.plist"),
+                                              Kind::daemon, owners, {"on"});
+    ASSERT_TRUE(item.has_value());
+    EXPECT_EQ(item->kind, Kind::daemon);
+    EXPECT_EQ(item->isLoaded, std::nullopt);
 }
 
 TEST_F(StartupFinderTest, LaunchctlIsAskedOnceForAllItems) {

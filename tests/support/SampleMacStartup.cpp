@@ -12,6 +12,9 @@ const std::string kMachineAgents = "/Library/LaunchAgents/";
 const std::string kDaemons = "/Library/LaunchDaemons/";
 const std::string kHelpers = "/Library/PrivilegedHelperTools/";
 
+// The first of the system's own applications: they are of one vendor with all that the system labels.
+constexpr const char* kFirstOfTheSystem = "Almanac (same vendor)";
+
 Plist job(const std::string& label, const std::string& program, Plist::Dictionary more = {}) {
     Plist::Dictionary keys = {{"Label", label}, {"ProgramArguments", Plist::array({program, "--launchd"})}};
     keys.insert(keys.end(), more.begin(), more.end());
@@ -60,7 +63,7 @@ void addItemsOfVendorsAndTheSystem(SampleMac& mac) {
                      "Northlight RAW (same vendor)", std::nullopt, "on demand"});
     mac.file("/usr/libexec/sample-keyboard", "#!/bin/sh\n");
     mac.startupItem({kMachineAgents + "com.apple.sample.keyboard.plist", "com.apple.sample.keyboard",
-                     Kind::agent, Health::ok, "macOS", std::nullopt, "on demand"},
+                     Kind::agent, Health::ok, kFirstOfTheSystem, std::nullopt, "on demand"},
                     job("com.apple.sample.keyboard", "/usr/libexec/sample-keyboard"));
 }
 
@@ -74,7 +77,7 @@ void addProblems(SampleMac& mac) {
                     job("fm.tempo.desktop.daemon", "/Applications/Tempo.app/Contents/MacOS/daemon",
                         {{"RunAtLoad", true}, {"KeepAlive", true}}));
     mac.startupItem({kDaemons + "com.apple.sample.legacy.plist", "com.apple.sample.legacy", Kind::daemon,
-                     Health::broken, "macOS", std::nullopt, "on demand"},
+                     Health::broken, kFirstOfTheSystem, std::nullopt, "on demand"},
                     job("com.apple.sample.legacy", "/usr/libexec/sample-legacy"));
     mac.file("/usr/local/bin/relay-updater", "#!/bin/sh\n");
     mac.startupItem({kAgents + "chat.relay.updater.plist", "chat.relay.updater", Kind::agent,
