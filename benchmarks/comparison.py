@@ -16,12 +16,25 @@ def run(command):
     return float(cpu), float(wall), float(peak) / 1024
 
 
-def measure(commands, rounds):
+def forget(root):
+    """Drops what memory holds of the files below a folder, and nothing else."""
+    for folder, _, names in os.walk(root):
+        for name in names:
+            file = os.open(os.path.join(folder, name), os.O_RDONLY)
+            os.fsync(file)  # what is not on the disk yet is not dropped
+            os.posix_fadvise(file, 0, 0, os.POSIX_FADV_DONTNEED)
+            os.close(file)
+
+
+def measure(commands, rounds, cold=None):
+    """Medians; everything from memory, or of a folder from the disk."""
     results = {name: [] for name in commands}
-    for command in commands.values():
+    for command in [] if cold else commands.values():
         run(command)  # everything comes from memory from now on
     for _ in range(rounds):
         for name, command in commands.items():
+            if cold:
+                forget(cold)
             results[name].append(run(command))
     return {name: tuple(statistics.median(column) for column in zip(*rows)) for name, rows in results.items()}
 

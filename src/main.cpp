@@ -22,9 +22,11 @@ int main(int argc, char** argv) {
     const auto& files = storage.files;
     RecentlyUsedFiles metadata(files, RecentlyUsedFiles::registryOfThisUser(files.home()));
     PosixCommandRunner programs;
-    const MetadataSearch search(files, metadata, session.clock(), {files.home(), FileURL("/Applications")});
+    ThreadTaskRunner tasks(
+        session.mainQueue()); // before what its jobs use, as nothing of this is ever destroyed
+    const MetadataSearch search(files, metadata, session.clock(), {files.home(), FileURL("/Applications")},
+                                {.threads = &tasks});
     SearchingCommandRunner commands(files, search, programs);
-    ThreadTaskRunner tasks(session.mainQueue());
     DesktopWorkspace workspace(files, tasks, DesktopWorkspace::Reach::machine);
     DesktopThumbnails thumbnails(ThumbnailStore(files, ThumbnailStore::folderOfThisUser(files.home())),
                                  session.clock());

@@ -11,6 +11,7 @@
 #include "ThreadTaskRunner.h"
 #include "WalkedPaths.h"
 #include <cstdio>
+#include <cstdlib>
 #include <latch>
 #include <map>
 #include <vector>
@@ -19,15 +20,14 @@ namespace {
 
 using namespace quillane;
 
-constexpr Bytes kSmallest = 1'000'000;
-
-std::map<Bytes, std::vector<FileURL>> filesBelow(const FileSystem& files, const FileURL& folder) {
+std::map<Bytes, std::vector<FileURL>> filesBelow(const FileSystem& files, const FileURL& folder,
+                                                 Bytes smallest) {
     std::map<Bytes, std::vector<FileURL>> bySize;
     WalkedPaths paths(folder);
     const auto look = [&](const WalkEntry& entry) {
         const auto url = paths.told(entry);
         const auto values = files.resourceValues(url);
-        if (entry.type == EntryType::regular && values && values->fileSize >= kSmallest) {
+        if (entry.type == EntryType::regular && values && values->fileSize >= smallest) {
             bySize[values->fileSize].push_back(url);
         }
         return WalkAnswer::proceed;
@@ -41,10 +41,11 @@ std::map<Bytes, std::vector<FileURL>> filesBelow(const FileSystem& files, const 
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::fputs("usage: duplicate_files FOLDER\n", stderr);
+    if (argc != 2 && argc != 3) {
+        std::fputs("usage: duplicate_files FOLDER [BYTES-OF-THE-SMALLEST]\n", stderr);
         return 2;
     }
+    const Bytes smallest = argc == 3 ? std::atoll(argv[2]) : 1'000'000;
     PosixFileSystem files;
     ScriptedCommandRunner commands;
     FakeMetadata metadata;
@@ -58,7 +59,7 @@ int main(int argc, char** argv) {
     // As in the program: a job of the pool, helped by another of the same pool.
     std::latch ended(1);
     threads.run(Priority::userInitiated, [&] {
-        const auto bySize = filesBelow(files, FileURL(argv[1]));
+        const auto bySize = filesBelow(files, FileURL(argv[1]), smallest);
         for (const auto& equal :
              ContentComparison::equalFiles(platform, Priority::userInitiated, bySize, {})) {
             for (const auto& url : equal.urls) {

@@ -84,7 +84,7 @@ std::vector<DuplicateGroup> groups(std::size_t count, std::size_t copiesOfEach =
                 FileURL(numbered("/Users/alex/Documents/folder ", copy) + numbered("/Project ", i) + ".mov");
             file.kind = UserFile::Kind::video;
             file.bytes = group.bytesEach;
-            file.lastUsed = Date::fromUnix(1'700'000'000 - 86'400.0 * static_cast<double>(copy));
+            file.lastUsed = Date::fromUnix(1'700'000'000 - 86'400 * static_cast<std::int64_t>(copy));
             group.files.push_back(std::move(file));
         }
     }

@@ -18,6 +18,8 @@ struct UserFile {
     // What a file is, by the extension of its name alone.
     enum class Kind { image, video, audio, pdf, document, archive, diskImage, installer, other };
 
+    static constexpr Bytes kLargeBytes = 100'000'000; // the lens for large files shows what has as many
+
     // By the types that the bare system declares; a file is never opened for it.
     static Kind kindOf(const FileURL& url);
 

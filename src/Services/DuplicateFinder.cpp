@@ -77,7 +77,7 @@ FilesBySize candidates(const Platform& platform, const StopToken& stop) {
         if (stop.stopRequested() || !platform.files.exists(root)) {
             continue;
         }
-        for (auto& line : mdfindWithSize(platform, root)) {
+        for (auto& line : mdfindWithSize(platform, root, stop)) {
             if (seen.insert(line.path).second && isCandidate(line.path)) {
                 files[line.size].emplace_back(std::move(line.path));
             }
@@ -111,12 +111,14 @@ std::optional<DuplicateGroup> described(const Platform& platform, ContentCompari
 
 } // namespace
 
-std::vector<Line> mdfindWithSize(const Platform& platform, const FileURL& folder) {
+std::vector<Line> mdfindWithSize(const Platform& platform, const FileURL& folder, const StopToken& stop) {
     std::vector<Line> lines;
     for (const auto& text :
-         SearchProgram::lines(platform, {"-onlyin", folder.path(), "-attr", "kMDItemFSSize",
-                                         "kMDItemFSSize >= " + std::to_string(DuplicateGroup::kLeastBytes) +
-                                             " && kMDItemContentType != 'public.folder'"})) {
+         SearchProgram::lines(platform,
+                              {"-onlyin", folder.path(), "-attr", "kMDItemFSSize",
+                               "kMDItemFSSize >= " + std::to_string(DuplicateGroup::kLeastBytes) +
+                                   " && kMDItemContentType != 'public.folder'"},
+                              stop)) {
         if (auto line = parsedLine(text)) {
             lines.push_back(std::move(*line));
         }

@@ -42,6 +42,6 @@ std::vector<DuplicateGroup> group(const Platform& platform, Priority priority, c
 std::optional<UserFile> describe(const Platform& platform, const FileURL& url);
 
 // The first stage for one folder, in the order of the answer. Lines that make no sense are left out.
-std::vector<Line> mdfindWithSize(const Platform& platform, const FileURL& folder);
+std::vector<Line> mdfindWithSize(const Platform& platform, const FileURL& folder, const StopToken& stop = {});
 
 } // namespace quillane::DuplicateFinder

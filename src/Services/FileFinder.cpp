@@ -13,7 +13,10 @@
 namespace quillane::FileFinder {
 namespace {
 
-constexpr const char* kLargeQuery = "kMDItemFSSize >= 100000000 && kMDItemContentType != 'public.folder'";
+std::string largeQuery() {
+    return "kMDItemFSSize >= " + std::to_string(UserFile::kLargeBytes) +
+           " && kMDItemContentType != 'public.folder'";
+}
 constexpr const char* kInstallersQuery = "kMDItemContentTypeTree == 'com.apple.disk-image' || "
                                          "kMDItemContentTypeTree == 'com.apple.installer-package-archive' || "
                                          "kMDItemContentTypeTree == 'public.zip-archive'";
@@ -29,8 +32,9 @@ constexpr Bytes kPlaceholderPart = 50;
 constexpr int kHelpers = 3;
 constexpr std::size_t kFilesAtOnce = 64;
 
-std::vector<std::string> mdfind(const Platform& platform, const std::string& query, const FileURL& folder) {
-    return SearchProgram::lines(platform, {"-onlyin", folder.path(), query});
+std::vector<std::string> mdfind(const Platform& platform, const std::string& query, const FileURL& folder,
+                                const StopToken& stop) {
+    return SearchProgram::lines(platform, {"-onlyin", folder.path(), query}, stop);
 }
 
 bool isListed(std::string_view path) {
@@ -39,15 +43,16 @@ bool isListed(std::string_view path) {
 }
 
 std::vector<FileURL> found(const Platform& platform, const std::string& query,
-                           std::span<const std::string_view> roots, std::size_t limit) {
+                           std::span<const std::string_view> roots, std::size_t limit,
+                           const StopToken& stop) {
     std::unordered_set<std::string> seen;
     std::vector<FileURL> urls;
     for (const auto root : roots) {
         const auto folder = platform.files.home().appending(root);
-        if (!platform.files.exists(folder)) {
+        if (stop.stopRequested() || !platform.files.exists(folder)) {
             continue;
         }
-        for (auto& path : mdfind(platform, query, folder)) {
+        for (auto& path : mdfind(platform, query, folder, stop)) {
             if (!seen.insert(path).second || !isListed(path)) {
                 continue;
             }
@@ -61,7 +66,8 @@ std::vector<FileURL> found(const Platform& platform, const std::string& query,
 }
 
 // Each worker writes places of its own, so that the order stays that of the search whoever is first.
-std::vector<UserFile> described(const Platform& platform, const std::vector<FileURL>& urls) {
+std::vector<UserFile> described(const Platform& platform, const std::vector<FileURL>& urls,
+                                const StopToken& stop) {
     std::vector<std::optional<UserFile>> places(urls.size());
     std::vector<std::size_t> beginnings;
     for (std::size_t begin = 0; begin < urls.size(); begin += kFilesAtOnce) {
@@ -69,7 +75,7 @@ std::vector<UserFile> described(const Platform& platform, const std::vector<File
     }
     const auto work = [&](std::size_t begin, const auto& /*others*/) {
         const auto end = std::min(begin + kFilesAtOnce, urls.size());
-        for (auto i = begin; i < end; ++i) {
+        for (auto i = begin; i < end && !stop.stopRequested(); ++i) {
             places[i] = describe(platform, urls[i]);
         }
     };
@@ -102,17 +108,18 @@ std::string withQuotesEscaped(const std::string& text) {
 
 } // namespace
 
-std::vector<UserFile> largeAndOld(const Platform& platform) {
-    return collect(platform, kLargeQuery, kUserRoots, kNoLimit);
+std::vector<UserFile> largeAndOld(const Platform& platform, const StopToken& stop) {
+    return collect(platform, largeQuery(), kUserRoots, kNoLimit, stop);
 }
 
-std::vector<UserFile> installers(const Platform& platform, const std::set<std::string>& installedAppNames) {
+std::vector<UserFile> installers(const Platform& platform, const std::set<std::string>& installedAppNames,
+                                 const StopToken& stop) {
     std::set<std::string> names;
     for (const auto& name : installedAppNames) {
         names.insert(Text::lowercasedLettersAndNumbers(name));
     }
     names.erase(""); // would begin every name
-    auto files = collect(platform, kInstallersQuery, kInstallerRoots, kNoLimit);
+    auto files = collect(platform, kInstallersQuery, kInstallerRoots, kNoLimit, stop);
     for (auto& file : files) {
         const auto name =
             Text::lowercasedLettersAndNumbers(file.url.deletingPathExtension().lastPathComponent());
@@ -123,13 +130,13 @@ std::vector<UserFile> installers(const Platform& platform, const std::set<std::s
 }
 
 std::vector<UserFile> search(const Platform& platform, const std::string& text,
-                             std::optional<UserFile::Kind> kind) {
+                             std::optional<UserFile::Kind> kind, const StopToken& stop) {
     const auto pattern = "\"*" + withQuotesEscaped(text) + "*\"cd";
     auto query = "(kMDItemDisplayName == " + pattern + " || kMDItemTextContent == " + pattern + ")";
     if (const auto clause = kind ? contentTypeTree(*kind) : std::nullopt) {
         query.append(" && ").append(*clause);
     }
-    return collect(platform, query, kUserRoots, kMostSearched);
+    return collect(platform, query, kUserRoots, kMostSearched, stop);
 }
 
 std::optional<Bytes> photosLibraryBytes(const Platform& platform) {
@@ -139,8 +146,9 @@ std::optional<Bytes> photosLibraryBytes(const Platform& platform) {
 }
 
 std::vector<UserFile> collect(const Platform& platform, const std::string& query,
-                              std::span<const std::string_view> roots, std::size_t limit) {
-    auto files = described(platform, found(platform, query, roots, limit));
+                              std::span<const std::string_view> roots, std::size_t limit,
+                              const StopToken& stop) {
+    auto files = described(platform, found(platform, query, roots, limit, stop), stop);
     std::ranges::stable_sort(files, std::ranges::greater(), &UserFile::bytes);
     return files;
 }

@@ -5,8 +5,9 @@
 
 namespace quillane::SearchProgram {
 
-std::vector<std::string> lines(const Platform& platform, const std::vector<std::string>& arguments) {
-    const auto printed = platform.commands.run("/usr/bin/mdfind", arguments);
+std::vector<std::string> lines(const Platform& platform, const std::vector<std::string>& arguments,
+                               const StopToken& stop) {
+    const auto printed = platform.commands.run("/usr/bin/mdfind", arguments, stop);
     const auto output = printed ? Text::repairedUtf8(*printed) : std::string();
     std::vector<std::string> found;
     for (std::size_t begin = 0; begin < output.size();) {

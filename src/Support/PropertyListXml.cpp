@@ -1,5 +1,6 @@
 // The XML form. pugixml makes the tree; this walks it without recursion and decodes the texts, because the
 // platform rejects what a tolerant XML reader lets pass.
+#include "Base64.h"
 #include "PropertyListBuilder.h"
 #include "Utf8.h"
 #include <algorithm>
@@ -307,54 +308,6 @@ std::optional<Date> parseDate(std::string_view text) {
         static_cast<double>(days * 86400 + std::int64_t{hour} * 3600 + std::int64_t{minute} * 60 + second)};
 }
 
-// 0 to 63, or nothing for what is no digit of base64.
-std::optional<std::uint32_t> base64Digit(char c) {
-    if (c >= 'A' && c <= 'Z') {
-        return static_cast<std::uint32_t>(c - 'A');
-    }
-    if (c >= 'a' && c <= 'z') {
-        return static_cast<std::uint32_t>(c - 'a') + 26U;
-    }
-    if (c >= '0' && c <= '9') {
-        return static_cast<std::uint32_t>(c - '0') + 52U;
-    }
-    return c == '+' ? std::optional(62U) : c == '/' ? std::optional(63U) : std::nullopt;
-}
-
-// As forgiving as the platform: what is no digit is passed over. Four make a group of three bytes, in which "="
-// stands for six bits of zero wherever it is; one right before the end of a group, with what follows its last
-// digit, takes a byte from it. What is left over gives the bytes that it fills.
-std::string decodeBase64(std::string_view text) {
-    constexpr unsigned kGroup = 4;
-    std::string bytes;
-    bytes.reserve(text.size() / kGroup * 3);
-    std::uint32_t bits = 0;
-    unsigned count = 0;
-    unsigned padding = 0; // the "=" since the last digit
-    const auto endGroup = [&] {
-        const unsigned whole = count * 6 / 8;
-        bits <<= 6U * (kGroup - count);
-        for (unsigned i = 0; i + std::min(padding, 2U) < whole; ++i) {
-            bytes += static_cast<char>(bits >> (16U - 8U * i) & 0xFFU);
-        }
-        bits = 0;
-        count = 0;
-    };
-    for (const char c : text) {
-        const auto digit = c == '=' ? std::optional(0U) : base64Digit(c);
-        if (!digit) {
-            continue;
-        }
-        padding = c == '=' ? padding + 1 : 0;
-        bits = bits << 6U | *digit;
-        if (++count == kGroup) {
-            endGroup();
-        }
-    }
-    endGroup();
-    return bytes;
-}
-
 class Reader {
   public:
     explicit Reader(const Limits& limits)
@@ -429,7 +382,7 @@ class Reader {
         case Tag::string:
             return m_builder.addString(*std::move(text));
         case Tag::data:
-            return m_builder.addData(decodeBase64(*text));
+            return m_builder.addData(Base64::decoded(*text));
         case Tag::integer:
             return addIfPresent(parseInteger(*text));
         case Tag::real:

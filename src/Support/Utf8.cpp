@@ -1,4 +1,5 @@
 #include "Utf8.h"
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <utility>
@@ -72,6 +73,21 @@ bool isValid(std::string_view text) {
         index = endOfAscii(text, index + length);
     }
     return true;
+}
+
+std::string_view withoutCutCharacter(std::string_view bytes) {
+    constexpr std::size_t kLongestCut = 3;
+    for (std::size_t back = 1; back <= std::min(kLongestCut, bytes.size()); ++back) {
+        const auto byte = static_cast<unsigned char>(bytes[bytes.size() - back]);
+        if (byte < 0x80) {
+            break;
+        }
+        if (byte >= 0xC0) {
+            const std::size_t length = byte >= 0xF0 ? 4 : (byte >= 0xE0 ? 3 : 2);
+            return length > back ? bytes.substr(0, bytes.size() - back) : bytes;
+        }
+    }
+    return bytes;
 }
 
 void append(std::string& text, std::uint32_t codePoint) {

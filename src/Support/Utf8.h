@@ -10,6 +10,9 @@ namespace quillane::Utf8 {
 // True for well-formed UTF-8: no overlong form, no surrogate, nothing above U+10FFFF, nothing cut off.
 bool isValid(std::string_view text);
 
+// Less a last character that has begun and is not complete.
+std::string_view withoutCutCharacter(std::string_view text);
+
 // Appends one code point; U+FFFD for a surrogate and for what lies above U+10FFFF.
 void append(std::string& text, std::uint32_t codePoint);
 

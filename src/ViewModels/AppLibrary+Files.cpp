@@ -57,26 +57,26 @@ AppLibrary::FileLens AppLibrary::fileLens(const std::string& searched) const {
     case FilesMode::large:
         return FileFinder::largeAndOld;
     case FilesMode::screenshots:
-        return [](const Platform& platform) {
+        return [](const Platform& platform, const StopToken& stop) {
             return FileFinder::collect(platform, std::string(FileFinder::kScreenshotsQuery),
-                                       FileFinder::kUserRoots, FileFinder::kNoLimit);
+                                       FileFinder::kUserRoots, FileFinder::kNoLimit, stop);
         };
     case FilesMode::installers:
-        return [names = namesOf(*apps)](const Platform& platform) {
-            return FileFinder::installers(platform, names);
+        return [names = namesOf(*apps)](const Platform& platform, const StopToken& stop) {
+            return FileFinder::installers(platform, names, stop);
         };
     case FilesMode::search:
-        return [searched, kind = *fileSearchKind](const Platform& platform) {
-            return FileFinder::search(platform, searched, kind);
+        return [searched, kind = *fileSearchKind](const Platform& platform, const StopToken& stop) {
+            return FileFinder::search(platform, searched, kind, stop);
         };
     }
     __builtin_unreachable();
 }
 
 Task<> AppLibrary::findFiles(FileLens lens, StopToken stop) {
-    auto found =
-        co_await detached(m_platform.tasks, Priority::userInitiated,
-                          [platform = m_platform, lens = std::move(lens)] { return lens(platform); });
+    auto found = co_await detached(
+        m_platform.tasks, Priority::userInitiated,
+        [platform = m_platform, lens = std::move(lens), stop] { return lens(platform, stop); });
     if (stop.stopRequested()) {
         co_return; // a later load has the word
     }

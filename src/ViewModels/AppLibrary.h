@@ -300,7 +300,7 @@ class AppLibrary {
     // Files
 
     // The files that a lens shows.
-    using FileLens = std::function<std::vector<UserFile>(const Platform&)>;
+    using FileLens = std::function<std::vector<UserFile>(const Platform&, const StopToken&)>;
 
     FileLens fileLens(const std::string& searched) const;
     Task<> findFiles(FileLens lens, StopToken stop);

@@ -1,15 +1,23 @@
 #include "FakeMetadata.h"
 #include "ForwardingFileSystem.h"
 #include "IndexedItem.h"
+#include "MainQueue.h"
 #include "ManualClock.h"
 #include "MetadataSearch.h"
 #include "PngText.h"
 #include "PosixFileSystem.h"
 #include "PropertyListWriter.h"
 #include "RecordingFileSystem.h"
+#include "ScriptedCommandRunner.h"
+#include "SearchingCommandRunner.h"
 #include "TemporaryFolder.h"
+#include "ThreadTaskRunner.h"
+#include <algorithm>
+#include <atomic>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <mutex>
 #include <thread>
 
 namespace quillane {
@@ -46,6 +54,8 @@ std::vector<std::string> split(const std::string& text, char end) {
 
 const std::string kApplications = "kMDItemContentType == 'com.apple.application-bundle'";
 const std::string kEverything = "kMDItemFSName == *";
+const std::string kNeedleInNameOrContent =
+    "(kMDItemDisplayName == \"*needle*\"cd || kMDItemTextContent == \"*needle*\"cd)";
 
 // A volume with one user, and a search over it.
 class MetadataSearchTest : public testing::Test {
@@ -267,11 +277,213 @@ TEST_F(MetadataSearchTest, ContentIsFoundInTextsAndNowhereElse) {
     EXPECT_EQ(findIn("/a", "kMDItemTextContent == \"renee\"cd"), Lines{"/a/letter.txt"});
 }
 
-TEST_F(MetadataSearchTest, ContentIsReadOnlyFromTheStartOfAFile) {
-    std::string text(TextBudget::kBytesOfFile, 'x');
-    m_volume.file("a/within.txt", text.substr(0, text.size() - 6) + "needle");
+TEST_F(MetadataSearchTest, ContentIsReadToItsEndHoweverLongAFileIs) {
+    m_volume.file("a/long.txt", std::string(std::size_t{5} << 20U, 'x') + "needle");
+    EXPECT_EQ(findIn("/a", "kMDItemTextContent == \"*needle*\"cd"), Lines{"/a/long.txt"});
+}
+
+TEST_F(MetadataSearchTest, APatternThatIsMoreThanATextReadsOnlyTheStartOfAFile) {
+    std::string text(IndexedItem::kMostDecoded, 'x');
+    text.back() = ' ';
+    m_volume.file("a/within.txt", text.substr(7) + "needle");
     m_volume.file("a/beyond.txt", text + "needle");
-    EXPECT_EQ(findIn("/a", "kMDItemTextContent == \"*needle*\""), Lines{"/a/within.txt"});
+    EXPECT_EQ(findIn("/a", "kMDItemTextContent == \"needle\""), Lines{"/a/within.txt"});
+}
+
+TEST_F(MetadataSearchTest, AQueryMayDenyContent) {
+    m_volume.file("a/with.txt", "a needle").file("a/without.txt", "hay").file("a/picture.png", "needle");
+    EXPECT_EQ(findIn("/a", "kMDItemTextContent != \"*needle*\"cd"),
+              (Lines{"/a/picture.png", "/a/without.txt"}));
+    EXPECT_EQ(findIn("/a", "kMDItemFSName == \"*.txt\" && !(kMDItemTextContent == \"*needle*\"cd)"),
+              Lines{"/a/without.txt"});
+    EXPECT_EQ(findIn("/a", "kMDItemTextContent == *"), (Lines{"/a/with.txt", "/a/without.txt"}));
+}
+
+TEST_F(MetadataSearchTest, WhatItsNameOrTypeDecidesIsNotRead) {
+    m_volume.file("a/needle.txt", "needle").file("a/other.txt", "needle").file("a/page.html", "needle");
+    RecordingFileSystem recorded(m_disk);
+    const MetadataSearch search(recorded, m_metadata, m_clock, {FileURL("/")});
+    EXPECT_EQ(search.answer({"-onlyin", "/a",
+                             kNeedleInNameOrContent + " && kMDItemContentType == "
+                                                      "'public.plain-text'"}),
+              "/a/needle.txt\n/a/other.txt\n");
+    EXPECT_EQ(recorded.calls(FileCall::open), std::vector{FileURL("/a/other.txt")});
+    EXPECT_TRUE(recorded.calls(FileCall::read).empty());
+}
+
+TEST_F(MetadataSearchTest, ContentIsOpenedOnlyAfterTheLastFolderIsListed) {
+    m_volume.file("a/b/1.txt", "needle").file("a/c/2.txt", "needle").file("a/d/e/3.txt", "needle");
+    RecordingFileSystem recorded(m_disk);
+    const MetadataSearch search(recorded, m_metadata, m_clock, {FileURL("/")});
+    EXPECT_EQ(search.answer({kNeedleInNameOrContent}), "/a/b/1.txt\n/a/c/2.txt\n/a/d/e/3.txt\n");
+    const auto calls = recorded.calls();
+    const auto is = [](FileCall call) { return [call](const auto& made) { return made.call == call; }; };
+    const auto firstOpened = std::ranges::find_if(calls, is(FileCall::open));
+    EXPECT_NE(firstOpened, calls.end());
+    EXPECT_TRUE(std::none_of(firstOpened, calls.end(), is(FileCall::list)));
+}
+
+TEST_F(MetadataSearchTest, ASearchThatIsStoppedListsNoFurtherFolder) {
+    m_volume.file("a/b/1.txt").file("a/c/2.txt").file("a/d/3.txt");
+    const StopSource source;
+    RecordingFileSystem recorded(m_disk);
+    recorded.beforeEach([&](const auto& made) {
+        if (made.call == FileCall::list && made.url != FileURL("/a")) {
+            source.requestStop();
+        }
+    });
+    const MetadataSearch search(recorded, m_metadata, m_clock, {FileURL("/a")});
+    search.answer({kEverything}, source.token());
+    EXPECT_EQ(recorded.calls(FileCall::list).size(), 2U);
+}
+
+TEST_F(MetadataSearchTest, ASearchThatIsStoppedOpensNoFurtherFile) {
+    for (int i = 0; i < 50; ++i) {
+        m_volume.file("a/" + std::to_string(i) + ".txt", "needle");
+    }
+    for (const auto* const query :
+         {"kMDItemTextContent == \"*needle*\"cd", "kMDItemTextContent == \"needle\""}) {
+        const StopSource source;
+        RecordingFileSystem recorded(m_disk);
+        recorded.beforeEach([&](const auto& made) {
+            if (made.call == FileCall::open || made.call == FileCall::read) {
+                source.requestStop();
+            }
+        });
+        const MetadataSearch search(recorded, m_metadata, m_clock, {FileURL("/")});
+        search.answer({query}, source.token());
+        EXPECT_EQ(recorded.calls(FileCall::open).size() + recorded.calls(FileCall::read).size(), 1U);
+    }
+}
+
+TEST_F(MetadataSearchTest, TheRunnerHandsItsTokenToTheSearch) {
+    m_volume.file("a/b/1.txt").file("a/c/2.txt");
+    const StopSource source;
+    RecordingFileSystem recorded(m_disk);
+    recorded.beforeEach([&](const auto& made) {
+        if (made.call == FileCall::list) {
+            source.requestStop();
+        }
+    });
+    const MetadataSearch search(recorded, m_metadata, m_clock, {FileURL("/a")});
+    ScriptedCommandRunner others;
+    SearchingCommandRunner runner(recorded, search, others);
+    const auto printed = runner.run("/usr/bin/mdfind", {kEverything}, source.token());
+    EXPECT_FALSE(printed.ok());
+    EXPECT_EQ(recorded.calls(FileCall::list).size(), 1U);
+}
+
+// Documents whose text is a table. Keeps the order in which they are read and how many are at once.
+class TableOfDocuments final : public DocumentReader {
+  public:
+    std::function<void()> whileReading = [] {};
+
+    bool reads(const ContentType& type) const override { return isCostly(type) || type.is("public.html"); }
+    bool isCostly(const ContentType& type) const override { return type.is("com.adobe.pdf"); }
+    std::string text(const FileURL& file, const ContentType& /*type*/,
+                     const StopToken& /*stop*/) const override {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_read.push_back(file.path());
+            m_most = std::max(m_most, ++m_reading);
+        }
+        whileReading();
+        const std::lock_guard lock(m_mutex);
+        --m_reading;
+        return "The Ne\u0301edle";
+    }
+
+    std::vector<std::string> read() const {
+        const std::lock_guard lock(m_mutex);
+        return m_read;
+    }
+    int mostAtOnce() const {
+        const std::lock_guard lock(m_mutex);
+        return m_most;
+    }
+
+  private:
+    mutable std::mutex m_mutex; // guards the rest
+    mutable std::vector<std::string> m_read;
+    mutable int m_reading = 0;
+    mutable int m_most = 0;
+};
+
+TEST_F(MetadataSearchTest, DocumentsHaveTheTextThatTheirReaderTells) {
+    m_volume.file("a/page.html", "<p>other</p>").file("a/paper.pdf").file("a/paper.docx", "needle");
+    const TableOfDocuments documents;
+    const MetadataSearch search(m_files, m_metadata, m_clock, {FileURL("/")}, {.documents = &documents});
+    for (const auto* const query :
+         {"kMDItemTextContent == \"*needle*\"cd", "kMDItemTextContent == \"needle\"cd"}) {
+        EXPECT_EQ(search.answer({query}), "/a/page.html\n/a/paper.pdf\n") << query;
+    }
+}
+
+TEST_F(MetadataSearchTest, CostlyDocumentsAreReadAfterAllOthers) {
+    m_volume.file("a/1.pdf").file("a/2.html").file("b/3.pdf").file("b/4.html");
+    const TableOfDocuments documents;
+    const MetadataSearch search(m_files, m_metadata, m_clock, {FileURL("/")}, {.documents = &documents});
+    EXPECT_EQ(search.answer({kNeedleInNameOrContent}), "/a/1.pdf\n/a/2.html\n/b/3.pdf\n/b/4.html\n");
+    const auto read = documents.read();
+    ASSERT_EQ(read.size(), 4U);
+    EXPECT_THAT(std::vector(read.begin(), read.begin() + 2),
+                testing::UnorderedElementsAre("/a/2.html", "/b/4.html"));
+}
+
+TEST_F(MetadataSearchTest, NoCostlyDocumentIsBegunWhenTheTimeForThemIsUp) {
+    m_volume.file("a/1.pdf").file("a/2.pdf").file("a/3.pdf").file("a/4.html");
+    TableOfDocuments documents;
+    documents.whileReading = [&] { m_clock.advanceWithoutRunning(MetadataSearch::kTimeForCostly / 2); };
+    const MetadataSearch search(m_files, m_metadata, m_clock, {FileURL("/")}, {.documents = &documents});
+    EXPECT_EQ(split(search.answer({kNeedleInNameOrContent}), '\n').size(),
+              3U); // the time begins after the others
+    EXPECT_EQ(documents.read().size(), 3U);
+}
+
+TEST_F(MetadataSearchTest, NoDocumentIsReadAfterAStop) {
+    m_volume.file("a/1.pdf").file("a/2.pdf").file("a/3.html").file("a/4.html");
+    const StopSource source;
+    TableOfDocuments documents;
+    documents.whileReading = [&] { source.requestStop(); };
+    const MetadataSearch search(m_files, m_metadata, m_clock, {FileURL("/")}, {.documents = &documents});
+    search.answer({kNeedleInNameOrContent}, source.token());
+    EXPECT_EQ(documents.read().size(), 1U);
+}
+
+// Real threads beside the search's own.
+class SharedSearchTest : public MetadataSearchTest {
+  protected:
+    MainQueue m_queue;
+    TableOfDocuments m_documents;
+    ThreadTaskRunner m_threads{m_queue};
+    MetadataSearch m_shared{
+        m_disk, m_metadata, m_clock, {FileURL("/")}, {.threads = &m_threads, .documents = &m_documents}};
+};
+
+TEST_F(SharedSearchTest, TheAnswerIsThatOfOneThread) {
+    for (int i = 0; i < 300; ++i) {
+        m_volume.file("a/" + std::to_string(i) + ".txt", i % 3 == 0 ? "a n\u00E9edle" : "hay");
+    }
+    const auto alone = m_search.answer({kNeedleInNameOrContent});
+    EXPECT_EQ(split(alone, '\n').size(), 100U);
+    for (int round = 0; round < 5; ++round) {
+        EXPECT_EQ(m_shared.answer({kNeedleInNameOrContent}), alone);
+    }
+}
+
+TEST_F(SharedSearchTest, TwoCostlyDocumentsAreReadAtOnceAndNeverMore) {
+    for (int i = 0; i < 12; ++i) {
+        m_volume.file("a/" + std::to_string(i) + ".pdf");
+    }
+    std::atomic<int> begun = 0;
+    m_documents.whileReading = [&] {
+        ++begun;
+        while (begun < 2) { // the second one comes, or this test never ends
+            std::this_thread::yield();
+        }
+    };
+    EXPECT_EQ(split(m_shared.answer({kNeedleInNameOrContent}), '\n').size(), 12U);
+    EXPECT_EQ(m_documents.mostAtOnce(), MetadataSearch::kCostlyAtOnce);
 }
 
 TEST_F(MetadataSearchTest, TextIsFoundInEveryUsualEncoding) {

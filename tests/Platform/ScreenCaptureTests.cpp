@@ -22,7 +22,9 @@ TEST(ScreenCapture, AToolIsNamedInWholeBeforeThePicture) {
     EXPECT_FALSE(ScreenCapture::isMarkedPng(head + picture + software("gnome-screenshot")));
     EXPECT_FALSE(ScreenCapture::isMarkedPng(head + software("gnome-screenshot-like") + picture));
     EXPECT_FALSE(ScreenCapture::isMarkedPng(head + software("gnome") + picture));
-    EXPECT_FALSE(ScreenCapture::isMarkedPng(head + chunk("iTXt", "Software gnome-screenshot") + picture));
+    const auto other = chunk("iTXt", std::string("Software\0gnome-screenshot", 25));
+    EXPECT_FALSE(ScreenCapture::isMarkedPng(head + other + picture));
+    EXPECT_FALSE(ScreenCapture::isMarkedPng(head + PngText::text("Title 12", "gnome-screenshot") + picture));
     EXPECT_FALSE(ScreenCapture::isMarkedPng(software("gnome-screenshot")));
     EXPECT_FALSE(ScreenCapture::isMarkedPng(""));
 }
@@ -35,6 +37,8 @@ TEST(ScreenCapture, NoLengthThatAFileClaimsLeadsBeyondIt) {
     }
     EXPECT_TRUE(ScreenCapture::isMarkedPng(whole.substr(0, endOfText)));
     EXPECT_FALSE(ScreenCapture::isMarkedPng(kSignature + "\xFF\xFF\xFF\xFFtEXtSoftware"));
+    const auto longer = std::string("\0\0\0\x1AtEXt", 8) + std::string("Software\0gnome-screenshot", 25);
+    EXPECT_FALSE(ScreenCapture::isMarkedPng(kSignature + longer)) << "one byte less than it says";
 }
 
 TEST(ScreenCapture, OnlyTheTruthValueOfAPropertyListIsTrue) {

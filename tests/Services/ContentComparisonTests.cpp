@@ -80,6 +80,13 @@ TEST(ContentComparison, AFileWhoseBeginningCannotBeReadIsLeftOut) {
     EXPECT_THAT(world.names(), ElementsAre(Names{"2", "3"}));
 }
 
+TEST(ContentComparison, AFileWhoseEndCannotBeReadIsKnownByItsBeginning) {
+    const auto end = static_cast<Bytes>(kLong.size()) * kStep - 1;
+    ComparisonWorld world({failingAt(kLong, end), {kLong}, failingAt(kLong, end), {kLong}});
+    EXPECT_EQ(world.compared(), world.expected());
+    EXPECT_THAT(world.names(), testing::UnorderedElementsAre(Names{"0", "2"}, Names{"1", "3"}));
+}
+
 TEST(ContentComparison, AFileWhoseLengthCannotBeToldIsKnownByItsBeginning) {
     MadeUpFile untold{kLong};
     untold.tellsItsLength = false;
@@ -149,6 +156,14 @@ TEST(ContentComparison, AFileThatFailedIsNotReadAgain) {
     EXPECT_EQ(world.files.reads(), 3 * 2 + 3 + 2 * 5);
 }
 
+TEST(ContentComparison, AShortStepIsTheLast) {
+    MadeUpFile file{"abba"};
+    file.tail = 1;
+    ComparisonWorld world({file, file});
+    EXPECT_EQ(world.names().size(), 1U);
+    EXPECT_EQ(world.files.reads(), 2 * 2 + 2 * 5);
+}
+
 TEST(ContentComparison, WhatHasNoFellowIsNotReadBehindItsPortion) {
     ComparisonWorld world({{kLong}, {withLetter(kLong, 2, 'x')}});
     static_cast<void>(world.compared());
@@ -160,12 +175,33 @@ TEST(ContentComparison, MoreFilesThanAreOpenAtOnceAreToldApartAsWell) {
     std::vector<MadeUpFile> many(ContentComparison::kMostInStep + 6, {"abbbbbbbbba"});
     many[3] = {"abbbxbbbbba"};
     many[40] = many[3];
-    many[50] = failingAt("abbbbbbbbba", kPortion + 1);
+    for (auto& file : many) {
+        file.tail = 100;
+    }
+    many[50] = failingAt("abbbbbbbbba", kPortion + kStep);
     many[51] = {"abbbbbbbxxa"};
-    many[52] = failingAt("abbbbbbbxba", kPortion + 9);
+    many[52] = failingAt("abbbbbbbxba", kPortion + 2 * kStep);
     ComparisonWorld world(many);
     EXPECT_EQ(world.compared(), world.expected());
     EXPECT_EQ(world.compared().size(), 3U);
+}
+
+TEST(ContentComparison, OfMoreFilesThanMayBeOpenAtOnceOneIsOpenAtATime) {
+    const std::vector<MadeUpFile> most(ContentComparison::kMostInStep, {kLong});
+    ComparisonWorld inStep(most);
+    EXPECT_EQ(inStep.compared().size(), 1U);
+    EXPECT_EQ(inStep.files.mostOpen(), static_cast<int>(ContentComparison::kMostInStep));
+    auto more = most;
+    more.push_back({kLong});
+    ComparisonWorld byThemselves(more);
+    EXPECT_EQ(byThemselves.compared().size(), 1U);
+    EXPECT_EQ(byThemselves.files.mostOpen(), 1);
+}
+
+TEST(ContentComparison, WhatDiffersAtItsEndOrItsBeginningIsNotReadWhole) {
+    ComparisonWorld world({{kLong}, {withLetter(kLong, kLong.size() - 1, 'x')}, {withLetter(kLong, 0, 'x')}});
+    EXPECT_THAT(world.names(), IsEmpty());
+    EXPECT_EQ(world.files.reads(), 3 * 2) << "both ends of each";
 }
 
 TEST(ContentComparison, AStopEndsTheReadingAtOnceAndFindsNothing) {
@@ -180,6 +216,20 @@ TEST(ContentComparison, AStopEndsTheReadingAtOnceAndFindsNothing) {
         EXPECT_THAT(world.compared(stop.token()), IsEmpty());
         EXPECT_LE(world.files.reads(), reads + 3) << "but for the step of the class"; // and its ends
     }
+}
+
+TEST(ContentComparison, AStopEndsTheReadingOfManyFilesToo) {
+    constexpr int kFiles = static_cast<int>(ContentComparison::kMostInStep) + 1;
+    ComparisonWorld world(std::vector<MadeUpFile>(kFiles, {kLong}));
+    const StopSource stop;
+    const int reads = 2 * kFiles + 5; // of all ends and of the first whole file
+    world.files.beforeEachRead([&] {
+        if (world.files.reads() == reads) {
+            stop.requestStop();
+        }
+    });
+    EXPECT_THAT(world.compared(stop.token()), IsEmpty());
+    EXPECT_EQ(world.files.reads(), reads);
 }
 
 TEST(ContentComparison, AStopTakesBackWhatWasFoundBefore) {

@@ -1,12 +1,16 @@
+#include "ContentComparison.h"
 #include "DuplicateFinder.h"
+#include "OrdinaryUser.h"
 #include "RecordedPlatform.h"
 #include "SamplePlatform.h"
 #include "Sha256.h"
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <span>
 
 namespace quillane {
 namespace {
@@ -131,6 +135,7 @@ TEST_F(DuplicateFinderTest, TheRestOfANameWithALineFeedIsNoPath) {
     tell("Documents", "a", "1000000");
     tell("Documents", "../" + kHome + "/Documents/a", "1000000");
     EXPECT_THAT(found(), IsEmpty());
+    EXPECT_EQ(told().back(), "Comparing 0 files") << "it is not tried either";
 }
 
 TEST_F(DuplicateFinderTest, APathThatIsToldUnderTwoFoldersCountsOnce) {
@@ -200,10 +205,49 @@ TEST_F(DuplicateFinderTest, FilesThatDifferOnlyInTheirMiddleAreInNoGroup) {
     EXPECT_THAT(found(), IsEmpty());
 }
 
+TEST_F(DuplicateFinderTest, OneByteTellsFilesApartWhereverItLies) {
+    const std::string content(2'100'000, 'x');
+    add("Documents/a", content);
+    add("Documents/b", content);
+    for (const int at : {0, 65'535, 65'536, 131'071, 131'072, 1'048'575, 1'048'576, 2'034'463, 2'034'464,
+                         2'097'151, 2'097'152, 2'099'999}) {
+        auto other = content;
+        other[static_cast<std::size_t>(at)] = 'y';
+        lay("Documents/b", other);
+        EXPECT_THAT(found(), IsEmpty()) << at;
+    }
+}
+
+TEST_F(DuplicateFinderTest, OfEachEndSixtyFourKibibytesAreRead) {
+    const std::string content(1'000'000, 'x');
+    add("Documents/a", content);
+    add("Documents/b", content);
+    struct Row {
+        std::size_t different;
+        std::size_t opened; // four when the whole is compared too
+    };
+    for (const auto& row : {Row{65'535, 2}, Row{65'536, 4}, Row{934'463, 4}, Row{934'464, 2}}) {
+        auto other = content;
+        other[row.different] = 'y';
+        lay("Documents/b", other);
+        const RecordedPlatform recorded(sample.platform);
+        static_cast<void>(DuplicateFinder::find(recorded.platform, Priority::userInitiated));
+        EXPECT_EQ(recorded.files.calls(FileCall::open).size(), row.opened) << row.different;
+    }
+}
+
 TEST_F(DuplicateFinderTest, FilesOfEqualContentButAnotherToldSizeAreNotCompared) {
     add("Documents/a", "same");
     add("Documents/b", "same", kSize + 1);
     EXPECT_THAT(found(), IsEmpty());
+}
+
+TEST_F(DuplicateFinderTest, PairsOfEqualContentAndAnotherToldSizeAreTwoGroups) {
+    for (const auto* name : {"a", "b"}) {
+        add("Documents/" + std::string(name), "same");
+        add("Music/" + std::string(name), "same", kSize + 1);
+    }
+    EXPECT_THAT(foundPaths(), ElementsAre(Texts{"Music/a", "Music/b"}, Texts{"Documents/a", "Documents/b"}));
 }
 
 TEST_F(DuplicateFinderTest, TwoNamesOfOneFileAreTwoFiles) {
@@ -235,6 +279,23 @@ TEST_F(DuplicateFinderTest, GroupsThatWasteMostComeFirst) {
     EXPECT_THAT(foundPaths(), ElementsAre(Texts{"Documents/c1", "Documents/c2"},
                                           Texts{"Documents/a1", "Documents/a2", "Documents/a3"},
                                           Texts{"Documents/b1", "Documents/b2"}));
+}
+
+TEST_F(DuplicateFinderTest, GroupsOfEqualWasteStandByTheirSizeAndThenByTheirDigest) {
+    for (const auto* name : {"a1", "a2"}) {
+        add("Documents/" + std::string(name), "of two", 2'000'000);
+    }
+    for (const auto* name : {"b1", "b2", "b3"}) {
+        add("Documents/" + std::string(name), "of three", 1'000'000);
+    }
+    for (const auto* content : {"one", "two", "three", "four", "five"}) {
+        add("Documents/1" + std::string(content), content, 2'000'000);
+        add("Documents/2" + std::string(content), content, 2'000'000);
+    }
+    const auto groups = found();
+    ASSERT_EQ(groups.size(), 7U);
+    EXPECT_EQ(groups[0].count(), 3U) << "the smallest files";
+    EXPECT_TRUE(std::ranges::is_sorted(std::span(groups).subspan(1), {}, &DuplicateGroup::id));
 }
 
 TEST_F(DuplicateFinderTest, TheMostRecentlyUsedCopyComesFirst) {
@@ -330,6 +391,44 @@ TEST_F(DuplicateFinderTest, AStopBeforeItBeginsReadsNothing) {
     EXPECT_THAT(sample.commands.calls(), IsEmpty());
 }
 
+TEST_F(DuplicateFinderTest, AStopWhileItListsOrBeforeItComparesReadsNothingMore) {
+    add("Documents/a", "same");
+    add("Documents/b", "same");
+    sample.disk.folder(kHome + "/Pictures");
+    for (const std::string last : {"Listing files", "Comparing 2 files"}) {
+        const StopSource stop;
+        Texts told;
+        const RecordedPlatform recorded(sample.platform);
+        const auto progress = [&](const std::string& words) {
+            told.push_back(words);
+            if (words == last) {
+                stop.requestStop();
+            }
+        };
+        EXPECT_THAT(DuplicateFinder::find(recorded.platform, Priority::userInitiated, stop.token(), progress),
+                    IsEmpty());
+        EXPECT_EQ(told.back(), last);
+        EXPECT_THAT(recorded.files.calls(FileCall::open), IsEmpty());
+    }
+    EXPECT_EQ(sample.commands.calls().size(), 2U)
+        << "nothing was listed the first time, two folders the second";
+}
+
+TEST_F(DuplicateFinderTest, AStopBehindTheEndsOpensNothingMore) {
+    add("Documents/a", "same");
+    add("Documents/b", "same");
+    const StopSource stop;
+    RecordedPlatform recorded(sample.platform);
+    int closed = 0;
+    recorded.files.beforeEach([&](const RecordingFileSystem::Call& call) {
+        if (call.call == FileCall::close && ++closed == 2) {
+            stop.requestStop();
+        }
+    });
+    EXPECT_THAT(DuplicateFinder::find(recorded.platform, Priority::userInitiated, stop.token()), IsEmpty());
+    EXPECT_EQ(recorded.files.calls(FileCall::open).size(), 2U);
+}
+
 // One file
 
 TEST_F(DuplicateFinderTest, AFileIsDescribedWithItsSizesKindAndDate) {
@@ -355,6 +454,177 @@ TEST_F(DuplicateFinderTest, OnlyARegularFileThatIsThereIsDescribed) {
     for (const auto* path : {"Documents", "Documents/link", "Documents/pipe", "Documents/missing"}) {
         EXPECT_EQ(DuplicateFinder::describe(sample.platform, url(path)), std::nullopt) << path;
     }
+}
+
+// Bad input
+
+TEST_F(DuplicateFinderTest, NothingThatIsNoFileIsWaitedFor) {
+    add("Documents/a", "same");
+    add("Documents/b", "same");
+    for (const auto* name : {"pipe", "other pipe", "socket", "device"}) {
+        tell("Documents", kHome + "/Documents/" + name, "1000000");
+    }
+    const auto folder = kHome + "/Documents/";
+    sample.disk.fifo(folder + "pipe").fifo(folder + "other pipe").socket(folder + "socket");
+    sample.disk.zeroDevice(folder + "device");
+    EXPECT_THAT(foundPaths(), ElementsAre(Texts{"Documents/a", "Documents/b"}));
+}
+
+// What another program does to a copy while it is read: nothing that it does makes it a copy of what it was not, nor
+// the others any less.
+class ChangingCopyTest : public DuplicateFinderTest {
+  protected:
+    static constexpr std::size_t kLength = 1'500'000; // no whole number of steps or portions
+
+    // In place of whatever stands there.
+    void layCopies() {
+        sample.disk.folder(kHome + "/Documents").remove(kHome + "/Documents");
+        for (const auto* path : {"Documents/a", "Documents/b", "Documents/c"}) {
+            lay(path, std::string(kLength, 'x'));
+        }
+    }
+    // Changes one of three copies right before it is read for the n-th time, for each n, and expects the others.
+    void expectOthersWhateverChanges(const std::string& path, const std::function<void()>& change) {
+        bool isReached = true;
+        int reads = 0;
+        for (int n = 1; isReached; ++n) {
+            layCopies();
+            RecordedPlatform recorded(sample.platform);
+            reads = 0;
+            recorded.files.beforeEach([&](const RecordingFileSystem::Call& call) {
+                if (call.call == FileCall::readAt && call.url == url(path) && ++reads == n) {
+                    change();
+                }
+            });
+            auto expected = Texts{"Documents/a", "Documents/b", "Documents/c"};
+            const auto found = paths(DuplicateFinder::find(recorded.platform, Priority::userInitiated));
+            isReached = reads >= n;
+            if (isReached) {
+                std::erase(expected, path);
+            }
+            EXPECT_THAT(found, ElementsAre(expected)) << path << ", before read " << n;
+        }
+        EXPECT_GE(reads, 2 + static_cast<int>(kLength / ContentComparison::kStep)) << "the whole was read";
+    }
+    void tellCopies() {
+        for (const auto* name : {"a", "b", "c"}) {
+            tell("Documents", kHome + "/Documents/" + name, std::to_string(kLength));
+        }
+    }
+};
+
+TEST_F(ChangingCopyTest, ACopyThatShrinksWhileItIsReadIsNoneAndTheOthersStay) {
+    tellCopies();
+    for (const std::string path : {"Documents/a", "Documents/b"}) {
+        expectOthersWhateverChanges(path, [&] { lay(path, std::string(700'000, 'x')); });
+    }
+}
+
+TEST_F(ChangingCopyTest, ACopyThatGrowsWhileItIsReadIsNoneAndTheOthersStay) {
+    tellCopies();
+    for (const std::string path : {"Documents/a", "Documents/b"}) {
+        expectOthersWhateverChanges(path, [&] { lay(path, std::string(kLength + 100'000, 'x')); });
+    }
+}
+
+TEST_F(ChangingCopyTest, ACopyThatIsRemovedWhileItIsReadIsNoneAndTheOthersStay) {
+    tellCopies();
+    for (const std::string path : {"Documents/a", "Documents/b"}) {
+        expectOthersWhateverChanges(path, [&] { sample.disk.remove(kHome + "/" + path); });
+    }
+}
+
+TEST_F(ChangingCopyTest, ACopyInWhosePlaceAPipeOrALinkComesIsNoneAndTheOthersStay) {
+    tellCopies();
+    const std::string path = "Documents/b";
+    expectOthersWhateverChanges(path,
+                                [&] { sample.disk.remove(kHome + "/" + path).fifo(kHome + "/" + path); });
+    expectOthersWhateverChanges(
+        path, [&] { sample.disk.remove(kHome + "/" + path).link(kHome + "/" + path, "a"); });
+}
+
+// Each call that is made for three copies, made to fail in turn.
+TEST_F(ChangingCopyTest, AnyCallThatFailsCostsItsOwnCopyAlone) {
+    layCopies();
+    tellCopies();
+    const RecordedPlatform recorded(sample.platform);
+    static_cast<void>(DuplicateFinder::find(recorded.platform, Priority::userInitiated));
+    for (const auto call :
+         {FileCall::open, FileCall::readAt, FileCall::length, FileCall::close, FileCall::resourceValues}) {
+        const auto calls = static_cast<int>(recorded.files.calls(call).size());
+        EXPECT_GE(calls, 3);
+        for (int n = 1; n <= calls; ++n) {
+            sample.files.failNth(call, n, kFailure);
+            const auto groups = foundPaths();
+            ASSERT_EQ(groups.size(), 1U) << static_cast<int>(call) << ", " << n;
+            EXPECT_EQ(groups[0].size(), 2U) << static_cast<int>(call) << ", " << n;
+        }
+    }
+    EXPECT_THAT(foundPaths(), ElementsAre(Texts{"Documents/a", "Documents/b", "Documents/c"}));
+}
+
+TEST_F(ChangingCopyTest, WhereNothingCanBeReadThereAreNoGroups) {
+    layCopies();
+    tellCopies();
+    for (const auto call : {FileCall::close, FileCall::readAt, FileCall::open}) {
+        sample.files.failEvery(call, kFailure);
+        EXPECT_THAT(found(), IsEmpty()) << static_cast<int>(call);
+    }
+}
+
+// Files of zeros on the disk, and the search that walks it.
+
+class DuplicatesOnTheDisk : public testing::Test {
+  protected:
+    void lay(const std::string& below, Bytes length = 1'000'000) {
+        sample.disk.sparse(kHome + "/Documents/" + below, length);
+    }
+    // Of each group, below the folder.
+    std::vector<Texts> found() const {
+        std::vector<Texts> paths;
+        for (const auto& group : DuplicateFinder::find(sample.platform, Priority::userInitiated)) {
+            auto& names = paths.emplace_back();
+            for (const auto& file : group.files) {
+                names.push_back(file.url.path().substr(kHome.size() + 11));
+            }
+            std::ranges::sort(names);
+        }
+        return paths;
+    }
+
+    SamplePlatform sample{SampleMac(), SampleSpotlight::embedded};
+};
+
+TEST_F(DuplicatesOnTheDisk, FilesOfAMillionBytesAreComparedAndSmallerOnesNotLookedAt) {
+    lay("a");
+    lay("b");
+    lay("c", 999'999);
+    lay("d", 999'999);
+    EXPECT_THAT(found(), ElementsAre(Texts{"a", "b"}));
+    for (const auto* name : {"c", "d"}) {
+        EXPECT_THAT(sample.files.touched(),
+                    testing::Not(testing::Contains(FileURL(kHome + "/Documents/" + name))));
+    }
+}
+
+TEST_F(DuplicatesOnTheDisk, NamesThatBreakTheLinesOfTheAnswerCostTheirFilesAlone) {
+    for (const std::string name : {"line\nfeed", "line\n", "\xff", "two   kMDItemFSSize = 1000000", "   "}) {
+        lay(name + "a");
+        lay("deep/" + name + "b/c");
+    }
+    lay("good");
+    lay("deep/good");
+    EXPECT_THAT(found(), ElementsAre(Texts{"   a", "deep/   b/c", "deep/good", "good"}));
+}
+
+TEST_F(DuplicatesOnTheDisk, WhatIsLockedIsLeftOut) {
+    for (const auto* path : {"a", "b", "locked file", "locked/c", "open/d"}) {
+        lay(path);
+    }
+    sample.disk.permissions(kHome + "/Documents/locked file", 0);
+    sample.disk.permissions(kHome + "/Documents/locked", 0);
+    const OrdinaryUser ordinary;
+    EXPECT_THAT(found(), ElementsAre(Texts{"a", "b", "open/d"}));
 }
 
 } // namespace

@@ -1,7 +1,10 @@
 #include "FileFinder.h"
 #include "RecordedPlatform.h"
 #include "SamplePlatform.h"
+#include "StopToken.h"
+#include "ThreadTaskRunner.h"
 #include <algorithm>
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
@@ -94,10 +97,68 @@ std::string queryInEveryRoot(Lens lens) {
     return questions.empty() ? "" : questions.front().second;
 }
 
+// Stopping
+
+// Prints a file of Downloads and is then asked to stop.
+class StoppingRunner final : public CommandRunner {
+  public:
+    int runs = 0;
+    const StopSource source;
+    std::uint32_t userID() const override { return ScriptedCommandRunner::kUserID; }
+
+  protected:
+    Result<std::string> outputOf(const Run& /*run*/) override {
+        ++runs;
+        source.requestStop();
+        return std::string(kDownloads) + "/a.txt\n";
+    }
+};
+
+TEST(FileFinder, ALensThatIsStoppedAsksNoFurtherFolderAndDescribesNothing) {
+    SampleMac mac;
+    for (const auto root : FileFinder::kUserRoots) {
+        mac.folder(std::string(root));
+    }
+    mac.file("Downloads/a.txt", "a");
+    const SamplePlatform sample(mac);
+    const std::vector<std::function<std::vector<UserFile>(const Platform&, const StopToken&)>> lenses = {
+        [](const auto& platform, const auto& stop) { return FileFinder::largeAndOld(platform, stop); },
+        [](const auto& platform, const auto& stop) { return FileFinder::installers(platform, {}, stop); },
+        [](const auto& platform, const auto& stop) { return FileFinder::search(platform, "a", {}, stop); }};
+    for (const auto& lens : lenses) {
+        StoppingRunner runner;
+        const Platform& whole = sample.platform;
+        const Platform platform{whole.files,    runner,          whole.metadata, whole.clock,
+                                whole.tasks,    whole.workspace, whole.trash,    whole.runningApplications,
+                                whole.defaults, whole.previews};
+        EXPECT_THAT(lens(platform, runner.source.token()), IsEmpty());
+        EXPECT_EQ(runner.runs, 1);
+    }
+}
+
+TEST_F(FileFinderTest, FilesThatAreStillToBeDescribedWhenItIsStoppedAreNotLookedAt) {
+    Texts paths;
+    for (int i = 0; i < 40; ++i) {
+        mac.file("Downloads/" + std::to_string(i), "x");
+        paths.push_back(std::string(kDownloads) + "/" + std::to_string(i));
+    }
+    lay();
+    answer(paths);
+    RecordedPlatform recorded(sample->platform);
+    const StopSource source;
+    recorded.files.beforeEach([&](const auto& made) {
+        if (made.call == FileCall::resourceValues) {
+            source.requestStop();
+        }
+    });
+    FileFinder::collect(recorded.platform, kQuery, kRoots, FileFinder::kNoLimit, source.token());
+    EXPECT_EQ(recorded.files.calls(FileCall::resourceValues).size(), 1U);
+}
+
 // The queries
 
 TEST(FileFinder, LargeFilesAreAskedForInEveryRoot) {
-    EXPECT_EQ(queryInEveryRoot(FileFinder::largeAndOld),
+    EXPECT_EQ(queryInEveryRoot([](const Platform& platform) { return FileFinder::largeAndOld(platform); }),
               "kMDItemFSSize >= 100000000 && kMDItemContentType != 'public.folder'");
 }
 
@@ -237,6 +298,38 @@ TEST_F(FileFinderTest, ASearchListsThreeHundredAtMost) {
     EXPECT_EQ(FileFinder::search(embedded.platform, "word", std::nullopt).size(), 300U);
 }
 
+TEST(FileFinder, OnlyASearchHasALimit) {
+    constexpr int kFiles = 310;
+    SampleMac mac;
+    for (int i = 0; i < kFiles; ++i) {
+        mac.file("Downloads/" + std::to_string(i) + ".zip", "x");
+    }
+    // Whatever is asked, all of them are the answer.
+    class Naming final : public CommandRunner {
+      public:
+        std::uint32_t userID() const override { return ScriptedCommandRunner::kUserID; }
+        Result<std::string> outputOf(const Run&) override {
+            std::string output;
+            for (int i = 0; i < kFiles; ++i) {
+                output += std::string(kDownloads) + "/" + std::to_string(i) + ".zip\n";
+            }
+            return output;
+        }
+    } naming;
+    const SamplePlatform sample(mac);
+    const Platform platform = withCommands(sample.platform, naming);
+    EXPECT_EQ(FileFinder::largeAndOld(platform).size(), 310U);
+    EXPECT_EQ(FileFinder::installers(platform, {}).size(), 310U);
+    EXPECT_EQ(FileFinder::search(platform, "zip", std::nullopt).size(), 300U);
+}
+
+TEST_F(FileFinderTest, WhatTheFilesTakeOnTheDiskOrdersThemAndNotTheirLength) {
+    mac.sparse("Downloads/long", 5'000'000).allocated("Downloads/dense", 500'000);
+    lay();
+    answer({"/Users/alex/Downloads/long", "/Users/alex/Downloads/dense"});
+    EXPECT_EQ(namesOf(collected()), (Texts{"dense", "long"}));
+}
+
 TEST_F(FileFinderTest, TheLargestOnDiskComesFirstAndEqualOnesKeepTheOrderOfTheIndex) {
     mac.allocated("Downloads/small", 5'000).allocated("Downloads/large", 500'000);
     Texts paths = {"/Users/alex/Downloads/small", "/Users/alex/Downloads/large"};
@@ -251,6 +344,23 @@ TEST_F(FileFinderTest, TheLargestOnDiskComesFirstAndEqualOnesKeepTheOrderOfTheIn
     EXPECT_EQ(namesOf(collected()), names);
 }
 
+TEST_F(FileFinderTest, SeveralThreadsListTheSame) {
+    Texts paths;
+    for (int i = 0; i < 500; ++i) {
+        const auto name = "Downloads/" + std::to_string(i);
+        mac.file(name, std::string(static_cast<std::size_t>(i) % 7 * 5'000, 'x'));
+        paths.push_back("/Users/alex/" + name);
+    }
+    lay();
+    answer(paths);
+    const auto expected = collected();
+    EXPECT_EQ(expected.size(), 500U);
+    MainQueue mainQueue;
+    ThreadTaskRunner threads(mainQueue);
+    EXPECT_EQ(FileFinder::collect(withTasks(sample->platform, threads), kQuery, kRoots, FileFinder::kNoLimit),
+              expected);
+}
+
 TEST_F(FileFinderTest, WhatCannotBeStartedFindsNothing) {
     mac.file("Downloads/a.txt", "x");
     lay();
@@ -263,6 +373,14 @@ TEST_F(FileFinderTest, ABrokenLineOfTheIndexIsNoFile) {
     print("Failed to create query for 'x'.\n\n/Users/alex/Downloads/a.txt\n"
           "/Users/alex/Downloads/\xff\n/Users/alex/Downloads/b.txt");
     EXPECT_THAT(namesOf(collected()), testing::UnorderedElementsAre("a.txt", "b.txt"));
+}
+
+TEST_F(FileFinderTest, AFileThatGoesBetweenTheIndexAndTheDiskIsNotListed) {
+    mac.file("Downloads/a.txt", "x").file("Downloads/b.txt", "x");
+    lay();
+    answer({"/Users/alex/Downloads/a.txt", "/Users/alex/Downloads/b.txt"});
+    sample->files.before(home("Downloads/a.txt"), [&] { sample->files.vanish(home("Downloads/a.txt")); });
+    EXPECT_EQ(namesOf(collected()), Texts{"b.txt"});
 }
 
 // What a file is described as
@@ -283,11 +401,13 @@ TEST_F(FileFinderTest, TheLastUseOfTheIndexGoesBeforeTheChange) {
     EXPECT_EQ(described("a.txt").lastUsed, sample->mac.date(daysAgo(2)));
 }
 
-TEST_F(FileFinderTest, LinksFoldersAndWhatCannotBeReadAreNoFiles) {
+TEST_F(FileFinderTest, LinksFoldersPipesAndWhatCannotBeReadAreNoFiles) {
     mac.folder("Downloads/folder").file("Downloads/a.txt", "x").link("Downloads/link", "a.txt");
     lay();
+    const std::string folder = "Users/alex/Downloads/";
+    sample->disk.fifo(folder + "pipe").socket(folder + "socket").zeroDevice(folder + "device");
     sample->files.fail(home("Downloads/a.txt"), {ErrorCode::kReadNoPermission, std::nullopt});
-    for (const char* name : {"folder", "link", "a.txt", "missing"}) {
+    for (const char* name : {"folder", "link", "a.txt", "missing", "pipe", "socket", "device"}) {
         EXPECT_EQ(FileFinder::describe(sample->platform, home("Downloads").appending(name)), std::nullopt)
             << name;
     }
@@ -358,13 +478,15 @@ TEST(FileFinder, AnInstallerWhoseNameBeginsWithAnInstalledOneHasDoneItsJob) {
     };
     const std::vector<Row> rows = {
         {"Northlight-RAW 7.2.dmg", true}, {"northlightraw.pkg", true}, {"Northlight.dmg", false},
-        {"My Northlight RAW.dmg", false}, {"Drawing.dmg", true},       {"Paint.zip", false}};
+        {"My Northlight RAW.dmg", false}, {"Drawing.dmg", true},       {"Paint.zip", false},
+        {"Loft 7.2.dmg", true},           {"Loft 7.dmg", false}};
     SampleMac mac;
     for (const auto& row : rows) {
         mac.file("Downloads/" + row.name, "x");
     }
     const SamplePlatform sample(mac, SampleSpotlight::embedded);
-    const auto files = FileFinder::installers(sample.platform, {"Northlight RAW", "Draw", "!!", ""});
+    const auto files = FileFinder::installers(sample.platform,
+                                              {"Northlight RAW", "Draw", "Paint Zip", "Loft 7.2", "!!", ""});
     ASSERT_EQ(files.size(), rows.size());
     for (const auto& row : rows) {
         const auto file = std::ranges::find(files, row.name, &UserFile::name);
@@ -392,51 +514,6 @@ TEST(FileFinder, ThePhotosLibraryIsMeasuredWholeAndIsAbsentWhenMissing) {
     const SamplePlatform sample(mac);
     EXPECT_EQ(FileFinder::photosLibraryBytes(sample.platform),
               allocatedOnDisk(sample.disk.at("Users/alex/" + library)));
-}
-
-// The sample Mac, with the search that walks it
-
-class FilesOfTheSampleMac : public testing::Test {
-  protected:
-    SamplePlatform sample{SampleMac::small(), SampleSpotlight::embedded};
-    Texts search(const std::string& text, std::optional<Kind> kind = std::nullopt) {
-        return namesOf(FileFinder::search(sample.platform, text, kind));
-    }
-};
-
-TEST_F(FilesOfTheSampleMac, TheLargeOnesAreThoseOfTheirLengthAndPlaceholdersAmongThem) {
-    const auto files = FileFinder::largeAndOld(sample.platform);
-    ASSERT_EQ(namesOf(files), Texts{"Conference talk.mp4"}) << "what is large on the full Mac is small here";
-    EXPECT_TRUE(files.front().isCloudPlaceholder);
-}
-
-TEST_F(FilesOfTheSampleMac, CapturesAreThoseWithTheMarkWhateverTheirNames) {
-    EXPECT_THAT(namesOf(FileFinder::collect(sample.platform, std::string(FileFinder::kScreenshotsQuery),
-                                            FileFinder::kUserRoots, FileFinder::kNoLimit)),
-                testing::UnorderedElementsAre("Screenshot 2024-05-02 at 10.20.30.png", "which lamp.png"));
-}
-
-TEST_F(FilesOfTheSampleMac, InstallersAreMarkedByTheApplicationsThatAreThere) {
-    std::set<std::string> installed;
-    for (const auto& app : sample.expectedApplications()) {
-        installed.insert(app.name);
-    }
-    std::map<std::string, bool> done;
-    for (const auto& file : FileFinder::installers(sample.platform, installed)) {
-        done[file.name()] = file.installsAnInstalledApp;
-    }
-    EXPECT_EQ(done, (std::map<std::string, bool>{{"Harbour VM 5.2.dmg", true},
-                                                 {"tessel-studio_3.9.4.pkg", true},
-                                                 {"Quarry Notes.dmg", false},
-                                                 {"Photos from Lena.zip", false}}));
-}
-
-TEST_F(FilesOfTheSampleMac, ASearchFindsNamesAndWhatIsWrittenInside) {
-    EXPECT_THAT(search("invoice 2023"), testing::UnorderedElementsAre("To the landlord.txt", "Ledger.csv"));
-    EXPECT_THAT(search("CAFE"), testing::UnorderedElementsAre("R\u00E9sum\u00E9.txt", "Quittung.txt"));
-    EXPECT_EQ(search("lamp", Kind::image), Texts{"which lamp.png"});
-    EXPECT_THAT(search("lamp", Kind::pdf), IsEmpty());
-    EXPECT_THAT(search("heic"), IsEmpty()) << "the Photos library is not looked into";
 }
 
 } // namespace

@@ -45,6 +45,8 @@ class MadeUpFiles final : public ForwardingFileSystem {
     // Runs before each read, on the reader's thread. Set before reading begins.
     void beforeEachRead(std::function<void()> hook) { m_beforeRead = std::move(hook); }
     int reads() const { return m_reads; }
+    // How many were open at a time at most.
+    int mostOpen() const { return m_mostOpen; }
 
     Result<std::unique_ptr<OpenFile>> openForReading(const FileURL& url) const override {
         const auto& file = m_files.at(url);
@@ -61,7 +63,13 @@ class MadeUpFiles final : public ForwardingFileSystem {
       public:
         Opened(const MadeUpFiles& files, const MadeUpFile& file)
             : m_files(files)
-            , m_file(file) {}
+            , m_file(file) {
+            // One thread at a time opens in the tests that ask.
+            m_files.m_mostOpen = std::max(m_files.m_mostOpen.load(), ++m_files.m_open);
+        }
+        ~Opened() override { --m_files.m_open; }
+        Opened(const Opened&) = delete;
+        Opened& operator=(const Opened&) = delete;
 
         Result<std::size_t> readAt(std::span<std::byte> buffer, Bytes offset) override {
             ++m_files.m_reads;
@@ -95,6 +103,8 @@ class MadeUpFiles final : public ForwardingFileSystem {
     std::map<FileURL, MadeUpFile> m_files;
     std::function<void()> m_beforeRead;
     mutable std::atomic<int> m_reads = 0;
+    mutable std::atomic<int> m_open = 0;
+    mutable std::atomic<int> m_mostOpen = 0;
 };
 
 } // namespace quillane

@@ -123,6 +123,18 @@ TEST_F(AppLibraryFiles, ASearchTakesTheTextWithoutTheBlanksAroundItAndTheKind) {
     EXPECT_EQ(*library->fileSearchText, " \ttax return ") << "the field stays as it was typed";
 }
 
+TEST_F(AppLibraryFiles, ALoadLooksForWhatStoodWhenItBegan) {
+    chooseSearch();
+    library->fileSearchText = "tax";
+    library->fileSearchKind = UserFile::Kind::pdf;
+    library->loadFiles();
+    runner.settle();
+    library->fileSearchText = "something else";
+    library->fileSearchKind = UserFile::Kind::image;
+    runner.runAll();
+    EXPECT_THAT(queries(), ElementsAre(searchQuery("tax") + " && kMDItemContentTypeTree == 'com.adobe.pdf'"));
+}
+
 TEST_F(AppLibraryFiles, AnEmptySearchIsAnsweredAtOnceAndAsksNobody) {
     found(kLarge, "film.mov");
     load();
@@ -163,6 +175,16 @@ TEST_F(AppLibraryFiles, OfTwoLoadsOnlyTheSecondStores) {
         EXPECT_EQ(names(), Texts{"capture.png"});
         EXPECT_FALSE(*library->isLoadingFiles);
     }
+}
+
+TEST_F(AppLibraryFiles, ALoadThatIsReplacedAsksTheIndexNothingMore) {
+    found(kLarge, "film.mov");
+    library->loadFiles();
+    runner.settle(); // its job waits
+    library->fileSearchText = "a";
+    library->setFilesMode(FilesMode::search);
+    runner.runAll();
+    EXPECT_EQ(queries(), Texts{searchQuery("a")});
 }
 
 TEST_F(AppLibraryFiles, TheFilesStayUntilTheNextAnswerIsThere) {

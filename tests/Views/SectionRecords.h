@@ -50,6 +50,14 @@ inline UserFile copyAt(const std::string& path, std::optional<Date> lastUsed = s
     return file;
 }
 
+// Below the user's home folder; as long as it is large.
+inline UserFile fileAt(const std::string& path, Bytes bytes, std::optional<Date> lastUsed = std::nullopt) {
+    UserFile file = copyAt(path, lastUsed);
+    file.bytes = bytes;
+    file.logicalBytes = bytes;
+    return file;
+}
+
 inline DuplicateGroup copies(const std::string& id, Bytes bytesEach, std::vector<UserFile> files) {
     for (auto& file : files) {
         file.bytes = bytesEach;

@@ -133,6 +133,18 @@ TEST_F(FileSystemWrappers, OnlyReadsThatTakeTheBadByteFail) {
     EXPECT_TRUE((*file)->close());
 }
 
+TEST_F(FileSystemWrappers, AnAttributeCanFailAndAFileCanAwaitItsDownload) {
+    const FileURL top("/tree/top");
+    const FileURL other("/tree/a/file");
+    folder.attribute("tree/top", "com.example.mark", "value");
+    EXPECT_EQ(faulty.extendedAttribute(top, "com.example.mark", 9).valueOr(""), "value");
+    faulty.failNth(FileCall::extendedAttribute, 1, kFailure);
+    EXPECT_EQ(faulty.extendedAttribute(top, "com.example.mark", 9).error(), kFailure);
+    faulty.sendToTheCloud(top);
+    EXPECT_TRUE(faulty.isAwaitingDownload(top));
+    EXPECT_FALSE(faulty.isAwaitingDownload(other));
+}
+
 TEST_F(FileSystemWrappers, EachCallOnAnOpenFileCanFail) {
     const auto file = faulty.openForReading(FileURL("/tree/top"));
     ASSERT_TRUE(file.ok());

@@ -5,7 +5,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 #include <utility>
@@ -98,6 +100,20 @@ DiskFolder& DiskFolder::sparse(std::string_view below, std::int64_t length) {
     return *this;
 }
 
+DiskFolder& DiskFolder::extend(std::string_view below, std::int64_t allocated, std::int64_t length) {
+    const int fd = ::open(at(below).c_str(), O_WRONLY | O_CLOEXEC);
+    require(fd >= 0, at(below));
+    if (allocated > 0) {
+        errno = ::posix_fallocate(fd, 0, allocated);
+        require(errno == 0, at(below));
+    }
+    struct stat status = {};
+    require(::fstat(fd, &status) == 0, at(below));
+    require(status.st_size >= length || ::ftruncate(fd, length) == 0, at(below));
+    ::close(fd);
+    return *this;
+}
+
 DiskFolder& DiskFolder::link(std::string_view below, std::string_view target) {
     makeParent(at(below));
     require(::symlink(std::string(target).c_str(), at(below).c_str()) == 0, at(below));
@@ -113,6 +129,25 @@ DiskFolder& DiskFolder::hardLink(std::string_view below, std::string_view existi
 DiskFolder& DiskFolder::fifo(std::string_view below) {
     makeParent(at(below));
     require(::mkfifo(at(below).c_str(), 0644) == 0, at(below));
+    return *this;
+}
+
+DiskFolder& DiskFolder::socket(std::string_view below) {
+    makeParent(at(below));
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    require(at(below).copy(address.sun_path, sizeof(address.sun_path) - 1) == at(below).size(), at(below));
+    const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    require(::bind(fd, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0, at(below));
+    ::close(fd);
+    return *this;
+}
+
+DiskFolder& DiskFolder::zeroDevice(std::string_view below) {
+    makeParent(at(below));
+    struct stat zero = {};
+    require(::stat("/dev/zero", &zero) == 0, at(below));
+    require(::mknod(at(below).c_str(), S_IFCHR | 0644, zero.st_rdev) == 0 || errno == EPERM, at(below));
     return *this;
 }
 

@@ -28,10 +28,17 @@ class DiskFolder {
     DiskFolder& allocated(std::string_view below, std::int64_t bytes);
     // A file of that length with nothing allocated.
     DiskFolder& sparse(std::string_view below, std::int64_t length);
+    // A file that is there gets longer: its first `allocated` bytes are really on the disk, what follows up to
+    // `length` is a hole. Content stays, and nothing is cut.
+    DiskFolder& extend(std::string_view below, std::int64_t allocated, std::int64_t length);
     // A symbolic link with exactly this text.
     DiskFolder& link(std::string_view below, std::string_view target);
     DiskFolder& hardLink(std::string_view below, std::string_view existing);
     DiskFolder& fifo(std::string_view below);
+    // A socket that a program has left.
+    DiskFolder& socket(std::string_view below);
+    // A device that gives zeros for ever. Left out where only root may make one.
+    DiskFolder& zeroDevice(std::string_view below);
     // A chain of `levels` folders called "d" below a folder, each in the one before, with a file called "leaf" in
     // the last. The path may be far too long for one call of the system.
     DiskFolder& chain(std::string_view below, int levels, std::string_view content = "");

@@ -18,6 +18,27 @@ inline Platform withFiles(const Platform& platform, FileSystem& files) {
             platform.previews};
 }
 
+// The same platform, but for the programs that it runs.
+inline Platform withCommands(const Platform& platform, CommandRunner& commands) {
+    return {platform.files,    commands,           platform.metadata, platform.clock,
+            platform.tasks,    platform.workspace, platform.trash,    platform.runningApplications,
+            platform.defaults, platform.previews};
+}
+
+// The same platform, but for its threads.
+inline Platform withTasks(const Platform& platform, TaskRunner& tasks) {
+    return {platform.files,
+            platform.commands,
+            platform.metadata,
+            platform.clock,
+            tasks,
+            platform.workspace,
+            platform.trash,
+            platform.runningApplications,
+            platform.defaults,
+            platform.previews};
+}
+
 // A platform with a record of what is asked of its files. The other one outlives this.
 struct RecordedPlatform {
     explicit RecordedPlatform(const Platform& other)

@@ -1,7 +1,7 @@
 #include "SampleIcon.h"
 #include "BigEndian.h"
+#include "PngFile.h"
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <string_view>
 
@@ -76,69 +76,15 @@ void appendPixel(std::string& row, const SampleIcon& icon, double x, double y, i
     row += static_cast<char>(static_cast<unsigned char>(std::lround(alpha * 255)));
 }
 
-// The rows of the picture, each after the number of its filter (none).
-std::string scanLines(const SampleIcon& icon, int side) {
-    std::string lines;
+// The rows of the picture.
+std::string samplesOf(const SampleIcon& icon, int side) {
+    std::string samples;
     for (int row = 0; row < side; ++row) {
-        lines += '\0';
         for (int column = 0; column < side; ++column) {
-            appendPixel(lines, icon, (column + 0.5) * 2 / side - 1, (row + 0.5) * 2 / side - 1, side);
+            appendPixel(samples, icon, (column + 0.5) * 2 / side - 1, (row + 0.5) * 2 / side - 1, side);
         }
     }
-    return lines;
-}
-
-std::uint32_t crc32Of(std::string_view bytes) {
-    static const auto table = [] {
-        std::array<std::uint32_t, 256> entries{};
-        for (std::uint32_t i = 0; i < 256; ++i) {
-            std::uint32_t value = i;
-            for (int bit = 0; bit < 8; ++bit) {
-                value = (value & 1U) != 0 ? 0xEDB88320U ^ (value >> 1U) : value >> 1U;
-            }
-            entries[i] = value;
-        }
-        return entries;
-    }();
-    std::uint32_t crc = 0xFFFFFFFFU;
-    for (const char c : bytes) {
-        crc = table[(crc ^ static_cast<unsigned char>(c)) & 0xFFU] ^ (crc >> 8U);
-    }
-    return ~crc;
-}
-
-std::uint32_t adler32Of(std::string_view bytes) {
-    std::uint32_t a = 1;
-    std::uint32_t b = 0;
-    for (const char c : bytes) {
-        a = (a + static_cast<unsigned char>(c)) % 65521;
-        b = (b + a) % 65521;
-    }
-    return (b << 16U) | a;
-}
-
-// A zlib stream that stores the bytes as they are.
-std::string stored(std::string_view bytes) {
-    constexpr std::size_t kLargestBlock = 65535;
-    std::string stream = "\x78\x01";
-    for (std::size_t at = 0; at < bytes.size(); at += kLargestBlock) {
-        const auto block = bytes.substr(at, kLargestBlock);
-        stream += at + block.size() == bytes.size() ? '\1' : '\0';
-        for (const std::size_t word : {block.size(), ~block.size()}) {
-            stream += static_cast<char>(word & 0xFFU);
-            stream += static_cast<char>((word >> 8U) & 0xFFU);
-        }
-        stream += block;
-    }
-    appendBigEndian32(stream, adler32Of(bytes));
-    return stream;
-}
-
-void appendChunk(std::string& png, std::string_view type, std::string_view data) {
-    appendBigEndian32(png, static_cast<std::uint32_t>(data.size()));
-    const std::string body = std::string(type).append(data);
-    png += body;
-    appendBigEndian32(png, crc32Of(body));
+    return samples;
 }
 
 void appendIcnsEntry(std::string& icns, std::string_view type, std::string_view png) {
@@ -150,15 +96,7 @@ void appendIcnsEntry(std::string& icns, std::string_view type, std::string_view 
 } // namespace
 
 std::string pngOf(const SampleIcon& icon, int side) {
-    std::string png = "\x89PNG\r\n\x1a\n";
-    std::string header;
-    appendBigEndian32(header, static_cast<std::uint32_t>(side));
-    appendBigEndian32(header, static_cast<std::uint32_t>(side));
-    header += std::string("\x08\x06\0\0\0", 5); // 8 bits, RGBA, not interlaced
-    appendChunk(png, "IHDR", header);
-    appendChunk(png, "IDAT", stored(scanLines(icon, side)));
-    appendChunk(png, "IEND", "");
-    return png;
+    return pngFile(PngColour::rgba, side, side, samplesOf(icon, side), {}, false);
 }
 
 std::string icnsOf(const SampleIcon& icon, bool large) {

@@ -439,6 +439,17 @@ SampleMac& SampleMac::loaded(std::string label) {
     return *this;
 }
 
+SampleFile& SampleMac::ownFile(std::string path, UserFile::Kind kind) {
+    return m_ownFiles.emplace_back(absolute(std::move(path)), kind);
+}
+
+SampleMac& SampleMac::searchFinds(std::string words, std::vector<std::string> paths) {
+    std::ranges::transform(paths, paths.begin(), [&](const std::string& path) { return absolute(path); });
+    std::ranges::sort(paths);
+    m_searches[std::move(words)] = std::move(paths);
+    return *this;
+}
+
 SampleMac& SampleMac::modified(std::string path, Ago ago) {
     m_dates.emplace_back(absolute(std::move(path)), ago);
     return *this;
@@ -482,6 +493,9 @@ void SampleMac::build(const std::string& hostFolder) const {
     for (const auto& step : m_steps) {
         step(disk);
     }
+    for (const auto& file : m_ownFiles) {
+        file.lay(disk, m_now);
+    }
     for (const auto& app : m_apps) {
         buildApplication(disk, app);
     }
@@ -511,6 +525,11 @@ std::map<std::string, Date> SampleMac::lastUses() const {
     for (const auto& app : m_apps) {
         if (app.m_lastUsed) {
             uses[app.listedPath()] = date(*app.m_lastUsed);
+        }
+    }
+    for (const auto& file : m_ownFiles) {
+        if (file.m_lastUsed) {
+            uses[file.path()] = date(*file.m_lastUsed);
         }
     }
     return uses;
@@ -580,6 +599,54 @@ std::vector<ExpectedStartupItem> SampleMac::expectedStartupItems() const {
     auto items = m_startupItems;
     std::ranges::sort(items, {}, &ExpectedStartupItem::path);
     return items;
+}
+
+std::vector<ExpectedFiles::Group> SampleMac::expectedDuplicates(const std::string& hostFolder) const {
+    std::map<std::string, std::vector<const SampleFile*>> copies;
+    for (const auto& file : m_ownFiles) {
+        if (file.m_copyOf) {
+            copies[*file.m_copyOf].push_back(&file);
+        }
+    }
+    std::vector<ExpectedFiles::Group> groups;
+    for (const auto& [word, files] : copies) {
+        auto& group = groups.emplace_back();
+        group.bytesEach = files.front()->expected(hostFolder, m_now).logicalBytes;
+        // Opened last; of those, the shortest path.
+        const auto rank = [&](const SampleFile* file) {
+            return std::pair(m_now.secondsSince1970() - file->lastUsedDate(m_now).secondsSince1970(),
+                             file->path().size());
+        };
+        group.keeper = (*std::ranges::min_element(files, {}, rank))->path();
+        for (const auto* const file : files) {
+            group.paths.push_back(file->path());
+        }
+        std::ranges::sort(group.paths);
+    }
+    std::ranges::sort(groups);
+    return groups;
+}
+
+ExpectedFiles SampleMac::expectedFiles(const std::string& hostFolder) const {
+    const auto those = [&](auto isThat) {
+        std::vector<UserFile> files;
+        for (const auto& file : m_ownFiles) {
+            if (file.*isThat) {
+                files.push_back(file.expected(hostFolder, m_now));
+            }
+        }
+        std::ranges::sort(files, {}, [](const UserFile& file) { return file.url.path(); });
+        return files;
+    };
+    ExpectedFiles expected;
+    expected.large = those(&SampleFile::m_isLarge);
+    expected.screenshots = those(&SampleFile::m_isCapture);
+    expected.installers = those(&SampleFile::m_isInstaller);
+    expected.searches = m_searches;
+    expected.duplicates = expectedDuplicates(hostFolder);
+    expected.photosLibraryBytes =
+        allocatedOnDisk(hostFolder + absolute("Pictures/Photos Library.photoslibrary"));
+    return expected;
 }
 
 Bytes allocatedOnDisk(const std::string& hostPath) {

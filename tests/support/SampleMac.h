@@ -7,6 +7,7 @@
 #include "LeftoverItem.h"
 #include "PropertyListWriter.h"
 #include "SampleExecutable.h"
+#include "SampleFile.h"
 #include "SampleIcon.h"
 #include "StartupItem.h"
 #include <chrono>
@@ -20,8 +21,6 @@
 #include <vector>
 
 namespace quillane {
-
-using Ago = std::chrono::seconds;
 
 constexpr Ago hoursAgo(int count) {
     return std::chrono::hours(count);
@@ -217,7 +216,7 @@ class SampleMac {
     // A volume with an empty home folder, Trash and folder of applications.
     explicit SampleMac(Date now = kNow);
 
-    // The believable Mac of the tour: some sixty applications, 4 GB allocated at most.
+    // The believable Mac of the tour: some sixty applications and what a person has, about 4 GB allocated.
     static SampleMac full(Date now = kNow);
     // The same cast and every odd case in a few megabytes: for tests.
     static SampleMac small(Date now = kNow);
@@ -251,6 +250,11 @@ class SampleMac {
     SampleMac& startupItem(ExpectedStartupItem expected, const Plist& list);
     // A job of the user that launchd has loaded and no list in the folders describes.
     SampleMac& loaded(std::string label);
+    // A file of the person's own, shown as that kind. The reference is good until the Mac goes; go on declaring
+    // through it.
+    SampleFile& ownFile(std::string path, UserFile::Kind kind);
+    // These files, and no others, must be found by a search for the words.
+    SampleMac& searchFinds(std::string words, std::vector<std::string> paths);
     // The date of an entry, set when everything is laid.
     SampleMac& modified(std::string path, Ago ago);
     // Anything else, done when the volume is laid. `step` gets absolute paths of the volume.
@@ -278,15 +282,20 @@ class SampleMac {
     std::vector<ExpectedStartupItem> expectedStartupItems() const;
     // The labels of the user's jobs that launchd has loaded.
     const std::vector<std::string>& loadedLabels() const { return m_loaded; }
+    // What must be found of the person's own files, measured there.
+    ExpectedFiles expectedFiles(const std::string& hostFolder) const;
 
   private:
     std::string absolute(std::string path) const;
     ExpectedApp expected(const SampleApp& app, const std::string& hostFolder) const;
     void buildApplication(DiskFolder& disk, const SampleApp& app) const;
+    std::vector<ExpectedFiles::Group> expectedDuplicates(const std::string& hostFolder) const;
 
     Date m_now;
     bool m_largeIcons = true;
     std::list<SampleApp> m_apps;
+    std::list<SampleFile> m_ownFiles;
+    std::map<std::string, std::vector<std::string>> m_searches;
     std::vector<std::function<void(DiskFolder&)>> m_steps;
     std::vector<std::pair<std::string, Ago>> m_dates;
     std::vector<std::string> m_indexed;

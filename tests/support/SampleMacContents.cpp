@@ -1,6 +1,6 @@
 // What stands on the sample Macs.
+#include "SampleContents.h"
 #include "SampleMac.h"
-#include "SampleMacStartup.h"
 #include <fmt/format.h>
 
 namespace quillane {
@@ -20,13 +20,7 @@ constexpr std::uint32_t kSlate = 0x5A6478;
 constexpr std::uint32_t kPurple = 0x9A4FB5;
 constexpr std::uint32_t kViolet = 0x7048D8;
 
-// Sizes are told as the full Mac has them; the small one divides them.
-struct Scale {
-    Bytes divisor = 1;
-    Bytes operator()(double megabytesOfTheFullMac) const {
-        return static_cast<Bytes>(megabytesOfTheFullMac * 1e6) / divisor;
-    }
-};
+using Scale = SampleScale;
 
 void addLargeApplications(SampleMac& mac, Scale mb) {
     mac.app("/Applications/Harbour VM.app")
@@ -551,61 +545,6 @@ void addDeveloperLocations(SampleMac& mac, Scale mb) {
     mac.modified("Projects/atlas/web/node_modules", daysAgo(23));
 }
 
-// A picture of the screen, which the Mac's tool has marked as one.
-void addCapture(SampleMac& mac, const std::string& path, SampleIcon picture, Ago ago) {
-    // What the tool writes: a binary property list that is true.
-    const auto mark = binaryPropertyList(Plist(true));
-    const auto inHome = std::string(SampleMac::kHome) + "/" + path;
-    mac.file(path, pngOf(picture, 96)).modified(path, ago).step([inHome, mark](DiskFolder& disk) {
-        disk.attribute(inHome, "com.apple.metadata:kMDItemIsScreenCapture", mark);
-    });
-}
-
-// What a person has of their own: for each lens something that it must find and something that it must not.
-void addOwnFiles(SampleMac& mac, Scale mb) {
-    const auto file = [&](const std::string& path, double megabytesOfIt, Ago ago) {
-        mac.allocated(path, mb(megabytesOfIt)).modified(path, ago);
-    };
-    const auto text = [&](const std::string& path, const std::string& content, Ago ago) {
-        mac.file(path, content).modified(path, ago);
-    };
-    file("Movies/Holiday 2019.mov", 212.0, daysAgo(1'480));
-    file("Movies/First steps.m4v", 131.5, daysAgo(320));
-    mac.sparse("Movies/Conference talk.mp4", megabytes(318))
-        .modified("Movies/Conference talk.mp4", daysAgo(75));
-    file("Music/Demo 4 (rough).m4a", 6.2, daysAgo(44));
-    file("Documents/Archive/Thesis sources.tar", 18.0, yearsAgo(5));
-
-    file("Desktop/Harbour VM 5.2.dmg", 38.0, daysAgo(90));         // installed
-    file("Downloads/tessel-studio_3.9.4.pkg", 21.0, daysAgo(610)); // installed
-    file("Downloads/Quarry Notes.dmg", 9.0, daysAgo(12));          // not installed
-    file("Downloads/Photos from Lena.zip", 12.0, daysAgo(31));
-    file("Downloads/.partial/Setup.dmg", 1.0, daysAgo(2));
-    file("Documents/Old disc.iso", 4.0, yearsAgo(3)); // installers are looked for elsewhere
-
-    addCapture(mac, "Desktop/Screenshot 2024-05-02 at 10.20.30.png", {kTeal, Shape::ring}, daysAgo(13));
-    addCapture(mac, "Pictures/which lamp.png", {kRose, Shape::dome}, daysAgo(200)); // renamed
-    mac.file("Pictures/Screenshot of nothing.png",
-             pngOf({kBlue, Shape::disc}, 64)); // named so and not marked
-
-    text("Documents/Letters/To the landlord.txt",
-         "Dear Ms. Okafor,\nplease find enclosed the invoice 2023-114 for the new boiler.\n", daysAgo(410));
-    text("Documents/Letters/R\u00E9sum\u00E9.txt", "Caf\u00E9 Nadel, Leipzig: 2015 to 2019\n", daysAgo(600));
-    text("Documents/Letters/Quittung.txt",
-         "Stra\xDF"
-         "e 7, Caf\xE9 am Markt\n",
-         yearsAgo(8)); // Latin-1
-    text("Documents/Ledger.csv", "date;what;sum\n2023-04-01;invoice 2023-87;118,20\n", daysAgo(100));
-    text("Documents/.drafts/invoice 2023.txt", "invoice 2023\n", daysAgo(9));
-    text("Downloads/invoice\n2023.txt", "a line feed in its name\n", daysAgo(3));
-    text("Downloads/statement\u202Efdp.txt", "what it is stands backwards\n", daysAgo(3));
-
-    const std::string photos = "Pictures/Photos Library.photoslibrary/";
-    file(photos + "originals/0/0A1B.heic", 64.0, daysAgo(30));
-    file(photos + "originals/1/1C2D.mov", 120.0, daysAgo(30));
-    file(photos + "database/Photos.sqlite", 8.0, daysAgo(1));
-}
-
 } // namespace
 
 SampleMac SampleMac::full(Date now) {
@@ -621,8 +560,8 @@ SampleMac SampleMac::full(Date now) {
     addOddPlaces(mac);
     addOrphans(mac, mb);
     addDeveloperLocations(mac, mb);
-    addOwnFiles(mac, mb);
-    addStartupItems(mac);
+    SampleContents::addOwnFiles(mac, mb);
+    SampleContents::addStartupItems(mac);
     return mac;
 }
 
@@ -639,8 +578,8 @@ SampleMac SampleMac::small(Date now) {
     addOddPlaces(mac);
     addOrphans(mac, kb);
     addDeveloperLocations(mac, kb);
-    addOwnFiles(mac, kb);
-    addStartupItems(mac);
+    SampleContents::addOwnFiles(mac, kb);
+    SampleContents::addStartupItems(mac);
     mac.largeIcons(false);
     return mac;
 }

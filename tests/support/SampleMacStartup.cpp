@@ -1,7 +1,7 @@
-#include "SampleMacStartup.h"
 #include "PropertyListWriter.h"
+#include "SampleContents.h"
 
-namespace quillane {
+namespace quillane::SampleContents {
 namespace {
 
 using Kind = StartupItem::Kind;
@@ -109,4 +109,4 @@ void addStartupItems(SampleMac& mac) {
     mac.loaded("com.apple.sample.session").loaded("application.io.lumen.browser.4711.4712");
 }
 
-} // namespace quillane
+} // namespace quillane::SampleContents

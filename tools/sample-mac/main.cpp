@@ -2,10 +2,12 @@
 #include "QuillaneApp.h"
 #include "SampleSession.h"
 #include "Shell/ContentView.h"
+#include "TreeRemoval.h"
 #include <QApplication>
 #include <QSocketNotifier>
 #include <QTemporaryDir>
 #include <csignal>
+#include <string>
 #include <unistd.h>
 
 namespace quillane {
@@ -26,6 +28,12 @@ void quitOnInterrupt(QApplication& application) {
     QObject::connect(notifier, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
 }
 
+// Takes what lies in a folder with it. Qt leaves names behind that are no text.
+struct TreeOwner {
+    std::string path;
+    ~TreeOwner() { removeTree(path); }
+};
+
 } // namespace
 } // namespace quillane
 
@@ -38,7 +46,8 @@ int main(int argc, char** argv) {
     if (!volume.isValid()) {
         return 1;
     }
-    SampleSession session(desktop, SampleMac::full(desktop.clock().now()), volume.path().toStdString());
+    const TreeOwner tree{volume.path().toStdString()};
+    SampleSession session(desktop, SampleMac::full(desktop.clock().now()), tree.path);
     QuillaneApp app(session.platform());
     app.showWindow();
     return QApplication::exec();

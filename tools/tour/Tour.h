@@ -2,8 +2,10 @@
 #include "LibrarySection.h"
 #include "SampleMac.h"
 #include "SweepEntry.h"
+#include "UserFile.h"
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -39,8 +41,30 @@ class Tour {
     // What the other two tables show, against the disk.
     void compareOrphans();
     void compareLocations();
+    // What a person does in the pane of a row before pressing the destructive button. Gives what must stay then, by
+    // the volume's own paths.
+    using Preparation = std::function<std::vector<std::string>()>;
     // Picks one row of a section, moves it through the review, looks into the Trash on disk, and puts it back.
-    void removeAndPutBack(LibrarySection section, const QString& firstColumn);
+    void removeAndPutBack(LibrarySection section, const QString& firstColumn,
+                          const Preparation& prepare = {});
+    void compareStaying(const std::vector<std::string>& paths);
+
+    // Tour+Files.cpp: the person's own files.
+    void visitFiles();
+    void compareLens(const QString& lens, const std::vector<UserFile>& expected);
+    void findByWords();
+    void lookAtPicture();
+    void chooseLens(const QString& lens);
+    // Waits for the panel to show a picture of that file, takes one of it, and closes it.
+    void comparePanel(const QString& name, const QString& picture);
+    void visitDuplicates();
+    // Looks at the first copy of the group with that name.
+    void lookAtCopy(const QString& name);
+    void compareDuplicates();
+    // Chooses another copy than the suggested one in the pane of the group that is shown.
+    std::vector<std::string> chooseAnotherCopy();
+    bool stands(LibrarySection section) const;
+
     // The main job: review, keep one row, move the rest, look into the Trash on disk, and put it all back.
     void cleanAndPutBack();
     // Nothing in its place, everything in the Trash.

@@ -1,4 +1,5 @@
 #include "Visitor.h"
+#include "Components/Spinner.h"
 #include <QAbstractAnimation>
 #include <QAbstractButton>
 #include <QAccessible>
@@ -10,6 +11,7 @@
 #include <QHeaderView>
 #include <QTest>
 #include <QTreeView>
+#include <algorithm>
 
 namespace quillane::Visitor {
 namespace {
@@ -82,10 +84,32 @@ QStringList column(const QTreeView* table, int column) {
     return texts;
 }
 
+QWidget* named(const QWidget* widget, const QString& name) {
+    for (auto* const child : widget->findChildren<QWidget*>()) {
+        const auto* const interface =
+            child->isVisibleTo(widget) ? QAccessible::queryAccessibleInterface(child) : nullptr;
+        if (interface != nullptr && interface->text(QAccessible::Name) == name) {
+            return child;
+        }
+    }
+    return nullptr;
+}
+
+bool isWaiting(const QWidget* widget) {
+    const auto spinners = widget->findChildren<Spinner*>();
+    return std::ranges::any_of(spinners,
+                               [&](const Spinner* spinner) { return spinner->isVisibleTo(widget); });
+}
+
 void click(QTreeView* table, int row, int column, Qt::KeyboardModifiers modifiers) {
     const auto index = table->model()->index(row, column);
     table->scrollTo(index);
     QTest::mouseClick(table->viewport(), Qt::LeftButton, modifiers, table->visualRect(index).center());
+    settle();
+}
+
+void click(QWidget* widget, const QPoint& at) {
+    QTest::mouseClick(widget, Qt::LeftButton, Qt::NoModifier, at);
     settle();
 }
 

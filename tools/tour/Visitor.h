@@ -1,4 +1,5 @@
 #pragma once
+#include <QPoint>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -20,7 +21,13 @@ QStringList words(const QWidget* widget);
 // The texts of a table's column, from the top.
 QStringList column(const QTreeView* table, int column);
 
+// The visible widget below this one that assistive tools call so; null when there is none.
+QWidget* named(const QWidget* widget, const QString& name);
+// Whether something visible below this one still turns, as it waits for what it will show.
+bool isWaiting(const QWidget* widget);
+
 void click(QTreeView* table, int row, int column, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+void click(QWidget* widget, const QPoint& at);
 void push(QAbstractButton* button);
 void clickHeader(QTreeView* table, int column);
 void type(QWidget* window, const QString& text);

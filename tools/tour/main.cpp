@@ -2,11 +2,11 @@
 // Usage: quillane-tour PICTURES [--small]
 #include "QuillaneApp.h"
 #include "SampleSession.h"
+#include "TemporaryFolder.h"
 #include "Tour.h"
 #include "Visitor.h"
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 #include <QWindow>
 #include <cstdio>
 
@@ -20,17 +20,13 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "usage: quillane-tour PICTURES [--small]\n");
         return 2;
     }
-    QTemporaryDir volume;
-    if (!volume.isValid()) {
-        std::fprintf(stderr, "quillane-tour: there is no room for a sample Mac\n");
-        return 1;
-    }
+    const TemporaryFolder volume;
     DesktopSession desktop(application);
     const auto now = desktop.clock().now();
+    const auto beforeSample = sinceStart.elapsed();
     const auto mac =
         arguments.contains(QStringLiteral("--small")) ? SampleMac::small(now) : SampleMac::full(now);
-    const auto folder = volume.path().toStdString();
-    const auto beforeSample = sinceStart.elapsed();
+    const auto& folder = volume.path();
     SampleSession session(desktop, mac, folder);
     const auto afterSample = sinceStart.elapsed();
     QuillaneApp app(session.platform());

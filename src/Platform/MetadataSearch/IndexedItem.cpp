@@ -2,7 +2,7 @@
 #include "PathWalk.h"
 #include "PlainText.h"
 #include "ScreenCapture.h"
-#include <algorithm>
+#include "TextFileSearch.h"
 
 namespace quillane {
 namespace {
@@ -42,13 +42,12 @@ MetadataValue IndexedItem::value(MetadataAttribute attribute) {
         return values ? MetadataValue(values->contentModified) : MetadataValue();
     }
     case MetadataAttribute::lastUsedDate: {
-        const auto date = m_metadata.lastUsed(urlOf(m_path));
+        const auto date = m_source.metadata.lastUsed(urlOf(m_path));
         return date ? MetadataValue(*date) : MetadataValue();
     }
     case MetadataAttribute::screenCapture:
         return screenCapture();
     case MetadataAttribute::textContent:
-        return textContent();
     case MetadataAttribute::unknown:
         break;
     }
@@ -71,7 +70,7 @@ std::string_view IndexedItem::displayName() const {
 const std::optional<ResourceValues>& IndexedItem::resources() {
     if (!m_hasAskedResources) {
         m_hasAskedResources = true;
-        if (auto values = m_files.resourceValues(urlOf(m_path))) {
+        if (auto values = m_source.files.resourceValues(urlOf(m_path))) {
             m_resources = *values;
         }
     }
@@ -87,7 +86,7 @@ MetadataValue IndexedItem::size() {
         return {};
     }
     if (!m_packageSize) {
-        m_packageSize = packageSize(m_files, urlOf(m_path));
+        m_packageSize = packageSize(m_source.files, urlOf(m_path));
     }
     return *m_packageSize;
 }
@@ -100,28 +99,54 @@ MetadataValue IndexedItem::screenCapture() const {
 bool IndexedItem::isMarkedAsScreenCapture() const {
     const auto url = urlOf(m_path);
     const auto attribute =
-        m_files.extendedAttribute(url, ScreenCapture::kAttribute, ScreenCapture::kLongestAttribute);
+        m_source.files.extendedAttribute(url, ScreenCapture::kAttribute, ScreenCapture::kLongestAttribute);
     if (attribute) {
         return ScreenCapture::isAttributeTrue(*attribute);
     }
     return m_contentType.is("public.png") &&
-           ScreenCapture::isMarkedPng(m_files.read(url, ScreenCapture::kHead).valueOr(""));
+           ScreenCapture::isMarkedPng(m_source.files.read(url, ScreenCapture::kHead).valueOr(""));
 }
 
-MetadataValue IndexedItem::textContent() {
-    if (m_entryType != EntryType::regular || !m_contentType.conformsTo("public.text")) {
-        return {};
+bool IndexedItem::isDocument() const {
+    return m_source.documents != nullptr && m_source.documents->reads(m_contentType);
+}
+
+bool IndexedItem::isCostly() const {
+    return isDocument() && m_source.documents->isCostly(m_contentType);
+}
+
+MetadataAnswer IndexedItem::occursInContent(const TextPattern& pattern) {
+    const bool isRead = m_entryType == EntryType::regular && (isPlainText() || isDocument());
+    if (!isRead) {
+        return MetadataAnswer::no;
     }
-    if (!m_text) {
-        if (m_budget.left == 0) {
-            return {};
-        }
-        const auto bytes =
-            m_files.read(urlOf(m_path), std::min(m_budget.left, TextBudget::kBytesOfFile)).valueOr("");
-        m_budget.left -= std::min(m_budget.left, bytes.size());
-        m_text = PlainText::decoded(bytes);
+    if (pattern.matchesEverything()) {
+        return MetadataAnswer::yes;
     }
-    return std::string_view(*m_text);
+    if (m_content == Content::later) {
+        return MetadataAnswer::later;
+    }
+    const bool occurs = isDocument() ? occursInDocument(pattern) : occursInPlainText(pattern);
+    return occurs ? MetadataAnswer::yes : MetadataAnswer::no;
+}
+
+bool IndexedItem::occursInPlainText(const TextPattern& pattern) const {
+    if (const auto* const needle = pattern.needle()) {
+        return TextFileSearch::occurs(*needle, m_source.files, urlOf(m_path), m_source.stop);
+    }
+    if (m_source.stop.stopRequested()) {
+        return false;
+    }
+    return pattern.occursIn(PlainText::decoded(m_source.files.read(urlOf(m_path), kMostDecoded).valueOr("")));
+}
+
+bool IndexedItem::occursInDocument(const TextPattern& pattern) const {
+    if (m_source.stop.stopRequested()) {
+        return false;
+    }
+    const auto text = m_source.documents->text(urlOf(m_path), m_contentType, m_source.stop);
+    const auto* const needle = pattern.needle();
+    return needle != nullptr ? needle->occursIn(text) : pattern.occursIn(text);
 }
 
 } // namespace quillane

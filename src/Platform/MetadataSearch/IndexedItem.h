@@ -1,39 +1,50 @@
 #pragma once
 #include "ContentTypes.h"
+#include "DocumentReader.h"
 #include "FileSystem.h"
 #include "Metadata.h"
 #include "MetadataQuery.h"
+#include "StopToken.h"
 #include <cstddef>
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace quillane {
 
-// How much written content one search still may read.
-struct TextBudget {
-    static constexpr std::size_t kBytesOfFile = std::size_t{256} << 10U;   // from the start of each file
-    static constexpr std::size_t kBytesOfSearch = std::size_t{128} << 20U; // then content counts as absent
-    std::size_t left = kBytesOfSearch;
+// Where the items of one search come from.
+struct ItemSource {
+    const FileSystem& files;
+    const Metadata& metadata;
+    const DocumentReader* documents; // null where nothing but plain text has content
+    const StopToken& stop;           // ends the reading of content, which then counts as absent
 };
 
 // An entry of the disk as the index would know it. Nothing is asked of the disk before a value needs it, and
-// then once; name and type need nothing. Lives within one step of a walk.
+// then once; name and type need nothing. Lives within one step of a search.
 class IndexedItem final : public MetadataItem {
   public:
-    // `path` must outlive the item.
-    IndexedItem(const FileSystem& files, const Metadata& metadata, TextBudget& budget, std::string_view path,
-                EntryType entryType, const ContentType& contentType)
-        : m_files(files)
-        , m_metadata(metadata)
-        , m_budget(budget)
+    // What is written in it is told now or not yet.
+    enum class Content { now, later };
+
+    // For a pattern that is more than a text to be found, content is read from the start of a file alone.
+    static constexpr std::size_t kMostDecoded = std::size_t{4} << 20U;
+
+    // `source` and `path` must outlive the item.
+    IndexedItem(const ItemSource& source, std::string_view path, EntryType entryType,
+                const ContentType& contentType, Content content)
+        : m_source(source)
         , m_path(path)
         , m_entryType(entryType)
-        , m_contentType(contentType) {}
+        , m_contentType(contentType)
+        , m_content(content) {}
 
     // Absent where the platform has none: the size of a plain folder, the content of what is no text. The size
-    // of a package is the sum of its files, which costs a walk.
+    // of a package is the sum of its files, which costs a walk. Content is searched and never told.
     MetadataValue value(MetadataAttribute attribute) override;
+
+    MetadataAnswer occursInContent(const TextPattern& pattern) override;
+    // Whether its content is a document's that is searched after all others.
+    bool isCostly() const;
 
   private:
     std::string_view fileName() const;
@@ -42,18 +53,19 @@ class IndexedItem final : public MetadataItem {
     MetadataValue size();
     MetadataValue screenCapture() const;
     bool isMarkedAsScreenCapture() const;
-    MetadataValue textContent();
+    bool isDocument() const;
+    bool isPlainText() const { return m_contentType.conformsTo("public.text"); }
+    bool occursInPlainText(const TextPattern& pattern) const;
+    bool occursInDocument(const TextPattern& pattern) const;
 
-    const FileSystem& m_files;
-    const Metadata& m_metadata;
-    TextBudget& m_budget;
+    const ItemSource& m_source;
     std::string_view m_path;
     EntryType m_entryType;
     const ContentType& m_contentType;
+    Content m_content;
     bool m_hasAskedResources = false;
     std::optional<ResourceValues> m_resources;
     std::optional<Bytes> m_packageSize;
-    std::optional<std::string> m_text;
 };
 
 } // namespace quillane

@@ -41,6 +41,22 @@ bool isOrdered(double left, double right, auto operation) {
     return false;
 }
 
+MetadataAnswer answerOf(bool isFulfilled) {
+    return isFulfilled ? MetadataAnswer::yes : MetadataAnswer::no;
+}
+
+MetadataAnswer negated(MetadataAnswer answer) {
+    switch (answer) {
+    case MetadataAnswer::no:
+        return MetadataAnswer::yes;
+    case MetadataAnswer::yes:
+        return MetadataAnswer::no;
+    case MetadataAnswer::later:
+        break;
+    }
+    return MetadataAnswer::later;
+}
+
 } // namespace
 
 MetadataAttribute metadataAttributeNamed(std::string_view name) {
@@ -59,26 +75,53 @@ std::optional<MetadataQuery> MetadataQuery::parse(std::string_view text, Date no
     return MetadataQuery(std::move(*root));
 }
 
-bool MetadataQuery::fulfils(const Node& node, MetadataItem& item) {
-    const auto isFulfilled = [&](const Node& child) { return fulfils(child, item); };
-    switch (node.kind) {
-    case Node::Kind::comparison:
-        return node.comparison && fulfils(*node.comparison, item);
-    case Node::Kind::all:
-        return std::ranges::all_of(node.children, isFulfilled);
-    case Node::Kind::any:
-        return std::ranges::any_of(node.children, isFulfilled);
-    case Node::Kind::negation:
-        return !fulfils(node.children.front(), item);
-    }
-    return false;
+MetadataAnswer MetadataItem::occursInContent(const TextPattern& pattern) {
+    const auto value = this->value(MetadataAttribute::textContent);
+    const auto* const text = std::get_if<std::string_view>(&value);
+    return answerOf(text != nullptr && (pattern.matchesEverything() || pattern.occursIn(*text)));
 }
 
-bool MetadataQuery::fulfils(const Comparison& comparison, MetadataItem& item) {
-    if (comparison.attribute == MetadataAttribute::unknown) {
-        return false;
+MetadataAnswer MetadataQuery::fulfils(const Node& node, MetadataItem& item) {
+    switch (node.kind) {
+    case Node::Kind::comparison:
+        return node.comparison ? fulfils(*node.comparison, item) : MetadataAnswer::no;
+    case Node::Kind::all:
+        return fulfilsSome(node, item, MetadataAnswer::no);
+    case Node::Kind::any:
+        return fulfilsSome(node, item, MetadataAnswer::yes);
+    case Node::Kind::negation:
+        return negated(fulfils(node.children.front(), item));
     }
-    const auto value = item.value(comparison.attribute);
+    return MetadataAnswer::no;
+}
+
+// The answer that decides, when a child gives it; else `later` when one gives that.
+MetadataAnswer MetadataQuery::fulfilsSome(const Node& node, MetadataItem& item, MetadataAnswer decisive) {
+    auto answer = negated(decisive);
+    for (const auto& child : node.children) {
+        const auto part = fulfils(child, item);
+        if (part == decisive) {
+            return decisive;
+        }
+        if (part == MetadataAnswer::later) {
+            answer = part;
+        }
+    }
+    return answer;
+}
+
+MetadataAnswer MetadataQuery::fulfils(const Comparison& comparison, MetadataItem& item) {
+    if (comparison.attribute == MetadataAttribute::unknown) {
+        return MetadataAnswer::no;
+    }
+    if (comparison.attribute == MetadataAttribute::textContent) {
+        return comparison.operation == Operator::equal ? item.occursInContent(comparison.value.text)
+                                                       : MetadataAnswer::no;
+    }
+    return answerOf(isFulfilledBy(item.value(comparison.attribute), comparison));
+}
+
+bool MetadataQuery::isFulfilledBy(const MetadataValue& value, const Comparison& comparison) {
     if (std::holds_alternative<std::monostate>(value)) {
         return false;
     }
@@ -104,11 +147,7 @@ bool MetadataQuery::isEqual(const Comparison& comparison, const MetadataValue& v
                                    [&](std::string_view member) { return pattern.matches(member); });
     }
     const auto* const text = std::get_if<std::string_view>(&value);
-    if (text == nullptr) {
-        return false;
-    }
-    return comparison.attribute == MetadataAttribute::textContent ? pattern.occursIn(*text)
-                                                                  : pattern.matches(*text);
+    return text != nullptr && pattern.matches(*text);
 }
 
 } // namespace quillane

@@ -32,12 +32,18 @@ MetadataAttribute metadataAttributeNamed(std::string_view name);
 using MetadataValue =
     std::variant<std::monostate, std::string_view, std::span<const std::string_view>, Bytes, Date>;
 
+// Whether a query is fulfilled: `later` where that depends on what an item does not tell yet.
+enum class MetadataAnswer { no, yes, later };
+
 // One thing that a query is asked about. Values are asked for only when the query depends on them.
 class MetadataItem {
   public:
     virtual ~MetadataItem() = default;
     // Never called for `unknown`.
     virtual MetadataValue value(MetadataAttribute attribute) = 0;
+    // Whether the pattern occurs in what is written in it, which as a text may be long. Unless told otherwise the
+    // value of `textContent` is looked at.
+    virtual MetadataAnswer occursInContent(const TextPattern& pattern);
 };
 
 // A search as the platform writes it, such as
@@ -57,7 +63,9 @@ class MetadataQuery {
     static std::optional<MetadataQuery> parse(std::string_view text, Date now);
 
     // Asks for as few values as it can, the cheap ones first.
-    bool matches(MetadataItem& item) const { return fulfils(m_root, item); }
+    MetadataAnswer answer(MetadataItem& item) const { return fulfils(m_root, item); }
+    // The same for an item that tells everything at once.
+    bool matches(MetadataItem& item) const { return answer(item) == MetadataAnswer::yes; }
 
   private:
     friend class MetadataQueryParser;
@@ -87,8 +95,10 @@ class MetadataQuery {
     explicit MetadataQuery(Node root)
         : m_root(std::move(root)) {}
 
-    static bool fulfils(const Node& node, MetadataItem& item);
-    static bool fulfils(const Comparison& comparison, MetadataItem& item);
+    static MetadataAnswer fulfils(const Node& node, MetadataItem& item);
+    static MetadataAnswer fulfilsSome(const Node& node, MetadataItem& item, MetadataAnswer decisive);
+    static MetadataAnswer fulfils(const Comparison& comparison, MetadataItem& item);
+    static bool isFulfilledBy(const MetadataValue& value, const Comparison& comparison);
     static bool isEqual(const Comparison& comparison, const MetadataValue& value);
 
     Node m_root;

@@ -1,4 +1,5 @@
 #include "MetadataSearch.h"
+#include "Crew.h"
 #include "IndexedItem.h"
 #include "PathWalk.h"
 #include <algorithm>
@@ -6,6 +7,8 @@
 #include <cmath>
 #include <ctime>
 #include <optional>
+#include <utility>
+#include <variant>
 
 namespace quillane {
 namespace {
@@ -57,6 +60,25 @@ std::string printed(IndexedItem& item, const std::string& attributeName) {
     return std::visit(Printer(), item.value(attribute));
 }
 
+constexpr int kReaders = 4; // threads, if the machine has as many to spare
+constexpr std::size_t kItemsAtOnce = 16;
+
+// Calls `work` with the beginning of each so many items, side by side where there are threads.
+template <class Work>
+void shareOut(std::size_t count, std::size_t atOnce, TaskRunner* threads, int helpers, const Work& work) {
+    std::vector<std::size_t> beginnings;
+    for (std::size_t begin = 0; begin < count; begin += atOnce) {
+        beginnings.push_back(begin);
+    }
+    if (threads != nullptr) {
+        Crew<std::size_t>::run(*threads, Priority::userInitiated, helpers, std::move(beginnings), work);
+        return;
+    }
+    for (const auto begin : beginnings) {
+        work(begin, std::monostate());
+    }
+}
+
 } // namespace
 
 struct MetadataSearch::Request {
@@ -96,31 +118,66 @@ struct MetadataSearch::Request {
     }
 };
 
-struct MetadataSearch::Hits {
-    std::vector<std::string> lines;
-    TextBudget budget;
+// What the walk found and could not decide on.
+struct MetadataSearch::Undecided {
+    std::string path;
+    EntryType type;
+    const ContentType* contentType;
+};
 
-    std::string joined(char end) {
+struct MetadataSearch::Search {
+    const Request& request;
+    const MetadataQuery& query;
+    ItemSource source;
+    std::vector<std::string> lines = {};
+    std::vector<Undecided> undecided = {};
+    std::vector<Undecided> costly = {};
+
+    std::string line(IndexedItem& item, std::string_view path) const {
+        std::string text(path);
+        for (const auto& attribute : request.attributes) {
+            text.append("   ").append(attribute).append(" = ").append(printed(item, attribute));
+        }
+        return text;
+    }
+
+    // Empty where the item does not answer the query.
+    std::string decidedLine(const Undecided& found) const {
+        IndexedItem item(source, found.path, found.type, *found.contentType, IndexedItem::Content::now);
+        return query.matches(item) ? line(item, found.path) : std::string();
+    }
+
+    void add(std::vector<std::string> decided) {
+        for (auto& line : decided) {
+            if (!line.empty()) {
+                lines.push_back(std::move(line));
+            }
+        }
+    }
+
+    // Lines come in any order and stand in that of their bytes.
+    std::string joined() {
         std::ranges::sort(lines);
         lines.erase(std::ranges::unique(lines).begin(), lines.end()); // folders may lie within one another
         std::string text;
         for (const auto& line : lines) {
             text += line;
-            text += end;
+            text += request.end;
         }
         return text;
     }
 };
 
 MetadataSearch::MetadataSearch(const FileSystem& files, const Metadata& metadata, const Clock& clock,
-                               std::vector<FileURL> roots)
+                               std::vector<FileURL> roots, SearchHelpers helpers)
     : m_files(files)
     , m_metadata(metadata)
     , m_clock(clock)
     , m_roots(std::move(roots))
+    , m_helpers(helpers)
     , m_home(files.home().path()) {}
 
-std::string MetadataSearch::answer(const std::vector<std::string>& arguments) const {
+std::string MetadataSearch::answer(const std::vector<std::string>& arguments, const StopToken& stop) const {
     const auto request = Request::from(arguments);
     if (!request) {
         return {};
@@ -129,15 +186,16 @@ std::string MetadataSearch::answer(const std::vector<std::string>& arguments) co
     if (!query) {
         return "Failed to create query for '" + request->query + "'.\n";
     }
-    Hits hits;
+    Search search{*request, *query, {m_files, m_metadata, m_helpers.documents, stop}};
     for (const auto& folder : request->isOnlyIn ? request->folders : m_roots) {
-        search(folder, *request, *query, hits);
+        walk(folder, search);
     }
-    return hits.joined(request->end);
+    decide(search.undecided, search);
+    decideCostly(search.costly, search);
+    return search.joined();
 }
 
-void MetadataSearch::search(FileURL root, const Request& request, const MetadataQuery& query,
-                            Hits& hits) const {
+void MetadataSearch::walk(FileURL root, Search& search) const {
     root = m_files.standardized(root);
     const auto values = m_files.resourceValues(root);
     if (values && values->type == EntryType::symbolicLink) {
@@ -146,21 +204,47 @@ void MetadataSearch::search(FileURL root, const Request& request, const Metadata
     if (!isIndexed(root)) {
         return;
     }
-    walkPaths(m_files, root, [&](const std::string& path, const DirectoryEntry& entry) {
+    const auto visit = [&](const std::string& path, const DirectoryEntry& entry) {
         const auto parent = std::string_view(path).substr(0, path.size() - entry.name.size() - 1);
         if (isLeftOut(parent, entry.name, entry.type)) {
             return false;
         }
         const auto& type = contentType(path, entry.name, entry.type);
-        IndexedItem item(m_files, m_metadata, hits.budget, path, entry.type, type);
-        if (query.matches(item)) {
-            auto& line = hits.lines.emplace_back(path);
-            for (const auto& attribute : request.attributes) {
-                line.append("   ").append(attribute).append(" = ").append(printed(item, attribute));
-            }
+        IndexedItem item(search.source, path, entry.type, type, IndexedItem::Content::later);
+        const auto answer = search.query.answer(item);
+        if (answer == MetadataAnswer::yes) {
+            search.lines.push_back(search.line(item, path));
+        } else if (answer == MetadataAnswer::later) {
+            (item.isCostly() ? search.costly : search.undecided).push_back({path, entry.type, &type});
         }
         return !type.isPackage();
-    });
+    };
+    walkPaths(m_files, root, visit, search.source.stop);
+}
+
+// Each worker writes places of its own.
+void MetadataSearch::decide(const std::vector<Undecided>& items, Search& search) const {
+    std::vector<std::string> lines(items.size());
+    const auto decideFrom = [&](std::size_t begin, const auto& /*others*/) {
+        const auto end = std::min(begin + kItemsAtOnce, items.size());
+        for (auto i = begin; i < end && !search.source.stop.stopRequested(); ++i) {
+            lines[i] = search.decidedLine(items[i]);
+        }
+    };
+    shareOut(items.size(), kItemsAtOnce, m_helpers.threads, kReaders - 1, decideFrom);
+    search.add(std::move(lines));
+}
+
+void MetadataSearch::decideCostly(const std::vector<Undecided>& items, Search& search) const {
+    std::vector<std::string> lines(items.size());
+    const auto latest = m_clock.instant() + kTimeForCostly;
+    const auto decideOne = [&](std::size_t i, const auto& /*others*/) {
+        if (m_clock.instant() < latest && !search.source.stop.stopRequested()) {
+            lines[i] = search.decidedLine(items[i]);
+        }
+    };
+    shareOut(items.size(), 1, m_helpers.threads, kCostlyAtOnce - 1, decideOne);
+    search.add(std::move(lines));
 }
 
 // Whether the folder and everything that it lies in is known to the index. Folders of the system count: who

@@ -3,9 +3,9 @@
 
 namespace quillane {
 
-void walkPaths(const FileSystem& files, const FileURL& root, PathVisitor visit) {
+void walkPaths(const FileSystem& files, const FileURL& root, PathVisitor visit, const StopToken& stop) {
     std::vector<FileURL> pending = {root};
-    while (!pending.empty()) {
+    while (!pending.empty() && !stop.stopRequested()) {
         const FileURL folder = std::move(pending.back());
         pending.pop_back();
         const auto entries = files.list(folder);

@@ -1,4 +1,5 @@
 #include "PlainText.h"
+#include "ByteFilter.h"
 #include "Utf8.h"
 #include <algorithm>
 #include <array>
@@ -34,40 +35,49 @@ std::optional<ByteOrder> utf16Order(std::string_view bytes) {
     return zeros[0] != 0 ? ByteOrder::bigEndian : ByteOrder::littleEndian;
 }
 
-// Less a last character that has begun and is not complete.
-std::string_view withoutCutCharacter(std::string_view bytes) {
-    constexpr std::size_t kLongestCut = 3;
-    for (std::size_t back = 1; back <= std::min(kLongestCut, bytes.size()); ++back) {
-        const auto byte = static_cast<unsigned char>(bytes[bytes.size() - back]);
-        if (byte < 0x80) {
-            break;
-        }
-        if (byte >= 0xC0) {
-            const std::size_t length = byte >= 0xF0 ? 4 : (byte >= 0xE0 ? 3 : 2);
-            return length > back ? bytes.substr(0, bytes.size() - back) : bytes;
-        }
-    }
-    return bytes;
-}
-
 } // namespace
 
+Format formatOf(std::string_view start) {
+    if (start.starts_with(kUtf8Mark)) {
+        return {Encoding::utf8, kUtf8Mark.size()};
+    }
+    if (start.starts_with(kBigEndianMark)) {
+        return {Encoding::utf16BigEndian, kBigEndianMark.size()};
+    }
+    if (start.starts_with(kLittleEndianMark)) {
+        return {Encoding::utf16LittleEndian, kLittleEndianMark.size()};
+    }
+    if (start.substr(0, kBytesLookedAt).find('\0') != std::string_view::npos) {
+        const auto order = utf16Order(start);
+        if (!order) {
+            return {};
+        }
+        return {*order == ByteOrder::bigEndian ? Encoding::utf16BigEndian : Encoding::utf16LittleEndian};
+    }
+    return {ByteFilter::isUtf8(Utf8::withoutCutCharacter(start)) ? Encoding::utf8 : Encoding::latin1};
+}
+
+std::string decoded(std::string_view part, Encoding encoding) {
+    switch (encoding) {
+    case Encoding::none:
+        break;
+    case Encoding::utf8:
+        return std::string(part);
+    case Encoding::utf16BigEndian:
+        return Utf8::fromUtf16(part, ByteOrder::bigEndian);
+    case Encoding::utf16LittleEndian:
+        return Utf8::fromUtf16(part, ByteOrder::littleEndian);
+    case Encoding::latin1:
+        return Utf8::fromLatin1(part);
+    }
+    return {};
+}
+
 std::string decoded(std::string_view bytes) {
-    if (bytes.starts_with(kUtf8Mark)) {
-        return std::string(withoutCutCharacter(bytes.substr(kUtf8Mark.size())));
-    }
-    if (bytes.starts_with(kBigEndianMark)) {
-        return Utf8::fromUtf16(bytes.substr(kBigEndianMark.size()), ByteOrder::bigEndian);
-    }
-    if (bytes.starts_with(kLittleEndianMark)) {
-        return Utf8::fromUtf16(bytes.substr(kLittleEndianMark.size()), ByteOrder::littleEndian);
-    }
-    if (bytes.substr(0, kBytesLookedAt).find('\0') != std::string_view::npos) {
-        const auto order = utf16Order(bytes);
-        return order ? Utf8::fromUtf16(bytes, *order) : std::string();
-    }
-    const auto whole = withoutCutCharacter(bytes);
-    return Utf8::isValid(whole) ? std::string(whole) : Utf8::fromLatin1(bytes);
+    const auto format = formatOf(bytes);
+    const auto part = bytes.substr(format.mark);
+    return decoded(format.encoding == Encoding::utf8 ? Utf8::withoutCutCharacter(part) : part,
+                   format.encoding);
 }
 
 } // namespace quillane::PlainText

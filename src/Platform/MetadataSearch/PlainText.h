@@ -1,13 +1,28 @@
 #pragma once
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 // What is written in a file of plain text, whatever it is encoded in.
 namespace quillane::PlainText {
 
-// The start of a file as UTF-8; empty for what is no text. A byte order mark decides, then UTF-16 by the zeros of
-// its ASCII characters, then UTF-8 where the bytes are valid, then Latin-1. A character that the end of `bytes`
-// cuts is dropped. Bytes with other zeros near their beginning are no text. At most twice as long as `bytes`.
+enum class Encoding { none, utf8, utf16BigEndian, utf16LittleEndian, latin1 };
+
+struct Format {
+    Encoding encoding = Encoding::none; // none: no text
+    std::size_t mark = 0;               // bytes of the byte order mark that it begins with
+};
+
+// By the start of a file; 64 KB of it or all are enough. A byte order mark decides, then UTF-16 by the zeros of its
+// ASCII characters, then UTF-8 where the bytes are valid but for a last character that is cut, then Latin-1. Bytes
+// with other zeros near their beginning are no text.
+Format formatOf(std::string_view start);
+
+// The start of a file as UTF-8; empty for what is no text. A character that the end of `bytes` cuts is dropped. At
+// most twice as long as `bytes`.
 std::string decoded(std::string_view bytes);
+
+// UTF-8 of a part, behind the mark, that is in this encoding and cuts no character.
+std::string decoded(std::string_view part, Encoding encoding);
 
 } // namespace quillane::PlainText

@@ -21,7 +21,7 @@ class SearchingCommandRunner final : public CommandRunner {
   protected:
     Result<std::string> outputOf(const Run& run) override {
         if (run.path == kProgram && !m_files.exists(FileURL(run.path))) {
-            return m_search.answer(run.arguments);
+            return m_search.answer(run.arguments, run.stop);
         }
         return m_others.run(run.path, run.arguments, run.stop, run.mostBytes, run.errors);
     }

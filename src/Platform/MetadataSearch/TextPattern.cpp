@@ -1,6 +1,7 @@
 #include "TextPattern.h"
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace quillane {
 namespace {
@@ -64,6 +65,22 @@ TextPattern::TextPattern(std::string_view written, Modifiers modifiers)
     }
     endLiteral();
     m_isAscii = std::ranges::all_of(m_points, [](char32_t point) { return point < 0x80; });
+    if (auto text = contained(); !text.empty()) {
+        m_needle = std::make_shared<const FoldedNeedle>(std::move(text));
+    }
+}
+
+// What stands between two runs of any length that are the only wildcards; empty for every other pattern.
+std::u32string TextPattern::contained() const {
+    const auto [ignoresCase, ignoresAccents] = m_modifiers.folding;
+    const bool isBetweenRuns =
+        m_points.size() > 2 && m_points.front() == kAnyRun && m_points.back() == kAnyRun;
+    if (!isBetweenRuns || !ignoresCase || !ignoresAccents || m_modifiers.wordwise) {
+        return {};
+    }
+    auto text = m_points.substr(1, m_points.size() - 2);
+    return std::ranges::any_of(text, [](char32_t point) { return point >= kAnyRun; }) ? std::u32string()
+                                                                                      : text;
 }
 
 bool TextPattern::matchesEverything() const {

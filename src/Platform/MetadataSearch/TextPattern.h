@@ -1,5 +1,7 @@
 #pragma once
+#include "FoldedNeedle.h"
 #include "TextFolding.h"
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -27,8 +29,12 @@ class TextPattern {
     // Only "*": whether there is a value at all is what it asks.
     bool matchesEverything() const;
     bool hasWildcards() const { return m_hasWildcards; }
+    // Not null for a pattern that only asks whether a text occurs anywhere, whatever its case and accents are:
+    // that text, which is then all that there is to look for in written content.
+    const FoldedNeedle* needle() const { return m_needle.get(); }
 
   private:
+    std::u32string contained() const;
     std::optional<bool> matchesAscii(std::string_view text) const;
     bool matchesWords(std::string_view text) const;
 
@@ -36,6 +42,7 @@ class TextPattern {
     std::u32string m_points; // folded; wildcards are values beyond all code points
     bool m_hasWildcards = false;
     bool m_isAscii = false;
+    std::shared_ptr<const FoldedNeedle> m_needle;
 };
 
 } // namespace quillane

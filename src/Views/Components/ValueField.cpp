@@ -24,6 +24,11 @@ ValueField::ValueField(const QString& value, QWidget* parent)
     setCursorPosition(0);
 }
 
+void ValueField::setTint(Tint tint) {
+    m_tint = tint;
+    update();
+}
+
 bool ValueField::isElided() const {
     return fontMetrics().horizontalAdvance(text()) > rect().width();
 }
@@ -43,9 +48,9 @@ void ValueField::paintEvent(QPaintEvent* event) {
     }
     QPainter painter(this);
     painter.setFont(font());
-    painter.setPen(Tokens::current().text);
+    painter.setPen(Tokens::current().tint(m_tint));
     const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, rect().width() + 1);
-    painter.drawText(rect(), Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+    painter.drawText(rect(), static_cast<int>(alignment()) | Qt::AlignVCenter | Qt::TextSingleLine, shown);
 }
 
 bool ValueField::event(QEvent* event) {

@@ -1,4 +1,5 @@
 #pragma once
+#include "Components/Tint.h"
 #include <QLineEdit>
 
 namespace quillane {
@@ -10,6 +11,8 @@ class ValueField : public QLineEdit {
   public:
     explicit ValueField(const QString& value, QWidget* parent = nullptr);
 
+    // Of the value while it is drawn elided; Tint::Text unless said otherwise.
+    void setTint(Tint tint);
     bool isElided() const;
 
     QSize sizeHint() const override;
@@ -19,6 +22,9 @@ class ValueField : public QLineEdit {
     void paintEvent(QPaintEvent* event) override;
     bool event(QEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+
+  private:
+    Tint m_tint = Tint::Text;
 };
 
 } // namespace quillane

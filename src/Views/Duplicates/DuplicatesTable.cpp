@@ -6,10 +6,7 @@
 #include "Formatting.h"
 #include "State/ContentState.h"
 #include "Tables/RecordsWithKeys.h"
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QMenu>
-#include <QShortcut>
 #include <QShowEvent>
 #include <cstdint>
 #include <utility>
@@ -38,9 +35,9 @@ DuplicatesTable::DuplicatesTable(AppLibrary& library, ContentState& state, QWidg
     , m_state(state) {
     setEmptyWords(
         {QStringLiteral("checkmark.circle"), QStringLiteral("No Duplicates"), sentence(), kComparing});
-    auto* const copy = new QShortcut(QKeySequence::Copy, table());
-    copy->setContext(Qt::WidgetShortcut);
-    connect(copy, &QShortcut::activated, this, [this] { copyPaths(); });
+    copyPathsOf([this] {
+        return Copies::urlsOf(recordsWithKeys(*m_library.duplicates, &DuplicateGroup::id, selectedKeys()));
+    });
     drawWith([this] { renderRows(); });
     drawWith([this] { renderFooter(); });
     drawWith([this] { renderEmptiness(); });
@@ -85,17 +82,6 @@ void DuplicatesTable::showEvent(QShowEvent* event) {
     if (!event->spontaneous() && m_library.duplicates.peek().empty() &&
         !m_library.isLoadingDuplicates.peek()) {
         m_library.loadDuplicates();
-    }
-}
-
-void DuplicatesTable::copyPaths() const {
-    QStringList paths;
-    for (const auto& url :
-         Copies::urlsOf(recordsWithKeys(*m_library.duplicates, &DuplicateGroup::id, selectedKeys()))) {
-        paths << MenuEntries::rawText(url.path());
-    }
-    if (!paths.isEmpty()) {
-        QGuiApplication::clipboard()->setText(paths.join(QLatin1Char('\n')));
     }
 }
 

@@ -24,7 +24,6 @@ class DuplicatesTable : public KeyedTable<DuplicatesTableModel, DuplicateCompara
     void renderRows();
     void renderFooter();
     void renderEmptiness();
-    void copyPaths() const;
 
     AppLibrary& m_library;
     ContentState& m_state;

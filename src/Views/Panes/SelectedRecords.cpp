@@ -39,6 +39,10 @@ std::vector<DevCacheItem> selectedDeveloperItems(const AppLibrary& library,
     return selectedAmong(*library.developerCaches, &DevCacheItem::url, urls);
 }
 
+std::vector<UserFile> selectedFiles(const AppLibrary& library, const std::unordered_set<FileURL>& urls) {
+    return selectedAmong(*library.files, &UserFile::url, urls);
+}
+
 std::vector<DuplicateGroup> selectedDuplicateGroups(const AppLibrary& library,
                                                     const std::unordered_set<std::string>& ids) {
     return selectedAmong(*library.duplicates, &DuplicateGroup::id, ids);

@@ -3,6 +3,7 @@
 #include "DuplicateGroup.h"
 #include "InstalledApp.h"
 #include "OrphanGroup.h"
+#include "UserFile.h"
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -20,6 +21,7 @@ std::vector<OrphanGroup> selectedOrphanGroups(const AppLibrary& library,
                                               const std::unordered_set<std::string>& vendors);
 std::vector<DevCacheItem> selectedDeveloperItems(const AppLibrary& library,
                                                  const std::unordered_set<FileURL>& urls);
+std::vector<UserFile> selectedFiles(const AppLibrary& library, const std::unordered_set<FileURL>& urls);
 std::vector<DuplicateGroup> selectedDuplicateGroups(const AppLibrary& library,
                                                     const std::unordered_set<std::string>& ids);
 

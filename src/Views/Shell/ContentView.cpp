@@ -9,6 +9,7 @@
 #include "Components/SidebarView.h"
 #include "Components/ToolbarRow.h"
 #include "Panes/SectionDetail.h"
+#include "Preview/QuickLookPanel.h"
 #include "Review/PutBack.h"
 #include "Review/SweepPreviewSheet.h"
 #include "Shell/BrandButton.h"
@@ -67,10 +68,12 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
     m_removalObserver->renderNow();
     m_bannerObserver = new LibraryObserver([this] { renderBanner(); }, this);
     m_bannerObserver->renderNow();
+    m_quickLook = new QuickLookPanel(m_library, m_state, *this);
     m_sections->currentWidget()->setFocus();
 }
 
 ContentView::~ContentView() {
+    delete m_quickLook; // it reads and writes the state to its end
     if (m_removalSheet) {
         m_removalSheet->disconnect(this); // it goes after the state that its end would write to
     }

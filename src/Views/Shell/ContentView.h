@@ -16,6 +16,7 @@ class AppLibrary;
 class ColumnGround;
 class LibraryObserver;
 class PutBack;
+class QuickLookPanel;
 class SearchField;
 class Sidebar;
 class SweepPreviewSheet;
@@ -56,6 +57,8 @@ class ContentView : public QWidget {
     void presentRemoval(BulkRemoval removal);
     // Null while no review is open.
     SweepPreviewSheet* removalSheet() const;
+    // Open while a file is looked at, and hidden otherwise.
+    QuickLookPanel* quickLook() const { return m_quickLook; }
     PutBack* putBack() const { return m_state.putBack; }
 
   protected:
@@ -91,6 +94,7 @@ class ContentView : public QWidget {
     LibraryObserver* m_removalObserver = nullptr;
     QPointer<SweepPreviewSheet> m_removalSheet;
     LibraryObserver* m_bannerObserver = nullptr;
+    QuickLookPanel* m_quickLook = nullptr;
     NotificationCenter::Subscription m_showSection;
     NotificationCenter::Subscription m_showOverview;
 };

@@ -2,6 +2,7 @@
 #include "Applications/ApplicationsScreen.h"
 #include "Developer/DeveloperScreen.h"
 #include "Duplicates/DuplicatesScreen.h"
+#include "Files/FilesScreen.h"
 #include "Orphans/OrphansScreen.h"
 #include "Overview/OverviewScreen.h"
 #include <algorithm>
@@ -16,6 +17,7 @@ constexpr std::array kScreens = {
     StandingScreen{LibrarySection::applications, &makeApplicationsScreen},
     StandingScreen{LibrarySection::orphans, &makeOrphansScreen},
     StandingScreen{LibrarySection::developer, &makeDeveloperScreen},
+    StandingScreen{LibrarySection::files, &makeFilesScreen},
     StandingScreen{LibrarySection::duplicates, &makeDuplicatesScreen},
 };
 static_assert(std::ranges::is_sorted(kScreens, {}, &StandingScreen::section));

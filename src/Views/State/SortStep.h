@@ -26,6 +26,10 @@ enum class DeveloperSortKey { tool, kind, bytes, sweep, lastModified };
 using DeveloperComparator = SortStep<DeveloperSortKey>;
 inline const std::vector<DeveloperComparator> kInitialDeveloperOrder = {{DeveloperSortKey::bytes, true}};
 
+enum class FileSortKey { name, kind, bytes, lastUsed, folder };
+using FileComparator = SortStep<FileSortKey>;
+inline const std::vector<FileComparator> kInitialFileOrder = {{FileSortKey::bytes, true}};
+
 enum class DuplicateSortKey { name, count, bytesEach, wastedBytes };
 using DuplicateComparator = SortStep<DuplicateSortKey>;
 inline const std::vector<DuplicateComparator> kInitialDuplicateOrder = {

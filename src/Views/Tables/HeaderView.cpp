@@ -33,12 +33,12 @@ HeaderView::HeaderView(QWidget* parent)
     setAccessibleName(QStringLiteral("Column headers"));
 }
 
-int HeaderView::insetBehind(const QHeaderView& header, int logicalIndex, bool isFigure) {
+int HeaderView::insetBehind(const QHeaderView& header, int logicalIndex) {
     int last = header.count() - 1;
     while (last >= 0 && header.isSectionHidden(header.logicalIndex(last))) {
         --last;
     }
-    return isFigure && header.visualIndex(logicalIndex) == last ? kFirstInset : kInset;
+    return header.visualIndex(logicalIndex) == last ? kFirstInset : kInset;
 }
 
 QSize HeaderView::sizeHint() const {
@@ -55,8 +55,8 @@ void HeaderView::paintSection(QPainter* painter, const QRect& rect, int logicalI
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setFont(Fonts::of(11.5, sorted ? QFont::DemiBold : QFont::Medium));
     painter->setPen(sorted ? tokens.text : tokens.text2);
-    const QRectF cell = QRectF(rect).adjusted(first ? kFirstInset : kInset, 0,
-                                              -insetBehind(*this, logicalIndex, right), -kBlank);
+    const QRectF cell =
+        QRectF(rect).adjusted(first ? kFirstInset : kInset, 0, -insetBehind(*this, logicalIndex), -kBlank);
     const double room = cell.width() - (sorted ? kChevron + kChevronGap : 0);
     const QFontMetricsF metrics(painter->font());
     const QString title = model()->headerData(logicalIndex, Qt::Horizontal).toString();

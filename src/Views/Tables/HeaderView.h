@@ -15,9 +15,9 @@ class HeaderView : public QHeaderView {
     static constexpr int kHeight = 28;
     static constexpr int kBlank = 4;
 
-    // What heading and cells of a column leave free behind them. A figure, which stands at the right, does not reach
-    // the end of the row's bar when its column is the last that is shown.
-    static int insetBehind(const QHeaderView& header, int logicalIndex, bool isFigure);
+    // What heading and cells of a column leave free behind them. What stands in the last column that is shown does
+    // not reach the end of the row's bar.
+    static int insetBehind(const QHeaderView& header, int logicalIndex);
 
     QSize sizeHint() const override;
     // The logical column that the keys act on; -1 without the focus.

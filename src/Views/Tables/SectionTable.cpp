@@ -6,6 +6,9 @@
 #include "Components/StatusRow.h"
 #include "State/ContentState.h"
 #include "Tables/TableView.h"
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QShortcut>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -43,6 +46,20 @@ void SectionTable::drawWith(std::function<void()> render) {
 
 MenuEntries::Present SectionTable::presentIn(ContentState& state) {
     return [&state](BulkRemoval removal) { state.removal = std::move(removal); };
+}
+
+void SectionTable::copyPathsOf(std::function<std::vector<FileURL>()> selected) {
+    auto* const copy = new QShortcut(QKeySequence::Copy, m_table);
+    copy->setContext(Qt::WidgetShortcut);
+    connect(copy, &QShortcut::activated, this, [selected = std::move(selected)] {
+        QStringList paths;
+        for (const auto& url : selected()) {
+            paths << MenuEntries::rawText(url.path());
+        }
+        if (!paths.isEmpty()) {
+            QGuiApplication::clipboard()->setText(paths.join(QLatin1Char('\n')));
+        }
+    });
 }
 
 void SectionTable::setEmptyWords(EmptyWords words) {

@@ -64,8 +64,7 @@ QSize TableDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) c
 
 TableDelegate::Layout TableDelegate::layout(const QRect& cell, const QModelIndex& index) const {
     const bool first = m_view->header()->visualIndex(index.column()) == 0;
-    const int behind =
-        HeaderView::insetBehind(*m_view->header(), index.column(), index.data(kTabularRole).toBool());
+    const int behind = HeaderView::insetBehind(*m_view->header(), index.column());
     QRectF rest = QRectF(cell).adjusted(first ? kFirstInset : kInset, 0, -behind, 0);
     Layout result;
     if (index.data(Qt::DecorationRole).isValid()) {
@@ -78,8 +77,9 @@ TableDelegate::Layout TableDelegate::layout(const QRect& cell, const QModelIndex
         rest.setLeft(rest.left() + kSymbol + kGap);
     }
     const bool trailing = !index.data(kTrailingSymbolRole).toString().isEmpty();
+    const bool further = !index.data(kFurtherSymbolRole).toString().isEmpty();
     const bool isProtected = index.data(kProtectedRole).toBool();
-    const double marks = (trailing ? kTrailing + kGap : 0) + (isProtected ? kTrailing + kGap : 0);
+    const double marks = (kTrailing + kGap) * (int(trailing) + int(further) + int(isProtected));
     const double room = std::max(0.0, rest.width() - marks);
     const QFontMetricsF metrics(Fonts::of(13));
     const bool tabular = index.data(kTabularRole).toBool();
@@ -93,6 +93,10 @@ TableDelegate::Layout TableDelegate::layout(const QRect& cell, const QModelIndex
     if (trailing) {
         result.trailing = centred(rest, end + kGap, kTrailing);
         end = result.trailing.right();
+    }
+    if (further) {
+        result.further = centred(rest, end + kGap, kTrailing);
+        end = result.further.right();
     }
     if (isProtected) {
         result.protectedMark = centred(rest, end + kGap, kTrailing);
@@ -146,10 +150,14 @@ void TableDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     } else {
         paintText(*painter, parts, index, colour(tint), onSelection);
     }
+    const QColor markColour = colour(tintOf(index, kTrailingTintRole, Tint::Tertiary));
     if (!parts.trailing.isEmpty()) {
         Symbols::draw(*painter, parts.trailing.topLeft(), kTrailing,
-                      index.data(kTrailingSymbolRole).toString(),
-                      colour(tintOf(index, kTrailingTintRole, Tint::Tertiary)));
+                      index.data(kTrailingSymbolRole).toString(), markColour);
+    }
+    if (!parts.further.isEmpty()) {
+        Symbols::draw(*painter, parts.further.topLeft(), kTrailing, index.data(kFurtherSymbolRole).toString(),
+                      markColour);
     }
     if (!parts.protectedMark.isEmpty()) {
         Symbols::draw(*painter, parts.protectedMark.topLeft(), kTrailing, ProtectedMark::symbolName(),
@@ -164,12 +172,15 @@ bool TableDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     }
     const Layout parts = layout(option.rect, index);
-    QString help = index.data(Qt::ToolTipRole).toString();
-    if (parts.protectedMark.adjusted(-3, -3, 3, 3).contains(event->pos())) {
-        help = ProtectedMark::helpText();
-    } else if (parts.trailing.adjusted(-3, -3, 3, 3).contains(event->pos())) {
-        const QString trailing = index.data(kTrailingHelpRole).toString();
-        help = trailing.isEmpty() ? help : trailing;
+    const auto isOver = [event](const QRectF& mark) {
+        return !mark.isEmpty() && mark.adjusted(-3, -3, 3, 3).contains(event->pos());
+    };
+    QString help = isOver(parts.protectedMark) ? ProtectedMark::helpText()
+                   : isOver(parts.trailing)    ? index.data(kTrailingHelpRole).toString()
+                   : isOver(parts.further)     ? index.data(kFurtherHelpRole).toString()
+                                               : QString();
+    if (help.isEmpty()) {
+        help = index.data(Qt::ToolTipRole).toString();
     }
     if (help.isEmpty() && parts.elided) {
         help = index.data().toString();

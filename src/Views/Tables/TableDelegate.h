@@ -19,7 +19,7 @@ class TableDelegate : public QStyledItemDelegate {
 
     // Where the parts of a cell lie; those that it lacks are empty.
     struct Layout {
-        QRectF picture, symbol, text, trailing, protectedMark;
+        QRectF picture, symbol, text, trailing, further, protectedMark;
         QString shown; // the text as it fits
         bool elided = false;
     };

@@ -17,6 +17,8 @@ enum TableRole : int {
     kTrailingSymbolRole,              // QString: symbol behind the text
     kTrailingTintRole,                // int(Tint) of that symbol; absent: Tint::Tertiary
     kTrailingHelpRole,                // QString: tooltip of that symbol
+    kFurtherSymbolRole,               // QString: another symbol, behind the first, in its tint
+    kFurtherHelpRole,                 // QString: tooltip of that symbol
     kProtectedRole,                   // bool: behind it all the mark of what stays, with its help text
     kElideRole,                       // int(Qt::TextElideMode); absent: at the end
 };

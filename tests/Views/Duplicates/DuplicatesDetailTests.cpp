@@ -421,6 +421,28 @@ TEST_F(DuplicatesPane, ALoadThatFindsTheSameAgainLeavesScrollPositionAndFocus) {
     EXPECT_EQ(bar.value(), 0) << "another group starts at its top";
 }
 
+TEST_F(DuplicatesPane, ManyCopiesAreNoMoreWidgetsThanAFewAndTheKeysReachTheLast) {
+    const auto& pane = show("a1");
+    const auto widgets = pane.findChildren<QWidget*>().size();
+    std::vector<UserFile> files;
+    for (int i = 0; i < 500; ++i) {
+        files.push_back(copyAt("Documents/" + std::to_string(i) + "/Tour.mov"));
+    }
+    publish({copies("a1", 1'420'000'000, files)});
+    EXPECT_EQ(pane.header()->subtitle(), "500 identical copies • 1.42 GB each");
+    EXPECT_EQ(pane.removeButton()->label(), "Keep Selected, Trash 499 Others…");
+    EXPECT_EQ(pane.findChildren<QWidget*>().size(), widgets);
+    pane.copies()->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(pane.copies(), Qt::Key_End);
+    QTest::keyClick(pane.copies(), Qt::Key_Space);
+    turn();
+    EXPECT_EQ(chosenRow(), 499);
+    const QRect last = pane.copies()->placeOf(row(499), CopiesList::Part::Choice);
+    EXPECT_TRUE(pane.copies()->viewport()->visibleRegion().contains(last)) << "the pane has scrolled there";
+    press(pane.removeButton());
+    EXPECT_EQ(asked().size(), 499U);
+}
+
 // Pictures for whoever wants to look
 
 TEST_F(DuplicatesPane, ItIsDrawnInLightAndDark) {

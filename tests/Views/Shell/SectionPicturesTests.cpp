@@ -21,6 +21,8 @@ class SectionPictures : public SectionTableTest {
         library.orphans = leftBehind();
         library.developerCaches = caches();
         library.duplicates = groups();
+        library.files = largeFiles();
+        library.photosLibraryBytes = std::optional<Bytes>(84'210'000'000);
         openReady({measuredApp("Alder", 1'000'000)});
         table().setFocus();
     }
@@ -51,6 +53,20 @@ class SectionPictures : public SectionTableTest {
         turn();
         EXPECT_TRUE(keepPicture(pictureOf(*openMenu()), name));
         closeMenu();
+    }
+    std::vector<UserFile> largeFiles() const {
+        std::vector<UserFile> files = {
+            fileAt("Movies/Lisbon walkthrough 4K.mov", 8'420'000'000, daysAgo(412)),
+            fileAt("Documents/Machines/Harbour - Debian 12.img", 6'440'000'000, daysAgo(95)),
+            fileAt("Downloads/wedding-raw-selects.zip", 5'910'000'000, daysAgo(800)),
+            fileAt("Music/Sessions/Interview master.wav", 4'680'000'000),
+            fileAt("Documents/Old laptop/Desktop/atlas-backup-2022.tar", 3'870'000'000),
+            fileAt("Downloads/Alder 2.1.dmg", 640'800'000, daysAgo(20)),
+            fileAt("Documents/Cloud/Field notes video.mov", 4'000, daysAgo(32))};
+        files[5].installsAnInstalledApp = true;
+        files[6].isCloudPlaceholder = true;
+        files[6].logicalBytes = 900'000'000;
+        return files;
     }
 
   private:
@@ -126,6 +142,28 @@ class SectionPictures : public SectionTableTest {
                         copyAt("Documents/IMG_2214.heic")}),
                 copies("f6", 2'800'000,
                        {copyAt("Documents/Budget 2025.numbers"), copyAt("Downloads/Budget 2025.numbers")})};
+    }
+};
+
+class FilesPictures : public SectionPictures {
+  protected:
+    FilesPictures()
+        : SectionPictures(LibrarySection::files) {}
+    // A horizon at dusk.
+    static std::shared_ptr<const IconImage> dusk() {
+        IconImage image{600, 400, {}};
+        image.rgba.reserve(600 * 400 * 4);
+        for (int y = 0; y < 400; ++y) {
+            const auto fall = static_cast<std::uint8_t>(y / 2);
+            for (int x = 0; x < 600; ++x) {
+                const bool isSea = y > 300;
+                image.rgba.insert(image.rgba.end(),
+                                  {static_cast<std::uint8_t>(isSea ? 27 : 240 - fall / 2),
+                                   static_cast<std::uint8_t>(isSea ? 36 : 200 - fall),
+                                   static_cast<std::uint8_t>(isSea ? 64 : 140 + fall / 4), 255});
+            }
+        }
+        return std::make_shared<const IconImage>(std::move(image));
     }
 };
 
@@ -219,4 +257,23 @@ TEST_F(DuplicatesPictures, TheTableWithoutRowsTellsWhy) {
     const QImage looking = keep("duplicates-looking");
     finish();
     EXPECT_NE(keep("duplicates-none"), looking);
+}
+
+TEST_F(FilesPictures, TheWindowIsDrawnInLightAndDarkAndSmall) {
+    previews.setThumbnail(largeFiles().front().url, dusk());
+    openFilled();
+    library.setProtected(library.files->at(4).url, true);
+    click("Lisbon walkthrough 4K.mov");
+    finish();
+    keepAll("files");
+    keepMenu("files-menu");
+}
+
+TEST_F(FilesPictures, TheSearchLensBeginsWithAHint) {
+    openReady({});
+    library.setFilesMode(FilesMode::search);
+    const QImage hint = keep("files-search-empty");
+    library.fileSearchText = "invoice";
+    library.loadFiles();
+    EXPECT_NE(keep("files-searching"), hint);
 }

@@ -1,0 +1,27 @@
+#pragma once
+#include "ContentTypes.h"
+#include <string_view>
+
+namespace quillane {
+
+// How what is written in a file is read.
+enum class DocumentKind {
+    none,      // nothing that is known to be text
+    plainText, // the bytes are the text: PlainText
+    webPage,   // the others: DocumentText
+    richText,
+    message,
+    office,
+    pdf
+};
+
+// By its type, and for a type that the system does not declare by the extension, without its dot and in any case: a
+// text in Markdown is no text by its type and yet one to the person who looks for its words.
+DocumentKind documentKind(const ContentType& type, std::string_view extension);
+
+// Whether reading such a document costs the start of a program and many milliseconds, instead of a few at most.
+constexpr bool isCostly(DocumentKind kind) {
+    return kind == DocumentKind::pdf;
+}
+
+} // namespace quillane

@@ -1,0 +1,129 @@
+#include "FoldedNeedle.h"
+#include "FoldTable.h"
+#include "Utf8.h"
+#include <algorithm>
+#include <array>
+
+namespace quillane {
+namespace {
+
+// From the most frequent in texts of all kinds to the rarest; what is not named is rarer still.
+constexpr std::string_view kFrequent = "etaoinsrhldcumfpgwybvk01.,2-3/94586:7()_=xzjq";
+
+std::size_t rarity(char32_t point) {
+    return std::min(kFrequent.find(static_cast<char>(point)), kFrequent.size());
+}
+
+bool isFilterable(char32_t point) {
+    return point > U' ' && point < 0x7F;
+}
+
+std::optional<ByteFilter::Quad> rarestQuad(std::u32string_view points) {
+    constexpr std::size_t kLength = std::tuple_size_v<ByteFilter::Quad>;
+    std::optional<ByteFilter::Quad> rarest;
+    std::size_t highest = 0;
+    for (std::size_t i = 0; i + kLength <= points.size(); ++i) {
+        const auto part = points.substr(i, kLength);
+        std::size_t sum = 1;
+        for (const auto point : part) {
+            sum += rarity(point);
+        }
+        if (std::ranges::all_of(part, isFilterable) && sum > highest) {
+            highest = sum;
+            rarest.emplace();
+            // Either case at once: the filter sets the bit in which they differ.
+            std::ranges::transform(part, rarest->begin(),
+                                   [](char32_t point) { return static_cast<unsigned char>(point | 0x20U); });
+        }
+    }
+    return rarest;
+}
+
+bool continuesCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
+}
+
+// The nearest border between characters at or after this place; invalid text has none for long.
+std::size_t borderFrom(std::string_view text, std::size_t at) {
+    for (int i = 0; i < 3 && at < text.size() && continuesCharacter(text[at]); ++i) {
+        ++at;
+    }
+    return at;
+}
+
+} // namespace
+
+FoldedNeedle::FoldedNeedle(std::u32string points)
+    : m_points(std::move(points))
+    , m_margin(m_points.size() * 3 + 32)
+    , m_quad(rarestQuad(m_points)) {}
+
+bool FoldedNeedle::occursIn(std::string_view text, Portion portion) const {
+    if (portion == Portion::middle || portion == Portion::last) {
+        text.remove_prefix(borderFrom(text, 0));
+    }
+    const bool isEnd = portion == Portion::whole || portion == Portion::last;
+    if (!isEnd) {
+        text = Utf8::withoutCutCharacter(text);
+    }
+    if (!m_quad) {
+        return occursInFolded(text, isEnd);
+    }
+    const auto blocks =
+        text.size() < ByteFilter::kReach ? 0 : (text.size() - ByteFilter::kReach) / ByteFilter::kBlock;
+    if (occursInRuns(text, blocks, isEnd)) {
+        return true;
+    }
+    // What is left is less than two blocks and gets the bytes beyond it that a block needs.
+    const auto begin = blocks * ByteFilter::kBlock;
+    std::array<unsigned char, 2 * ByteFilter::kBlock + ByteFilter::kReach> rest{};
+    std::ranges::copy(text.substr(begin), rest.begin());
+    return ByteFilter::firstBlock(rest.data(), 2, *m_quad) < 2 &&
+           occursAround(text, begin, text.size(), isEnd);
+}
+
+// Blocks whose surroundings overlap are folded together, and each only once.
+bool FoldedNeedle::occursInRuns(std::string_view text, std::size_t blocks, bool isEnd) const {
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(text.data());
+    const auto apart = 2 * m_margin / ByteFilter::kBlock + 1;
+    const auto firstFrom = [&](std::size_t block, std::size_t count) {
+        return block + ByteFilter::firstBlock(bytes + block * ByteFilter::kBlock, count, *m_quad);
+    };
+    for (auto begin = firstFrom(0, blocks); begin < blocks;) {
+        auto end = begin + 1;
+        while (end < blocks) {
+            const auto near = std::min(apart, blocks - end);
+            const auto next = firstFrom(end, near);
+            if (next == end + near) {
+                break;
+            }
+            end = next + 1;
+        }
+        if (occursAround(text, begin * ByteFilter::kBlock, end * ByteFilter::kBlock + ByteFilter::kReach,
+                         isEnd)) {
+            return true;
+        }
+        const auto after = std::min(end + apart, blocks);
+        begin = firstFrom(after, blocks - after);
+    }
+    return false;
+}
+
+bool FoldedNeedle::occursAround(std::string_view text, std::size_t begin, std::size_t end, bool isEnd) const {
+    const auto from = begin > m_margin ? borderFrom(text, begin - m_margin) : 0;
+    const auto to = std::min(end + m_margin, text.size());
+    return occursInFolded(text.substr(from, borderFrom(text, to) - from), isEnd && to == text.size());
+}
+
+// The last point of what goes on may yet become another one, by what follows it.
+bool FoldedNeedle::occursInFolded(std::string_view stretch, bool isEnd) const {
+    thread_local std::u32string points;
+    points.clear();
+    Text::FoldTable::shared().append(stretch, points);
+    if (!isEnd && !points.empty()) {
+        points.pop_back();
+    }
+    return points.find(m_points) != std::u32string::npos;
+}
+
+} // namespace quillane

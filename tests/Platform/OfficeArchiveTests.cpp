@@ -1,0 +1,185 @@
+#include "DocumentFiles.h"
+#include "FileSystem.h"
+#include "OfficeArchive.h"
+#include "TextSink.h"
+#include <algorithm>
+#include <cstring>
+#include <gtest/gtest.h>
+
+namespace quillane {
+namespace {
+
+// A file whose bytes are in memory.
+class BytesFile final : public OpenFile {
+  public:
+    explicit BytesFile(std::string bytes)
+        : m_bytes(std::move(bytes)) {}
+
+    Result<std::size_t> readAt(std::span<std::byte> buffer, Bytes offset) override {
+        if (read >= failsBehind) {
+            return PlatformError{ErrorCode::kReadUnknown, std::nullopt};
+        }
+        const auto begin = std::min(static_cast<std::size_t>(offset), m_bytes.size());
+        const auto count = std::min(buffer.size(), m_bytes.size() - begin);
+        std::memcpy(buffer.data(), m_bytes.data() + begin, count);
+        read += count;
+        return count;
+    }
+    Result<Bytes> length() override { return static_cast<Bytes>(m_bytes.size()); }
+    Result<> close() override { return success(); }
+
+    std::size_t read = 0;
+    std::size_t failsBehind = std::string::npos; // bytes
+
+  private:
+    std::string m_bytes;
+};
+
+std::string textOf(const std::string& zip, const OfficeArchive::Limits& limits = {}) {
+    BytesFile file(zip);
+    TextSink sink(std::size_t{4} << 20U);
+    EXPECT_TRUE(OfficeArchive::add(file, limits, {}, sink));
+    return sink.take();
+}
+
+std::string run(std::string_view words) {
+    return "<t>" + std::string(words) + "</t>";
+}
+
+TEST(OfficeArchive, HoldsTheTextOfAllPartsWithWords) {
+    const std::vector<ZipMember> members = {{"word/styles.xml", run("style")},
+                                            {"word/document.xml", run("body")},
+                                            {"word/footnotes.xml", run("foot")},
+                                            {"docProps/app.xml", run("app")}};
+    EXPECT_EQ(textOf(zipOf(members)), "body foot");
+    EXPECT_EQ(textOf(zipOf(members, ZipPacking::stored)), "body foot");
+    EXPECT_EQ(textOf(zipOf({{"mimetype", "x"}, {"content.xml", "<text:p>open</text:p>"}})), "open");
+    EXPECT_EQ(textOf(zipOf({{"ppt/slides/slide1.xml", run("one")}, {"ppt/slides/slide2.xml", run("two")}})),
+              "one two");
+}
+
+TEST(OfficeArchive, OfWhatIsEncryptedOrPackedOtherwiseIsNothing) {
+    EXPECT_EQ(textOf(zipOf({{"word/document.xml", run("secret")}}, ZipPacking::encrypted)), "");
+    auto packed = zipOf({{"word/document.xml", run("other")}});
+    ASSERT_EQ(textOf(packed), "other");
+    constexpr char kLzma = 14;
+    packed.at(8) = kLzma;
+    packed.at(packed.find("PK\x01\x02") + 10) = kLzma;
+    EXPECT_EQ(textOf(packed), "");
+}
+
+TEST(OfficeArchive, OfWhatIsNoArchiveIsNothing) {
+    EXPECT_EQ(textOf(""), "");
+    EXPECT_EQ(textOf("PK"), "");
+    EXPECT_EQ(textOf(std::string(100'000, 'x')), "");
+    EXPECT_EQ(textOf("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1" + std::string(5000, '\0')), "")
+        << "what a password is kept in";
+}
+
+TEST(OfficeArchive, UnpacksOfABombNoMoreThanItsLimits) {
+    const std::string mebibyte(std::size_t{1} << 20U, ' ');
+    std::string spaces;
+    for (int i = 0; i < 64; ++i) {
+        spaces += mebibyte;
+    }
+    const auto bomb = zipOf({{"word/document.xml", run("early") + spaces + run("late")},
+                             {"word/footnotes.xml", run("note")},
+                             {"xl/worksheets/sheet1.xml", spaces + run("sheet")},
+                             {"xl/sharedStrings.xml", run("shared")}});
+    ASSERT_LT(bomb.size(), std::size_t{1} << 20U);
+    EXPECT_EQ(textOf(bomb), "early note shared");
+    OfficeArchive::Limits small;
+    small.words = std::size_t{2} << 20U;
+    EXPECT_EQ(textOf(bomb, small), "early") << "all parts together";
+    small.sheets = 0;
+    small.words = small.member * 2;
+    EXPECT_EQ(textOf(bomb, small), "early note shared") << "sheets count for themselves";
+}
+
+TEST(OfficeArchive, StopsWhereTheTextIsFull) {
+    BytesFile file(
+        zipOf({{"word/document.xml", run(std::string(1000, 'a'))}, {"word/footnotes.xml", run("note")}}));
+    TextSink sink(100);
+    EXPECT_TRUE(OfficeArchive::add(file, {}, {}, sink));
+    EXPECT_EQ(sink.text(), std::string(100, 'a'));
+}
+
+TEST(OfficeArchive, LooksAtNoMoreMembersThanItsLimit) {
+    std::vector<ZipMember> members;
+    for (int i = 0; i < 20; ++i) {
+        members.push_back({"other/" + std::to_string(i), ""});
+    }
+    members.push_back({"word/document.xml", run("far")});
+    OfficeArchive::Limits limits;
+    limits.members = 21;
+    EXPECT_EQ(textOf(zipOf(members), limits), "far");
+    limits.members = 20;
+    EXPECT_EQ(textOf(zipOf(members), limits), "");
+}
+
+TEST(OfficeArchive, ReadsNoDirectoryWithoutEnd) {
+    const std::string longName(1000, 'n');
+    std::vector<ZipMember> members = {{"word/document.xml", run("words")}};
+    for (int i = 0; i < 400; ++i) {
+        members.push_back({longName + std::to_string(i), ""});
+    }
+    const auto zip = zipOf(members);
+    EXPECT_EQ(textOf(zip), "words");
+    OfficeArchive::Limits limits;
+    limits.directory = std::size_t{200} << 10U;
+    BytesFile file(zip);
+    TextSink sink(1000);
+    EXPECT_TRUE(OfficeArchive::add(file, limits, {}, sink));
+    EXPECT_EQ(sink.text(), "");
+    EXPECT_LE(file.read, limits.directory + (std::size_t{64} << 10U));
+}
+
+TEST(OfficeArchive, OfAFileBeyondTheLimitIsNotReadAtAll) {
+    BytesFile file(docxOf("words"));
+    OfficeArchive::Limits limits;
+    limits.file = 100;
+    TextSink sink(1000);
+    EXPECT_TRUE(OfficeArchive::add(file, limits, {}, sink));
+    EXPECT_EQ(file.read, 0U);
+}
+
+TEST(OfficeArchive, IsNotReadOnAfterAStop) {
+    const StopSource stop;
+    stop.requestStop();
+    BytesFile file(docxOf("words"));
+    TextSink sink(1000);
+    OfficeArchive::add(file, {}, stop.token(), sink);
+    EXPECT_EQ(sink.text(), "");
+}
+
+TEST(OfficeArchive, TellsThatTheFileCouldNotBeRead) {
+    const auto zip = docxOf("words");
+    for (const std::size_t bytes : {std::size_t{0}, zip.size() / 2, zip.size()}) {
+        BytesFile file(zip);
+        file.failsBehind = bytes;
+        TextSink sink(1000);
+        const bool isRead = OfficeArchive::add(file, {}, {}, sink);
+        EXPECT_EQ(isRead, sink.text() == "words") << bytes;
+        EXPECT_TRUE(isRead || file.read >= bytes);
+    }
+}
+
+TEST(OfficeArchive, GivesOfDamagedFilesWhatIsLeftAndNeverMore) {
+    std::string words;
+    for (int i = 0; i < 2000; ++i) {
+        words += std::to_string(i * 7919 % 10'007) + " ";
+    }
+    const auto zip = docxOf(words);
+    std::size_t whole = 0;
+    for (const auto& file : damaged(zip, 150)) {
+        const auto text = textOf(file);
+        EXPECT_LE(text.size(), std::size_t{64} << 10U);
+        whole += text == words.substr(0, words.size() - 1) ? 1 : 0;
+        EXPECT_TRUE(file.size() == zip.size() || text.empty()) << "the end tells where all begins";
+    }
+    EXPECT_GT(whole, 0U) << "a bit of what is not looked at";
+    EXPECT_LT(whole, 150U);
+}
+
+} // namespace
+} // namespace quillane
