@@ -1,5 +1,6 @@
 #include "PropertyListWriter.h"
 #include "SampleContents.h"
+#include "SampleMac.h"
 
 namespace quillane::SampleContents {
 namespace {
