@@ -41,6 +41,7 @@ class Search final : public CommandRunner {
   public:
     explicit Search(std::string_view output)
         : m_output(output) {}
+    std::uint32_t userID() const override { return 501; }
 
   protected:
     Result<std::string> outputOf(const Run&) override { return std::string(m_output); }

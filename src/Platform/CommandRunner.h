@@ -2,6 +2,7 @@
 #include "Result.h"
 #include "StopToken.h"
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <string>
 #include <vector>
@@ -12,21 +13,24 @@ namespace quillane {
 class CommandRunner {
   public:
     static constexpr std::size_t kUnbounded = std::numeric_limits<std::size_t>::max();
+    // What becomes of what a program writes to its standard error: nothing, or it is output too, in the order in
+    // which both are written.
+    enum class ErrorOutput { dropped, joined };
 
     virtual ~CommandRunner() = default;
 
     // Runs the program at `path` with these arguments (never through a shell), reads its standard output to
-    // the end and waits for its exit. Standard error is dropped and the exit status is not looked at. The bytes
-    // are returned as they came. Fails when the program can't be started; with kUserCancelled when stop is
+    // the end and waits for its exit. The exit status is not looked at. The bytes are returned as they came. Fails when the program can't be started; with kUserCancelled when stop is
     // requested, however far it got, also before it began; with kReadTooLarge when it writes more than
     // `mostBytes`. In the last two cases the program is ended, with what it started in turn, and what it wrote is
     // dropped. No time limit. Blocks; any thread, many at once.
     Result<std::string> run(const std::string& path, const std::vector<std::string>& arguments,
-                            const StopToken& stop = {}, std::size_t mostBytes = kUnbounded) {
+                            const StopToken& stop = {}, std::size_t mostBytes = kUnbounded,
+                            ErrorOutput errors = ErrorOutput::dropped) {
         if (stop.stopRequested()) {
             return PlatformError{ErrorCode::kUserCancelled, std::nullopt};
         }
-        auto output = outputOf({path, arguments, stop, mostBytes});
+        auto output = outputOf({path, arguments, stop, mostBytes, errors});
         if (stop.stopRequested()) {
             return PlatformError{ErrorCode::kUserCancelled, std::nullopt};
         }
@@ -36,6 +40,9 @@ class CommandRunner {
         return output;
     }
 
+    // The number of the user as whom programs run.
+    virtual std::uint32_t userID() const = 0;
+
   protected:
     // What run() was asked for; lives as long as the call.
     struct Run {
@@ -43,6 +50,7 @@ class CommandRunner {
         const std::vector<std::string>& arguments;
         const StopToken& stop;
         std::size_t mostBytes;
+        ErrorOutput errors;
     };
 
     // The output, or why the program can't be started. When stop is requested or the output grows beyond the

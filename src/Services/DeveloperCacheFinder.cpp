@@ -4,6 +4,7 @@
 #include "Crew.h"
 #include "FileSystem.h"
 #include "FootprintCalculator.h"
+#include "VisibleChildren.h"
 #include "WalkedPaths.h"
 #include <algorithm>
 #include <array>
@@ -145,21 +146,6 @@ DevCacheItem itemForDependencies(const FileURL& url) {
     item.kind = std::string(name) + " in " + label;
     item.consequence = "The " + label + " project won't run until you reinstall its dependencies.";
     return item;
-}
-
-std::vector<FileURL> visibleChildren(const Platform& platform, const FileURL& folder) {
-    std::vector<FileURL> children;
-    const auto entries = platform.files.list(folder);
-    if (!entries) {
-        return children;
-    }
-    for (const auto& entry : *entries) {
-        if (!entry.name.starts_with('.')) {
-            children.push_back(folder.appending(entry.name));
-        }
-    }
-    std::ranges::sort(children);
-    return children;
 }
 
 // What the workers find and measure together.

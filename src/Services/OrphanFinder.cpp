@@ -5,6 +5,7 @@
 #include "FootprintCalculator.h"
 #include "LaunchdJob.h"
 #include "SupportFileLocations.h"
+#include "VendorPrefix.h"
 #include <algorithm>
 #include <optional>
 #include <string_view>
@@ -16,29 +17,6 @@ namespace {
 constexpr double kUntouchedSeconds = 30 * 24 * 60 * 60; // what was touched since then is left alone
 constexpr std::size_t kFewestDots = 2;                  // "com.example.tool": less is an ordinary name
 constexpr std::string_view kSystemIdentifier = "com.apple";
-
-// The first two parts, joined by a dot, empty parts not counted; nothing when there are fewer.
-std::optional<std::string> vendorPrefix(std::string_view identifier) {
-    std::string prefix;
-    std::size_t parts = 0;
-    std::size_t begin = 0;
-    const auto take = [&](std::size_t end) {
-        if (end > begin) {
-            prefix += parts == 0 ? "" : ".";
-            prefix += identifier.substr(begin, end - begin);
-            ++parts;
-        }
-        begin = end + 1;
-    };
-    for (const auto dot : Text::fullStops(identifier)) {
-        take(dot);
-        if (parts == 2) {
-            return prefix;
-        }
-    }
-    take(identifier.size());
-    return parts == 2 ? std::optional(std::move(prefix)) : std::nullopt;
-}
 
 // What the installed applications claim. All in comparable form: lower case, composed.
 class Claims {

@@ -11,4 +11,9 @@ std::string pathWithHomeAsTilde(const FileURL& url, const FileURL& home) {
     return text;
 }
 
+std::string expandingTilde(const std::string& path, const FileURL& home) {
+    const bool leads = path == "~" || path.starts_with("~/");
+    return leads ? home.path() + path.substr(1) : path;
+}
+
 } // namespace quillane

@@ -12,6 +12,7 @@
 #include "Platform.h"
 #include "Published.h"
 #include "RecentUninstall.h"
+#include "StartupItem.h"
 #include "StopToken.h"
 #include "SweepCategory.h"
 #include "SweepPlan.h"
@@ -47,6 +48,7 @@ namespace quillane {
 //   AppLibrary+Plans.cpp      what could be removed
 //   AppLibrary+Queries.cpp    the applications that a filter and a search let through
 //   AppLibrary+Scan.cpp       a scan from its first job to its last
+//   AppLibrary+Startup.cpp    what launchd starts by itself
 //   AppLibrary+Sweep.cpp      a confirmed list, and the way back
 class AppLibrary {
   public:
@@ -225,6 +227,26 @@ class AppLibrary {
     // Returns at once.
     void refresh(ScanReason reason);
 
+    // Startup
+
+    Published<std::vector<StartupItem>> startupItems; // as the last load found them, the worst first
+    Published<bool> isLoadingStartup{false};
+
+    // Looks anew, judged by the applications that stand now. Returns at once. No load ends another: of several the
+    // one that ends last has the word.
+    void loadStartupItems();
+    // Makes launchd let go of an agent until the next login, and then loads the items anew. Absent on success;
+    // otherwise the message to show, and the list stays. A stop ends the attempt, whatever has come of it.
+    Task<std::optional<std::string>> stopStartupItem(StartupItem item, StopToken stop = {});
+    // The items whose label or owner the search lets through, in their order.
+    std::vector<StartupItem> visibleStartupItems() const;
+    // The same where they lie: they stay until `startupItems` changes.
+    void forEachVisibleStartupItem(FunctionRef<void(const StartupItem&)> visit) const;
+    // The items that are not in order, whatever the search says.
+    int startupProblemCount() const;
+    // What lies in the home folder, less what is protected: the rest needs administrator rights and is left out.
+    BulkRemoval removalForStartupItems(const std::vector<StartupItem>& items) const;
+
     // Sweep
 
     Published<bool> isSweeping{false};
@@ -372,6 +394,11 @@ class AppLibrary {
     int m_scanGeneration = 0;                   // number of the latest scan; grows when one really starts
     std::optional<ScanReason> m_pendingRefresh; // a scan asked for while one runs
     ScanReason m_currentReason = ScanReason::user;
+
+    // Startup
+
+    // `installed` are the applications as they stood when the load was asked for.
+    Task<> findStartupItems(std::vector<InstalledApp> installed, StopToken stop);
 
     // Sweep
 

@@ -42,4 +42,9 @@ SweepEntry rowFor(const UserFile& file, const FileURL& home) {
     return {file.url, SweepCategory::files, file.name(), file.folder(home), file.bytes};
 }
 
+SweepEntry rowFor(const StartupItem& item) {
+    return {item.url, SweepCategory::startup, item.label,
+            subtitle(std::string(rawValue(item.kind)), item.url), item.bytes};
+}
+
 } // namespace quillane::SweepRows

@@ -1,6 +1,7 @@
 #pragma once
 #include "Bytes.h"
 #include "DevCacheItem.h"
+#include "StartupItem.h"
 #include "SweepEntry.h"
 #include "UserFile.h"
 #include <string>
@@ -67,6 +68,7 @@ SweepEntry rowFor(const Item& item, SweepCategory category, std::string title) {
 }
 SweepEntry rowFor(const DevCacheItem& item, const FileURL& home);
 SweepEntry rowFor(const UserFile& file, const FileURL& home);
+SweepEntry rowFor(const StartupItem& item);
 
 } // namespace SweepRows
 } // namespace quillane

@@ -49,6 +49,18 @@ TEST(PosixCommandRunner, AnOutputFarLargerThanAPipeIsReadWhole) {
     EXPECT_TRUE(output.ends_with("end"));
 }
 
+TEST(PosixCommandRunner, BothOutputsComeInTheOrderInWhichTheyAreWritten) {
+    const auto output =
+        PosixCommandRunner().run(kShell, {"-c", "echo a; echo b >&2; echo c; echo d >&2"}, {},
+                                 CommandRunner::kUnbounded, CommandRunner::ErrorOutput::joined);
+    EXPECT_EQ(output.ok() ? *output : "could not be started", "a\nb\nc\nd\n");
+}
+
+TEST(PosixCommandRunner, TheUserIsTheOneAsWhomProgramsRun) {
+    EXPECT_EQ(PosixCommandRunner().run("/usr/bin/id", {"-u"}).valueOr("could not be started"),
+              std::to_string(PosixCommandRunner().userID()) + "\n");
+}
+
 TEST(PosixCommandRunner, AProgramThatClosesItsOutputAndLivesOnIsWaitedFor) {
     TemporaryFolder folder;
     EXPECT_EQ(
@@ -243,8 +255,13 @@ TEST(PosixCommandRunnerDeathTest, AProcessWithoutStandardDescriptorsCanRunProgra
         for (const int number : closed) {
             ::close(number);
         }
-        const auto output = PosixCommandRunner().run(kShell, {"-c", "cat; echo out; echo error >&2"});
-        std::_Exit(output.ok() && *output == "out\n" ? 0 : 1);
+        const std::vector<std::string> arguments = {"-c", "cat; echo out; echo error >&2"};
+        PosixCommandRunner runner;
+        const auto output = runner.run(kShell, arguments);
+        const auto joined =
+            runner.run(kShell, arguments, {}, CommandRunner::kUnbounded, CommandRunner::ErrorOutput::joined);
+        const bool isRight = output.ok() && *output == "out\n" && joined.ok() && *joined == "out\nerror\n";
+        std::_Exit(isRight ? 0 : 1);
     };
     EXPECT_EXIT(runClosed({0, 1, 2}), testing::ExitedWithCode(0), "");
     EXPECT_EXIT(runClosed({1}), testing::ExitedWithCode(0), "");

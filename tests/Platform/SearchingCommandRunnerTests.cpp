@@ -44,6 +44,16 @@ TEST_F(SearchingCommandRunnerTest, EveryOtherProgramIsTheWrappedRunners) {
     EXPECT_EQ(m_others.calls().size(), 2U);
 }
 
+TEST_F(SearchingCommandRunnerTest, WhatAnotherProgramComplainsOfAndItsUserAreTheWrappedRunners) {
+    m_others.answer("/bin/launchctl", {"bootout"}, "", "usage\n");
+    EXPECT_EQ(m_runner
+                  .run("/bin/launchctl", {"bootout"}, {}, CommandRunner::kUnbounded,
+                       CommandRunner::ErrorOutput::joined)
+                  .valueOr("failed"),
+              "usage\n");
+    EXPECT_EQ(m_runner.userID(), ScriptedCommandRunner::kUserID);
+}
+
 TEST_F(SearchingCommandRunnerTest, OnASampleVolumeNothingElseStarts) {
     AbsentCommandRunner none;
     SearchingCommandRunner runner(m_files, m_search, none);

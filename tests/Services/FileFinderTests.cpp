@@ -104,6 +104,7 @@ class StoppingRunner final : public CommandRunner {
   public:
     int runs = 0;
     const StopSource source;
+    std::uint32_t userID() const override { return ScriptedCommandRunner::kUserID; }
 
   protected:
     Result<std::string> outputOf(const Run& /*run*/) override {
@@ -306,6 +307,7 @@ TEST(FileFinder, OnlyASearchHasALimit) {
     // Whatever is asked, all of them are the answer.
     class Naming final : public CommandRunner {
       public:
+        std::uint32_t userID() const override { return ScriptedCommandRunner::kUserID; }
         Result<std::string> outputOf(const Run&) override {
             std::string output;
             for (int i = 0; i < kFiles; ++i) {

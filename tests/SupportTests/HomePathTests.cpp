@@ -11,5 +11,18 @@ TEST(HomePath, TheHomeFolderIsATildeWhereverItsPathOccurs) {
     EXPECT_EQ(pathWithHomeAsTilde(FileURL("/Library"), home), "/Library");
 }
 
+TEST(HomePath, ALeadingTildeIsTheHomeFolder) {
+    const FileURL home("/Users/alex");
+    EXPECT_EQ(expandingTilde("~/bin/tool", home), "/Users/alex/bin/tool");
+    EXPECT_EQ(expandingTilde("~", home), "/Users/alex");
+}
+
+TEST(HomePath, ATildeElsewhereOrBeforeANameStays) {
+    const FileURL home("/Users/alex");
+    for (const std::string path : {"~alex/bin/tool", "/a/~/b", "a~", " ~/a", ""}) {
+        EXPECT_EQ(expandingTilde(path, home), path);
+    }
+}
+
 } // namespace
 } // namespace quillane

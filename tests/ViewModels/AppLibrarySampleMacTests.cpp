@@ -21,6 +21,8 @@ class AppLibrarySampleMac : public testing::Test {
         void scan() {
             library.refresh(AppLibrary::ScanReason::user);
             mac.runner.runAll();
+            library.loadStartupItems();
+            mac.runner.runAll();
         }
         SamplePlatform mac{SampleMac::small()};
         AppLibrary library{mac.platform};
@@ -93,6 +95,30 @@ TEST_F(AppLibrarySampleMac, ExactlyWhatToolsKeepIsADeveloperCache) {
     EXPECT_EQ(found, mac.mac.expectedLocations(mac.disk.path()));
 }
 
+TEST_F(AppLibrarySampleMac, ExactlyWhatLaunchdStartsIsAStartupItem) {
+    std::vector<ExpectedStartupItem> found;
+    for (const auto& item : *library.startupItems) {
+        found.push_back({item.url.path(), item.label, item.kind, item.health, item.ownerName, item.isLoaded,
+                         item.schedule()});
+    }
+    std::ranges::sort(found, {}, &ExpectedStartupItem::path);
+    const auto expected = mac.mac.expectedStartupItems();
+    ASSERT_EQ(found.size(), expected.size());
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        EXPECT_EQ(found[i], expected[i]) << found[i].path << ", " << expected[i].path;
+    }
+}
+
+TEST_F(AppLibrarySampleMac, EveryKindAndHealthOfAStartupItemIsThere) {
+    for (const auto kind : kAllStartupItemKinds) {
+        EXPECT_GT(std::ranges::count(*library.startupItems, kind, &StartupItem::kind), 0) << rawValue(kind);
+    }
+    for (const auto health : kAllStartupItemHealths) {
+        EXPECT_GT(std::ranges::count(*library.startupItems, health, &StartupItem::health), 0)
+            << rawValue(health);
+    }
+}
+
 TEST_F(AppLibrarySampleMac, AnotherScanFindsTheSame) {
     const auto first = *library.apps;
     const auto orphans = *library.orphans;
@@ -101,6 +127,36 @@ TEST_F(AppLibrarySampleMac, AnotherScanFindsTheSame) {
     EXPECT_EQ(*library.apps, first);
     EXPECT_EQ(*library.orphans, orphans);
     EXPECT_EQ(*library.developerCaches, locations);
+}
+
+TEST(AppLibraryOnASampleMac, AnAgentIsStoppedOnceAndStaysListed) {
+    const std::string label = "chat.relay.updater";
+    const FileURL url("/Users/alex/Library/LaunchAgents/" + label + ".plist");
+    SampleMac declared;
+    declared.startupItem({url.path(), label, StartupItem::Kind::agent, StartupItem::Health::orphaned,
+                          std::nullopt, true, "on demand"},
+                         Plist::dictionary({{"Label", label}}));
+    SamplePlatform mac(declared);
+    AppLibrary library(mac.platform);
+    library.loadStartupItems();
+    mac.runner.runAll();
+    std::vector<std::optional<std::string>> told;
+    const auto stop = [&] {
+        library.tasks().start([&](StopToken) -> Task<> {
+            const auto message = co_await library.stopStartupItem(library.startupItems->front());
+            told.push_back(message);
+        });
+        mac.runner.runAll();
+    };
+    ASSERT_EQ(library.startupItems->at(0).isLoaded, true);
+    stop();
+    ASSERT_EQ(library.startupItems->size(), 1U);
+    EXPECT_EQ(library.startupItems->at(0).isLoaded, false);
+    EXPECT_TRUE(mac.launchctl.loaded().empty());
+    stop();
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_EQ(told[0], std::nullopt);
+    EXPECT_EQ(told[1], "Boot-out failed: 3: No such process");
 }
 
 } // namespace

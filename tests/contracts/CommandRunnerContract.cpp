@@ -18,6 +18,7 @@ struct Program {
     std::string path;
     std::vector<std::string> arguments;
     std::string output;
+    std::string errors = {};
 };
 
 const Program kEcho{"/bin/echo", {"one line"}, "one line\n"};
@@ -30,10 +31,13 @@ const Program kUnexpanded{
     "/bin/echo", {"two  blanks", "$HOME", "*", "; echo x", "`id`"}, "two  blanks $HOME * ; echo x `id`\n"};
 const Program kEmptyArgument{"/usr/bin/printf", {"[%s]", "", "b"}, "[][b]"};
 const Program kInput{"/bin/cat", {}, ""};
+const Program kBothOutputs{"/bin/sh", {"-c", "echo said; echo complaint >&2"}, "said\n", "complaint\n"};
+const Program kOnlyComplaint{"/bin/sh", {"-c", "printf complaint >&2; exit 3"}, "", "complaint"};
 
 const std::vector<Program>& programs() {
-    static const std::vector<Program> all = {kEcho,     kNoNewline,  kNothing,       kFailing, kErrorOutput,
-                                             kOddBytes, kUnexpanded, kEmptyArgument, kInput};
+    static const std::vector<Program> all = {kEcho,        kNoNewline,   kNothing,      kFailing,
+                                             kErrorOutput, kOddBytes,    kUnexpanded,   kEmptyArgument,
+                                             kInput,       kBothOutputs, kOnlyComplaint};
     return all;
 }
 
@@ -44,7 +48,7 @@ std::unique_ptr<CommandRunner> makePosix() {
 std::unique_ptr<CommandRunner> makeScripted() {
     auto runner = std::make_unique<ScriptedCommandRunner>();
     for (const auto& program : programs()) {
-        runner->answer(program.path, program.arguments, program.output);
+        runner->answer(program.path, program.arguments, program.output, program.errors);
     }
     return runner;
 }
@@ -53,10 +57,11 @@ std::unique_ptr<CommandRunner> makeScripted() {
 class SearchingRunnerOfItsOwn final : public CommandRunner {
   public:
     SearchingRunnerOfItsOwn() { m_volume.file("a.txt"); }
+    std::uint32_t userID() const override { return m_runner.userID(); }
 
   protected:
     Result<std::string> outputOf(const Run& run) override {
-        return m_runner.run(run.path, run.arguments, run.stop, run.mostBytes);
+        return m_runner.run(run.path, run.arguments, run.stop, run.mostBytes, run.errors);
     }
 
   private:
@@ -96,6 +101,11 @@ class CommandRunnerContract : public testing::TestWithParam<Adapter> {
         ASSERT_TRUE(output.ok());
         EXPECT_EQ(*output, program.output);
     }
+    void expectJoined(const Program& program, const std::string& written) {
+        const auto output = m_runner->run(program.path, program.arguments, {}, CommandRunner::kUnbounded,
+                                          CommandRunner::ErrorOutput::joined);
+        EXPECT_EQ(output.ok() ? *output : "failed", written);
+    }
 };
 
 TEST_P(CommandRunnerContract, TheStandardOutputIsTheAnswer) {
@@ -116,6 +126,27 @@ TEST_P(CommandRunnerContract, TheExitStatusIsNotLookedAt) {
 
 TEST_P(CommandRunnerContract, StandardErrorIsDropped) {
     expectOutput(kErrorOutput);
+}
+
+TEST_P(CommandRunnerContract, StandardErrorIsDroppedFromWhatIsWrittenBesides) {
+    expectOutput(kBothOutputs);
+    expectOutput(kOnlyComplaint);
+}
+
+TEST_P(CommandRunnerContract, StandardErrorThatIsAskedForJoinsTheOutputInItsPlace) {
+    expectJoined(kBothOutputs, "said\ncomplaint\n");
+    expectJoined(kOnlyComplaint, "complaint");
+    expectJoined(kEcho, kEcho.output);
+}
+
+TEST_P(CommandRunnerContract, ABoundHoldsForBothOutputsTogether) {
+    const auto failure = [&](std::size_t mostBytes, CommandRunner::ErrorOutput errors) {
+        return failureOf(m_runner->run(kBothOutputs.path, kBothOutputs.arguments, {}, mostBytes, errors));
+    };
+    const auto both = kBothOutputs.output.size() + kBothOutputs.errors.size();
+    EXPECT_EQ(failure(both, CommandRunner::ErrorOutput::joined), 0);
+    EXPECT_EQ(failure(both - 1, CommandRunner::ErrorOutput::joined), ErrorCode::kReadTooLarge);
+    EXPECT_EQ(failure(both - 1, CommandRunner::ErrorOutput::dropped), 0);
 }
 
 TEST_P(CommandRunnerContract, BytesComeAsTheyAreWithNulsAndInvalidText) {

@@ -20,5 +20,9 @@ namespace SampleContents {
 // find and something that it must not, and beside it the table of what must be found.
 void addOwnFiles(SampleMac& mac, SampleScale mb);
 
+// Lays what starts by itself on a Mac that has its applications already: each kind, health and owner, what launchd has
+// loaded of it, and what only looks like it.
+void addStartupItems(SampleMac& mac);
+
 } // namespace SampleContents
 } // namespace quillane

@@ -1,6 +1,7 @@
 #include "SampleMac.h"
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <filesystem>
 #include <string_view>
 #include <sys/stat.h>
@@ -235,6 +236,12 @@ SampleApp& SampleApp::supportByName(std::string path, Bytes bytes) {
     return *this;
 }
 
+SampleApp& SampleApp::supportList(std::string path, const Plist& list) {
+    std::erase_if(m_support, [&](const Support& other) { return other.path == path; });
+    m_support.push_back({std::move(path), 0, true, LeftoverItem::Confidence::high, xmlPropertyList(list)});
+    return *this;
+}
+
 std::string SampleApp::stem() const {
     auto name = m_path.substr(m_path.rfind('/') + 1);
     return name.ends_with(".app") ? name.substr(0, name.size() - 4) : name;
@@ -355,6 +362,15 @@ SampleApp& SampleMac::app(std::string path) {
     return app.bundleName(app.stem()).architecture(Architecture::appleSilicon);
 }
 
+SampleApp& SampleMac::declared(std::string path) {
+    const auto wanted = absolute(std::move(path));
+    const auto found = std::ranges::find(m_apps, wanted, &SampleApp::m_path);
+    if (found == m_apps.end()) {
+        std::abort(); // a sample that is not what it says would prove nothing
+    }
+    return *found;
+}
+
 SampleMac& SampleMac::step(std::function<void(DiskFolder&)> step) {
     m_steps.push_back(std::move(step));
     return *this;
@@ -404,6 +420,25 @@ SampleMac& SampleMac::location(std::string path, std::string tool, std::string k
     return tree(path, bytes).modified(path, ago);
 }
 
+SampleMac& SampleMac::startupItem(ExpectedStartupItem expected) {
+    expected.path = absolute(std::move(expected.path));
+    if (expected.isLoaded.value_or(false)) {
+        loaded(expected.label);
+    }
+    m_startupItems.push_back(std::move(expected));
+    return *this;
+}
+
+SampleMac& SampleMac::startupItem(ExpectedStartupItem expected, const Plist& list) {
+    file(expected.path, xmlPropertyList(list));
+    return startupItem(std::move(expected));
+}
+
+SampleMac& SampleMac::loaded(std::string label) {
+    m_loaded.push_back(std::move(label));
+    return *this;
+}
+
 SampleFile& SampleMac::ownFile(std::string path, UserFile::Kind kind) {
     return m_ownFiles.emplace_back(absolute(std::move(path)), kind);
 }
@@ -442,7 +477,9 @@ void SampleMac::buildApplication(DiskFolder& disk, const SampleApp& app) const {
     }
     for (const auto& item : app.m_support) {
         const auto path = absolute(item.path);
-        if (item.isFile) {
+        if (!item.content.empty()) {
+            disk.file(path, item.content);
+        } else if (item.isFile) {
             disk.allocated(path, item.bytes);
         } else {
             layTree(disk, path, item.bytes);
@@ -556,6 +593,12 @@ std::vector<ExpectedOrphan> SampleMac::expectedOrphans(const std::string& hostFo
 
 std::vector<ExpectedLocation> SampleMac::expectedLocations(const std::string& hostFolder) const {
     return measuredBelow(hostFolder, m_locations);
+}
+
+std::vector<ExpectedStartupItem> SampleMac::expectedStartupItems() const {
+    auto items = m_startupItems;
+    std::ranges::sort(items, {}, &ExpectedStartupItem::path);
+    return items;
 }
 
 std::vector<ExpectedFiles::Group> SampleMac::expectedDuplicates(const std::string& hostFolder) const {

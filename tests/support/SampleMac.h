@@ -9,6 +9,7 @@
 #include "SampleExecutable.h"
 #include "SampleFile.h"
 #include "SampleIcon.h"
+#include "StartupItem.h"
 #include <chrono>
 #include <compare>
 #include <functional>
@@ -85,6 +86,18 @@ struct ExpectedLocation {
     friend auto operator<=>(const ExpectedLocation&, const ExpectedLocation&) = default;
 };
 
+// What the program must say of something that starts by itself.
+struct ExpectedStartupItem {
+    std::string path;
+    std::string label;
+    StartupItem::Kind kind = StartupItem::Kind::agent;
+    StartupItem::Health health = StartupItem::Health::ok;
+    std::optional<std::string> owner;
+    std::optional<bool> isLoaded;
+    std::string schedule;
+    friend bool operator==(const ExpectedStartupItem&, const ExpectedStartupItem&) = default;
+};
+
 // One application of a sample Mac, declared in one chain of words. Made by SampleMac::app().
 // Without further words it is an Apple silicon application of a few kilobytes with an XML property list, no
 // identifier and no version, in Spotlight's index, never opened, 400 days old.
@@ -138,6 +151,8 @@ class SampleApp {
     SampleApp& support(std::string path, Bytes bytes);
     SampleApp& supportFile(std::string path, Bytes bytes);
     SampleApp& supportByName(std::string path, Bytes bytes);
+    // A property list as a support file, in the place of one that was told before.
+    SampleApp& supportList(std::string path, const Plist& list);
 
     const std::string& path() const { return m_path; }
 
@@ -150,6 +165,7 @@ class SampleApp {
         Bytes bytes;
         bool isFile;
         LeftoverItem::Confidence confidence;
+        std::string content = {}; // in the place of so many bytes, unless empty
     };
 
     std::string stem() const;
@@ -209,6 +225,8 @@ class SampleMac {
 
     // Declares an application. The reference is good until the Mac goes; go on declaring through it.
     SampleApp& app(std::string path);
+    // One that was declared before.
+    SampleApp& declared(std::string path);
 
     // The folders that every Mac has, empty: those of the Library, of the system and of the user.
     SampleMac& usualFolders();
@@ -226,6 +244,12 @@ class SampleMac {
     // A tree that a tool of developers keeps, shown with these words.
     SampleMac& location(std::string path, std::string tool, std::string kind, bool safeToSweep, Bytes bytes,
                         Ago ago);
+    // Something that starts by itself: a property list, or what was laid there otherwise. When launchd is said to have
+    // it, it has it loaded.
+    SampleMac& startupItem(ExpectedStartupItem expected);
+    SampleMac& startupItem(ExpectedStartupItem expected, const Plist& list);
+    // A job of the user that launchd has loaded and no list in the folders describes.
+    SampleMac& loaded(std::string label);
     // A file of the person's own, shown as that kind. The reference is good until the Mac goes; go on declaring
     // through it.
     SampleFile& ownFile(std::string path, UserFile::Kind kind);
@@ -254,6 +278,10 @@ class SampleMac {
     // What must be found of removed applications and of tools, sorted by path, measured there.
     std::vector<ExpectedOrphan> expectedOrphans(const std::string& hostFolder) const;
     std::vector<ExpectedLocation> expectedLocations(const std::string& hostFolder) const;
+    // What must be found of what starts by itself, sorted by path.
+    std::vector<ExpectedStartupItem> expectedStartupItems() const;
+    // The labels of the user's jobs that launchd has loaded.
+    const std::vector<std::string>& loadedLabels() const { return m_loaded; }
     // What must be found of the person's own files, measured there.
     ExpectedFiles expectedFiles(const std::string& hostFolder) const;
 
@@ -273,6 +301,8 @@ class SampleMac {
     std::vector<std::string> m_indexed;
     std::vector<ExpectedOrphan> m_orphans;     // without sizes
     std::vector<ExpectedLocation> m_locations; // without sizes
+    std::vector<ExpectedStartupItem> m_startupItems;
+    std::vector<std::string> m_loaded;
 };
 
 // The bytes that the regular files at or below a path of the machine have allocated, each counted once for

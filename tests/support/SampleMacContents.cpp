@@ -561,6 +561,7 @@ SampleMac SampleMac::full(Date now) {
     addOrphans(mac, mb);
     addDeveloperLocations(mac, mb);
     SampleContents::addOwnFiles(mac, mb);
+    SampleContents::addStartupItems(mac);
     return mac;
 }
 
@@ -578,6 +579,7 @@ SampleMac SampleMac::small(Date now) {
     addOrphans(mac, kb);
     addDeveloperLocations(mac, kb);
     SampleContents::addOwnFiles(mac, kb);
+    SampleContents::addStartupItems(mac);
     mac.largeIcons(false);
     return mac;
 }

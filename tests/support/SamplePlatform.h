@@ -13,6 +13,7 @@
 #include "Platform.h"
 #include "PosixCommandRunner.h"
 #include "PosixFileSystem.h"
+#include "SampleLaunchctl.h"
 #include "SampleMac.h"
 #include "ScriptedCommandRunner.h"
 #include "SearchingCommandRunner.h"
@@ -82,18 +83,11 @@ class SamplePlatform {
     SearchingCommandRunner m_searching{volume, m_search, commands};
 
   public:
-    const Platform platform{files,
-                            m_spotlight == SampleSpotlight::embedded
-                                ? static_cast<CommandRunner&>(m_searching)
-                                : static_cast<CommandRunner&>(commands),
-                            metadata,
-                            clock,
-                            runner,
-                            workspace,
-                            trash,
-                            running,
-                            defaults,
-                            previews};
+    SampleLaunchctl launchctl{mac.loadedLabels(), m_spotlight == SampleSpotlight::embedded
+                                                      ? static_cast<CommandRunner&>(m_searching)
+                                                      : static_cast<CommandRunner&>(commands)};
+    const Platform platform{files,     launchctl, metadata, clock,    runner,
+                            workspace, trash,     running,  defaults, previews};
 };
 
 } // namespace quillane

@@ -20,15 +20,20 @@ class ScriptedCommandRunner final : public CommandRunner {
         friend auto operator<=>(const Call&, const Call&) = default;
     };
 
-    // From now on this call writes `output`.
-    void answer(std::string path, std::vector<std::string> arguments, std::string output) {
-        set({std::move(path), std::move(arguments)}, std::move(output));
+    // From now on this call writes `output`, and then `errors` to its standard error.
+    void answer(std::string path, std::vector<std::string> arguments, std::string output,
+                std::string errors = {}) {
+        set({std::move(path), std::move(arguments)}, Written{std::move(output), std::move(errors)});
     }
     // From now on this call can't be started.
     void fail(std::string path, std::vector<std::string> arguments,
               PlatformError error = {ErrorCode::kReadNoSuchFile, std::nullopt}) {
         set({std::move(path), std::move(arguments)}, error);
     }
+
+    std::uint32_t userID() const override { return kUserID; }
+
+    static constexpr std::uint32_t kUserID = 501;
 
     std::vector<Call> calls() const {
         const std::lock_guard lock(m_mutex);
@@ -43,17 +48,26 @@ class ScriptedCommandRunner final : public CommandRunner {
         if (found == m_answers.end()) {
             return PlatformError{ErrorCode::kReadNoSuchFile, std::nullopt};
         }
-        return found->second;
+        if (!found->second) {
+            return found->second.error();
+        }
+        const auto& [output, errors] = *found->second;
+        return run.errors == ErrorOutput::joined ? output + errors : output;
     }
 
   private:
-    void set(Call call, Result<std::string> answer) {
+    struct Written {
+        std::string output;
+        std::string errors;
+    };
+
+    void set(Call call, Result<Written> answer) {
         const std::lock_guard lock(m_mutex);
         m_answers.insert_or_assign(std::move(call), std::move(answer));
     }
 
     mutable std::mutex m_mutex; // guards both
-    std::map<Call, Result<std::string>> m_answers;
+    std::map<Call, Result<Written>> m_answers;
     std::vector<Call> m_calls;
 };
 

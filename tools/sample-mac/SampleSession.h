@@ -12,6 +12,7 @@
 #include "Platform.h"
 #include "PosixCommandRunner.h"
 #include "PosixFileSystem.h"
+#include "SampleLaunchctl.h"
 #include "SampleMac.h"
 #include "SearchingCommandRunner.h"
 #include "ThreadTaskRunner.h"
@@ -25,6 +26,7 @@ class SampleSession {
     SampleSession(DesktopSession& session, const SampleMac& mac, const std::string& hostFolder)
         : m_session(session)
         , m_files(hostFolder, FileURL(std::string(SampleMac::kHome)))
+        , m_launchctl(mac.loadedLabels(), m_programs)
         , m_trash(hostFolder, FileURL(std::string(SampleMac::kHome)))
         , m_tasks(session.mainQueue()) {
         mac.build(hostFolder);
@@ -55,6 +57,7 @@ class SampleSession {
     PosixFileSystem m_files;
     FakeMetadata m_metadata;
     AbsentCommandRunner m_programs;
+    SampleLaunchctl m_launchctl;
     PosixCommandRunner m_viewers; // of documents: the machine's own, for there are none in the sample
     DocumentText m_documents{m_files, m_viewers,
                              [this](const FileURL& url) { return m_files.hostPath(url); }};
@@ -63,7 +66,7 @@ class SampleSession {
                             m_session.clock(),
                             {FileURL("/")},
                             {.threads = &m_tasks, .documents = &m_documents}};
-    SearchingCommandRunner m_commands{m_files, m_search, m_programs};
+    SearchingCommandRunner m_commands{m_files, m_search, m_launchctl};
     DesktopWorkspace m_workspace{m_files, m_tasks, DesktopWorkspace::Reach::volume};
     FolderTrash m_trash;
     FakeRunningApplications m_running;

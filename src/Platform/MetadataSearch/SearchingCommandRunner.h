@@ -16,12 +16,14 @@ class SearchingCommandRunner final : public CommandRunner {
         , m_search(search)
         , m_others(others) {}
 
+    std::uint32_t userID() const override { return m_others.userID(); }
+
   protected:
     Result<std::string> outputOf(const Run& run) override {
         if (run.path == kProgram && !m_files.exists(FileURL(run.path))) {
             return m_search.answer(run.arguments, run.stop);
         }
-        return m_others.run(run.path, run.arguments, run.stop, run.mostBytes);
+        return m_others.run(run.path, run.arguments, run.stop, run.mostBytes, run.errors);
     }
 
   private:

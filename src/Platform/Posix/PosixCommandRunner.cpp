@@ -39,11 +39,15 @@ int openPipe(std::array<int, 2>& ends) {
 // The standard descriptors of the child. The order matters: the writing end may itself be 0 or 2.
 class ChildDescriptors {
   public:
-    explicit ChildDescriptors(int output) {
+    ChildDescriptors(int output, CommandRunner::ErrorOutput errors) {
         ::posix_spawn_file_actions_init(&m_actions);
         keep(::posix_spawn_file_actions_adddup2(&m_actions, output, STDOUT_FILENO));
         keep(::posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0));
-        keep(::posix_spawn_file_actions_addopen(&m_actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0));
+        if (errors == CommandRunner::ErrorOutput::joined) {
+            keep(::posix_spawn_file_actions_adddup2(&m_actions, STDOUT_FILENO, STDERR_FILENO));
+        } else {
+            keep(::posix_spawn_file_actions_addopen(&m_actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0));
+        }
 #ifndef POSIX_SPAWN_CLOEXEC_DEFAULT
         keep(::posix_spawn_file_actions_addclosefrom_np(&m_actions, STDERR_FILENO + 1));
 #endif
@@ -99,7 +103,8 @@ bool holdsNul(const std::string& text) {
 }
 
 // The child's process id, or the errno.
-Result<pid_t> spawn(const std::string& path, const std::vector<std::string>& arguments, int output) {
+Result<pid_t> spawn(const std::string& path, const std::vector<std::string>& arguments, int output,
+                    CommandRunner::ErrorOutput errors) {
     std::vector<char*> vector;
     vector.reserve(arguments.size() + 2);
     vector.push_back(
@@ -109,7 +114,7 @@ Result<pid_t> spawn(const std::string& path, const std::vector<std::string>& arg
     }
     vector.push_back(nullptr);
 
-    const ChildDescriptors descriptors(output);
+    const ChildDescriptors descriptors(output, errors);
     if (descriptors.failure() != 0) {
         return PosixError::reading(descriptors.failure());
     }
@@ -229,6 +234,10 @@ class Output {
 
 } // namespace
 
+std::uint32_t PosixCommandRunner::userID() const {
+    return ::getuid();
+}
+
 Result<std::string> PosixCommandRunner::outputOf(const Run& run) {
     if (holdsNul(run.path) || std::ranges::any_of(run.arguments, holdsNul)) {
         return PlatformError{ErrorCode::kReadInvalidName,
@@ -240,7 +249,7 @@ Result<std::string> PosixCommandRunner::outputOf(const Run& run) {
     }
     const Descriptor reading(ends[0]);
     Descriptor writing(ends[1]);
-    const auto started = spawn(run.path, run.arguments, writing.get());
+    const auto started = spawn(run.path, run.arguments, writing.get(), run.errors);
     writing.reset(); // or the output would never end
     if (!started) {
         return started.error();

@@ -10,6 +10,9 @@ namespace quillane {
 // argument that holds a NUL is an invalid name. A program that is ended gets SIGTERM and, a second later
 // at most, SIGKILL, with all of its process group, which it leads; a request to stop is seen within 20 ms. Has no state: one instance serves every thread.
 class PosixCommandRunner final : public CommandRunner {
+  public:
+    std::uint32_t userID() const override;
+
   protected:
     Result<std::string> outputOf(const Run& run) override;
 };
