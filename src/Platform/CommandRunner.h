@@ -20,10 +20,11 @@ class CommandRunner {
     virtual ~CommandRunner() = default;
 
     // Runs the program at `path` with these arguments (never through a shell), reads its standard output to
-    // the end and waits for its exit. The exit status is not looked at. The bytes are returned as they came. Fails when the program can't be started; with kUserCancelled when stop is
-    // requested, however far it got, also before it began; with kReadTooLarge when it writes more than
-    // `mostBytes`. In the last two cases the program is ended, with what it started in turn, and what it wrote is
-    // dropped. No time limit. Blocks; any thread, many at once.
+    // the end and waits for its exit. The exit status is not looked at. The bytes are returned as they came.
+    // Fails when the program can't be started; with kUserCancelled when stop is requested, however far it got,
+    // also before it began; with kReadTooLarge when it writes more than `mostBytes`. In the last two cases the
+    // program is ended, with what it started in turn, and what it wrote is dropped. No time limit. Blocks; any
+    // thread, many at once.
     Result<std::string> run(const std::string& path, const std::vector<std::string>& arguments,
                             const StopToken& stop = {}, std::size_t mostBytes = kUnbounded,
                             ErrorOutput errors = ErrorOutput::dropped) {
