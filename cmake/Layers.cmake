@@ -75,7 +75,7 @@ function(quillane_test NAME)
     <optional> <string> <vector> ${ARG_PCH})
   add_test(NAME ${NAME} COMMAND ${NAME} --gtest_brief=1)
   set_tests_properties(${NAME} PROPERTIES LABELS "${ARG_LABELS}" TIMEOUT 300 ENVIRONMENT
-    "ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1;UBSAN_OPTIONS=print_stacktrace=1;TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;${ARG_ENVIRONMENT}")
+    "ASAN_OPTIONS=detect_stack_use_after_return=1:strict_string_checks=1;UBSAN_OPTIONS=print_stacktrace=1;TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1:suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;${ARG_ENVIRONMENT}")
 endfunction()
 
 set(QUILLANE_CORE_PCH <algorithm> <cstdint> <functional> <map> <memory> <optional> <set> <string>

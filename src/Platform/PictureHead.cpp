@@ -112,9 +112,11 @@ std::optional<Frame> frameIn(std::string_view segment, unsigned marker) {
     return frame;
 }
 
-// Such as restarts: nothing but the marker.
+constexpr std::ptrdiff_t kMostSvgMarks = 5'000; // beginnings and ends of elements
+
+// Such as restarts: nothing but the marker. Readers pass a zero by as one, too.
 bool standsAlone(unsigned marker) {
-    return marker == 0x01 || (marker >= 0xD0 && marker <= 0xD8);
+    return marker == 0x00 || marker == 0x01 || (marker >= 0xD0 && marker <= 0xD8);
 }
 
 bool holdsAny(std::string_view text, std::initializer_list<std::string_view> words) {
@@ -181,15 +183,16 @@ std::optional<Bytes> bytesKeptOfJpeg(std::string_view head) {
     return frame ? std::optional(frame->coefficients) : std::nullopt;
 }
 
+// Drawing can't be interrupted, so it must be little; what is used again and again is no little.
 bool isHarmlessSvg(std::string_view document) {
     constexpr auto kMark = "\xEF\xBB\xBF"sv;
     if (document.starts_with(kMark)) {
         document.remove_prefix(kMark.size());
     }
     return Utf8::isValid(document) && document.find('\0') == std::string_view::npos &&
-           !declaresOtherEncoding(document) &&
-           !holdsAny(document, {"<image", ":image", "<feImage", ":feImage", "dasharray", "<!ENTITY", "&#",
-                                "\\", "@import"});
+           !declaresOtherEncoding(document) && std::ranges::count(document, '<') <= kMostSvgMarks &&
+           !holdsAny(document, {"<use", ":use", "<image", ":image", "<feImage", ":feImage", "dasharray",
+                                "<!ENTITY", "&#", "\\", "@import"});
 }
 
 } // namespace quillane::PictureHead

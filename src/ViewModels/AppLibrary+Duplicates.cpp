@@ -76,12 +76,10 @@ std::vector<DuplicateGroup> AppLibrary::visibleDuplicates() const {
 }
 
 void AppLibrary::forEachVisibleDuplicate(FunctionRef<void(const DuplicateGroup&)> visit) const {
-    const auto& search = *searchText;
-    const auto matches = [&](const UserFile& file) {
-        return Text::localizedCaseInsensitiveContains(file.url.path(), search);
-    };
+    const Text::Search search(*searchText);
+    const auto matches = [&](const UserFile& file) { return search.isIn(file.url.path()); };
     for (const auto& group : *duplicates) {
-        if (search.empty() || std::ranges::any_of(group.files, matches)) {
+        if (searchText->empty() || std::ranges::any_of(group.files, matches)) {
             visit(group);
         }
     }

@@ -98,6 +98,31 @@ TEST(PictureHead, OtherSegmentsAndFillingAreSteppedOver) {
     EXPECT_EQ(PictureHead::bytesKeptOfJpeg(kStart + hidden + "\xFF" + frame(kBaseline, 60, 40) + scan(3)), 0);
 }
 
+// A reader passes "FF 00" by; who took it for a segment would step over the true frame into a decoy.
+TEST(PictureHead, AStuffedByteHidesNoFrame) {
+    const std::string real = frame(kProgressive, 40000, 40000) + scan(3);
+    const auto length = static_cast<unsigned>(real.size() + 2);
+    const std::string stuffed{'\xFF', '\0', static_cast<char>(length >> 8U),
+                              static_cast<char>(length & 0xFFU)};
+    const auto kept =
+        PictureHead::bytesKeptOfJpeg(kStart + stuffed + real + frame(kBaseline, 8, 8) + scan(3));
+    ASSERT_TRUE(kept);
+    EXPECT_GT(*kept, Bytes{1} << 30U);
+}
+
+TEST(PictureHead, AnSvgOfManyPartsOrOfPartsUsedAgainIsNotHarmless) {
+    const auto of = [](std::size_t parts) {
+        std::string document = "<svg>";
+        for (std::size_t i = 0; i < parts; ++i) {
+            document += "<path d='M0 0'/>";
+        }
+        return document + "</svg>";
+    };
+    EXPECT_TRUE(PictureHead::isHarmlessSvg(of(4'998)));
+    EXPECT_FALSE(PictureHead::isHarmlessSvg(of(4'999)));
+    EXPECT_FALSE(PictureHead::isHarmlessSvg("<svg><g id='a'/><use href='#a'/></svg>"));
+}
+
 TEST(PictureHead, AJpegThatDeclaresNoSizeIsUnknown) {
     for (const auto& head : {""s, kStart, kStart + scan(3), kStart + segment(kBaseline, "\x08"),
                              kStart + segment(kBaseline, "\x08\0\1\0\1\3"s), kStart + "\xFF\xC0\xFF"}) {

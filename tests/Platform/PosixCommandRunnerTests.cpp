@@ -31,7 +31,14 @@ int errorCodeOf(const std::string& path, const std::vector<std::string>& argumen
     return output.ok() ? 0 : output.error().code;
 }
 
+// Under ThreadSanitizer those that run don't count: it keeps a program of its own that tells it names.
 bool hasNoChild() {
+#if defined(__has_feature)
+#if __has_feature(thread_sanitizer)
+    siginfo_t exited{};
+    return ::waitid(P_ALL, 0, &exited, WEXITED | WNOHANG | WNOWAIT) != 0 || exited.si_pid == 0;
+#endif
+#endif
     errno = 0;
     return ::waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD;
 }
@@ -215,7 +222,7 @@ TEST_F(PosixCommandRunnerStopTest, AProgramThatNeverStopsWritingIsEnded) {
 }
 
 TEST_F(PosixCommandRunnerStopTest, AProgramThatHasClosedItsOutputIsEnded) {
-    EXPECT_EQ(failureOfStopped(R"(exec 1>&-; : > "$1"; exec cat "$2")"), ErrorCode::kUserCancelled);
+    EXPECT_EQ(failureOfStopped(R"(exec 1>&-; : > "$1"; read line < "$2")"), ErrorCode::kUserCancelled);
 }
 
 TEST_F(PosixCommandRunnerStopTest, AProgramThatIgnoresTheRequestIsEndedAllTheSame) {

@@ -115,6 +115,8 @@ bool FoldedNeedle::occursAround(std::string_view text, std::size_t begin, std::s
     return occursInFolded(text.substr(from, borderFrom(text, to) - from), isEnd && to == text.size());
 }
 
+constexpr std::size_t kMostKeptPoints = std::size_t{1} << 20U;
+
 // The last point of what goes on may yet become another one, by what follows it.
 bool FoldedNeedle::occursInFolded(std::string_view stretch, bool isEnd) const {
     thread_local std::u32string points;
@@ -123,7 +125,11 @@ bool FoldedNeedle::occursInFolded(std::string_view stretch, bool isEnd) const {
     if (!isEnd && !points.empty()) {
         points.pop_back();
     }
-    return points.find(m_points) != std::u32string::npos;
+    const bool occurs = points.find(m_points) != std::u32string::npos;
+    if (points.capacity() > kMostKeptPoints) {
+        std::u32string().swap(points); // a thread of the pool lives as long as the program
+    }
+    return occurs;
 }
 
 } // namespace quillane

@@ -11,15 +11,16 @@ FileURL urlOf(std::string_view path) {
     return FileURL(std::string(path));
 }
 
-Bytes packageSize(const FileSystem& files, const FileURL& package) {
+Bytes packageSize(const FileSystem& files, const FileURL& package, const StopToken& stop) {
     Bytes sum = 0;
-    walkPaths(files, package, [&](const std::string& path, const DirectoryEntry& entry) {
-        if (entry.type == EntryType::regular) {
+    const auto add = [&](const std::string& path, const DirectoryEntry& entry) {
+        if (entry.type == EntryType::regular && !stop.stopRequested()) {
             const auto values = files.resourceValues(FileURL(path));
             sum = checkedSum(sum, values ? values->fileSize : 0); // what can't be read adds nothing
         }
         return true;
-    });
+    };
+    walkPaths(files, package, add, stop);
     return sum;
 }
 
@@ -86,7 +87,7 @@ MetadataValue IndexedItem::size() {
         return {};
     }
     if (!m_packageSize) {
-        m_packageSize = packageSize(m_source.files, urlOf(m_path));
+        m_packageSize = packageSize(m_source.files, urlOf(m_path), m_source.stop);
     }
     return *m_packageSize;
 }

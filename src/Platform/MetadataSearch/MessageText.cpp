@@ -126,12 +126,12 @@ class Reader {
         Headers headers;
         const auto begin = part;
         while (!part.empty() && begin.size() - part.size() < kMostHeaders) {
-            std::string header(takeLine(part));
+            std::string header(takeLine(part).substr(0, kMostHeaders));
             if (isEmptyLine(header)) {
                 break;
             }
             while ((part.starts_with(' ') || part.starts_with('\t')) && header.size() < kMostHeaders) {
-                header += takeLine(part);
+                header += takeLine(part).substr(0, kMostHeaders);
             }
             note(header, headers);
         }

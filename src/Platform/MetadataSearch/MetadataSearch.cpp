@@ -206,7 +206,7 @@ void MetadataSearch::walk(FileURL root, Search& search) const {
     }
     const auto visit = [&](const std::string& path, const DirectoryEntry& entry) {
         const auto parent = std::string_view(path).substr(0, path.size() - entry.name.size() - 1);
-        if (isLeftOut(parent, entry.name, entry.type)) {
+        if (search.source.stop.stopRequested() || isLeftOut(parent, entry.name, entry.type)) {
             return false;
         }
         const auto& type = contentType(path, entry.name, entry.type);

@@ -170,11 +170,11 @@ class Child {
         }
     }
 
-    // Leaves the exit to be taken.
+    // Leaves the exit to be taken. Where our own parent had us ignore such exits the system has taken it already.
     bool hasExited() const {
         siginfo_t info{};
-        return ::waitid(P_PID, static_cast<id_t>(m_id), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
-               info.si_pid == m_id;
+        const int found = ::waitid(P_PID, static_cast<id_t>(m_id), &info, WEXITED | WNOHANG | WNOWAIT);
+        return found == 0 ? info.si_pid == m_id : errno == ECHILD;
     }
 
     void reap() const {
@@ -197,7 +197,7 @@ class Output {
     // than was read.
     bool readToEnd(int descriptor) {
         std::array<char, std::size_t{64} << 10U> buffer; // as much as a pipe holds
-        while (waitForBytes(descriptor) && m_bytes.size() <= m_mostBytes) {
+        while (m_bytes.size() <= m_mostBytes && waitForBytes(descriptor)) {
             const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
             if (count > 0) {
                 m_bytes.append(buffer.data(), static_cast<std::size_t>(count));

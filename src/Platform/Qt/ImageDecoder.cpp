@@ -9,6 +9,11 @@ namespace {
 
 constexpr Bytes kMostKept = Bytes{kMostMegabytes} << 20U;
 
+// By readers that take all bytes of a file before they look at any.
+bool isReadWhole(std::string_view form) {
+    return form == "webp" || form == "avif" || form == "heif" || form == "jxl" || form == "ico";
+}
+
 bool isAllowed(QIODevice& device, std::string_view form, std::string_view head) {
     if (form == "jpeg") {
         const auto kept = PictureHead::bytesKeptOfJpeg(head);
@@ -18,7 +23,7 @@ bool isAllowed(QIODevice& device, std::string_view form, std::string_view head) 
         return device.size() <= kMostSvgBytes && static_cast<qint64>(head.size()) >= device.size() &&
                PictureHead::isHarmlessSvg(head);
     }
-    return true;
+    return !isReadWhole(form) || device.size() <= kMostKept;
 }
 
 // A form that files are decoded from here; PDF has its own way.

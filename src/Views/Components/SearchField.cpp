@@ -12,7 +12,7 @@ constexpr int kLessAir = 5; // than a field leaves between its symbol and its te
 }
 
 SearchField::SearchField(QWidget* parent)
-    : QLineEdit(parent) {
+    : TextField(parent) {
     setPlaceholderText(QStringLiteral("Search"));
     setAccessibleName(QStringLiteral("Search"));
     auto* const magnifier =
@@ -51,14 +51,8 @@ void SearchField::growButtons() {
     }
 }
 
-// The base claims the key whether or not it can do anything with it.
 bool SearchField::event(QEvent* event) {
-    if (event->type() == QEvent::ShortcutOverride && !isUndoAvailable() &&
-        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo)) {
-        event->ignore();
-        return false;
-    }
-    const bool isDone = QLineEdit::event(event);
+    const bool isDone = TextField::event(event);
     if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutDirectionChange) {
         growButtons();
     }
@@ -75,7 +69,7 @@ void SearchField::keyPressEvent(QKeyEvent* event) {
         event->accept();
         return;
     }
-    QLineEdit::keyPressEvent(event);
+    TextField::keyPressEvent(event);
 }
 
 } // namespace quillane

@@ -2,7 +2,6 @@
 #include "AppLibrary.h"
 #include "Characters.h"
 #include "Components/EmptyState.h"
-#include "Components/PushButton.h"
 #include "Components/ShownText.h"
 #include "FileSystem.h"
 #include "Files/FilesMenu.h"
@@ -11,7 +10,6 @@
 #include "State/ContentState.h"
 #include <QMenu>
 #include <QShowEvent>
-#include <QVBoxLayout>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -38,9 +36,10 @@ QString nothingFound(FilesMode mode) {
 }
 
 QString photosWords(const std::optional<Bytes>& bytes) {
-    return bytes.value_or(0) > 0 ? QStringLiteral("Photos library ") + words(Formatting::byteCount(*bytes)) +
-                                       QStringLiteral(", managed by Photos")
-                                 : QString();
+    const Bytes taken = bytes.value_or(0);
+    return taken > 0 ? QStringLiteral("Photos library ") + words(Formatting::byteCount(taken)) +
+                           QStringLiteral(", managed by Photos")
+                     : QString();
 }
 
 } // namespace
@@ -57,8 +56,7 @@ FilesTable::FilesTable(AppLibrary& library, ContentState& state, QWidget* parent
     , m_state(state)
     , m_lensBar(new LensBar(library))
     , m_emptyState(new EmptyState({}, {}, {})) {
-    static_cast<QBoxLayout*>(layout())->insertWidget(0, m_lensBar);
-    setTabOrder(m_lensBar->search(), table());
+    putAbove(m_lensBar);
     table()->setEmptyState(m_emptyState);
     connect(table(), &TableView::spacePressed, this, &FilesTable::look);
     connect(table()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
@@ -86,6 +84,16 @@ void FilesTable::renderRows() {
         }
     }
     showRows([&] { model().updateFrom(sorted(std::move(records), m_state.fileSortOrder.get(), m_names)); });
+    leaveWhatHasGone();
+}
+
+// What is looked at and no longer listed gives way to what is selected, or to nothing.
+void FilesTable::leaveWhatHasGone() {
+    const auto& seen = m_state.quickLookURL.peek();
+    if (seen && isVisible() && !model().rowOf(*seen)) {
+        const auto urls = selectedKeys();
+        m_state.quickLookURL = urls.empty() ? std::nullopt : std::optional(urls.front());
+    }
 }
 
 void FilesTable::renderFooter() {

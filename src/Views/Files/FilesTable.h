@@ -33,6 +33,7 @@ class FilesTable : public KeyedTable<FilesTableModel, FileComparator> {
     void renderEmptiness();
     void look();
     void followSelection();
+    void leaveWhatHasGone();
 
     AppLibrary& m_library;
     ContentState& m_state;

@@ -6,11 +6,12 @@
 #include "Components/PushButton.h"
 #include "Components/SegmentedControl.h"
 #include "Components/ShownText.h"
+#include "Components/TextField.h"
 #include "Components/Tokens.h"
 #include <QApplication>
 #include <QComboBox>
 #include <QHBoxLayout>
-#include <QLineEdit>
+#include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
 
@@ -48,7 +49,7 @@ LensBar::LensBar(AppLibrary& library, QWidget* parent)
     : QWidget(parent)
     , m_library(library)
     , m_lenses(new SegmentedControl(QStringLiteral("Files to show"), lensNames()))
-    , m_text(new QLineEdit)
+    , m_text(new TextField)
     , m_kind(new QComboBox)
     , m_search(new PushButton(QStringLiteral("Search"), {}, PushButton::Role::Filled))
     , m_searchRow(makeSearchRow()) {
@@ -117,6 +118,16 @@ void LensBar::chooseKind(int index) {
         index == 0 ? std::nullopt : std::optional(kAllUserFileKinds.at(static_cast<std::size_t>(index - 1)));
     if (kind != m_library.fileSearchKind.peek()) {
         m_library.fileSearchKind = kind;
+        m_library.loadFiles();
+    }
+}
+
+// Return searches wherever it is pressed. The field has done so itself when its key comes by.
+void LensBar::keyPressEvent(QKeyEvent* event) {
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!isReturn || !m_searchRow->isVisible()) {
+        QWidget::keyPressEvent(event);
+    } else if (!m_text->hasFocus() && !event->isAutoRepeat()) {
         m_library.loadFiles();
     }
 }

@@ -2,13 +2,13 @@
 #include <QWidget>
 
 class QComboBox;
-class QLineEdit;
 
 namespace quillane {
 
 class AppLibrary;
 class PushButton;
 class SegmentedControl;
+class TextField;
 
 // Above the table of files: the lens, and what the search lens looks for. Typing alone asks nothing; Return, the
 // button and another kind do.
@@ -19,12 +19,13 @@ class LensBar : public QWidget {
     explicit LensBar(AppLibrary& library, QWidget* parent = nullptr);
 
     SegmentedControl* lenses() const { return m_lenses; }
-    QLineEdit* text() const { return m_text; }
+    TextField* text() const { return m_text; }
     QComboBox* kind() const { return m_kind; }
     PushButton* search() const { return m_search; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     QWidget* makeSearchRow();
@@ -35,7 +36,7 @@ class LensBar : public QWidget {
 
     AppLibrary& m_library;
     SegmentedControl* m_lenses;
-    QLineEdit* m_text;
+    TextField* m_text;
     QComboBox* m_kind;
     PushButton* m_search;
     QWidget* m_searchRow;

@@ -32,8 +32,8 @@ void ThumbnailLoader::forget() {
 }
 
 Task<> ThumbnailLoader::run() {
-    while (m_queued) {
-        const auto url = *std::exchange(m_queued, std::nullopt);
+    while (const auto queued = std::exchange(m_queued, std::nullopt)) {
+        const FileURL& url = *queued;
         m_job = StopSource();
         const auto picture =
             co_await detached(m_platform.tasks, Priority::userInitiated,

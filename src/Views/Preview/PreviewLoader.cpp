@@ -49,8 +49,8 @@ void PreviewLoader::drop() {
 }
 
 Task<> PreviewLoader::work() {
-    while (m_next) {
-        const Wish wish = *std::exchange(m_next, std::nullopt);
+    while (const auto next = std::exchange(m_next, std::nullopt)) {
+        const Wish& wish = *next;
         m_stop = StopSource();
         const auto stop = m_stop.token();
         const auto look =

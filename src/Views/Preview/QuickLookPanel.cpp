@@ -14,6 +14,7 @@
 #include "Preview/PictureView.h"
 #include "Sleep.h"
 #include "State/ContentState.h"
+#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -203,10 +204,13 @@ void QuickLookPanel::dismiss() {
     m_loader.drop();
     m_picture->setPicture(nullptr, {});
     m_text->clear();
+    const bool hadKeyboard = isActiveWindow();
     hide();
-    parentWidget()->activateWindow();
-    if (m_keyboard) {
-        m_keyboard->setFocus();
+    if (hadKeyboard) { // else the user has gone elsewhere by himself
+        parentWidget()->activateWindow();
+        if (m_keyboard && m_keyboard->isVisible()) {
+            m_keyboard->setFocus();
+        }
     }
 }
 
@@ -218,18 +222,18 @@ void QuickLookPanel::look(const FileURL& url) {
     setWindowTitle(asTitle(name));
     m_name->setText(name);
     announce(*this, name);
-    load(0);
+    load(url, 0);
     showLowestRow();
 }
 
 // What was there goes at once: it would stand below the name of another file.
-void QuickLookPanel::load(int page) {
+void QuickLookPanel::load(const FileURL& url, int page) {
     const double ratio = parentWidget()->devicePixelRatioF();
     const QSize most = parentWidget()->screen()->availableSize() * ratio;
     m_page = page;
     m_isLoading = true;
     m_contents->setCurrentIndex(static_cast<int>(Content::nothing));
-    m_loader.load({.url = *m_url,
+    m_loader.load({.url = url,
                    .page = page,
                    .size = {most.width(), most.height()},
                    .iconSide = static_cast<int>(kIconSide * ratio)});
@@ -305,7 +309,7 @@ void QuickLookPanel::showLowestRow() {
 void QuickLookPanel::turnPage(int steps) {
     const int page = m_page + steps;
     if (m_url && page >= 0 && page < m_pageCount) {
-        load(page);
+        load(*m_url, page);
         showLowestRow();
         announce(*this, m_name->text() + QStringLiteral(", ") + m_pages->text());
     }
@@ -313,6 +317,13 @@ void QuickLookPanel::turnPage(int steps) {
 
 void QuickLookPanel::reject() {
     m_state.quickLookURL = std::nullopt;
+}
+
+// Hidden at once: a window that stands refuses the program's end.
+void QuickLookPanel::closeEvent(QCloseEvent* event) {
+    reject();
+    m_observer->renderNow();
+    event->accept();
 }
 
 void QuickLookPanel::keyPressEvent(QKeyEvent* event) {

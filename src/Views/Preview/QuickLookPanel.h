@@ -49,6 +49,7 @@ class QuickLookPanel : public QDialog {
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* object, QEvent* event) override;
 
@@ -60,7 +61,7 @@ class QuickLookPanel : public QDialog {
     void begin(const FileURL& url);
     void dismiss();
     void look(const FileURL& url);
-    void load(int page);
+    void load(const FileURL& url, int page);
     Task<> showWorkAfterAMoment(int load, StopToken stop);
     void arrive(const PreviewLoader::Wish& wish, const PreviewLoader::Look& look);
     void showPage(const PreviewPage& page);

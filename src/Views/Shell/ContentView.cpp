@@ -236,6 +236,7 @@ void ContentView::renderRemoval() {
         m_state.removal = std::nullopt;
         return;
     }
+    m_state.quickLookURL = std::nullopt; // a sheet would lock the panel
     m_removalSheet = SweepPreviewSheet::present(m_library, *removal, this);
     connect(m_removalSheet, &QDialog::finished, this, &ContentView::endRemoval);
 }

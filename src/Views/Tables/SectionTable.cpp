@@ -48,6 +48,14 @@ MenuEntries::Present SectionTable::presentIn(ContentState& state) {
     return [&state](BulkRemoval removal) { state.removal = std::move(removal); };
 }
 
+// What joins a window last stands last in the order of Tab.
+void SectionTable::putAbove(QWidget* controls) {
+    auto* const column = static_cast<QVBoxLayout*>(layout());
+    column->insertWidget(0, controls);
+    m_table->setParent(nullptr);
+    column->insertWidget(1, m_table, 1);
+}
+
 void SectionTable::copyPathsOf(std::function<std::vector<FileURL>()> selected) {
     auto* const copy = new QShortcut(QKeySequence::Copy, m_table);
     copy->setContext(Qt::WidgetShortcut);

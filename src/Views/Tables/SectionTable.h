@@ -44,6 +44,8 @@ class SectionTable : public QWidget {
     void drawWith(std::function<void()> render);
     // The way of a request for a removal from here to its review. The state outlives the table.
     static MenuEntries::Present presentIn(ContentState& state);
+    // Puts controls above the rows, which Tab then meets after them.
+    void putAbove(QWidget* controls);
     // From now on the key for copying puts the paths of these on the clipboard, a line each; none leaves it alone.
     void copyPathsOf(std::function<std::vector<FileURL>()> selected);
     // From now on the table explains why it has no rows.

@@ -330,12 +330,12 @@ void TableView::keyPressEvent(QKeyEvent* event) {
 void TableView::pressSpace(QKeyEvent* event) {
     if (m_typeAhead.isGoingOn()) {
         keyboardSearch(QStringLiteral(" "));
-    } else if (currentIndex().isValid()) {
-        if (!selectionModel()->isSelected(currentIndex().siblingAtColumn(0))) {
-            QTreeView::keyPressEvent(event); // selects it, and that is all
-        } else {
+    } else if (selectionModel() != nullptr && selectionModel()->hasSelection() && !m_cursorRoams) {
+        if (!event->isAutoRepeat()) {
             emit spacePressed();
         }
+    } else if (currentIndex().isValid()) {
+        QTreeView::keyPressEvent(event); // selects the row, and that is all
     }
     event->accept();
 }

@@ -43,7 +43,7 @@ class TableView : public QTreeView {
     QModelIndex indexAt(const QPoint& point) const override;
 
   signals:
-    // Space was pressed on the current row, which was selected before.
+    // Space was pressed, once however long it is held, while rows are selected and the cursor was not led elsewhere.
     void spacePressed();
     // The context menu is wanted, at a place of the screen: for the selected rows, a row under the pointer
     // being selected by then, or for the empty table. The menu key and Shift+F10 ask for it too, beside the

@@ -3,6 +3,7 @@
 #include "Components/PushButton.h"
 #include "Components/SegmentedControl.h"
 #include "Components/ShownText.h"
+#include "Components/TextField.h"
 #include "Components/Tint.h"
 #include "Files/FilesTable.h"
 #include "Files/LensBar.h"
@@ -14,7 +15,6 @@
 #include <QAbstractItemModelTester>
 #include <QComboBox>
 #include <QHelpEvent>
-#include <QLineEdit>
 #include <QToolTip>
 
 using namespace quillane;
@@ -496,4 +496,130 @@ TEST_F(FilesTableTest, AClickOnTheSearchLensMeansToTypeAndArrowsStayAmongTheLens
     turn();
     ASSERT_EQ(library.filesMode(), FilesMode::search);
     EXPECT_TRUE(bar().text()->hasFocus());
+}
+
+TEST_F(FilesTableTest, SpaceLooksAtWhatIsSelectedWhereverTheCursorStands) {
+    openWith(five());
+    click("dataset.csv");
+    library.files = std::vector<UserFile>(); // another lens
+    turn();
+    library.files = five(); // and back
+    turn();
+    table().setFocus(Qt::TabFocusReason);
+    press(Qt::Key_Space);
+    EXPECT_EQ(lookedAt(), url("Documents/Thesis/dataset.csv"));
+    EXPECT_EQ(selectedNames(), QStringList({"dataset.csv"}));
+}
+
+TEST_F(FilesTableTest, AHeldSpaceLooksOnce) {
+    openWith(five());
+    click("dataset.csv");
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, " ", true);
+    QCoreApplication::sendEvent(&table(), &held);
+    EXPECT_EQ(lookedAt(), std::nullopt);
+}
+
+TEST_F(FilesTableTest, AFileThatHasGoneIsNoLongerLookedAt) {
+    openWith(five());
+    select({"dataset.csv", "models.bin"});
+    window->state().quickLookURL = url("Documents/Thesis/dataset.csv");
+    turn();
+    auto files = five();
+    files.erase(files.begin() + 1);
+    library.files = files;
+    turn();
+    EXPECT_EQ(lookedAt(), url("Desktop/models.bin")) << "what is still selected";
+    files.erase(files.begin() + 1);
+    library.files = files;
+    turn();
+    EXPECT_EQ(lookedAt(), std::nullopt);
+}
+
+TEST_F(FilesTableTest, TheReviewEndsTheLook) {
+    openWith(five());
+    click("dataset.csv");
+    window->state().quickLookURL = url("Documents/Thesis/dataset.csv");
+    turn();
+    choose(menuOn("dataset.csv"), "Move to Trash…");
+    EXPECT_EQ(reviewed().size(), 1);
+    EXPECT_EQ(lookedAt(), std::nullopt);
+}
+
+TEST_F(FilesTableTest, ReturnSearchesFromEveryControlOfTheSearchAndOnce) {
+    openWith({});
+    finish();
+    chooseLens(FilesMode::search);
+    library.fileSearchText = "invoice";
+    turn();
+    for (QWidget* const control :
+         {static_cast<QWidget*>(bar().search()), static_cast<QWidget*>(bar().kind())}) {
+        control->setFocus();
+        QTest::keyClick(control, Qt::Key_Return);
+        EXPECT_TRUE(*library.isLoadingFiles) << control->accessibleName().toStdString();
+        finish();
+    }
+    bar().text()->setFocus();
+    QTest::keyClick(bar().text(), Qt::Key_Return);
+    EXPECT_TRUE(*library.isLoadingFiles);
+    EXPECT_FALSE(library.filesTask.get()->isCancelled()) << "a second load would have replaced it";
+}
+
+TEST_F(FilesTableTest, UndoBelongsToTheWindowWhileTheFieldHasNothingToTakeBack) {
+    openWith({});
+    finish();
+    chooseLens(FilesMode::search);
+    const auto isClaimed = [&] {
+        QKeyEvent undo(QEvent::ShortcutOverride, Qt::Key_Z, Qt::ControlModifier);
+        undo.ignore();
+        QCoreApplication::sendEvent(bar().text(), &undo);
+        return undo.isAccepted();
+    };
+    EXPECT_FALSE(isClaimed());
+    bar().text()->setFocus();
+    QTest::keyClicks(bar().text(), "a");
+    EXPECT_TRUE(isClaimed());
+}
+
+TEST_F(FilesTableTest, TabGoesFromTheLensesThroughTheSearchToTheRows) {
+    openWith({});
+    finish();
+    chooseLens(FilesMode::search);
+    library.fileSearchText = "invoice";
+    library.files = five();
+    turn();
+    bar().text()->setFocus(Qt::TabFocusReason);
+    std::vector<QWidget*> reached;
+    for (int i = 0; i < 3; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        reached.push_back(QApplication::focusWidget());
+    }
+    EXPECT_EQ(reached, (std::vector<QWidget*>{bar().kind(), bar().search(), &table()}))
+        << reached.back()->metaObject()->className();
+}
+
+TEST_F(FilesTableTest, ALoadThatRunsIsNotBegunAgain) {
+    startsIn = LibrarySection::applications;
+    openReady({});
+    startsIn = LibrarySection::files;
+    window->showSection(LibrarySection::files);
+    turn();
+    const auto first = library.filesTask.get();
+    ASSERT_TRUE(first.has_value());
+    window->showSection(LibrarySection::overview);
+    turn();
+    window->showSection(LibrarySection::files);
+    turn();
+    EXPECT_FALSE(first->isCancelled());
+}
+
+TEST_F(FilesTableTest, WhatWentWhileTheMenuWasOpenIsNotReviewed) {
+    openWith(five());
+    select({"models.bin", "dataset.csv"});
+    auto* const menu = menuOn("dataset.csv");
+    auto files = five();
+    files.erase(files.begin() + 1);
+    library.files = files;
+    turn();
+    choose(menu, "Move 2 Files to Trash…");
+    EXPECT_EQ(reviewed(), QStringList({"/Users/alex/Desktop/models.bin"}));
 }
