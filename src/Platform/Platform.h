@@ -5,16 +5,22 @@ namespace quillane {
 class Clock;
 class CommandRunner;
 class Defaults;
+class DirectoryWatch;
 class FileSystem;
 class Metadata;
+class Power;
 class Previews;
 class RunningApplications;
 class TaskRunner;
 class Trash;
+class UserNotifications;
 class Workspace;
 
-// Pictures nothing, and has no state: what stands in a platform that names no previews.
+// What stands in a platform that names none of these: they do nothing, and have no state.
 Previews& absentPreviews();
+DirectoryWatch& absentDirectoryWatch();
+UserNotifications& absentUserNotifications();
+Power& absentPower();
 
 // The ports of the program, bundled. Passed by const reference; there is no global. Whoever builds it owns
 // the adapters and keeps them alive for as long as anything holds the bundle.
@@ -29,6 +35,9 @@ struct Platform {
     RunningApplications& runningApplications;
     Defaults& defaults;
     Previews& previews = absentPreviews();
+    DirectoryWatch& directories = absentDirectoryWatch();
+    UserNotifications& notifications = absentUserNotifications();
+    Power& power = absentPower();
 };
 
 } // namespace quillane

@@ -15,14 +15,18 @@ inline Platform withFiles(const Platform& platform, FileSystem& files) {
             platform.trash,
             platform.runningApplications,
             platform.defaults,
-            platform.previews};
+            platform.previews,
+            platform.directories,
+            platform.notifications,
+            platform.power};
 }
 
 // The same platform, but for the programs that it runs.
 inline Platform withCommands(const Platform& platform, CommandRunner& commands) {
-    return {platform.files,    commands,           platform.metadata, platform.clock,
-            platform.tasks,    platform.workspace, platform.trash,    platform.runningApplications,
-            platform.defaults, platform.previews};
+    return {platform.files,    commands,           platform.metadata,    platform.clock,
+            platform.tasks,    platform.workspace, platform.trash,       platform.runningApplications,
+            platform.defaults, platform.previews,  platform.directories, platform.notifications,
+            platform.power};
 }
 
 // The same platform, but for its threads.
@@ -36,7 +40,10 @@ inline Platform withTasks(const Platform& platform, TaskRunner& tasks) {
             platform.trash,
             platform.runningApplications,
             platform.defaults,
-            platform.previews};
+            platform.previews,
+            platform.directories,
+            platform.notifications,
+            platform.power};
 }
 
 // A platform with a record of what is asked of its files. The other one outlives this.

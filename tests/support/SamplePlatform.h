@@ -1,6 +1,8 @@
 #pragma once
 #include "DocumentText.h"
+#include "FakeDirectoryWatch.h"
 #include "FakeMetadata.h"
+#include "FakePower.h"
 #include "FakePreviews.h"
 #include "FakeRunningApplications.h"
 #include "FakeWorkspace.h"
@@ -13,6 +15,7 @@
 #include "Platform.h"
 #include "PosixCommandRunner.h"
 #include "PosixFileSystem.h"
+#include "RecordingNotifications.h"
 #include "SampleLaunchctl.h"
 #include "SampleMac.h"
 #include "ScriptedCommandRunner.h"
@@ -74,6 +77,9 @@ class SamplePlatform {
     MemoryDefaults defaults;
     StepTaskRunner runner;
     ManualClock clock{runner};
+    FakeDirectoryWatch directories{runner};
+    RecordingNotifications notifications{runner};
+    FakePower power;
 
   private:
     SampleSpotlight m_spotlight;
@@ -86,8 +92,8 @@ class SamplePlatform {
     SampleLaunchctl launchctl{mac.loadedLabels(), m_spotlight == SampleSpotlight::embedded
                                                       ? static_cast<CommandRunner&>(m_searching)
                                                       : static_cast<CommandRunner&>(commands)};
-    const Platform platform{files,     launchctl, metadata, clock,    runner,
-                            workspace, trash,     running,  defaults, previews};
+    const Platform platform{files,   launchctl, metadata, clock,       runner,        workspace, trash,
+                            running, defaults,  previews, directories, notifications, power};
 };
 
 } // namespace quillane

@@ -1,0 +1,27 @@
+#include "AbsentPorts.h"
+#include "AbsentPreviews.h"
+#include "Platform.h"
+
+namespace quillane {
+
+Previews& absentPreviews() {
+    static AbsentPreviews previews;
+    return previews;
+}
+
+DirectoryWatch& absentDirectoryWatch() {
+    static AbsentDirectoryWatch directories;
+    return directories;
+}
+
+UserNotifications& absentUserNotifications() {
+    static AbsentUserNotifications notifications;
+    return notifications;
+}
+
+Power& absentPower() {
+    static AbsentPower power;
+    return power;
+}
+
+} // namespace quillane
