@@ -17,6 +17,7 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QScrollArea>
 
 using namespace quillane;
 using Health = StartupItem::Health;
@@ -243,11 +244,15 @@ TEST_F(StartupPane, TheButtonsSayWhatTheyDo) {
 
 TEST_F(StartupPane, TabGoesOverTheButtonsFromTheLeft) {
     const auto& pane = show(loaded());
+    ground().resize(ContentView::kDetailNarrowest, 250); // so that what is below scrolls
+    turn();
     pane.stopButton()->setFocus(Qt::TabFocusReason);
     QTest::keyClick(pane.stopButton(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), pane.revealButton());
     QTest::keyClick(pane.revealButton(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), pane.removeButton());
+    QTest::keyClick(pane.removeButton(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), pane.scrollArea());
 }
 
 TEST_F(StartupPane, AProtectedItemSaysSoAndCannotGo) {
@@ -301,6 +306,7 @@ TEST_F(StartupPane, AStopThatFailsLeavesTheItemAndShowsLaunchctlsOwnWords) {
     finish();
     EXPECT_TRUE(pane.stopError()->isVisible());
     EXPECT_EQ(pane.stopError()->text(), "Boot-out failed: 3: No such process\nTry again.");
+    EXPECT_EQ(pane.stopError()->accessibleName(), pane.stopError()->text()) << "it is read aloud";
     EXPECT_TRUE(pane.stopButton()->isVisible());
     EXPECT_TRUE(pane.stopButton()->isEnabled());
     EXPECT_EQ(library.startupItems->size(), 2U);
@@ -315,6 +321,9 @@ TEST_F(StartupPane, ASecondPressWhileItStopsDoesNothing) {
     answerStop("com.oldink.sync", "no");
     press(pane.stopButton());
     EXPECT_FALSE(pane.stopButton()->isEnabled());
+    library.setProtected(loaded().url, true);
+    turn();
+    EXPECT_FALSE(pane.stopButton()->isEnabled()) << "the pane was filled anew";
     pane.stopButton()->setEnabled(true);
     press(pane.stopButton());
     finish();

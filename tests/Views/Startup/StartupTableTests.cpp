@@ -1,4 +1,5 @@
 #include "Components/ProtectedMark.h"
+#include "Components/PushButton.h"
 #include "Components/SymbolView.h"
 #include "Components/Tint.h"
 #include "Panes/BulkSummary.h"
@@ -115,6 +116,7 @@ TEST_F(StartupTableTest, WhatIsLoadedHasAMarkWithItsWordsAndWhatCannotBeKnownADa
     EXPECT_EQ(loaded(kOldInk, kSymbolRole), "circle");
     EXPECT_EQ(loaded(kOldInk, Qt::ToolTipRole), "Not loaded");
     EXPECT_EQ(loaded(kOldInk, Qt::AccessibleTextRole), "Not loaded");
+    EXPECT_EQ(tintOf(kOldInk, Column::kLoaded), Tint::Secondary);
     EXPECT_EQ(loaded(kShare, Qt::DisplayRole), "—");
     EXPECT_FALSE(of(kShare, Column::kLoaded, kSymbolRole).isValid());
     EXPECT_FALSE(of(kTempo, Column::kLoaded, Qt::DisplayRole).isValid()) << "a mark alone";
@@ -426,4 +428,21 @@ TEST_F(StartupTableTest, InTheSmallestWindowTheLabelKeepsItsRoomAndTheOthersGive
     EXPECT_GE(table().columnWidth(Column::kLabel), 180);
     EXPECT_LT(table().columnWidth(Column::kRuns), 134);
     EXPECT_LE(table().header()->length(), table().viewport()->width()) << "nothing scrolls sideways";
+}
+
+TEST_F(StartupTableTest, TabGoesOverThePanesButtonsFromTheLeft) {
+    openWith(four());
+    click(kTempo);
+    turn();
+    const auto& pane = *qobject_cast<StartupDetail*>(window->detail(LibrarySection::startup))->one();
+    ASSERT_TRUE(pane.stopButton()->isVisible());
+    pane.stopButton()->setFocus(Qt::TabFocusReason);
+    press(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), pane.revealButton());
+    press(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), pane.removeButton());
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), &table()) << "the rows come before the pane";
 }
