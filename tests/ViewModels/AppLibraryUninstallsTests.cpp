@@ -2,14 +2,18 @@
 #include "DefaultsKeys.h"
 #include "FakeDirectoryWatch.h"
 #include "LibraryTest.h"
+#include "PosixDirectoryWatch.h"
 #include "RecordingNotifications.h"
 #include "StoredRecords.h"
+#include <condition_variable>
 #include <filesystem>
 #include <functional>
 #include <gmock/gmock.h>
 #include <limits>
+#include <mutex>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quillane {
@@ -494,6 +498,57 @@ TEST_F(AppLibraryUninstalls, TheLibraryMayGoAtEveryPointOfARecord) {
         EXPECT_THAT(directories.watched(), IsEmpty());
         disk.rename("Users/alex/.Trash/Alpha.app", "Applications/Alpha.app");
     }
+}
+
+// On the disk
+
+// Steps of the test's own, but for what the system tells: that is waited for.
+class HeardRunner final : public TaskRunner {
+  public:
+    explicit HeardRunner(StepTaskRunner& steps)
+        : m_steps(steps) {}
+    void run(Priority priority, Job job) override { m_steps.run(priority, std::move(job)); }
+    void post(Job job) override {
+        m_steps.post(std::move(job));
+        const std::lock_guard lock(m_mutex);
+        m_hasHeard = true;
+        m_changed.notify_all();
+    }
+    bool hears() {
+        std::unique_lock lock(m_mutex);
+        return m_changed.wait_for(lock, 60s, [this] { return std::exchange(m_hasHeard, false); });
+    }
+
+  private:
+    StepTaskRunner& m_steps;
+    std::mutex m_mutex; // guards what follows
+    std::condition_variable m_changed;
+    bool m_hasHeard = false;
+};
+
+TEST_F(AppLibraryUninstalls, WhatTheSystemTellsOfTheDiskIsRecorded) {
+    HeardRunner heard(runner);
+    PosixDirectoryWatch onDisk(heard, [this](const FileURL& folder) { return disk.at(folder.path()); });
+    const Platform real{.files = files,
+                        .commands = commands,
+                        .metadata = metadata,
+                        .clock = clock,
+                        .tasks = runner,
+                        .workspace = workspace,
+                        .trash = LibraryTest::trash,
+                        .runningApplications = running,
+                        .defaults = defaults,
+                        .directories = onDisk};
+    library = std::make_unique<AppLibrary>(real);
+    const auto caches = leave("Library/Caches/com.acme.alpha", 1000);
+    begin();
+    trash("Alpha.app");
+    ASSERT_TRUE(heard.hears());
+    runner.settle();
+    clock.advance(2s);
+    ASSERT_THAT(recorded(), ElementsAre("Alpha"));
+    EXPECT_EQ(library->recentUninstalls->front().leftovers.front().url, caches);
+    library.reset();
 }
 
 // Telling the user

@@ -25,7 +25,7 @@ class FolderEvents {
     // itself. Links at the end of the path are followed. Nothing when that can't be: no folder, refused, no room for
     // another. One thread at a time, as is remove().
     std::optional<Mark> add(const std::string& path);
-    // Nothing more is told of this mark but what wait() has found already. The folder may have gone.
+    // What happens from now on is not told of this mark; that it has ended may be. The folder may have gone.
     void remove(Mark mark);
 
     // Blocks, without using CPU, until something has happened. Nothing once interrupt() was called, and when the
