@@ -16,6 +16,7 @@
 #include "SampleMac.h"
 #include "SearchingCommandRunner.h"
 #include "ThreadTaskRunner.h"
+#include "UserNotifications.h"
 #include <string>
 
 namespace quillane {
@@ -39,7 +40,9 @@ class SampleSession {
     SampleSession(const SampleSession&) = delete;
     SampleSession& operator=(const SampleSession&) = delete;
 
-    Platform platform() {
+    TaskRunner& tasks() { return m_tasks; }
+    // `notifications` outlives whoever uses the platform.
+    Platform platform(UserNotifications& notifications) {
         return {.files = m_files,
                 .commands = m_commands,
                 .metadata = m_metadata,
@@ -49,7 +52,8 @@ class SampleSession {
                 .trash = m_trash,
                 .runningApplications = m_running,
                 .defaults = m_defaults,
-                .previews = m_previews};
+                .previews = m_previews,
+                .notifications = notifications};
     }
 
   private:
