@@ -1,13 +1,17 @@
 #pragma once
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusMessage>
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QStringList>
+#include <QTest>
 #include <QVariantMap>
 #include <algorithm>
 #include <functional>
+#include <gtest/gtest.h>
 #include <iterator>
 #include <optional>
 #include <utility>
@@ -125,5 +129,32 @@ class FakeNotificationServer : public QObject, protected QDBusContext {
     QDBusConnection m_bus;
     uint m_next;
 };
+
+// Hears what a client's connection hears. What arrives here has arrived at all who listened before.
+class EndListener : public QObject {
+    Q_OBJECT
+
+  public:
+    explicit EndListener(QDBusConnection bus) {
+        bus.connect(QString(), QString::fromLatin1(FakeNotificationServer::kPath),
+                    QString::fromLatin1(FakeNotificationServer::kName), QStringLiteral("NotificationClosed"),
+                    this, SLOT(hear(uint, uint)));
+    }
+
+    QSet<uint> ended;
+
+  public slots:
+    void hear(uint number, uint /*reason*/) { ended.insert(number); }
+};
+
+// What the server has said so far has arrived at whoever listens on this connection: messages arrive in the order in
+// which they were sent.
+inline void awaitArrival(FakeNotificationServer& server, const QDBusConnection& connection) {
+    static uint last = 4'000'000'000; // nothing has such a number
+    const EndListener listener(connection);
+    server.end(--last);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return listener.ended.contains(last); }));
+    QCoreApplication::processEvents();
+}
 
 } // namespace quillane

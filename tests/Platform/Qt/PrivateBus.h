@@ -21,6 +21,8 @@ class PrivateBus {
     SessionBus reach() {
         return [connection = connect()] { return connection; };
     }
+    // For DBUS_SESSION_BUS_ADDRESS of other programs.
+    const QString& address() const { return m_address; }
     // It accepts and answers nothing from now on, until it is thawed.
     void freeze();
     void thaw();
