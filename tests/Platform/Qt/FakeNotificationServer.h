@@ -130,6 +130,8 @@ class FakeNotificationServer : public QObject, protected QDBusContext {
     uint m_next;
 };
 
+constexpr int kLongWait = 60'000; // milliseconds, after which what should have come never comes
+
 // Hears what a client's connection hears. What arrives here has arrived at all who listened before.
 class EndListener : public QObject {
     Q_OBJECT
@@ -153,7 +155,7 @@ inline void awaitArrival(FakeNotificationServer& server, const QDBusConnection& 
     static uint last = 4'000'000'000; // nothing has such a number
     const EndListener listener(connection);
     server.end(--last);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return listener.ended.contains(last); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return listener.ended.contains(last); }, kLongWait));
     QCoreApplication::processEvents();
 }
 

@@ -65,9 +65,60 @@ void FakeServerDesk::restart() {
     settle();
 }
 
-DunstDesk::DunstDesk()
+ProgramDesk::ProgramDesk()
     : m_environment(QProcessEnvironment::systemEnvironment()) {
     m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), m_bus.address());
+}
+
+ProgramDesk::~ProgramDesk() {
+    stop();
+}
+
+void ProgramDesk::start(const QString& program, const QStringList& arguments) {
+    m_server.setProcessEnvironment(m_environment);
+    m_server.start(program, arguments);
+    const auto name = QString::fromLatin1(FakeNotificationServer::kName);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_connection.interface()->isServiceRegistered(name).value(); },
+                                kLongWait))
+        << m_server.readAllStandardError().toStdString();
+}
+
+void ProgramDesk::stop() {
+    m_server.kill();
+    m_server.waitForFinished();
+}
+
+void ProgramDesk::restart() {
+    stop();
+    m_closed = 0;
+    start(m_server.program(), m_server.arguments());
+    settle();
+}
+
+void ProgramDesk::settle() {
+    constexpr int kMostSteps = 6;
+    const auto name = QString::fromLatin1(FakeNotificationServer::kName);
+    const auto question =
+        QDBusMessage::createMethodCall(name, QString::fromLatin1(FakeNotificationServer::kPath), name,
+                                       QStringLiteral("GetServerInformation"));
+    for (int i = 0; i < kMostSteps; ++i) {
+        m_tasks.runAll();
+        m_connection.call(question); // answered after all that was said before
+        QCoreApplication::processEvents();
+    }
+    m_tasks.runAll();
+}
+
+QByteArray ProgramDesk::outputOf(const QString& program, const QStringList& arguments, bool mayFail) const {
+    QProcess process;
+    process.setProcessEnvironment(m_environment);
+    process.start(program, arguments);
+    EXPECT_TRUE(process.waitForFinished());
+    EXPECT_TRUE(mayFail || process.exitCode() == 0) << process.readAllStandardError().toStdString();
+    return process.readAllStandardOutput().trimmed();
+}
+
+DunstDesk::DunstDesk() {
     m_folder.file("dunstrc", "[global]\nmarkup = full\nnotification_limit = 20\n"
                              "[urgency_normal]\ntimeout = 0\n"
                              "[each]\nsummary = \"*\"\nscript = " +
@@ -77,52 +128,12 @@ DunstDesk::DunstDesk()
                           "\"$DUNST_SUMMARY\" \"$DUNST_BODY\" >>" +
                               m_folder.at("record") + "\n");
     std::filesystem::permissions(m_folder.at("each"), std::filesystem::perms::owner_all);
-    start();
-}
-
-DunstDesk::~DunstDesk() {
-    stop();
-}
-
-void DunstDesk::start() {
-    m_dunst.setProcessEnvironment(m_environment);
-    m_dunst.start(QStringLiteral("dunst"),
-                  {QStringLiteral("-conf"), QString::fromStdString(m_folder.at("dunstrc"))});
-    EXPECT_TRUE(QTest::qWaitFor(
-        [this] {
-            return m_connection.interface()
-                ->isServiceRegistered(QString::fromLatin1(FakeNotificationServer::kName))
-                .value();
-        },
-        20'000))
-        << m_dunst.readAllStandardError().toStdString();
-}
-
-void DunstDesk::stop() {
-    m_dunst.kill();
-    m_dunst.waitForFinished();
+    start(QStringLiteral("dunst"), {QStringLiteral("-conf"), QString::fromStdString(m_folder.at("dunstrc"))});
 }
 
 void DunstDesk::restart() {
-    stop();
     m_folder.file("record", "");
-    m_closed = 0;
-    start();
-    settle();
-}
-
-void DunstDesk::settle() {
-    constexpr int kMostSteps = 6;
-    auto question = QDBusMessage::createMethodCall(QString::fromLatin1(FakeNotificationServer::kName),
-                                                   QString::fromLatin1(FakeNotificationServer::kPath),
-                                                   QString::fromLatin1(FakeNotificationServer::kName),
-                                                   QStringLiteral("GetServerInformation"));
-    for (int i = 0; i < kMostSteps; ++i) {
-        m_tasks.runAll();
-        m_connection.call(question); // answered after all that was said before
-        QCoreApplication::processEvents();
-    }
-    m_tasks.runAll();
+    ProgramDesk::restart();
 }
 
 std::vector<DunstDesk::Line> DunstDesk::record() const {
@@ -141,67 +152,87 @@ std::vector<DunstDesk::Line> DunstDesk::record() const {
     return lines;
 }
 
-QByteArray DunstDesk::control(const QStringList& arguments) {
-    QProcess program;
-    program.setProcessEnvironment(m_environment);
-    program.start(QStringLiteral("dunstctl"), arguments);
-    EXPECT_TRUE(program.waitForFinished());
-    EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardError().toStdString();
-    return program.readAllStandardOutput().trimmed();
+int DunstDesk::countShown() const {
+    return outputOf(QStringLiteral("dunstctl"), {QStringLiteral("count"), QStringLiteral("displayed")})
+        .toInt();
 }
 
-int DunstDesk::countShown() {
-    return control({QStringLiteral("count"), QStringLiteral("displayed")}).toInt();
+// Numbers rise, and one that is replaced keeps its number.
+NotificationDesk::Shown DunstDesk::shown() const {
+    std::map<uint, Shown::value_type> last;
+    for (const auto& line : record()) {
+        last[line.number] = line.words;
+    }
+    Shown shown;
+    for (auto it = std::next(last.begin(), std::min<std::ptrdiff_t>(m_closed, std::ssize(last)));
+         it != last.end(); ++it) {
+        shown.push_back(it->second);
+    }
+    return shown;
 }
 
 bool DunstDesk::shows(const Shown& expected) {
     settle();
-    Shown shown;
     const bool isSo = QTest::qWaitFor(
-        [&] {
-            std::vector<uint> order;
-            std::map<uint, std::pair<std::string, std::string>> last;
-            for (const auto& line : record()) {
-                if (!last.contains(line.number)) {
-                    order.push_back(line.number);
-                }
-                last[line.number] = line.words;
-            }
-            shown.clear();
-            for (std::size_t i = m_closed; i < order.size(); ++i) {
-                shown.push_back(last[order[i]]);
-            }
-            return shown == expected && countShown() == static_cast<int>(expected.size());
-        },
-        10'000);
-    EXPECT_TRUE(isSo) << testing::PrintToString(shown) << ", and on the screen " << countShown();
+        [&] { return shown() == expected && countShown() == static_cast<int>(expected.size()); }, kLongWait);
+    EXPECT_TRUE(isSo) << testing::PrintToString(shown()) << ", and on the screen " << countShown();
     return isSo;
 }
 
 void DunstDesk::closeFirst() {
     const int before = countShown();
-    control({QStringLiteral("close")});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return countShown() < before; }));
+    outputOf(QStringLiteral("dunstctl"), {QStringLiteral("close")});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return countShown() < before; }, kLongWait));
     ++m_closed;
 }
 
 // It acts on the first one alone.
 void DunstDesk::click(const std::string& title) {
-    std::map<uint, std::string> titles;
-    for (const auto& line : record()) {
-        titles[line.number] = line.words.first;
-    }
-    auto first = std::next(titles.begin(), m_closed);
-    for (; first != titles.end() && first->second != title; ++first) {
+    while (!shown().empty() && shown().front().first != title) {
         closeFirst();
     }
-    ASSERT_NE(first, titles.end()) << title;
-    control({QStringLiteral("action"), QStringLiteral("0")});
+    ASSERT_FALSE(shown().empty()) << title;
+    outputOf(QStringLiteral("dunstctl"), {QStringLiteral("action"), QStringLiteral("0")});
+}
+
+DaemonDesk::DaemonDesk() {
+    start(QStringLiteral("/usr/lib/notification-daemon/notification-daemon"));
+}
+
+QStringList DaemonDesk::windows() const {
+    const auto found = outputOf(QStringLiteral("xdotool"),
+                                {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                 QStringLiteral("--class"), QStringLiteral("notification-daemon")},
+                                true); // it fails when there is none
+    return QString::fromLatin1(found).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+int DaemonDesk::countShown() const {
+    return static_cast<int>(windows().size());
+}
+
+bool DaemonDesk::shows(const Shown& expected) {
+    settle();
+    return QTest::qWaitFor([&] { return countShown() == static_cast<int>(expected.size()); }, kLongWait);
+}
+
+// The daemon closes what was clicked.
+void DaemonDesk::click(const std::string& /*title*/) {
+    const auto there = windows();
+    ASSERT_EQ(there.size(), 1);
+    outputOf(QStringLiteral("xdotool"),
+             {QStringLiteral("mousemove"), QStringLiteral("--window"), there.front(), QStringLiteral("60"),
+              QStringLiteral("30"), QStringLiteral("click"), QStringLiteral("1")});
+    EXPECT_TRUE(QTest::qWaitFor([this] { return countShown() == 0; }, kLongWait));
 }
 
 std::unique_ptr<ServerDesk> serverDesk() {
-    if (qEnvironmentVariable("QUILLANE_NOTIFICATION_SERVER") == QLatin1String("dunst")) {
+    const auto name = qEnvironmentVariable("QUILLANE_NOTIFICATION_SERVER");
+    if (name == QLatin1String("dunst")) {
         return std::make_unique<DunstDesk>();
+    }
+    if (name == QLatin1String("notification-daemon")) {
+        return std::make_unique<DaemonDesk>();
     }
     return std::make_unique<FakeServerDesk>();
 }

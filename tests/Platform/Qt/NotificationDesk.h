@@ -77,38 +77,71 @@ class FakeServerDesk final : public ServerDesk {
         std::make_unique<FakeNotificationServer>(m_bus.connect());
 };
 
-// The program "dunst", on the display that there is.
-class DunstDesk final : public ServerDesk {
+// A program of a desktop, on the display that there is.
+class ProgramDesk : public ServerDesk {
   public:
-    DunstDesk();
-    ~DunstDesk() override;
+    ~ProgramDesk() override;
 
     void settle() override;
+    void restart() override;
+    bool showsNothing() override { return countShown() == 0; } // without waiting
+
+  protected:
+    ProgramDesk();
+    void start(const QString& program, const QStringList& arguments = {});
+    QByteArray outputOf(const QString& program, const QStringList& arguments, bool mayFail = false) const;
+    virtual int countShown() const = 0;
+
+    unsigned m_closed = 0; // of those that came first
+
+  private:
+    void stop();
+    QProcess m_server;
+    QProcessEnvironment m_environment;
+};
+
+// "dunst", which tells a script what it shows.
+class DunstDesk final : public ProgramDesk {
+  public:
+    DunstDesk();
+
     bool shows(const Shown& expected) override;
     void click(const std::string& title) override;
     void restart() override;
-    bool showsNothing() override { return countShown() == 0; } // without waiting
+
+  protected:
+    int countShown() const override;
 
   private:
     struct Line {
         qlonglong time = 0;
         uint number = 0;
-        std::pair<std::string, std::string> words;
+        Shown::value_type words;
     };
-    void start();
-    void stop();
     std::vector<Line> record() const;
-    QByteArray control(const QStringList& arguments);
-    int countShown();
+    Shown shown() const;
     void closeFirst();
 
     TemporaryFolder m_folder;
-    QProcessEnvironment m_environment;
-    QProcess m_dunst;
-    uint m_closed = 0; // of those that came first
 };
 
-// The one that QUILLANE_NOTIFICATION_SERVER names, which is "dunst", or the test's own.
+// "notification-daemon", which a mouse clicks. What its windows say nobody can read, so they are only counted, and one
+// is clicked whatever its title.
+class DaemonDesk final : public ProgramDesk {
+  public:
+    DaemonDesk();
+
+    bool shows(const Shown& expected) override;
+    void click(const std::string& title) override;
+
+  protected:
+    int countShown() const override;
+
+  private:
+    QStringList windows() const;
+};
+
+// The one that QUILLANE_NOTIFICATION_SERVER names, which is "dunst" or "notification-daemon", or the test's own.
 std::unique_ptr<ServerDesk> serverDesk();
 
 } // namespace quillane
