@@ -64,7 +64,7 @@ DesktopNotifications::Entry* DesktopNotifications::find(const std::string& ident
 
 DesktopNotifications::Entry* DesktopNotifications::find(const NotificationServer::Number& number) {
     const auto found = std::ranges::find(m_entries, number, &Entry::number);
-    return found == m_entries.end() || number.value == 0 ? nullptr : &*found;
+    return found == m_entries.end() ? nullptr : &*found;
 }
 
 DesktopNotifications::Entry* DesktopNotifications::entryFor(const std::string& identifier) {

@@ -435,6 +435,20 @@ TEST_F(DesktopNotificationsTest, OfTwoAnswersToOneNotificationTheFirstCounts) {
     EXPECT_EQ(clicks().size(), 1U);
 }
 
+TEST_F(DesktopNotificationsTest, AnAnswerThatIsNoNumberIsNone) {
+    m_server->answersPosts = false;
+    for (const auto& answer : {QVariant(QStringLiteral("7")), QVariant(7), QVariant(7.0), QVariant(true)}) {
+        m_server->unanswered.clear();
+        m_notifications.add(notification("a", "A"));
+        ASSERT_TRUE(until([&] { return m_server->unanswered.size() == 1; }));
+        m_server->answerWith(0, answer);
+        awaitArrival();
+        click(7);
+        click(1);
+        EXPECT_EQ(clicks(), Clicks()) << answer.typeName();
+    }
+}
+
 TEST_F(DesktopNotificationsTest, AnAnswerThatComesTooLateIsNoneAndWhatWaitedHasGoneAhead) {
     DesktopNotifications notifications(m_tasks, [this] { return m_connection; },
                                        {.answer = kShort, .end = kShort});
@@ -479,7 +493,6 @@ TEST_F(DesktopNotificationsTest, WithoutABusNothingShowsAndItIsReachedForAgain) 
     const auto connection = std::exchange(m_connection, QDBusConnection(QStringLiteral("none")));
     m_notifications.add(notification("a", "A"));
     m_tasks.runAll();
-    m_notifications.withdrawAll();
     EXPECT_EQ(m_reached, 1);
     m_connection = connection;
     show(notification("b", "B"));

@@ -82,7 +82,10 @@ class FakeNotificationServer : public QObject, protected QDBusContext {
     }
     // Lives on without the name, as one that another has replaced.
     void giveNameAway() { m_bus.unregisterService(QString::fromLatin1(kName)); }
-    void answer(std::size_t index, uint number) { m_bus.send(unanswered.at(index).createReply(number)); }
+    void answer(std::size_t index, uint number) { answerWith(index, number); }
+    void answerWith(std::size_t index, const QVariant& answer) {
+        m_bus.send(unanswered.at(index).createReply(answer));
+    }
     void refuse(std::size_t index) {
         m_bus.send(unanswered.at(index).createErrorReply(QDBusError::Failed, QStringLiteral("no")));
     }
