@@ -153,13 +153,14 @@ void DesktopNotifications::sendWaiting() {
 void DesktopNotifications::sendWaiting(bool takesMarkup) {
     for (auto& entry : m_entries) {
         if (entry.next && !entry.sent) {
-            send(entry, takesMarkup);
+            const auto notification = *entry.next;
+            entry.next.reset();
+            send(entry, notification, takesMarkup);
         }
     }
 }
 
-void DesktopNotifications::send(Entry& entry, bool takesMarkup) {
-    const auto notification = *std::exchange(entry.next, std::nullopt);
+void DesktopNotifications::send(Entry& entry, const UserNotification& notification, bool takesMarkup) {
     entry.sent = notification.userInfo;
     m_server->show(wordsOf(notification, takesMarkup), entry.number.value,
                    [this, identifier = entry.identifier](const auto& number) { stand(identifier, number); });
@@ -184,7 +185,8 @@ void DesktopNotifications::stand(const std::string& identifier,
     if (entry == nullptr || !entry->sent) {
         return; // withdrawn with all
     }
-    auto userInfo = *std::exchange(entry->sent, std::nullopt);
+    auto userInfo = std::move(*entry->sent);
+    entry->sent.reset();
     if (number && !isGone(number->server)) {
         if (auto* const other = find(*number)) {
             other->number = {}; // it can't be both

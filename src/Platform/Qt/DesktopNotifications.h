@@ -77,7 +77,7 @@ class DesktopNotifications final : public UserNotifications {
     void follow();
     void sendWaiting();
     void sendWaiting(bool takesMarkup);
-    void send(Entry& entry, bool takesMarkup);
+    void send(Entry& entry, const UserNotification& notification, bool takesMarkup);
     void learn(const std::optional<NotificationServer::Abilities>& abilities);
     void stand(const std::string& identifier, const std::optional<NotificationServer::Number>& number);
     void forget(const NotificationServer::Number& number);
