@@ -10,8 +10,6 @@
 namespace quillane {
 namespace {
 
-using WindowActivation::timeOf;
-
 QByteArray outputOf(const QString& program, const QStringList& arguments) {
     QProcess process;
     process.start(program, arguments);
@@ -96,20 +94,6 @@ TEST_F(WindowActivationTest, TheTimeOfATokenIsToldToAWindowManagerOfX11) {
         EXPECT_EQ(outputOf(QStringLiteral("xprop"), {QStringLiteral("-id"), QString::number(m_window.winId()),
                                                      QStringLiteral("_NET_WM_USER_TIME")}),
                   "_NET_WM_USER_TIME(CARDINAL) = 123456");
-    }
-}
-
-TEST(WindowActivation, ATokenOfX11TellsItsTimeAtItsEnd) {
-    EXPECT_EQ(timeOf("gnome-shell/Quillane/1234-5-host_TIME123456"), 123'456U);
-    EXPECT_EQ(timeOf("_TIME0"), 0U);
-    EXPECT_EQ(timeOf("a_TIME1_TIME2"), 2U);
-    EXPECT_EQ(timeOf("_TIME4294967295"), 4'294'967'295U);
-}
-
-TEST(WindowActivation, WhatIsNoTimeIsNone) {
-    for (const char* token : {"", "0123-4567-89ab", "x_TIME", "x_TIME-1", "x_TIME12x", "x_TIME 12",
-                              "x_TIME4294967296", "x_time12", "TIME12"}) {
-        EXPECT_EQ(timeOf(token), std::nullopt) << token;
     }
 }
 

@@ -1,4 +1,5 @@
 #include "WindowActivation.h"
+#include "ActivationToken.h"
 #include <QByteArray>
 #include <QGuiApplication>
 #include <QWindow>
@@ -55,7 +56,7 @@ void activate(QWindow& window, const std::string& token) {
         qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(token)); // Qt takes it from there
     }
     window.raise();
-    const auto time = timeOf(token);
+    const auto time = ActivationToken::timeOf(token);
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (time && x11 != nullptr && x11->connection() != nullptr) {
         askManager(x11->connection(), static_cast<xcb_window_t>(window.winId()), *time);

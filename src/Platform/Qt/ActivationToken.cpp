@@ -1,7 +1,7 @@
-#include "WindowActivation.h"
+#include "ActivationToken.h"
 #include <charconv>
 
-namespace quillane::WindowActivation {
+namespace quillane::ActivationToken {
 
 std::optional<std::uint32_t> timeOf(std::string_view token) {
     constexpr std::string_view kMark = "_TIME";
@@ -16,4 +16,4 @@ std::optional<std::uint32_t> timeOf(std::string_view token) {
     return isWhole ? std::optional(time) : std::nullopt;
 }
 
-} // namespace quillane::WindowActivation
+} // namespace quillane::ActivationToken
