@@ -1,6 +1,8 @@
 #include "PrivateBus.h"
 #include <atomic>
+#include <csignal>
 #include <gtest/gtest.h>
+#include <sys/types.h>
 
 namespace quillane {
 
@@ -23,6 +25,16 @@ PrivateBus::~PrivateBus() {
     }
     m_daemon.kill();
     m_daemon.waitForFinished();
+}
+
+void PrivateBus::stopAnswering() {
+    ASSERT_GT(m_daemon.processId(), 1);
+    ASSERT_EQ(::kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP), 0);
+}
+
+void PrivateBus::goOn() {
+    ASSERT_GT(m_daemon.processId(), 1);
+    ASSERT_EQ(::kill(static_cast<pid_t>(m_daemon.processId()), SIGCONT), 0);
 }
 
 QDBusConnection PrivateBus::connect() {

@@ -20,6 +20,11 @@ class PrivateBus {
         return [connection = connect()] { return connection; };
     }
 
+    // From now on nobody is answered any more, the bus itself being asked or not. Everyone stays connected.
+    void stopAnswering();
+    // What was asked meanwhile is answered.
+    void goOn();
+
   private:
     TemporaryFolder m_folder;
     QProcess m_daemon;
