@@ -21,6 +21,7 @@ void QuillaneApp::showWindow() {
     if (!m_window) {
         m_window = new ContentView(m_library, m_notifications);
         m_window->setAttribute(Qt::WA_DeleteOnClose);
+        m_library.startAutomationLoop();
     }
     m_window->show();
     m_window->raise();

@@ -12,6 +12,7 @@
 #include "Platform.h"
 #include "PosixCommandRunner.h"
 #include "PosixFileSystem.h"
+#include "PowerProfile.h"
 #include "SampleLaunchctl.h"
 #include "SampleMac.h"
 #include "SearchingCommandRunner.h"
@@ -20,7 +21,7 @@
 
 namespace quillane {
 
-// The ports of the sample. The runner comes last, so that its jobs have ended when the others go.
+// The ports of the sample. The runner comes after what its jobs use, so that they have ended when that goes.
 class SampleSession {
   public:
     SampleSession(DesktopSession& session, const SampleMac& mac, const std::string& hostFolder)
@@ -49,7 +50,8 @@ class SampleSession {
                 .trash = m_trash,
                 .runningApplications = m_running,
                 .defaults = m_defaults,
-                .previews = m_previews};
+                .previews = m_previews,
+                .power = m_power};
     }
 
   private:
@@ -74,6 +76,7 @@ class SampleSession {
     FilePreviews m_previews{m_files, m_viewers, m_session.clock(),
                             [this](const FileURL& url) { return m_files.hostPath(url); }};
     ThreadTaskRunner m_tasks;
+    PowerProfile m_power{m_tasks};
 };
 
 } // namespace quillane

@@ -58,3 +58,26 @@ TEST_F(WholeApp, ClosingTheWindowDoesNotStopTheScan) {
     sample.runner.runAll();
     EXPECT_EQ(app.library().phase.get().kind, Kind::ready);
 }
+
+TEST_F(WholeApp, TheWindowsFirstStartStartsTheHourlyLoopAndASecondOneNoOther) {
+    EXPECT_EQ(sample.clock.sleepers(), 0U);
+    app.showWindow();
+    sample.runner.runAll();
+    EXPECT_EQ(sample.clock.sleepers(), 1U) << "at rest nothing waits but the hour";
+    app.window()->close();
+    draw();
+    app.showWindow();
+    sample.runner.runAll();
+    EXPECT_EQ(sample.clock.sleepers(), 1U);
+}
+
+TEST_F(WholeApp, TheLoopGoesOnWhenTheWindowIsClosed) {
+    sample.defaults.set(DefaultsKeys::kScheduledScans, true);
+    app.showWindow();
+    sample.runner.runAll();
+    app.window()->close();
+    draw();
+    sample.clock.advance(std::chrono::hours(1));
+    sample.clock.advance(std::chrono::seconds(2));
+    EXPECT_NE(app.library().lastAutomaticScan(), std::nullopt);
+}
