@@ -22,6 +22,7 @@ void QuillaneApp::showWindow() {
         m_window = new ContentView(m_library, m_notifications);
         m_window->setAttribute(Qt::WA_DeleteOnClose);
         m_library.startAutomationLoop();
+        m_library.syncUninstallWatcher();
     }
     m_window->show();
     m_window->raise();

@@ -27,10 +27,8 @@ PowerProfile::PowerProfile(TaskRunner& tasks, SystemBus bus) {
 }
 
 void PowerProfile::listen(const QDBusConnection& bus) {
-    if (bus.isConnected()) {
-        m_present = std::make_unique<ProfileService>(bus, kPresent);
-        m_former = std::make_unique<ProfileService>(bus, kFormer);
-    }
+    m_present = std::make_unique<ProfileService>(bus, kPresent);
+    m_former = std::make_unique<ProfileService>(bus, kFormer);
 }
 
 bool PowerProfile::isLowPowerModeEnabled() const {

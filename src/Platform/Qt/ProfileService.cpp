@@ -22,14 +22,13 @@ ProfileService::ProfileService(QDBusConnection bus, Address address)
     // Changes first, so that none is missed between the answer and the first of them.
     connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString&, const QString& owner) { setOwner(owner); });
+    m_bus.connect(QString(), m_address.path, kProperties, QStringLiteral("PropertiesChanged"), this,
+                  SLOT(propertiesChanged(QString, QVariantMap, QStringList, QDBusMessage)));
     askForOwner();
 }
 
-ProfileService::~ProfileService() {
-    setOwner({});
-}
-
-// Nothing is handed on when the call fails, whatever the reason: an error of the bus, of the daemon, or no answer.
+// What the bus sends is told in its order, answers and signals alike. Nothing is handed on when the call fails, whatever
+// the reason: an error of the bus, of the daemon, or no answer.
 template <class Answered>
 void ProfileService::ask(const QDBusMessage& question, Answered answered) {
     auto* const watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
@@ -43,19 +42,14 @@ void ProfileService::ask(const QDBusMessage& question, Answered answered) {
 void ProfileService::askForOwner() {
     auto question = QDBusMessage::createMethodCall(kBus, kBusPath, kBus, QStringLiteral("GetNameOwner"));
     question << m_address.name;
-    ask(question, [this, owners = m_owners](const QVariant& owner) {
-        if (owners == m_owners) {
-            setOwner(owner.toString());
-        }
-    });
+    ask(question, [this](const QVariant& owner) { setOwner(owner.toString()); });
 }
 
 void ProfileService::setOwner(const QString& owner) {
     ++m_owners;
-    hear(false);
     m_owner = owner;
     m_profile.reset();
-    if (hear(true)) {
+    if (!m_owner.isEmpty()) {
         askForProfile();
     }
 }
@@ -63,7 +57,6 @@ void ProfileService::setOwner(const QString& owner) {
 void ProfileService::askForProfile() {
     auto question =
         QDBusMessage::createMethodCall(m_owner, m_address.path, kProperties, QStringLiteral("Get"));
-    question.setAutoStartService(false);
     question << m_address.interface << kProfile;
     ask(question, [this, owners = m_owners, tellings = m_tellings](const QVariant& value) {
         if (owners == m_owners && tellings == m_tellings) {
@@ -80,7 +73,7 @@ void ProfileService::setProfile(const QVariant& told) {
 
 void ProfileService::propertiesChanged(const QString& interface, const QVariantMap& changed,
                                        const QStringList& invalidated, const QDBusMessage& signal) {
-    // One of a former owner may have been on its way when the name went to another.
+    // Everyone may say so, and a former owner may have said so when the name was already on its way to another.
     if (interface != m_address.interface || signal.service() != m_owner) {
         return;
     }
@@ -89,16 +82,6 @@ void ProfileService::propertiesChanged(const QString& interface, const QVariantM
     } else if (invalidated.contains(kProfile)) {
         askForProfile();
     }
-}
-
-bool ProfileService::hear(bool begins) {
-    if (m_owner.isEmpty()) {
-        return false;
-    }
-    const auto signal = QStringLiteral("PropertiesChanged");
-    const auto* const slot = SLOT(propertiesChanged(QString, QVariantMap, QStringList, QDBusMessage));
-    return begins ? m_bus.connect(m_owner, m_address.path, kProperties, signal, this, slot)
-                  : m_bus.disconnect(m_owner, m_address.path, kProperties, signal, this, slot);
 }
 
 } // namespace quillane

@@ -12,8 +12,8 @@ class QDBusMessage;
 namespace quillane {
 
 // The profile that a power daemon has in force under one of its names. Follows the name from owner to owner and
-// listens to its present owner alone. Nothing here waits, also not for a bus that has stopped to answer: only unique
-// names are listened to, since Qt waits for the bus to tell who owns any other. Main thread only.
+// heeds its present owner alone. Nothing here waits, also not for a bus that has stopped to answer: signals are heard
+// from everyone and sifted here, since Qt waits for the bus when it is to listen to one name. Main thread only.
 class ProfileService final : public QObject {
     Q_OBJECT
 
@@ -25,7 +25,6 @@ class ProfileService final : public QObject {
     };
 
     ProfileService(QDBusConnection bus, Address address);
-    ~ProfileService() override;
     ProfileService(const ProfileService&) = delete;
     ProfileService& operator=(const ProfileService&) = delete;
 
@@ -44,8 +43,6 @@ class ProfileService final : public QObject {
     void setOwner(const QString& owner);
     void askForProfile();
     void setProfile(const QVariant& told);
-    // Begins or ends to hear what the present owner says of its properties.
-    bool hear(bool begins);
 
     QDBusConnection m_bus;
     Address m_address;

@@ -2,9 +2,15 @@
 #include "PowerProfile.h"
 #include "PrivateBus.h"
 #include "StepTaskRunner.h"
-#include <QDBusPendingCall>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <gtest/gtest.h>
 #include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <thread>
 #include <vector>
 
 namespace quillane {
@@ -12,6 +18,18 @@ namespace {
 
 const auto kSaver = QStringLiteral("power-saver");
 const auto kBalanced = QStringLiteral("balanced");
+
+QDBusMessage busCall(const QString& method, const QVariantList& arguments = {}) {
+    const auto name = QStringLiteral("org.freedesktop.DBus");
+    auto call = QDBusMessage::createMethodCall(name, QStringLiteral("/org/freedesktop/DBus"), name, method);
+    call.setArguments(arguments);
+    return call;
+}
+
+// What was sent to this connection before this has arrived, and nobody has heard of it yet.
+void goAroundUnheard(const QDBusConnection& bus) {
+    EXPECT_EQ(bus.call(busCall(QStringLiteral("GetId")), QDBus::Block).type(), QDBusMessage::ReplyMessage);
+}
 
 class PowerProfileTest : public testing::Test {
   protected:
@@ -139,6 +157,22 @@ TEST_F(PowerProfileTest, AnOwnerThatHasHandedTheNameOnIsNotHeardAnyMore) {
     EXPECT_TRUE(m_power.isLowPowerModeEnabled());
 }
 
+TEST_F(PowerProfileTest, WhatAFormerOwnerSaidBeforeItWasKnownThatHeIsOneIsNotHeard) {
+    m_present.takeName();
+    start();
+    auto other = m_bus.connect();
+    FakePowerDaemon next(other, QStringLiteral("org.freedesktop.UPower.PowerProfiles"),
+                         QStringLiteral("/org/freedesktop/UPower/PowerProfiles"));
+    next.profile = kSaver;
+    m_present.giveNameUp();
+    next.takeName();
+    m_present.change(kBalanced);
+    goAroundUnheard(m_daemons);
+    goAroundUnheard(m_client);
+    FakePowerDaemon::settle(other, m_client);
+    EXPECT_TRUE(m_power.isLowPowerModeEnabled());
+}
+
 TEST_F(PowerProfileTest, AChangeThatIsToldWithoutItsValueIsAskedFor) {
     m_present.takeName();
     start();
@@ -204,13 +238,21 @@ TEST_F(PowerProfileTest, AnAnswerOfAnOwnerThatHasGoneIsNotHeard) {
     EXPECT_FALSE(m_power.isLowPowerModeEnabled());
 }
 
-TEST_F(PowerProfileTest, ADaemonIsNotStartedForThis) {
-    // What could be started would have to be known to the bus: nothing is asked of a name that nobody has.
+TEST_F(PowerProfileTest, NoDaemonIsStartedForThis) {
+    const std::string control = "org.example.Control";
+    const std::vector<std::string> names = {"org.freedesktop.UPower.PowerProfiles",
+                                            "net.hadess.PowerProfiles"};
+    for (const auto& name : names) {
+        m_bus.offer(name);
+    }
+    m_bus.offer(control);
     start();
-    EXPECT_EQ(m_present.questions + m_former.questions, 0);
-    m_present.takeName();
-    settle();
-    EXPECT_EQ(m_present.questions, 1);
+    static_cast<void>(m_client.asyncCall(
+        busCall(QStringLiteral("StartServiceByName"), {QString::fromStdString(control), 0U})));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return m_bus.hasStarted(control); })) << "as one that is asked for is";
+    for (const auto& name : names) {
+        EXPECT_FALSE(m_bus.hasStarted(name)) << name;
+    }
 }
 
 TEST_F(PowerProfileTest, ItMayGoWhileItIsWaitingForAnything) {
@@ -231,26 +273,77 @@ TEST_F(PowerProfileTest, ItMayGoWhileItIsWaitingForAnything) {
     settle();
 }
 
-// How long a call waits that gives up by itself, in milliseconds: less than Qt waits for a bus, and more than a
-// machine stands still.
-constexpr int kPatience = 20'000;
+// Is over when this process has run for ten seconds, which is less than Qt waits for a bus. While the process is
+// halted, or the machine too busy for it, nothing is counted.
+class Patience {
+  public:
+    Patience() = default;
+    ~Patience() {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_isGivenUp = true;
+        }
+        m_changed.notify_all();
+        m_thread.join();
+    }
+    Patience(const Patience&) = delete;
+    Patience& operator=(const Patience&) = delete;
+    bool isOver() const { return m_isOver; }
 
-TEST_F(PowerProfileTest, ABusThatHasStoppedToAnswerHoldsNobodyUp) {
-    m_present.profile = kSaver;
-    m_present.takeName();
-    settle();
-    m_bus.stopAnswering();
-    const QDBusPendingCall patience = m_client.asyncCall(
-        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
-                                       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")),
-        kPatience);
-    m_tasks.runAll(); // the bus is reached, and nothing more
-    EXPECT_FALSE(m_power.isLowPowerModeEnabled());
+  private:
+    void count() {
+        constexpr int kMoments = 1'000;
+        std::unique_lock lock(m_mutex);
+        for (int i = 0; i < kMoments; ++i) {
+            if (m_changed.wait_for(lock, std::chrono::milliseconds(10), [this] { return m_isGivenUp; })) {
+                return;
+            }
+        }
+        m_isOver = true;
+    }
+
+    std::mutex m_mutex; // guards what follows
+    std::condition_variable m_changed;
+    bool m_isGivenUp = false;
+    std::atomic<bool> m_isOver = false;
+    std::thread m_thread{[this] { count(); }}; // last: it uses the others
+};
+
+class StoppedBusTest : public PowerProfileTest {
+  protected:
+    void SetUp() override {
+        m_present.profile = kSaver;
+        m_present.takeName();
+        settle();
+    }
+    // From now on the bus is silent.
+    void stopAnswering() {
+        m_bus.stopAnswering();
+        m_patience.emplace();
+    }
+    void expectThatNobodyWaited() {
+        EXPECT_FALSE(m_power.isLowPowerModeEnabled());
+        EXPECT_FALSE(m_patience->isOver()) << "somebody waited for the bus";
+        m_bus.goOn();
+        settle();
+        EXPECT_TRUE(m_power.isLowPowerModeEnabled());
+    }
+
+    std::optional<Patience> m_patience;
+};
+
+TEST_F(StoppedBusTest, HoldsNobodyUpWhenItIsReached) {
+    stopAnswering();
+    m_tasks.runAll();
+    expectThatNobodyWaited();
+}
+
+TEST_F(StoppedBusTest, HoldsNobodyUpWhenItHasToldTheOwnerOfTheName) {
+    m_tasks.runAll();
+    goAroundUnheard(m_client);
+    stopAnswering();
     QCoreApplication::processEvents();
-    EXPECT_FALSE(patience.isFinished()) << "somebody waited for the bus";
-    m_bus.goOn();
-    settle();
-    EXPECT_TRUE(m_power.isLowPowerModeEnabled());
+    expectThatNobodyWaited();
 }
 
 } // namespace

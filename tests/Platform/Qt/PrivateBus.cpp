@@ -1,4 +1,5 @@
 #include "PrivateBus.h"
+#include <QFile>
 #include <atomic>
 #include <csignal>
 #include <gtest/gtest.h>
@@ -8,8 +9,10 @@ namespace quillane {
 
 PrivateBus::PrivateBus() {
     m_folder.file("bus.conf", "<busconfig><type>session</type><listen>unix:dir=" + m_folder.path() +
-                                  "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
+                                  "</listen><servicedir>" + m_folder.at("services") +
+                                  "</servicedir><policy context=\"default\"><allow send_destination=\"*\"/>"
                                   "<allow receive_sender=\"*\"/><allow own=\"*\"/></policy></busconfig>");
+    m_folder.folder("services");
     m_daemon.start(QStringLiteral("dbus-daemon"),
                    {QStringLiteral("--nofork"), QStringLiteral("--print-address"),
                     QStringLiteral("--config-file=") + QString::fromStdString(m_folder.at("bus.conf"))});
@@ -25,6 +28,16 @@ PrivateBus::~PrivateBus() {
     }
     m_daemon.kill();
     m_daemon.waitForFinished();
+}
+
+void PrivateBus::offer(const std::string& name) {
+    m_folder.file("services/" + name + ".service", "[D-BUS Service]\nName=" + name +
+                                                       "\nExec=/usr/bin/touch " +
+                                                       m_folder.at("started-" + name) + "\n");
+}
+
+bool PrivateBus::hasStarted(const std::string& name) const {
+    return QFile::exists(QString::fromStdString(m_folder.at("started-" + name)));
 }
 
 void PrivateBus::stopAnswering() {

@@ -3,6 +3,7 @@
 #include "TemporaryFolder.h"
 #include <QProcess>
 #include <QString>
+#include <string>
 
 namespace quillane {
 
@@ -20,6 +21,9 @@ class PrivateBus {
         return [connection = connect()] { return connection; };
     }
 
+    // Somebody who has not come yet takes this name when the bus starts him: it can, and it can be seen that it did.
+    void offer(const std::string& name);
+    bool hasStarted(const std::string& name) const;
     // From now on nobody is answered any more, the bus itself being asked or not. Everyone stays connected.
     void stopAnswering();
     // What was asked meanwhile is answered.

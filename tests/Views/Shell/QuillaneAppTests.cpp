@@ -3,7 +3,9 @@
 #include "SamplePlatform.h"
 #include "Shell/ContentView.h"
 #include <QCoreApplication>
+#include <chrono>
 #include <gtest/gtest.h>
+#include <set>
 
 using namespace quillane;
 using Kind = AppLibrary::Phase::Kind;
@@ -80,4 +82,18 @@ TEST_F(WholeApp, TheLoopGoesOnWhenTheWindowIsClosed) {
     sample.clock.advance(std::chrono::hours(1));
     sample.clock.advance(std::chrono::seconds(2));
     EXPECT_NE(app.library().lastAutomaticScan(), std::nullopt);
+}
+
+TEST_F(WholeApp, TheWindowsStartWatchesTheApplicationsFoldersOnceAndForAsLongAsTheProgramRuns) {
+    const std::multiset<FileURL> folders = {FileURL("/Applications"), FileURL("/Users/alex/Applications")};
+    EXPECT_TRUE(sample.directories.watched().empty());
+    app.showWindow();
+    sample.runner.runAll();
+    EXPECT_EQ(sample.directories.watched(), folders);
+    app.window()->close();
+    draw();
+    EXPECT_EQ(sample.directories.watched(), folders);
+    app.showWindow();
+    sample.runner.runAll();
+    EXPECT_EQ(sample.directories.watched(), folders);
 }
