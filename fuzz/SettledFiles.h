@@ -11,6 +11,7 @@ class SettledFiles : public FileSystem {
     bool exists(const FileURL&) const override { return false; }
     Result<std::vector<DirectoryEntry>> list(const FileURL&) const override { return kMissing; }
     Result<ResourceValues> resourceValues(const FileURL&) const override { return kMissing; }
+    Result<VolumeSpace> volumeSpace(const FileURL&) const override { return kMissing; }
     Result<> walk(const FileURL&, WalkOptions, Visitor) const override { return kMissing; }
     Result<std::string> read(const FileURL&, std::size_t) const override { return kMissing; }
     Result<std::string> extendedAttribute(const FileURL&, const std::string&, std::size_t) const override {

@@ -23,6 +23,8 @@ void QuillaneApp::showWindow(const std::string& activationToken) {
     if (!m_window) {
         m_window = new ContentView(m_library, m_notifications);
         m_window->setAttribute(Qt::WA_DeleteOnClose);
+        m_library.startAutomationLoop();
+        m_library.syncUninstallWatcher();
     }
     m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
     m_window->show();

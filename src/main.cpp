@@ -10,6 +10,7 @@
 #include "MetadataSearch.h"
 #include "PosixCommandRunner.h"
 #include "PosixDirectoryWatch.h"
+#include "PowerProfile.h"
 #include "QuillaneApp.h"
 #include "RecentlyUsedFiles.h"
 #include "SearchingCommandRunner.h"
@@ -39,6 +40,7 @@ int main(int argc, char** argv) {
     BundleProcesses running(files);
     PosixDirectoryWatch directories(tasks);
     DesktopNotifications notifications(tasks);
+    PowerProfile power(tasks);
     storage.keepRoom(tasks);
     session.followDesktop(tasks);
 
@@ -53,7 +55,8 @@ int main(int argc, char** argv) {
                      .defaults = storage.defaults,
                      .previews = previews,
                      .directories = directories,
-                     .notifications = notifications});
+                     .notifications = notifications,
+                     .power = power});
     app.showWindow();
     const int status = QApplication::exec();
     notifications.withdrawAll();

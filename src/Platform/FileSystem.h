@@ -40,6 +40,13 @@ struct ResourceValues {
     friend bool operator==(const ResourceValues&, const ResourceValues&) = default;
 };
 
+// How much room a volume has.
+struct VolumeSpace {
+    Bytes free = 0; // what an ordinary user may still fill
+    Bytes size = 0; // 0 for a volume that keeps nothing
+    friend bool operator==(const VolumeSpace&, const VolumeSpace&) = default;
+};
+
 // One step of a walk. Lives only during the visitor's call: names are views into the walk's buffer.
 struct WalkEntry {
     std::string_view name;
@@ -97,6 +104,10 @@ class FileSystem {
     virtual Result<std::vector<DirectoryEntry>> list(const FileURL& folder) const = 0;
 
     virtual Result<ResourceValues> resourceValues(const FileURL& url) const = 0;
+
+    // The room on the volume on which a folder lies, links followed. Fails for what is no folder, and for a volume
+    // that tells more than can be counted.
+    virtual Result<VolumeSpace> volumeSpace(const FileURL& folder) const = 0;
 
     // Walks everything below `root`, each folder right before its content, so that names and levels give the
     // path of each entry; the root itself is not told. Links are told and never entered; a root that is a

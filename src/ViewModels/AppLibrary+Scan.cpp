@@ -53,6 +53,7 @@ Task<> AppLibrary::scan(ScanReason reason, int generation, StopToken stop) {
 
     phase = Phase{Phase::Kind::ready};
     pruneIcons();
+    evaluateNudges();
     serveParkedRefresh();
 }
 

@@ -41,11 +41,13 @@ namespace quillane {
 // Fields and operations stand by concern, and the concerns in the order of the source files that hold them:
 //   AppLibrary.cpp            what is read at the launch
 //   AppLibrary+Access.cpp     what must never be touched, and what the system does not let us see
+//   AppLibrary+Automation.cpp what happens once an hour without being asked
 //   AppLibrary+Developer.cpp  the finder of developer caches
 //   AppLibrary+Duplicates.cpp the finder of copies
 //   AppLibrary+Files.cpp      the lenses on the user's own files
 //   AppLibrary+Finders.cpp    what every finder joins
 //   AppLibrary+Measure.cpp    the measuring stage of a scan
+//   AppLibrary+Nudges.cpp     what is told when it becomes true
 //   AppLibrary+Orphans.cpp    the finder of orphans
 //   AppLibrary+Plans.cpp      what could be removed
 //   AppLibrary+Queries.cpp    the applications that a filter and a search let through
@@ -87,6 +89,15 @@ class AppLibrary {
     static void quit(const Platform& platform, const std::optional<std::string>& bundleIdentifier);
     static void relaunch(const Platform& platform);
     static void openFullDiskAccessSettings(const Platform& platform);
+
+    // Automation
+
+    // Begins to look once an hour, the first time an hour from now: a scan when one is due, the nudges, the weekly
+    // reminder. Once it has begun it goes on as long as the library; a second call does nothing.
+    void startAutomationLoop();
+    // The moment of the last tick that ran a scan. Absent before the first, and when something else is stored there.
+    std::optional<Date> lastAutomaticScan() const;
+    void setLastAutomaticScan(std::optional<Date> date); // nothing forgets it
 
     // Developer
 
@@ -148,6 +159,12 @@ class AppLibrary {
 
     // The number beside a section; 0 for none.
     int badge(LibrarySection section) const;
+
+    // Nudges
+
+    // Tells what has become true since the last evaluation, of what the user wants to be told of, and remembers what
+    // is true now. Does nothing but in the phase `ready`.
+    void evaluateNudges();
 
     // Orphans
 
@@ -294,6 +311,18 @@ class AppLibrary {
     void watchForAccess();
     Task<> accessWatchLoop(StopToken stop);
 
+    // Automation
+
+    Task<> automationLoop(StopToken stop);
+    // One look. Gives way to whatever is running, and does nothing at all while power is to be saved.
+    Task<> automationTick(StopToken stop);
+    bool isAutomaticScanDue(Date now) const;
+    // Scans, then loads what starts by itself, and waits for both, but not for ever. `now` is when the tick began.
+    Task<> scanAutomatically(Date now, StopToken stop);
+    void remindWeekly(Date now);
+
+    std::optional<TaskHandle> m_automationLoop; // empty before it has begun
+
     // Developer
 
     // How long a walk for developer caches stays good for automatic scans, in seconds.
@@ -372,6 +401,19 @@ class AppLibrary {
     Task<> measureAll(int generation, ScanReason reason, StopToken stop);
     // Writes into the application, which may have moved up in the list or have left it since the index was made.
     void publish(Measurement measured, const IndexByURL& indexByURL);
+
+    // Nudges
+
+    void nudgeOnThreshold();
+    void nudgeOnLowDisk();
+    void nudgeOnNewOrphans();
+    void nudgeOnNewStartup();
+    // What the next evaluation compares with: all that is there now, and nothing of what was there before.
+    void setKnownOrphanVendors(const std::set<std::string>& vendors);
+    void setKnownStartupLabels(const std::set<std::string>& labels);
+    void postWeeklyReminder(Bytes reclaimable) const;
+    // What is free of the volume on which the home folder lies, 0 to 1; nothing when it can't be told.
+    static std::optional<double> freeDiskFraction(const Platform& platform);
 
     // Orphans
 

@@ -14,6 +14,7 @@
 #include <memory>
 #include <random>
 #include <set>
+#include <sys/statvfs.h>
 #include <thread>
 
 namespace quillane {
@@ -353,6 +354,34 @@ TEST_P(FileSystemContract, ResourceValuesTellWhyTheyFail) {
     EXPECT_EQ(files().resourceValues(url("missing")).error(), kMissing);
     EXPECT_EQ(files().resourceValues(url("file/below")).error(), kNotAFolder);
     EXPECT_EQ(files().resourceValues(url(kTooLong)).error(), kInvalidName);
+}
+
+// --- volumeSpace
+
+TEST_P(FileSystemContract, AFolderTellsTheRoomOfItsVolume) {
+    folder.folder("a/b");
+    folder.link("toFolder", "a/b");
+    struct statvfs told = {};
+    ASSERT_EQ(::statvfs(folder.path().c_str(), &told), 0);
+    const auto size = static_cast<Bytes>(told.f_blocks * told.f_frsize);
+    for (const char* path : {"", "a", "a/b", "toFolder"}) {
+        const auto space = files().volumeSpace(url(path));
+        ASSERT_TRUE(space.ok()) << path;
+        EXPECT_EQ(space->size, size) << path;
+        EXPECT_GT(space->free, 0) << path;
+        EXPECT_LE(space->free, space->size) << path;
+    }
+}
+
+TEST_P(FileSystemContract, TheRoomOfAVolumeTellsWhyItFails) {
+    folder.file("file");
+    folder.fifo("pipe");
+    folder.link("dangling", "nowhere");
+    EXPECT_EQ(files().volumeSpace(url("missing")).error(), kMissing);
+    EXPECT_EQ(files().volumeSpace(url("dangling")).error(), kMissing);
+    EXPECT_EQ(files().volumeSpace(url("file")).error(), kNotAFolder);
+    EXPECT_EQ(files().volumeSpace(url("pipe")).error(), kNotAFolder) << "and nobody waits";
+    EXPECT_EQ(files().volumeSpace(url(kTooLong)).error(), kInvalidName);
 }
 
 // --- extendedAttribute, isAwaitingDownload

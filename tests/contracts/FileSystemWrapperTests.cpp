@@ -145,6 +145,15 @@ TEST_F(FileSystemWrappers, AnAttributeCanFailAndAFileCanAwaitItsDownload) {
     EXPECT_FALSE(faulty.isAwaitingDownload(other));
 }
 
+TEST_F(FileSystemWrappers, TheRoomOfAVolumeCanFailAndCanBePretended) {
+    static_cast<void>(recorded.volumeSpace(tree));
+    EXPECT_THAT(recorded.calls(), ElementsAre(RecordingFileSystem::Call{FileCall::volumeSpace, tree}));
+    faulty.failNth(FileCall::volumeSpace, 1, kFailure);
+    EXPECT_EQ(faulty.volumeSpace(tree).error(), kFailure);
+    faulty.pretendSpace({.free = 3, .size = 9});
+    EXPECT_EQ(*faulty.volumeSpace(tree), (VolumeSpace{.free = 3, .size = 9}));
+}
+
 TEST_F(FileSystemWrappers, EachCallOnAnOpenFileCanFail) {
     const auto file = faulty.openForReading(FileURL("/tree/top"));
     ASSERT_TRUE(file.ok());

@@ -79,6 +79,11 @@ void FaultFileSystem::sendToTheCloud(const FileURL& url) {
     m_inTheCloud.insert(url);
 }
 
+void FaultFileSystem::pretendSpace(VolumeSpace space) {
+    const std::lock_guard lock(m_mutex);
+    m_space = space;
+}
+
 std::vector<FileURL> FaultFileSystem::touched() const {
     const std::lock_guard lock(m_mutex);
     return m_touched;
@@ -169,6 +174,19 @@ Result<ResourceValues> FaultFileSystem::resourceValues(const FileURL& url) const
         return *error;
     }
     return ForwardingFileSystem::resourceValues(url);
+}
+
+Result<VolumeSpace> FaultFileSystem::volumeSpace(const FileURL& folder) const {
+    if (const auto error = touch(FileCall::volumeSpace, folder)) {
+        return *error;
+    }
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_space) {
+            return *m_space;
+        }
+    }
+    return ForwardingFileSystem::volumeSpace(folder);
 }
 
 Result<> FaultFileSystem::walk(const FileURL& root, WalkOptions options, Visitor visit) const {

@@ -33,6 +33,8 @@ class FaultFileSystem final : public ForwardingFileSystem {
     void vanish(const FileURL& url);
     // From now on the system has the content of this file in its cloud alone.
     void sendToTheCloud(const FileURL& url);
+    // From now on every volume has this much room.
+    void pretendSpace(VolumeSpace space);
     // Called before each call on this path.
     void before(const FileURL& url, std::function<void()> hook) { m_hooks[url] = std::move(hook); }
     // The paths that were listed, walked, read or asked about, in their order.
@@ -41,6 +43,7 @@ class FaultFileSystem final : public ForwardingFileSystem {
     bool exists(const FileURL& url) const override;
     Result<std::vector<DirectoryEntry>> list(const FileURL& folder) const override;
     Result<ResourceValues> resourceValues(const FileURL& url) const override;
+    Result<VolumeSpace> volumeSpace(const FileURL& folder) const override;
     Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const override;
     Result<std::string> read(const FileURL& url, std::size_t limit) const override;
     Result<std::string> extendedAttribute(const FileURL& url, const std::string& name,
@@ -79,6 +82,7 @@ class FaultFileSystem final : public ForwardingFileSystem {
     std::set<FileURL> m_denied;
     std::set<FileURL> m_gone;
     std::set<FileURL> m_inTheCloud;
+    std::optional<VolumeSpace> m_space;
     mutable std::vector<FileURL> m_touched;
 };
 

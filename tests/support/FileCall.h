@@ -7,6 +7,7 @@ enum class FileCall {
     exists,
     list,
     resourceValues,
+    volumeSpace,
     walk,
     read,
     extendedAttribute,

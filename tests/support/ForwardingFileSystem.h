@@ -17,6 +17,9 @@ class ForwardingFileSystem : public FileSystem {
     Result<ResourceValues> resourceValues(const FileURL& url) const override {
         return m_files.resourceValues(url);
     }
+    Result<VolumeSpace> volumeSpace(const FileURL& folder) const override {
+        return m_files.volumeSpace(folder);
+    }
     Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const override {
         return m_files.walk(root, options, visit);
     }

@@ -88,6 +88,11 @@ Result<ResourceValues> RecordingFileSystem::resourceValues(const FileURL& url) c
     return ForwardingFileSystem::resourceValues(url);
 }
 
+Result<VolumeSpace> RecordingFileSystem::volumeSpace(const FileURL& folder) const {
+    note(FileCall::volumeSpace, folder);
+    return ForwardingFileSystem::volumeSpace(folder);
+}
+
 Result<> RecordingFileSystem::walk(const FileURL& root, WalkOptions options, Visitor visit) const {
     note(FileCall::walk, root);
     noteEntered(root);

@@ -37,6 +37,7 @@ class RecordingFileSystem final : public ForwardingFileSystem {
     bool exists(const FileURL& url) const override;
     Result<std::vector<DirectoryEntry>> list(const FileURL& folder) const override;
     Result<ResourceValues> resourceValues(const FileURL& url) const override;
+    Result<VolumeSpace> volumeSpace(const FileURL& folder) const override;
     Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const override;
     Result<std::string> read(const FileURL& url, std::size_t limit) const override;
     Result<std::string> extendedAttribute(const FileURL& url, const std::string& name,

@@ -13,6 +13,7 @@
 #include "PosixCommandRunner.h"
 #include "PosixDirectoryWatch.h"
 #include "PosixFileSystem.h"
+#include "PowerProfile.h"
 #include "SampleLaunchctl.h"
 #include "SampleMac.h"
 #include "SearchingCommandRunner.h"
@@ -56,7 +57,8 @@ class SampleSession {
                 .defaults = m_defaults,
                 .previews = m_previews,
                 .directories = m_directories,
-                .notifications = notifications};
+                .notifications = notifications,
+                .power = m_power};
     }
 
   private:
@@ -84,6 +86,7 @@ class SampleSession {
     PosixDirectoryWatch m_directories{m_tasks, [this](const FileURL& folder) {
                                           return m_files.hostPath(m_files.resolvingSymlinks(folder));
                                       }};
+    PowerProfile m_power{m_tasks};
 };
 
 } // namespace quillane

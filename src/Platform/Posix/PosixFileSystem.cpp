@@ -1,4 +1,5 @@
 #include "PosixFileSystem.h"
+#include "BlockCounts.h"
 #include "CloudItem.h"
 #include "Descriptor.h"
 #include "DirectoryReader.h"
@@ -206,6 +207,12 @@ Result<ResourceValues> PosixFileSystem::resourceValues(const FileURL& url) const
     values.device = static_cast<std::uint64_t>(status.st_dev);
     values.inode = static_cast<std::uint64_t>(status.st_ino);
     return values;
+}
+
+Result<VolumeSpace> PosixFileSystem::volumeSpace(const FileURL& folder) const {
+    const auto opened = m_volume.open(folder.path(), O_RDONLY | O_DIRECTORY | O_NONBLOCK);
+    const auto counts = opened ? BlockCounts::ofVolumeOf(opened.get()) : std::nullopt;
+    return counts ? counts->space() : readingError();
 }
 
 Result<> PosixFileSystem::walk(const FileURL& root, WalkOptions options, Visitor visit) const {

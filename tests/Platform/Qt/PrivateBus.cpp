@@ -1,16 +1,20 @@
 #include "PrivateBus.h"
+#include <QFile>
 #include <atomic>
 #include <csignal>
 #include <gtest/gtest.h>
+#include <sys/types.h>
 
 namespace quillane {
 
 PrivateBus::PrivateBus(const std::string& startedAtNeed) {
+    m_folder.folder("services");
     if (!startedAtNeed.empty()) { // by a program that does nothing and has ended well
-        m_folder.file("started.service", "[D-BUS Service]\nName=" + startedAtNeed + "\nExec=/bin/true\n");
+        m_folder.file("services/started.service",
+                      "[D-BUS Service]\nName=" + startedAtNeed + "\nExec=/bin/true\n");
     }
     m_folder.file("bus.conf", "<busconfig><type>session</type><listen>unix:dir=" + m_folder.path() +
-                                  "</listen><servicedir>" + m_folder.path() +
+                                  "</listen><servicedir>" + m_folder.at("services") +
                                   "</servicedir><policy context=\"default\"><allow send_destination=\"*\"/>"
                                   "<allow receive_sender=\"*\"/><allow own=\"*\"/></policy></busconfig>");
     m_daemon.start(QStringLiteral("dbus-daemon"),
@@ -40,6 +44,26 @@ void PrivateBus::thaw() {
 void PrivateBus::die() {
     m_daemon.kill();
     m_daemon.waitForFinished();
+}
+
+void PrivateBus::offer(const std::string& name) {
+    m_folder.file("services/" + name + ".service", "[D-BUS Service]\nName=" + name +
+                                                       "\nExec=/usr/bin/touch " +
+                                                       m_folder.at("started-" + name) + "\n");
+}
+
+bool PrivateBus::hasStarted(const std::string& name) const {
+    return QFile::exists(QString::fromStdString(m_folder.at("started-" + name)));
+}
+
+void PrivateBus::stopAnswering() {
+    ASSERT_GT(m_daemon.processId(), 1);
+    ASSERT_EQ(::kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP), 0);
+}
+
+void PrivateBus::goOn() {
+    ASSERT_GT(m_daemon.processId(), 1);
+    ASSERT_EQ(::kill(static_cast<pid_t>(m_daemon.processId()), SIGCONT), 0);
 }
 
 QDBusConnection PrivateBus::connect() {

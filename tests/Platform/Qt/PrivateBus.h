@@ -29,6 +29,14 @@ class PrivateBus {
     // As when a session ends.
     void die();
 
+    // Somebody who has not come yet takes this name when the bus starts him: it can, and it can be seen that it did.
+    void offer(const std::string& name);
+    bool hasStarted(const std::string& name) const;
+    // From now on nobody is answered any more, the bus itself being asked or not. Everyone stays connected.
+    void stopAnswering();
+    // What was asked meanwhile is answered.
+    void goOn();
+
   private:
     TemporaryFolder m_folder;
     QProcess m_daemon;

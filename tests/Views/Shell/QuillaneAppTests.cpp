@@ -3,8 +3,10 @@
 #include "SamplePlatform.h"
 #include "Shell/ContentView.h"
 #include <QCoreApplication>
+#include <chrono>
 #include <gtest/gtest.h>
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -124,4 +126,41 @@ TEST(QuillaneApp, AClickAfterItsEndIsTheNextOnes) {
     sample.notifications.setClickHandler([&](const auto&) { ++told; });
     sample.runner.settle();
     EXPECT_EQ(told, 1);
+}
+
+TEST_F(WholeApp, TheWindowsFirstStartStartsTheHourlyLoopAndASecondOneNoOther) {
+    EXPECT_EQ(sample.clock.sleepers(), 0U);
+    app.showWindow();
+    sample.runner.runAll();
+    EXPECT_EQ(sample.clock.sleepers(), 1U) << "at rest nothing waits but the hour";
+    app.window()->close();
+    draw();
+    app.showWindow();
+    sample.runner.runAll();
+    EXPECT_EQ(sample.clock.sleepers(), 1U);
+}
+
+TEST_F(WholeApp, TheLoopGoesOnWhenTheWindowIsClosed) {
+    sample.defaults.set(DefaultsKeys::kScheduledScans, true);
+    app.showWindow();
+    sample.runner.runAll();
+    app.window()->close();
+    draw();
+    sample.clock.advance(std::chrono::hours(1));
+    sample.clock.advance(std::chrono::seconds(2));
+    EXPECT_NE(app.library().lastAutomaticScan(), std::nullopt);
+}
+
+TEST_F(WholeApp, TheWindowsStartWatchesTheApplicationsFoldersOnceAndForAsLongAsTheProgramRuns) {
+    const std::multiset<FileURL> folders = {FileURL("/Applications"), FileURL("/Users/alex/Applications")};
+    EXPECT_TRUE(sample.directories.watched().empty());
+    app.showWindow();
+    sample.runner.runAll();
+    EXPECT_EQ(sample.directories.watched(), folders);
+    app.window()->close();
+    draw();
+    EXPECT_EQ(sample.directories.watched(), folders);
+    app.showWindow();
+    sample.runner.runAll();
+    EXPECT_EQ(sample.directories.watched(), folders);
 }

@@ -1,0 +1,17 @@
+// What is the same on every system; the rest lies in the folder of each.
+#include "BlockCounts.h"
+#include "PosixError.h"
+#include <cerrno>
+
+namespace quillane {
+
+Result<VolumeSpace> BlockCounts::space() const {
+    VolumeSpace space;
+    if (__builtin_mul_overflow(available, blockSize, &space.free) ||
+        __builtin_mul_overflow(blocks, blockSize, &space.size)) {
+        return PosixError::reading(EOVERFLOW);
+    }
+    return space;
+}
+
+} // namespace quillane

@@ -1,0 +1,22 @@
+#pragma once
+#include "FileSystem.h"
+#include <cstdint>
+#include <optional>
+
+namespace quillane {
+
+// What a volume tells of its room, in its own blocks.
+struct BlockCounts {
+    std::uint64_t blockSize = 0; // in bytes: the unit of the others
+    std::uint64_t blocks = 0;
+    std::uint64_t available = 0; // to an ordinary user: what is kept back for the administrator is not in it
+
+    // Of the volume on which an open file or folder lies. Empty, with errno set, when it can't be asked. Each
+    // system's own.
+    static std::optional<BlockCounts> ofVolumeOf(int descriptor);
+
+    // The same in bytes.
+    Result<VolumeSpace> space() const;
+};
+
+} // namespace quillane
