@@ -107,6 +107,7 @@ TEST_F(FilesPane, OneFileTellsNameKindFactsAndFolder) {
     EXPECT_EQ(pane.header()->subtitle(), "Video");
     EXPECT_EQ(figures(*pane.stats()), Pairs({{"On Disk", "8.42 GB"}, {"Last Opened", "412 days ago"}}));
     EXPECT_EQ(pane.folder()->text(), "~/Movies");
+    EXPECT_TRUE(pane.folder()->alignment().testFlag(Qt::AlignLeft));
     EXPECT_EQ(notes(), QStringList());
     keepBoth("files-pane");
 }
@@ -310,21 +311,31 @@ TEST_F(FilesPane, AWideLookFillsTheHeightAndItsCornersAreRound) {
 }
 
 TEST_F(FilesPane, AnotherLookAndAnotherWidthAreDrawnAnew) {
-    setLook(movie(), 400, 40, qRgb(200, 0, 0), qRgb(0, 0, 200));
-    setLook(installer(), 400, 40, qRgb(0, 200, 0), qRgb(0, 0, 200));
+    setLook(movie(), 40, 400, qRgb(200, 0, 0), qRgb(0, 0, 200));
+    setLook(installer(), 40, 400, qRgb(0, 200, 0), qRgb(0, 0, 200));
     auto& pane = show(movie());
     finish();
     (void)lookAsDrawn();
     select({installer().url});
     finish();
+    const int above = FilePreview::kHeight / 2 - 20;
     const QImage narrow = lookAsDrawn();
-    EXPECT_EQ(narrow.pixel(narrow.width() / 2 - 40, 95), qRgb(0, 200, 0));
+    EXPECT_EQ(narrow.pixel(narrow.width() / 2, above), qRgb(0, 200, 0));
     pane.preview()->setFixedWidth(narrow.width() * 3);
     turn();
     const QImage wide = lookAsDrawn();
-    for (const int y : {2, wide.height() - 3}) {
-        EXPECT_EQ(wide.pixel(wide.width() / 2 - 40, y), qRgb(0, 200, 0)) << y;
+    for (const int x : {2, wide.width() - 3}) {
+        EXPECT_EQ(wide.pixel(x, above), qRgb(0, 200, 0)) << x;
     }
+}
+
+TEST_F(FilesPane, ALookThatWasMadeBeforeTheFileWasLeftDoesNotComeAfterIt) {
+    setLook(movie());
+    auto& pane = show(movie());
+    runner.runJob(); // it is there, and the main thread has not heard of it
+    pane.show(installer());
+    turn();
+    EXPECT_FALSE(pane.preview()->hasPicture());
 }
 
 TEST_F(FilesPane, TheSymbolOfTheKindStandsInTheMiddleOfACardWhereThereIsNoLook) {
@@ -438,4 +449,16 @@ TEST_F(FilesPane, AFileThatWasProtectedOrHasGoneSinceItWasDrawnIsNotAskedFor) {
     library.files = std::vector<UserFile>{installer()};
     pane.removeButton()->click();
     EXPECT_FALSE(state.removal->has_value());
+}
+
+TEST_F(FilesPane, TheFolderIsToldQuietly) {
+    const QImage drawn = show(movie()).folder()->grab().toImage();
+    int darkest = 255;
+    for (int y = 0; y < drawn.height(); ++y) {
+        for (int x = 0; x < drawn.width(); ++x) {
+            darkest = std::min(darkest, qGray(drawn.pixel(x, y)));
+        }
+    }
+    EXPECT_GE(darkest, qGray(Tokens::current().text2.rgb()));
+    EXPECT_LT(darkest, 200);
 }

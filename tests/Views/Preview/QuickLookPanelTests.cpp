@@ -422,6 +422,21 @@ TEST_F(QuickLook, TheSpinnerOfAFileThatWasLeftDoesNotComeToTheNext) {
     EXPECT_EQ(panel().content(), Content::loading);
 }
 
+TEST_F(QuickLook, NoSpinnerComesOverWhatWasThereWithinTheMoment) {
+    look(picture("Beach.png"));
+    clock.advance(QuickLookPanel::kMoment);
+    turn();
+    EXPECT_EQ(panel().content(), Content::picture);
+}
+
+TEST_F(QuickLook, PagesOfTheFileBeforeAreNotToldOfTheNext) {
+    look(document("Report.pdf", 3));
+    set(document("Letter.pdf", 2));
+    EXPECT_EQ(panel().pageWords(), "");
+    type(Qt::Key_Right);
+    EXPECT_EQ(panel().pageWords(), "Page 1 of 2");
+}
+
 TEST_F(QuickLook, NothingIsKeptOfAFileWhenTheLookEnds) {
     look(text("Notes.txt", "secret"));
     set(std::nullopt);
