@@ -1,8 +1,13 @@
+#include "FaultFileSystem.h"
+#include "OrdinaryUser.h"
 #include "PosixFileSystem.h"
 #include "RecordingFileSystem.h"
 #include "TemporaryFolder.h"
 #include "TextFileSearch.h"
 #include "TextFolding.h"
+#include <filesystem>
+#include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace quillane {
@@ -113,6 +118,107 @@ TEST_F(TextFileSearchTest, AStoppedSearchReadsNoFurtherPortion) {
     EXPECT_FALSE(
         TextFileSearch::occurs(FoldedNeedle(U"needle"), recorded, FileURL("/a.txt"), source.token()));
     EXPECT_EQ(read, 1);
+}
+
+// What another program does to a file while it is read
+
+class ChangingTextTest : public TextFileSearchTest {
+  protected:
+    static constexpr std::size_t kPortion = TextFileSearch::kPortion;
+
+    // Whether the needle is found in three portions and a bit, in the first, the third or the last of them, when this
+    // happens right before the second reading. No file is read without end.
+    bool isFoundIn(std::size_t portion, const std::function<void()>& change) {
+        const std::string needle = "needle";
+        std::string content(3 * kPortion + 100, 'x');
+        content.replace(portion * kPortion + 10, needle.size(), needle);
+        m_folder.file("a.txt", content);
+        int readings = 0;
+        RecordingFileSystem recorded(m_files);
+        recorded.beforeEach([&](const auto& made) {
+            if (made.call == FileCall::readAt && ++readings == 2) {
+                change();
+            }
+        });
+        const bool isFound = TextFileSearch::occurs(FoldedNeedle(U"needle"), recorded, FileURL("/a.txt"), {});
+        EXPECT_LE(readings, 5);
+        return isFound;
+    }
+};
+
+TEST_F(ChangingTextTest, AFileThatShrinksIsReadToItsNewEnd) {
+    const auto shrink = [this] { std::filesystem::resize_file(m_folder.at("a.txt"), kPortion + 50); };
+    EXPECT_TRUE(isFoundIn(0, shrink));
+    EXPECT_TRUE(isFoundIn(1, shrink));
+    EXPECT_FALSE(isFoundIn(2, shrink));
+    EXPECT_FALSE(isFoundIn(3, shrink));
+}
+
+TEST_F(ChangingTextTest, AFileThatIsEmptiedEndsThere) {
+    const auto empty = [this] { std::filesystem::resize_file(m_folder.at("a.txt"), 0); };
+    EXPECT_TRUE(isFoundIn(0, empty));
+    EXPECT_FALSE(isFoundIn(1, empty));
+}
+
+TEST_F(ChangingTextTest, AFileThatGrowsIsReadToItsNewEnd) {
+    const auto grow = [this] {
+        std::ofstream(m_folder.at("a.txt"), std::ios::app) << std::string(kPortion, 'y') << "thimble";
+    };
+    EXPECT_TRUE(isFoundIn(3, grow));
+    m_folder.file("a.txt", std::string(kPortion, 'x'));
+    RecordingFileSystem recorded(m_files);
+    int readings = 0;
+    recorded.beforeEach([&](const auto& made) {
+        if (made.call == FileCall::readAt && ++readings == 2) {
+            grow();
+        }
+    });
+    EXPECT_TRUE(TextFileSearch::occurs(FoldedNeedle(U"thimble"), recorded, FileURL("/a.txt"), {}));
+}
+
+TEST_F(ChangingTextTest, AFileThatIsOpenIsReadOnWhoeverTakesItAwayOrLocksIt) {
+    EXPECT_TRUE(isFoundIn(3, [this] { m_folder.remove("a.txt"); }));
+    EXPECT_TRUE(isFoundIn(3, [this] { m_folder.permissions("a.txt", 0); }));
+    m_folder.permissions("a.txt", 0600);
+    EXPECT_TRUE(isFoundIn(3, [this] { m_folder.remove("a.txt").fifo("a.txt"); }));
+    m_folder.remove("a.txt");
+}
+
+TEST_F(ChangingTextTest, AnErrorOfTheDiskEndsTheReadingAndWhatLiesBeforeItCounts) {
+    FaultFileSystem faults(m_files);
+    faults.failReadingAt(FileURL("/a.txt"), static_cast<Bytes>(kPortion) + 5,
+                         {ErrorCode::kReadUnknown, std::nullopt});
+    const auto isFound = [&](std::size_t at) {
+        std::string content(3 * kPortion, 'x');
+        m_folder.file("a.txt", content.replace(at, 6, "needle"));
+        return TextFileSearch::occurs(FoldedNeedle(U"needle"), faults, FileURL("/a.txt"), {});
+    };
+    EXPECT_TRUE(isFound(kPortion - 6));
+    EXPECT_FALSE(isFound(kPortion + 50));
+    EXPECT_FALSE(isFound(2 * kPortion + 50));
+}
+
+TEST_F(TextFileSearchTest, OfTenGigabytesOfNothingOnePortionIsRead) {
+    m_folder.sparse("a.txt", Bytes{10} << 30U);
+    RecordingFileSystem recorded(m_files);
+    EXPECT_FALSE(TextFileSearch::occurs(FoldedNeedle(U"needle"), recorded, FileURL("/a.txt"), {}));
+    EXPECT_EQ(recorded.calls(FileCall::readAt).size(), 1U);
+}
+
+TEST_F(TextFileSearchTest, NeitherADeviceNorASocketIsWaitedFor) {
+    m_folder.zeroDevice("device.txt").socket("socket.txt").link("zero.txt", "/dev/zero");
+    for (const auto* const path : {"/device.txt", "/socket.txt", "/zero.txt"}) {
+        EXPECT_FALSE(occursInFile("needle", path)) << path;
+    }
+}
+
+TEST_F(TextFileSearchTest, WhatIsLockedIsNotRead) {
+    m_folder.file("open.txt", "needle").file("locked.txt", "needle").file("folder/inside.txt", "needle");
+    m_folder.permissions("locked.txt", 0).permissions("folder", 0);
+    const OrdinaryUser ordinary;
+    EXPECT_TRUE(occursInFile("needle", "/open.txt"));
+    EXPECT_FALSE(occursInFile("needle", "/locked.txt"));
+    EXPECT_FALSE(occursInFile("needle", "/folder/inside.txt"));
 }
 
 } // namespace

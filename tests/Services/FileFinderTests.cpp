@@ -1,4 +1,5 @@
 #include "FileFinder.h"
+#include "OrdinaryUser.h"
 #include "RecordedPlatform.h"
 #include "SamplePlatform.h"
 #include "StopToken.h"
@@ -381,6 +382,63 @@ TEST_F(FileFinderTest, AFileThatGoesBetweenTheIndexAndTheDiskIsNotListed) {
     answer({"/Users/alex/Downloads/a.txt", "/Users/alex/Downloads/b.txt"});
     sample->files.before(home("Downloads/a.txt"), [&] { sample->files.vanish(home("Downloads/a.txt")); });
     EXPECT_EQ(namesOf(collected()), Texts{"b.txt"});
+}
+
+// What people and programs leave in folders, and the search that walks them
+
+class FilesOnTheDisk : public testing::Test {
+  protected:
+    static constexpr const char* kFolder = "/Users/alex/Downloads/";
+
+    void lay(const std::string& below) { sample.disk.file(kFolder + below, "needle"); }
+    Texts named(const std::string& text) const {
+        auto names = namesOf(FileFinder::search(sample.platform, text, std::nullopt));
+        std::ranges::sort(names);
+        return names;
+    }
+
+    SamplePlatform sample{SampleMac(), SampleSpotlight::embedded};
+};
+
+TEST_F(FilesOnTheDisk, NamesThatBreakTheLinesOfTheAnswerCostTheirFilesAlone) {
+    for (const std::string name : {"line\nfeed", "line\n", "\nline", "\xff", "tab\t", "cr\r", "   "}) {
+        lay(name + "needle a");
+        lay("deep/" + name + "/needle b");
+    }
+    lay("needle good");
+    EXPECT_EQ(named("needle"), (Texts{"   needle a", "cr\rneedle a", "needle b", "needle b", "needle b",
+                                      "needle good", "tab\tneedle a"}));
+}
+
+TEST_F(FilesOnTheDisk, WhatIsLockedIsPassedByAndAllElseIsFound) {
+    for (const auto* path : {"needle a", "locked/needle b", "open/needle c", "locked needle"}) {
+        lay(path);
+    }
+    sample.disk.permissions(kFolder + std::string("locked"), 0);
+    sample.disk.permissions(kFolder + std::string("locked needle"), 0);
+    const OrdinaryUser ordinary;
+    EXPECT_EQ(named("needle"), (Texts{"locked needle", "needle a", "needle c"}))
+        << "a file's name and size are its folder's";
+}
+
+TEST_F(FilesOnTheDisk, PipesSocketsDevicesAndLinksAreNoFilesAndNotWaitedFor) {
+    const std::string folder = kFolder;
+    lay("needle a");
+    sample.disk.fifo(folder + "needle pipe.txt").socket(folder + "needle socket.txt");
+    sample.disk.zeroDevice(folder + "needle device.txt").link(folder + "needle link.txt", "needle a");
+    sample.disk.fifo(folder + "pipe.txt").zeroDevice(folder + "device.txt").link(folder + "round", ".");
+    EXPECT_EQ(named("needle"), Texts{"needle a"});
+}
+
+TEST_F(FilesOnTheDisk, TenGigabytesOfNothingAreALargeFileThatTakesNoRoom) {
+    sample.disk.sparse(kFolder + std::string("image.txt"), Bytes{10} << 30U);
+    sample.disk.sparse(kFolder + std::string("small.txt"), 99'999'999);
+    const auto files = FileFinder::largeAndOld(sample.platform);
+    ASSERT_EQ(namesOf(files), Texts{"image.txt"});
+    EXPECT_EQ(files[0].logicalBytes, Bytes{10} << 30U);
+    EXPECT_EQ(files[0].bytes, 0);
+    EXPECT_TRUE(files[0].isCloudPlaceholder);
+    EXPECT_EQ(named("needle"), Texts());
 }
 
 // What a file is described as

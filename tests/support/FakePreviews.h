@@ -31,18 +31,23 @@ class FakePreviews final : public Previews {
         const std::lock_guard lock(m_mutex);
         return m_requests;
     }
+    // Of those, how many had been asked to stop before they began.
+    int stoppedRequests() const {
+        const std::lock_guard lock(m_mutex);
+        return m_stoppedRequests;
+    }
 
     std::shared_ptr<const IconImage> thumbnail(const FileURL& url, PixelSize size,
                                                const StopToken& stop) override {
         const std::lock_guard lock(m_mutex);
-        m_requests.push_back({url, size, std::nullopt});
+        note({url, size, std::nullopt}, stop);
         const auto found = m_thumbnails.find(url);
         return stop.stopRequested() || found == m_thumbnails.end() ? nullptr : found->second;
     }
     std::optional<PreviewPage> page(const FileURL& url, int number, PixelSize size,
                                     const StopToken& stop) override {
         const std::lock_guard lock(m_mutex);
-        m_requests.push_back({url, size, number});
+        note({url, size, number}, stop);
         const auto found = m_pages.find(url);
         if (stop.stopRequested() || found == m_pages.end() || number < 0 ||
             static_cast<std::size_t>(number) >= found->second.size()) {
@@ -52,10 +57,16 @@ class FakePreviews final : public Previews {
     }
 
   private:
+    void note(Request request, const StopToken& stop) {
+        m_requests.push_back(std::move(request));
+        m_stoppedRequests += stop.stopRequested() ? 1 : 0;
+    }
+
     mutable std::mutex m_mutex; // guards everything below
     std::map<FileURL, std::shared_ptr<const IconImage>> m_thumbnails;
     std::map<FileURL, std::vector<PreviewPage>> m_pages;
     std::vector<Request> m_requests;
+    int m_stoppedRequests = 0;
 };
 
 } // namespace quillane

@@ -33,9 +33,27 @@ bool fills(PushButton::Role role) {
     return role == PushButton::Role::Filled || role == PushButton::Role::Permanent;
 }
 
-QFont fontFor(PushButton::Role role, PushButton::Size size) {
-    const double px = size == PushButton::Size::Hero ? 14 : size == PushButton::Size::Small ? 12 : 13;
+double pixelsFor(PushButton::Size size) {
+    return size == PushButton::Size::Hero ? 14 : size == PushButton::Size::Small ? 12 : 13;
+}
+
+QFont fontFor(PushButton::Role role, double px) {
     return Fonts::of(px, fills(role) ? QFont::DemiBold : QFont::Medium);
+}
+
+// Large text has no room in every button that takes the width it gets: its words are drawn smaller there, down to
+// the usual size.
+QFont fittedFont(QStyleOptionButton option, const PushButton& button) {
+    constexpr double kStep = 0.5;
+    const double usual = pixelsFor(button.buttonSize());
+    for (double px = usual; px * Fonts::scale() > usual; px -= kStep) {
+        const QFont font = fontFor(button.role(), px);
+        option.fontMetrics = QFontMetrics(font);
+        if (PushButtonDrawing::sizeOf(option, &button).width() <= button.width()) {
+            return font;
+        }
+    }
+    return fontFor(button.role(), usual / Fonts::scale());
 }
 
 int symbolSide(PushButton::Size size) {
@@ -88,7 +106,7 @@ void PushButton::setCompact(bool compact) {
 
 void PushButton::wearFont() {
     if (paintsItself(m_role, m_size)) {
-        setFont(fontFor(m_role, m_size));
+        setFont(fontFor(m_role, pixelsFor(m_size)));
     }
 }
 
@@ -123,8 +141,10 @@ QSize PushButton::sizeHint() const {
     return sizeFor(m_compact);
 }
 
+// A button that takes the width it gets makes nothing wider than it is.
 QSize PushButton::minimumSizeHint() const {
-    return sizeHint();
+    const bool isWide = sizePolicy().horizontalPolicy() == QSizePolicy::Expanding;
+    return isWide ? QSize(kCompactWidth, sizeHint().height()) : sizeHint();
 }
 
 void PushButton::paintEvent(QPaintEvent* event) {
@@ -135,6 +155,8 @@ void PushButton::paintEvent(QPaintEvent* event) {
     QStyleOptionButton option;
     initStyleOption(&option);
     QPainter painter(this);
+    painter.setFont(fittedFont(option, *this));
+    option.fontMetrics = QFontMetrics(painter.font());
     PushButtonDrawing::draw(option, painter, this);
 }
 

@@ -74,6 +74,7 @@ QWidget* LensBar::makeSearchRow() {
     m_text->setMinimumHeight(kFieldHeight);
     m_kind->setAccessibleName(QStringLiteral("Kind"));
     m_kind->setMinimumHeight(kFieldHeight);
+    m_search->setMinimumHeight(kFieldHeight);
     fillKinds();
     auto* const searchRow = new QWidget;
     auto* const row = new QHBoxLayout(searchRow);

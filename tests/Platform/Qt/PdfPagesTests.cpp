@@ -90,5 +90,18 @@ TEST_F(RealPages, OfADamagedDocumentAreNone) {
     }
 }
 
+TEST_F(RealPages, OfAnEncryptedDocumentAreNoneAndNobodyIsAskedForAPassword) {
+    auto locked = PictureFiles::pdf(2);
+    const auto trailer = locked.rfind("trailer");
+    ASSERT_NE(trailer, std::string::npos);
+    const auto entries = locked.find("<<", trailer) + 2;
+    const std::string key(32, 'k');
+    locked.insert(entries, " /ID [<01><02>] /Encrypt << /Filter /Standard /V 1 /R 2 /P -44 /O (" + key +
+                               ") /U (" + key + ") >> ");
+    m_folder.file("a.pdf", locked);
+    EXPECT_EQ(PdfPages::count(m_programs, m_folder.at("a.pdf"), {}), 0);
+    EXPECT_FALSE(picture(0));
+}
+
 } // namespace
 } // namespace quillane

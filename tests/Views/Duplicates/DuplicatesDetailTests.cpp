@@ -462,3 +462,28 @@ TEST_F(DuplicatesPane, ItIsDrawnInLightAndDark) {
     select({"a1", "b2"});
     keepBoth("pane-duplicates-several");
 }
+
+TEST_F(DuplicatesPane, LargeTextMakesNoPartOfThePaneWiderThanThePane) {
+    Look::setTextScale(1.5);
+    auto& pane = show("a1");
+    const int room = pane.scrollArea()->viewport()->width();
+    EXPECT_LE(pane.scrollArea()->widget()->width(), room);
+    EXPECT_EQ(pane.removeButton()->width(), room - 32);
+    const QImage drawn = pane.removeButton()->grab().toImage();
+    const QRgb ground = drawn.pixel(12, 6);
+    int inkBegins = 6; // behind the edge
+    const auto isInk = [&](int x) {
+        for (int y = 6; y < drawn.height() - 6; ++y) {
+            if (drawn.pixel(x, y) != ground) {
+                return true;
+            }
+        }
+        return false;
+    };
+    while (inkBegins < drawn.width() - 6 && !isInk(inkBegins)) {
+        ++inkBegins;
+    }
+    EXPECT_GT(inkBegins, 10) << "all of the words have room, and none is cut";
+    keepBoth("duplicates-pane-large-text");
+    Look::setTextScale(1);
+}

@@ -5,8 +5,10 @@
 #include "Components/ShownText.h"
 #include "Components/TextField.h"
 #include "Components/Tint.h"
+#include "Components/Tokens.h"
 #include "Files/FilesTable.h"
 #include "Files/LensBar.h"
+#include "Observer.h"
 #include "SectionRecords.h"
 #include "SectionTableTest.h"
 #include "State/ContentState.h"
@@ -51,12 +53,33 @@ class FilesTableTest : public SectionTableTest {
         bar().lenses()->setCurrentIndex(static_cast<int>(mode));
         finish();
     }
+    void publish(std::vector<UserFile> files) {
+        library.files = std::move(files);
+        turn();
+    }
+    int tint(int row, int column, int role = kTintRole) const { return cellData(row, column, role).toInt(); }
+    void chooseSearch(const std::string& text) {
+        chooseLens(FilesMode::search);
+        library.fileSearchText = text;
+        turn();
+    }
     // What is said of this place of the rows.
     QString helpAt(const QPoint& place) {
         QHelpEvent wanted(QEvent::ToolTip, place, table().viewport()->mapToGlobal(place));
         QCoreApplication::sendEvent(table().viewport(), &wanted);
         return readIn(QToolTip::text());
     }
+};
+
+// Counts the loads that begin.
+class LoadCount final : public Observer {
+  public:
+    explicit LoadCount(const AppLibrary& library) {
+        const Tracking tracking(*this);
+        (void)library.filesTask.get();
+    }
+    void fieldDidChange() override { ++count; }
+    int count = 0;
 };
 
 } // namespace
@@ -450,7 +473,13 @@ TEST_F(FilesTableTest, TheMenuOfSeveralFilesCountsThem) {
     choose(menu, "Quick Look");
     EXPECT_EQ(lookedAt(), url("Documents/Thesis/dataset.csv")) << "the first from the top";
     choose(menu, "Open");
-    EXPECT_EQ(workspace.opened().size(), 2U);
+    EXPECT_EQ(workspace.opened(),
+              std::vector<FileURL>({url("Documents/Thesis/dataset.csv"), url("Desktop/models.bin")}));
+    choose(menu, "Reveal in Finder");
+    EXPECT_EQ(workspace.revealed(), std::vector<std::vector<FileURL>>(
+                                        {{url("Documents/Thesis/dataset.csv"), url("Desktop/models.bin")}}))
+        << "both in one window";
+    EXPECT_FALSE(entry(menu, "Move 2 Files to Trash…")->icon().isNull()) << "the mark of what removes";
     choose(menu, "Move 2 Files to Trash…");
     EXPECT_EQ(reviewed().size(), 2);
     EXPECT_EQ(label(), "Remove 2 files");
@@ -559,9 +588,10 @@ TEST_F(FilesTableTest, ReturnSearchesFromEveryControlOfTheSearchAndOnce) {
         finish();
     }
     bar().text()->setFocus();
+    LoadCount loads(library);
     QTest::keyClick(bar().text(), Qt::Key_Return);
     EXPECT_TRUE(*library.isLoadingFiles);
-    EXPECT_FALSE(library.filesTask.get()->isCancelled()) << "a second load would have replaced it";
+    EXPECT_EQ(loads.count, 1) << "one load, whatever hears of the key";
 }
 
 TEST_F(FilesTableTest, UndoBelongsToTheWindowWhileTheFieldHasNothingToTakeBack) {
@@ -622,4 +652,241 @@ TEST_F(FilesTableTest, WhatWentWhileTheMenuWasOpenIsNotReviewed) {
     turn();
     choose(menu, "Move 2 Files to Trash…");
     EXPECT_EQ(reviewed(), QStringList({"/Users/alex/Desktop/models.bin"}));
+}
+
+// What is drawn again and what is not
+
+TEST_F(FilesTableTest, WhateverChangesOfAFileItsRowTellsAnew) {
+    openWith(five());
+    auto files = five();
+    const auto second = [&](int column, int role = Qt::DisplayRole) {
+        publish(files);
+        return cellData(1, column, role).toString();
+    };
+    EXPECT_EQ(second(Column::kName, kTrailingSymbolRole), "");
+    files[1].isCloudPlaceholder = true;
+    EXPECT_EQ(second(Column::kName, kTrailingSymbolRole), "icloud");
+    files[1].installsAnInstalledApp = true;
+    EXPECT_EQ(second(Column::kName, kFurtherSymbolRole), "checkmark.seal");
+    files[1].lastUsed = daysAgo(1);
+    EXPECT_EQ(second(Column::kLastOpened), "yesterday");
+    files[1].bytes = 2'500'000'000;
+    EXPECT_EQ(second(Column::kSize), "2.5 GB");
+    files[1].kind = UserFile::Kind::other;
+    EXPECT_EQ(second(Column::kKind), "File");
+    EXPECT_FALSE(cellData(1, Column::kName, kProtectedRole).toBool());
+    protect({files[1].url});
+    EXPECT_TRUE(cellData(1, Column::kName, kProtectedRole).toBool());
+}
+
+TEST_F(FilesTableTest, KindAndFolderAndTheSymbolAreQuietAndLongNamesLoseTheirMiddle) {
+    openWith(five());
+    const int quiet = static_cast<int>(Tint::Secondary);
+    EXPECT_EQ(tint(0, Column::kName, kSymbolTintRole), quiet);
+    EXPECT_EQ(tint(0, Column::kKind), quiet);
+    EXPECT_EQ(tint(0, Column::kWhere), quiet);
+    EXPECT_FALSE(cellData(0, Column::kName, kTintRole).isValid());
+    EXPECT_EQ(cellData(0, Column::kName, kElideRole).toInt(), Qt::ElideMiddle);
+    const auto side = table().model()->headerData(Column::kSize, Qt::Horizontal, Qt::TextAlignmentRole);
+    EXPECT_TRUE(Qt::Alignment(side.toInt()).testFlag(Qt::AlignRight));
+}
+
+TEST_F(FilesTableTest, AFolderThatWouldDeceiveTheEyeIsShownAsItIs) {
+    openWith({fileAt("Desk\u202Etop/a.bin", 5)});
+    EXPECT_EQ(cell(0, Column::kWhere), "~/Desk‹U+202E›top");
+}
+
+TEST_F(FilesTableTest, FoldersSortAsTheFinderSortsNamesAndKindsByTheirWords) {
+    openWith({fileAt("Desktop/Take 10/a.png", 3), fileAt("Desktop/take 2/b.iso", 2),
+              fileAt("Desktop/Étude/c.zip", 1)});
+    EXPECT_EQ(orderBy(Column::kWhere), QStringList({"c.zip", "b.iso", "a.png"}));
+    EXPECT_EQ(orderBy(Column::kKind), QStringList({"c.zip", "b.iso", "a.png"}))
+        << "Archive, Disk Image, Image";
+}
+
+// The look
+
+TEST_F(FilesTableTest, OfSeveralSelectedFilesTheFirstFromTheTopIsLookedAt) {
+    openWith(five());
+    table().setFocus();
+    select({"models.bin", "dataset.csv"});
+    press(Qt::Key_Space);
+    EXPECT_EQ(lookedAt(), url("Documents/Thesis/dataset.csv"));
+    click("Alder 2.1.dmg", Qt::ControlModifier);
+    EXPECT_EQ(lookedAt(), url("Documents/Thesis/dataset.csv"));
+    click("Lisbon 4K.mov", Qt::ControlModifier);
+    EXPECT_EQ(lookedAt(), url("Movies/Lisbon 4K.mov"));
+}
+
+TEST_F(FilesTableTest, OfSeveralThatStaySelectedTheFirstTakesThePlaceOfWhatHasGone) {
+    openWith(five());
+    select({"dataset.csv", "models.bin", "Alder 2.1.dmg"});
+    window->state().quickLookURL = url("Documents/Thesis/dataset.csv");
+    turn();
+    auto files = five();
+    files.erase(files.begin() + 1);
+    publish(files);
+    EXPECT_EQ(lookedAt(), url("Desktop/models.bin"));
+}
+
+TEST_F(FilesTableTest, WhatIsLookedAtStaysWhenNothingIsSelectedAnyMore) {
+    openWith(five());
+    table().setFocus();
+    click("dataset.csv");
+    press(Qt::Key_Space);
+    table().clearSelection();
+    turn();
+    EXPECT_EQ(lookedAt(), url("Documents/Thesis/dataset.csv"));
+}
+
+TEST_F(FilesTableTest, NothingIsLookedAtBecauseItIsSelected) {
+    openWith(five());
+    click("dataset.csv");
+    click("models.bin");
+    EXPECT_EQ(lookedAt(), std::nullopt);
+}
+
+// Loads
+
+TEST_F(FilesTableTest, AWindowThatComesBackFromTheDockLooksForNothing) {
+    openWith({});
+    finish();
+    ASSERT_FALSE(*library.isLoadingFiles);
+    QShowEvent back;
+    QSpontaneKeyEvent::setSpontaneous(&back);
+    QCoreApplication::instance()->notify(&section(), &back); // as sent by the system
+    EXPECT_FALSE(*library.isLoadingFiles);
+    window->showSection(LibrarySection::overview);
+    turn();
+    window->showSection(LibrarySection::files);
+    turn();
+    EXPECT_TRUE(*library.isLoadingFiles) << "but who comes back to the section does";
+}
+
+TEST_F(FilesTableTest, TheHintStandsWhileAnOlderSearchStillRuns) {
+    openWith({});
+    finish();
+    chooseSearch("zebra");
+    library.loadFiles();
+    turn();
+    ASSERT_EQ(emptyState().title(), "Asking Spotlight…");
+    library.fileSearchText = "";
+    turn();
+    EXPECT_TRUE(*library.isLoadingFiles);
+    EXPECT_FALSE(emptyState().isLoading());
+    EXPECT_EQ(emptyState().title(), "Search your files");
+}
+
+TEST_F(FilesTableTest, OtherLensesHeedNoSearchTextAndTheSearchLensThatOfItsFieldAlone) {
+    openWith(five());
+    library.fileSearchText = "";
+    library.searchText = "zzz";
+    turn();
+    EXPECT_EQ(names().size(), 5);
+    EXPECT_EQ(footer().size(), 2);
+    chooseSearch("");
+    EXPECT_EQ(emptyState().title(), "Search your files");
+}
+
+// The lens bar
+
+TEST_F(FilesTableTest, TheBarTellsWhatTheLibraryHas) {
+    openWith(five());
+    library.setFilesMode(FilesMode::search);
+    library.fileSearchText = "invoice";
+    library.fileSearchKind = UserFile::Kind::pdf;
+    turn();
+    EXPECT_EQ(bar().lenses()->currentIndex(), static_cast<int>(FilesMode::search));
+    EXPECT_EQ(bar().text()->text(), "invoice");
+    EXPECT_EQ(bar().kind()->currentText(), "PDF");
+    library.fileSearchKind = std::nullopt;
+    turn();
+    EXPECT_EQ(bar().kind()->currentText(), "Any kind");
+}
+
+TEST_F(FilesTableTest, EachEntryOfThePickerIsItsKind) {
+    openWith({});
+    finish();
+    chooseSearch("invoice");
+    for (const auto kind : kAllUserFileKinds) {
+        bar().kind()->activated(bar().kind()->findText(words(rawValue(kind))));
+        EXPECT_EQ(*library.fileSearchKind, kind);
+        finish();
+    }
+    bar().kind()->activated(0);
+    EXPECT_EQ(*library.fileSearchKind, std::nullopt);
+}
+
+TEST_F(FilesTableTest, TheKindThatIsChosenAlreadyAsksNothing) {
+    openWith({});
+    finish();
+    chooseSearch("invoice");
+    bar().kind()->activated(0);
+    EXPECT_FALSE(*library.isLoadingFiles);
+    bar().kind()->activated(1);
+    EXPECT_TRUE(*library.isLoadingFiles);
+}
+
+TEST_F(FilesTableTest, WhoTypesInTheMiddleOfTheWordsStaysThere) {
+    openWith({});
+    finish();
+    chooseSearch("invce");
+    bar().text()->setFocus();
+    bar().text()->setCursorPosition(3);
+    for (const char letter : {'o', 'i'}) {
+        QTest::keyClick(bar().text(), letter);
+        turn();
+    }
+    EXPECT_EQ(*library.fileSearchText, "invoice");
+}
+
+TEST_F(FilesTableTest, TheEnterKeyOfTheNumbersSearchesToo) {
+    openWith({});
+    finish();
+    chooseSearch("invoice");
+    for (QWidget* const control : {static_cast<QWidget*>(bar().text()), static_cast<QWidget*>(bar().search()),
+                                   static_cast<QWidget*>(bar().kind())}) {
+        control->setFocus();
+        QTest::keyClick(control, Qt::Key_Enter);
+        EXPECT_TRUE(*library.isLoadingFiles) << control->metaObject()->className();
+        finish();
+    }
+}
+
+TEST_F(FilesTableTest, ReturnOnALensThatIsNoSearchAsksNothing) {
+    openWith(five());
+    bar().lenses()->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_FALSE(*library.isLoadingFiles);
+}
+
+TEST_F(FilesTableTest, AHeldReturnSearchesOnce) {
+    openWith({});
+    finish();
+    chooseSearch("invoice");
+    bar().kind()->setFocus();
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
+    QCoreApplication::sendEvent(bar().kind(), &held);
+    EXPECT_FALSE(*library.isLoadingFiles);
+}
+
+TEST_F(FilesTableTest, TheControlsOfTheSearchAreOfOneHeight) {
+    openWith({});
+    chooseSearch("invoice");
+    EXPECT_EQ(bar().text()->height(), bar().search()->height());
+    EXPECT_EQ(bar().kind()->height(), bar().search()->height());
+}
+
+TEST_F(FilesTableTest, TheBarHasTheGroundOfTheTableAndALineBelow) {
+    openWith(five());
+    const QImage drawn = bar().grab().toImage();
+    EXPECT_EQ(drawn.pixel(4, 4), Tokens::current().base.rgb());
+    EXPECT_EQ(drawn.pixel(drawn.width() / 2, drawn.height() - 1), Tokens::current().line.rgb());
+}
+
+// The menu
+
+TEST_F(FilesTableTest, NoMenuComesWhereNothingIsSelected) {
+    openWith(five());
+    EXPECT_EQ(menuBelowTheRows(), nullptr);
 }

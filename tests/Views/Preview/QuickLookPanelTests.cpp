@@ -1,10 +1,12 @@
 #include "Components/DateWords.h"
 #include "Components/Look.h"
 #include "Components/ShownText.h"
+#include "Components/SidebarView.h"
 #include "Components/SymbolButton.h"
 #include "Formatting.h"
 #include "Preview/PictureView.h"
 #include "Preview/QuickLookPanel.h"
+#include "Shell/Sidebar.h"
 #include "WindowPicture.h"
 #include "WindowTest.h"
 #include <QPlainTextEdit>
@@ -19,6 +21,14 @@ std::shared_ptr<const IconImage> plain(int width, int height, std::uint8_t grey 
     IconImage image{width, height, {}};
     image.rgba.resize(std::size_t{4} * static_cast<std::size_t>(width) * static_cast<std::size_t>(height),
                       grey);
+    return std::make_shared<const IconImage>(std::move(image));
+}
+
+std::shared_ptr<const IconImage> opaque(int width, int height, std::uint8_t grey) {
+    auto image = *plain(width, height, grey);
+    for (std::size_t alpha = 3; alpha < image.rgba.size(); alpha += 4) {
+        image.rgba[alpha] = 255;
+    }
     return std::make_shared<const IconImage>(std::move(image));
 }
 
@@ -347,6 +357,266 @@ TEST_F(QuickLook, ANameThatWouldDeceiveIsShownAsItIs) {
     EXPECT_EQ(panel().windowTitle(), shownName("a\xE2\x80\xAEgnp.exe"));
     look(picture("[*] b.png"));
     EXPECT_EQ(panel().windowTitle(), "[*][*] b.png"); // which Qt shows as one
+}
+
+// The work
+
+TEST_F(QuickLook, ThePanelAsksWhereTheUserWaitsForIt) {
+    runner.clearHistory();
+    set(picture("Beach.png"));
+    EXPECT_EQ(runner.history(), std::vector{Priority::userInitiated});
+}
+
+TEST_F(QuickLook, WorkThatNobodyWaitsForIsAskedToStop) {
+    set(picture("A.png"));
+    set(picture("B.png"));
+    finish();
+    EXPECT_EQ(previews.stoppedRequests(), 1);
+    set(picture("C.png"));
+    set(std::nullopt);
+    finish();
+    EXPECT_EQ(previews.stoppedRequests(), 2);
+    look(picture("D.png", 40, 24));
+    EXPECT_EQ(previews.stoppedRequests(), 2);
+    EXPECT_EQ(shownHeight(), 24);
+}
+
+TEST_F(QuickLook, WhatWaitsWhenTheLookEndsIsNotBegun) {
+    set(picture("A.png"));
+    set(picture("B.png"));
+    set(std::nullopt);
+    finish();
+    EXPECT_EQ(previews.requests().size(), 1U);
+}
+
+TEST_F(QuickLook, NoIconIsMadeForAFileThatIsNoLongerLookedAt) {
+    const auto left = file("A.zip");
+    set(left);
+    set(picture("B.png"));
+    finish();
+    EXPECT_TRUE(std::ranges::none_of(workspace.iconRequests(),
+                                     [&](const auto& request) { return request.url == left; }));
+    look(left);
+    EXPECT_EQ(workspace.iconRequests().back(), (FakeWorkspace::IconRequest{left, QuickLookPanel::kIconSide}));
+}
+
+TEST_F(QuickLook, AChangeThatLeavesTheFileAsksNothing) {
+    const auto url = picture("Beach.png");
+    look(url);
+    library.searchText = "Alder";
+    window->state().quickLookURL = url;
+    finish();
+    EXPECT_EQ(previews.requests().size(), 1U);
+}
+
+TEST_F(QuickLook, TheSpinnerOfAFileThatWasLeftDoesNotComeToTheNext) {
+    set(picture("A.png"));
+    clock.advanceWithoutRunning(QuickLookPanel::kMoment / 2);
+    turn();
+    set(picture("B.png"));
+    clock.advanceWithoutRunning(QuickLookPanel::kMoment / 2);
+    turn();
+    EXPECT_EQ(panel().content(), Content::nothing) << "the moment of the first";
+    clock.advanceWithoutRunning(QuickLookPanel::kMoment / 2);
+    turn();
+    EXPECT_EQ(panel().content(), Content::loading);
+}
+
+TEST_F(QuickLook, NoSpinnerComesOverWhatWasThereWithinTheMoment) {
+    look(picture("Beach.png"));
+    clock.advance(QuickLookPanel::kMoment);
+    turn();
+    EXPECT_EQ(panel().content(), Content::picture);
+}
+
+TEST_F(QuickLook, PagesOfTheFileBeforeAreNotToldOfTheNext) {
+    look(document("Report.pdf", 3));
+    set(document("Letter.pdf", 2));
+    EXPECT_EQ(panel().pageWords(), "");
+    type(Qt::Key_Right);
+    EXPECT_EQ(panel().pageWords(), "Page 1 of 2");
+}
+
+TEST_F(QuickLook, NothingIsKeptOfAFileWhenTheLookEnds) {
+    look(text("Notes.txt", "secret"));
+    set(std::nullopt);
+    EXPECT_EQ(panel().text()->toPlainText(), "");
+    look(picture("Beach.png"));
+    set(std::nullopt);
+    EXPECT_EQ(panel().picture()->picture(), nullptr);
+}
+
+TEST_F(QuickLook, AnEndlessLineOfATextIsBroken) {
+    look(text("Notes.txt", std::string(PreviewLoader::kLongestLine + 1, 'x')));
+    EXPECT_EQ(panel().text()->blockCount(), 2);
+}
+
+// What is drawn
+
+TEST_F(QuickLook, AnotherPictureOfTheSameSizeIsDrawnAnew) {
+    const auto centre = [&] {
+        const QImage drawn = panel().picture()->grab().toImage();
+        return qRed(drawn.pixel(drawn.rect().center()));
+    };
+    const auto first = file("A.png");
+    previews.setPages(first, {{opaque(40, 20, 200), {}, 0, 1}});
+    const auto second = file("B.png");
+    previews.setPages(second, {{opaque(40, 20, 90), {}, 0, 1}});
+    look(first);
+    EXPECT_EQ(centre(), 200);
+    look(second);
+    EXPECT_EQ(centre(), 90);
+}
+
+TEST_F(QuickLook, APictureIsDrawnAnewAtAnotherSizeOfThePanel) {
+    const auto url = file("A.png");
+    previews.setPages(url, {{opaque(4000, 3000, 200), {}, 0, 1}});
+    look(url);
+    const auto leftOf = [&] {
+        const QImage drawn = panel().picture()->grab().toImage();
+        const auto place = panel().picture()->place().toRect();
+        return qRed(drawn.pixel(place.left() + 2, place.center().y()));
+    };
+    EXPECT_EQ(leftOf(), 200);
+    panel().resize(QuickLookPanel::kLeastSize);
+    turn();
+    EXPECT_EQ(leftOf(), 200);
+    panel().resize(QuickLookPanel::kDefaultSize);
+    turn();
+    EXPECT_EQ(leftOf(), 200);
+}
+
+TEST_F(QuickLook, APictureWithoutPixelsIsNone) {
+    const auto url = file("A.png");
+    previews.setPages(url, {{std::make_shared<const IconImage>(), {}, 0, 1}});
+    look(url);
+    EXPECT_EQ(panel().picture()->picture(), nullptr);
+    EXPECT_TRUE(panel().picture()->place().isEmpty());
+}
+
+TEST_F(QuickLook, ThePanelHasItsSizesAndATextLettersOfOneWidth) {
+    look(text("Notes.txt", "One"));
+    EXPECT_EQ(panel().size(), QuickLookPanel::kDefaultSize);
+    EXPECT_EQ(panel().minimumSize(), QuickLookPanel::kLeastSize);
+    EXPECT_EQ(panel().text()->font().families(), QStringList{"monospace"});
+}
+
+TEST_F(QuickLook, TheLowestRowStaysAsHighWhenPagesCome) {
+    look(picture("Beach.png"));
+    const int before = panel().picture()->height();
+    look(document("Report.pdf", 3));
+    EXPECT_EQ(panel().picture()->height(), before);
+}
+
+// Keys
+
+TEST_F(QuickLook, KeysOfAListKeepTheirModifiers) {
+    look(picture("Beach.png"));
+    type(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(selectedNames(), QStringList({"Alder", "Beech"}));
+}
+
+TEST_F(QuickLook, TheSpaceThatIsHeldDownDoesNotReachAnyButton) {
+    look(document("Report.pdf", 3));
+    panel().nextPage()->setFocus();
+    QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, " ", true);
+    QCoreApplication::sendEvent(&panel(), &repeated);
+    finish();
+    EXPECT_EQ(panel().pageWords(), "Page 1 of 3");
+    EXPECT_TRUE(isLooking());
+}
+
+TEST_F(QuickLook, TabLeavesAText) {
+    look(text("Notes.txt", "One"));
+    panel().text()->setFocus();
+    QTest::keyClick(panel().text(), Qt::Key_Tab);
+    EXPECT_FALSE(panel().text()->hasFocus());
+    EXPECT_EQ(panel().text()->toPlainText(), "One");
+}
+
+TEST_F(QuickLook, AKeyThatScrollsATextDoesNothingToAPicture) {
+    look(text("Notes.txt", QString("line\n").repeated(2000).toStdString()));
+    auto* const bar = panel().text()->verticalScrollBar();
+    const int top = bar->value();
+    look(picture("Beach.png"));
+    type(Qt::Key_PageDown);
+    EXPECT_EQ(panel().content(), Content::picture);
+    EXPECT_EQ(bar->value(), top);
+}
+
+// The windows
+
+TEST_F(QuickLook, AWindowThatGoesToTheDockKeepsTheLook) {
+    look(picture("Beach.png"));
+    QHideEvent toTheDock;
+    QSpontaneKeyEvent::setSpontaneous(&toTheDock);
+    QCoreApplication::instance()->notify(window.get(), &toTheDock); // as sent by the system
+    turn();
+    EXPECT_TRUE(isLooking());
+}
+
+TEST_F(QuickLook, TheProgramDoesNotEndWithThePanel) {
+    EXPECT_FALSE(panel().testAttribute(Qt::WA_QuitOnClose));
+}
+
+TEST_F(QuickLook, TheCloseButtonHidesThePanelAtOnce) {
+    look(picture("Beach.png"));
+    panel().close();
+    EXPECT_FALSE(isLooking());
+    EXPECT_FALSE(panel().isVisible()) << "without another turn";
+}
+
+TEST_F(QuickLook, AFileThatIsLookedAtInAnotherSectionBelongsToThatOne) {
+    look(picture("Beach.png"));
+    set(std::nullopt);
+    window->showSection(LibrarySection::developer);
+    turn();
+    look(picture("Castle.png"));
+    EXPECT_TRUE(isLooking());
+    window->showSection(LibrarySection::overview);
+    turn();
+    EXPECT_FALSE(isLooking());
+}
+
+TEST_F(QuickLook, ThePanelComesToTheFrontAndTheWindowAfterIt) {
+    look(picture("Beach.png"));
+    EXPECT_TRUE(panel().isActiveWindow());
+    type(Qt::Key_Escape);
+    EXPECT_TRUE(window->isActiveWindow());
+}
+
+TEST_F(QuickLook, WhoHasGoneElsewhereKeepsTheKeyboardWhereItIs) {
+    look(picture("Beach.png"));
+    window->activateWindow();
+    window->sidebar()->list()->setFocus();
+    turn();
+    set(std::nullopt);
+    EXPECT_TRUE(window->sidebar()->list()->hasFocus());
+}
+
+// What is told
+
+TEST_F(QuickLook, ANewPageAndWhatCannotBeShownAreTold) {
+    const auto url = document("Report.pdf", 3);
+    look(url);
+    type(Qt::Key_Right);
+    EXPECT_EQ(panel().accessibleName(), "Report.pdf, Page 2 of 3");
+    previews.setPages(url, {{plain(30, 40), {}, 0, 3}});
+    type(Qt::Key_Right);
+    EXPECT_EQ(panel().accessibleName(), "Report.pdf. This page can't be shown.");
+}
+
+TEST_F(QuickLook, ThePageThatComesNextIsToldWhileItIsStillDrawn) {
+    look(document("Report.pdf", 3));
+    QTest::keyClick(&panel(), Qt::Key_Right);
+    EXPECT_EQ(panel().pageWords(), "Page 2 of 3");
+    EXPECT_TRUE(panel().previousPage()->isEnabled());
+}
+
+TEST_F(QuickLook, WhatAFileTakesOnTheDiskIsTold) {
+    disk.sparse("/Users/alex/Movie.zip", 900'000'000);
+    look(FileURL("/Users/alex/Movie.zip"));
+    EXPECT_TRUE(panel().facts().startsWith("Archive · Zero KB")) << panel().facts().toStdString();
 }
 
 TEST_F(QuickLook, EveryControlHasAName) {

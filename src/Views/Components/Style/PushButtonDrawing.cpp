@@ -110,7 +110,9 @@ void PushButtonDrawing::draw(const QStyleOptionButton& option, QPainter& painter
     painter.save();
     ControlGround::draw(painter, rect, ControlGround::radiusOf(option.rect.height()), dress.ground,
                         dress.edge);
-    painter.setFont(widget != nullptr ? widget->font() : painter.font());
+    if (widget != nullptr && qobject_cast<const PushButton*>(widget) == nullptr) {
+        painter.setFont(widget->font()); // a PushButton has chosen its own
+    }
     painter.setPen(dress.words);
     const bool menu = option.features & QStyleOptionButton::HasMenu;
     drawLabel(option, painter, rect.adjusted(0, 0, menu ? -16 : 0, 0));
