@@ -62,11 +62,14 @@ std::optional<std::span<const std::byte>> readEnds(const FileSystem& files, cons
 }
 
 // Of a few files side by side.
-void findEnds(const FileSystem& files, std::span<Candidate> candidates) {
+void findEnds(const FileSystem& files, std::span<Candidate> candidates, const StopToken& stop) {
     std::array<Sha256, kLanes> hashes;
     std::array<std::optional<Buffer>, kLanes> buffers;
     std::vector<Sha256::Part> parts;
     for (std::size_t i = 0; i < candidates.size(); ++i) {
+        if (stop.stopRequested()) {
+            return;
+        }
         buffers.at(i).emplace(2 * kEnd);
         if (const auto bytes = readEnds(files, *candidates[i].url, buffers.at(i)->bytes())) {
             candidates[i].ends.emplace();
@@ -89,9 +92,7 @@ void findEndsOfAll(const Platform& platform, Priority priority, std::span<Candid
     }
     using Crew = Crew<std::span<Candidate>>;
     const auto work = [&](std::span<Candidate> piece, const Crew::Others& /*others*/) {
-        if (!stop.stopRequested()) {
-            findEnds(platform.files, piece);
-        }
+        findEnds(platform.files, piece, stop);
     };
     Crew::run(platform.tasks, priority, kHelpers, std::move(pieces), work);
 }

@@ -14,11 +14,12 @@ Bytes wholePortions(Bytes length) {
     return length - length % kPortionBytes;
 }
 
-// What has grown since it was compared is no copy.
+// What has become longer or shorter since it was compared is no copy.
 bool stillEnds(OpenFile& file, Bytes length) {
-    std::byte next = {};
-    const auto read = file.readAt({&next, 1}, length);
-    return read && *read == 0;
+    std::array<std::byte, 2> lastAndNext = {};
+    const auto last = std::max<Bytes>(length - 1, 0);
+    const auto read = file.readAt(lastAndNext, last);
+    return read && static_cast<Bytes>(*read) == length - last;
 }
 
 bool areSame(std::span<const std::byte> a, std::span<const std::byte> b) {
@@ -64,7 +65,7 @@ SteppedComparison::Class SteppedComparison::begun(const Kind& kind) const {
 
 // A lone member may still fail in its portion, as another did. Behind it, it holds a portion that no other does.
 bool SteppedComparison::Class::isDone() const {
-    return members.empty() || !(mayEqual() || isToBeHashed() || offset % kPortionBytes != 0);
+    return members.empty() || !(mayEqual() || isToBeHashed() || isInPortion);
 }
 
 // Leads a class to its end, what splits from it, and, until enough wait to be hashed side by side, others that nobody
@@ -73,6 +74,9 @@ void SteppedComparison::lead(Piece piece, const Others& others) {
     const auto begin = [&](Piece& next) {
         return std::visit([&](auto& part) { return begun(std::move(part)); }, next);
     };
+    if (m_stop.stopRequested()) {
+        return;
+    }
     const Buffers buffers;
     std::vector<Class> classes;
     classes.push_back(begin(piece));
@@ -107,13 +111,27 @@ std::vector<SteppedComparison::Class*> SteppedComparison::waitingIn(std::vector<
     return waiting;
 }
 
+// For members that part with it in the step that begins where it stands.
+SteppedComparison::Class SteppedComparison::apartFrom(const Class& all) {
+    Class apart;
+    apart.kind = all.kind;
+    apart.isPart = all.isPart;
+    apart.offset = all.offset;
+    apart.isInPortion = true;
+    apart.hashed = all.hashed;
+    apart.hash = all.hash;
+    return apart;
+}
+
 // Reads a step of each member. Those that fail in it, and those that differ from the first, are classes of their own
 // from here.
 void SteppedComparison::compare(std::vector<Class>& classes, std::size_t which,
                                 const Buffers& buffers) const {
     auto& all = classes[which];
-    Class failed{all.kind, all.isPart, {}, all.offset, all.hashed, all.hash, wholePortions(all.offset), true};
-    Class different{all.kind, all.isPart, {}, all.offset, all.hashed, all.hash};
+    auto different = apartFrom(all);
+    auto failed = apartFrom(all);
+    failed.due = wholePortions(all.offset);
+    failed.isCompared = true;
     std::vector<Member> same;
     std::span<const std::byte> bytes;
     for (auto& member : all.members) {
@@ -143,6 +161,7 @@ void SteppedComparison::advance(Class& all, std::size_t length) const {
     // A lone file that ends at a portion holds what is left of one that fails there.
     const bool mayEqual = all.mayEqual() || (length == 0 && all.offset % kPortionBytes == 0);
     all.offset += static_cast<Bytes>(length);
+    all.isInPortion = all.offset % kPortionBytes != 0;
     if (length < kStep && !mayEqual) {
         all.members.clear();
     } else if (length < kStep) {

@@ -22,10 +22,10 @@ namespace quillane {
 // compared step by step; of what has been compared one is hashed, while memory still has it.
 class SteppedComparison {
   public:
-    static constexpr std::size_t kPortion =
-        std::size_t{1024} * 1024; // a failure takes the whole portion with it
-    static constexpr std::size_t kStep =
-        std::size_t{64} * 1024; // what is read at a time: several fit the cache
+    // What a failure takes with it.
+    static constexpr std::size_t kPortion = std::size_t{1024} * 1024;
+    // What is read at a time: several fit the cache.
+    static constexpr std::size_t kStep = std::size_t{64} * 1024;
     // How far comparing goes ahead of hashing. What turns out to differ within it has not been hashed for nothing.
     static constexpr Bytes kAhead = Bytes{64} * 1024 * 1024;
     // Contents that a thread hashes side by side, which takes its processor less time than one after the other.
@@ -66,6 +66,7 @@ class SteppedComparison {
         bool isPart = false;
         std::vector<Member> members;
         Bytes offset = 0;
+        bool isInPortion = false; // whether any of them has been read behind its last whole portion
         Bytes hashed = 0; // how much of that is in the hash: no more than whole portions while it is compared
         Sha256 hash = {};
         Bytes due = 0;           // how much must be in it before anything else is done
@@ -84,6 +85,7 @@ class SteppedComparison {
     static Class begun(Class&& all) { return std::move(all); }
     void lead(Piece piece, const Others& others);
     static std::vector<Class*> waitingIn(std::vector<Class>& classes);
+    static Class apartFrom(const Class& all);
     void compare(std::vector<Class>& classes, std::size_t which, const Buffers& buffers) const;
     void advance(Class& all, std::size_t length) const;
     void hash(std::span<Class* const> classes, const Buffers& buffers);

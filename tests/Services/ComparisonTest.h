@@ -24,8 +24,12 @@ class ComparisonWorld {
     // Named by their place in the list.
     explicit ComparisonWorld(std::vector<MadeUpFile> made) {
         for (auto& file : made) {
-            bySize[kSize].push_back(files.add(std::to_string(bySize[kSize].size()), std::move(file)));
+            lay(kSize, std::to_string(bySize[kSize].size()), std::move(file));
         }
+    }
+
+    void lay(Bytes size, const std::string& name, MadeUpFile file) {
+        bySize[size].push_back(files.add(name, std::move(file)));
     }
 
     Platform platformOn(TaskRunner& tasks) {
