@@ -64,14 +64,14 @@ std::optional<std::span<const std::byte>> readEnds(const FileSystem& files, cons
 // Of a few files side by side.
 void findEnds(const FileSystem& files, std::span<Candidate> candidates, const StopToken& stop) {
     std::array<Sha256, kLanes> hashes;
-    std::array<std::optional<Buffer>, kLanes> buffers;
+    std::vector<Buffer> buffers; // what they hold stays in its place
     std::vector<Sha256::Part> parts;
     for (std::size_t i = 0; i < candidates.size(); ++i) {
         if (stop.stopRequested()) {
             return;
         }
-        buffers.at(i).emplace(2 * kEnd);
-        if (const auto bytes = readEnds(files, *candidates[i].url, buffers.at(i)->bytes())) {
+        const auto buffer = buffers.emplace_back(2 * kEnd).bytes();
+        if (const auto bytes = readEnds(files, *candidates[i].url, buffer)) {
             candidates[i].ends.emplace();
             parts.push_back({&hashes.at(i), *bytes});
         }

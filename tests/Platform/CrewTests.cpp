@@ -137,6 +137,17 @@ TEST_F(CrewOfThreads, AWorkerThatWaitsIsGivenPartOfALargePiece) {
     EXPECT_NE(taker, giver);
 }
 
+TEST_F(CrewOfThreads, WhoTakesAPieceHearsThatTheWorkerItWasForWaits) {
+    Crew<int>::run(threads, Priority::utility, 1, {1, 2}, [&](int piece, const Others& others) {
+        if (piece == 1) {
+            static_cast<void>(others.take()); // nothing where the other one has come already
+            while (!others.want()) {
+                std::this_thread::yield();
+            }
+        }
+    });
+}
+
 TEST_F(CrewOfThreads, EveryPieceOfAGrowingTreeIsDoneOnce) {
     constexpr int kDepth = 12;
     std::atomic<int> leaves = 0;
