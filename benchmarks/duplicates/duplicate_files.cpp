@@ -62,8 +62,8 @@ int main(int argc, char** argv) {
         const auto bySize = filesBelow(files, FileURL(argv[1]), smallest);
         for (const auto& equal :
              ContentComparison::equalFiles(platform, Priority::userInitiated, bySize, {})) {
-            for (const auto& url : equal.urls) {
-                std::printf("%s%c", url.path().c_str(), &url == &equal.urls.back() ? '\n' : '\t');
+            for (const auto* const url : equal.urls) {
+                std::printf("%s%c", url->path().c_str(), url == equal.urls.back() ? '\n' : '\t');
             }
         }
         ended.count_down();

@@ -7,6 +7,7 @@
 #include <exception>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -27,6 +28,12 @@ class Crew {
         std::size_t working = 0; // workers with a piece in hand
         std::exception_ptr firstError;
         std::atomic<int> wanting = 0; // idle workers that no waiting piece will serve
+
+        Piece takeFirst() {
+            Piece piece = std::move(pieces.front());
+            pieces.pop_front();
+            return piece;
+        }
     };
 
   public:
@@ -43,6 +50,15 @@ class Crew {
                 m_state->wanting.fetch_sub(1, std::memory_order_relaxed);
             }
             m_state->changed.notify_one();
+        }
+        // A piece that no worker has begun, if there is one, for a worker that can do it side by side with its own.
+        std::optional<Piece> take() const {
+            const std::lock_guard lock(m_state->mutex);
+            if (m_state->pieces.empty()) {
+                return std::nullopt;
+            }
+            m_state->wanting.fetch_add(1, std::memory_order_relaxed); // the worker it would have served
+            return m_state->takeFirst();
         }
 
       private:
@@ -87,8 +103,7 @@ class Crew {
             if (state.pieces.empty()) {
                 break;
             }
-            Piece piece = std::move(state.pieces.front());
-            state.pieces.pop_front();
+            Piece piece = state.takeFirst();
             ++state.working;
             lock.unlock();
             std::exception_ptr error;

@@ -3,328 +3,182 @@
 #include "FileSystem.h"
 #include "Sha256.h"
 #include <algorithm>
-#include <cstring>
+#include <array>
+#include <iterator>
 #include <memory>
-#include <mutex>
-#include <numeric>
 #include <optional>
 #include <span>
-#include <string_view>
+#include <tuple>
 #include <utility>
-#include <variant>
 
 namespace quillane::ContentComparison {
 namespace {
 
 constexpr int kHelpers = 1; // beside the job's own thread: more would seek against each other on one disk
+constexpr std::size_t kLanes = SteppedComparison::kLanes; // files whose ends are hashed side by side
 
-using Buffer = std::vector<std::byte>;
+// What is read into before it is looked at.
+class Buffer {
+  public:
+    explicit Buffer(std::size_t size)
+        : m_bytes(std::make_unique_for_overwrite<std::byte[]>(size))
+        , m_size(size) {}
+    std::span<std::byte> bytes() const { return {m_bytes.get(), m_size}; }
+
+  private:
+    std::unique_ptr<std::byte[]> m_bytes;
+    std::size_t m_size;
+};
 
 // One of the files that are told apart.
 struct Candidate {
     const FileURL* url = nullptr;
     Bytes size = 0;
-    std::string ends; // the digest of its two ends; empty for what can't be read
+    std::optional<Sha256Digest> ends; // the digest of its two ends; nothing for what can't be read
 };
 
-// Of the beginning and, of a longer file, of the end; nothing for what can't be opened, begun or closed. A file whose
-// end can't be read is known by its beginning.
-std::string digestOfEnds(const FileSystem& files, const FileURL& url) {
+// The beginning and, of a longer file, the end; nothing for what can't be opened, begun or closed. A file whose end
+// can't be read is known by its beginning.
+std::optional<std::span<const std::byte>> readEnds(const FileSystem& files, const FileURL& url,
+                                                   std::span<std::byte> buffer) {
     const auto opened = files.openForReading(url);
     if (!opened) {
-        return {};
+        return std::nullopt;
     }
     auto& file = **opened;
-    Buffer buffer(kEnd);
-    const auto begin = file.readAt(buffer, 0);
+    const auto begin = file.readAt(buffer.first(kEnd), 0);
     if (!begin) {
-        return {};
+        return std::nullopt;
     }
-    Sha256 hash;
-    hash.update(std::span(buffer).first(*begin));
+    auto read = *begin;
     constexpr auto kEndBytes = static_cast<Bytes>(kEnd);
     if (const auto length = file.length(); length && *length > kEndBytes) {
-        if (const auto end = file.readAt(buffer, *length - kEndBytes)) {
-            hash.update(std::span(buffer).first(*end));
-        }
+        read += file.readAt(buffer.subspan(read, kEnd), *length - kEndBytes).valueOr(0);
     }
-    return file.close() ? hash.hex() : std::string();
+    if (!file.close()) {
+        return std::nullopt;
+    }
+    return buffer.first(read);
 }
 
-// A file that is being read.
-struct Member {
-    std::size_t candidate = 0;
-    std::unique_ptr<OpenFile> file;
-};
-
-// Open files that agree in all that lies before an offset.
-struct Class {
-    std::size_t kind = 0; // which of the classes of equal ends it comes from
-    std::vector<Member> members;
-    Bytes offset = 0;
-    bool isInPortion = false; // whether any of its files has been read behind the last portion
-    Sha256 hash;              // of what they agree in; not kept up while the class has a single member
-    Sha256 hashOfPortions; // of the whole portions in it: what is left of a file that fails in the next one
-};
-
-bool areSame(std::span<const std::byte> a, std::span<const std::byte> b) {
-    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size()) == 0;
-}
-
-// What the threads find out together.
-class Comparison {
-  public:
-    Comparison(const Platform& platform, Priority priority, const StopToken& stop,
-               const std::vector<Candidate>& candidates)
-        : m_platform(platform)
-        , m_priority(priority)
-        , m_stop(stop)
-        , m_candidates(candidates) {}
-
-    // By kind and digest.
-    using Equal = std::map<std::pair<std::size_t, std::string>, std::vector<std::size_t>>;
-
-    // The candidates whose contents are equal, in no order. A kind is two or more candidates.
-    Equal equal(std::vector<std::vector<std::size_t>> kinds) {
-        std::vector<Piece> pieces;
-        for (auto kind = kinds.size(); kind-- > 0;) { // the largest first, so that no thread is left with one
-            pieces.emplace_back(Unopened{kind, std::move(kinds[kind])});
-        }
-        const auto work = [this](Piece piece, const Others& others) {
-            std::visit([&](auto& part) { handle(std::move(part), others); }, piece);
-        };
-        Crew<Piece>::run(m_platform.tasks, m_priority, kHelpers, std::move(pieces), work);
-        return std::move(m_equal);
-    }
-
-  private:
-    struct Unopened {
-        std::size_t kind;
-        std::vector<std::size_t> candidates;
-    };
-    struct Single { // to be hashed by itself
-        std::size_t kind;
-        std::size_t candidate;
-    };
-    using Piece = std::variant<Unopened, Single, Class>;
-    using Others = Crew<Piece>::Others;
-
-    std::optional<Member> opened(std::size_t candidate) const {
-        auto file = m_platform.files.openForReading(*m_candidates[candidate].url);
-        return file ? std::optional(Member{candidate, std::move(file).value()}) : std::nullopt;
-    }
-
-    void handle(const Unopened& kind, const Others& others) {
-        if (kind.candidates.size() > kMostInStep) {
-            for (const auto candidate : kind.candidates) {
-                giveOrHandle(Single{kind.kind, candidate}, others);
-            }
-            return;
-        }
-        Class all;
-        all.kind = kind.kind;
-        for (const auto candidate : kind.candidates) {
-            if (auto member = opened(candidate)) {
-                all.members.push_back(std::move(*member));
-            }
-        }
-        handle(std::move(all), others);
-    }
-
-    void handle(const Single& single, const Others& /*others*/) {
-        auto member = opened(single.candidate);
-        if (!member) {
-            return;
-        }
-        Buffer buffer(kStep);
-        Class alone;
-        alone.kind = single.kind;
-        while (!m_stop.stopRequested()) {
-            beginPortion(alone);
-            const auto read = member->file->readAt(buffer, alone.offset);
-            if (!read) {
-                end(alone.kind, alone.hashOfPortions, *member);
-                return;
-            }
-            alone.hash.update(std::span(buffer).first(*read));
-            if (*read < buffer.size()) {
-                end(alone.kind, alone.hash, *member);
-                return;
-            }
-            alone.offset += static_cast<Bytes>(*read);
-            alone.isInPortion = !isAtPortion(alone.offset);
-        }
-    }
-
-    void handle(Class whole, const Others& others) {
-        Buffer first(kStep);
-        Buffer other(kStep);
-        std::vector<Class> classes;
-        classes.push_back(std::move(whole));
-        while (!classes.empty()) {
-            auto next = std::move(classes.back());
-            classes.pop_back();
-            while (isReadOn(next)) {
-                auto rest = step(next, first, other);
-                if (rest && others.want()) {
-                    others.give(std::move(*rest));
-                } else if (rest) {
-                    classes.push_back(std::move(*rest));
-                }
-            }
-        }
-    }
-
-    void giveOrHandle(Single single, const Others& others) {
-        if (others.want()) {
-            others.give(single);
-        } else {
-            handle(single, others);
-        }
-    }
-
-    static bool isAtPortion(Bytes offset) { return offset % static_cast<Bytes>(kPortion) == 0; }
-
-    // A lone member may still fail in its portion, as another did. Behind it, it holds a portion that no other does.
-    bool isReadOn(const Class& all) const {
-        return !m_stop.stopRequested() && !all.members.empty() && (all.members.size() > 1 || all.isInPortion);
-    }
-
-    static void beginPortion(Class& all) {
-        if (!all.isInPortion) {
-            all.hashOfPortions = all.hash;
-            all.isInPortion = true;
-        }
-    }
-
-    // Reads one step of each member and ends those that fail or end in it. What differs from the first goes on from
-    // where the step began, as the class that is returned.
-    std::optional<Class> step(Class& all, Buffer& first, Buffer& other) {
-        beginPortion(all);
-        std::vector<Member> same;
-        std::vector<Member> different;
-        std::span<const std::byte> bytes;
-        for (auto& member : all.members) {
-            auto& buffer = same.empty() ? first : other;
-            const auto read = member.file->readAt(buffer, all.offset);
-            if (!read) {
-                end(all.kind, all.hashOfPortions, member);
-                continue;
-            }
-            const auto own = std::span<const std::byte>(buffer).first(*read);
-            if (same.empty()) {
-                bytes = own;
-            }
-            (areSame(own, bytes) ? same : different).push_back(std::move(member));
-        }
-        std::optional<Class> rest;
-        if (!different.empty()) {
-            rest = Class{all.kind, std::move(different), all.offset, all.isInPortion,
-                         all.hash, all.hashOfPortions};
-        }
-        all.members = std::move(same);
-        advance(all, bytes);
-        return rest;
-    }
-
-    // Over what all members hold next. Fewer bytes than a step are the last.
-    void advance(Class& all, std::span<const std::byte> bytes) {
-        const bool hasEnded = bytes.size() < kStep;
-        // A file that ends at a portion holds what is left of one that fails there.
-        const bool isHashed = all.members.size() > 1 || (bytes.empty() && isAtPortion(all.offset));
-        if (isHashed) {
-            all.hash.update(bytes);
-        }
-        all.offset += static_cast<Bytes>(bytes.size());
-        all.isInPortion = !isAtPortion(all.offset);
-        if (hasEnded) {
-            for (auto& member : std::exchange(all.members, {})) {
-                if (isHashed) {
-                    end(all.kind, all.hash, member);
-                }
-            }
-        }
-    }
-
-    void end(std::size_t kind, const Sha256& hash, const Member& member) {
-        if (member.file->close()) {
-            auto digest = hash.hex();
-            const std::lock_guard lock(m_mutex);
-            m_equal[{kind, std::move(digest)}].push_back(member.candidate);
-        }
-    }
-
-    const Platform m_platform;
-    const Priority m_priority;
-    const StopToken m_stop;
-    const std::vector<Candidate>& m_candidates;
-    std::mutex m_mutex; // guards what follows
-    Equal m_equal;
-};
-
-std::vector<Candidate> candidatesOf(const std::map<Bytes, std::vector<FileURL>>& files) {
-    std::vector<Candidate> candidates;
-    for (const auto& [size, urls] : files) {
-        for (const auto& url : urls.size() > 1 ? std::span(urls) : std::span<const FileURL>()) {
-            candidates.push_back({&url, size, {}});
-        }
-    }
-    return candidates;
-}
-
-void readEnds(const Platform& platform, Priority priority, std::vector<Candidate>& candidates,
-              const StopToken& stop) {
-    std::vector<std::size_t> pieces(candidates.size());
-    std::iota(pieces.begin(), pieces.end(), std::size_t{0});
-    const auto work = [&](std::size_t candidate, const Crew<std::size_t>::Others& /*others*/) {
-        if (!stop.stopRequested()) {
-            candidates[candidate].ends = digestOfEnds(platform.files, *candidates[candidate].url);
-        }
-    };
-    Crew<std::size_t>::run(platform.tasks, priority, kHelpers, std::move(pieces), work);
-}
-
-// Two or more of one size with the same ends each, in the order of both.
-std::vector<std::vector<std::size_t>> kindsOf(const std::vector<Candidate>& candidates) {
-    std::map<std::pair<Bytes, std::string_view>, std::vector<std::size_t>> byEnds;
+// Of a few files side by side.
+void findEnds(const FileSystem& files, std::span<Candidate> candidates, const StopToken& stop) {
+    std::array<Sha256, kLanes> hashes;
+    std::vector<Buffer> buffers; // what they hold stays in its place
+    std::vector<Sha256::Part> parts;
     for (std::size_t i = 0; i < candidates.size(); ++i) {
-        if (!candidates[i].ends.empty()) {
-            byEnds[{candidates[i].size, candidates[i].ends}].push_back(i);
+        if (stop.stopRequested()) {
+            return;
+        }
+        const auto buffer = buffers.emplace_back(2 * kEnd).bytes();
+        if (const auto bytes = readEnds(files, *candidates[i].url, buffer)) {
+            candidates[i].ends.emplace();
+            parts.push_back({&hashes.at(i), *bytes});
         }
     }
-    std::vector<std::vector<std::size_t>> kinds;
-    for (auto& [ends, members] : byEnds) {
-        if (members.size() > 1) {
-            kinds.push_back(std::move(members));
+    Sha256::updateTogether(parts);
+    for (std::size_t i = 0; i < candidates.size(); ++i) {
+        if (candidates[i].ends) {
+            candidates[i].ends = hashes.at(i).digest();
         }
     }
+}
+
+void findEndsOfAll(const Platform& platform, Priority priority, std::span<Candidate> candidates,
+                   const StopToken& stop) {
+    std::vector<std::span<Candidate>> pieces;
+    for (std::size_t i = 0; i < candidates.size(); i += kLanes) {
+        pieces.push_back(candidates.subspan(i, std::min(kLanes, candidates.size() - i)));
+    }
+    using Crew = Crew<std::span<Candidate>>;
+    const auto work = [&](std::span<Candidate> piece, const Crew::Others& /*others*/) {
+        findEnds(platform.files, piece, stop);
+    };
+    Crew::run(platform.tasks, priority, kHelpers, std::move(pieces), work);
+}
+
+// Those whose ends are known, by size, ends and their own order.
+std::vector<std::size_t> inOrder(std::span<const Candidate> candidates) {
+    std::vector<std::size_t> order;
+    for (std::size_t i = 0; i < candidates.size(); ++i) {
+        if (candidates[i].ends) {
+            order.push_back(i);
+        }
+    }
+    std::ranges::sort(order, {}, [&](std::size_t i) {
+        return std::tuple<Bytes, const Sha256Digest&, std::size_t>(candidates[i].size, *candidates[i].ends,
+                                                                   i);
+    });
+    return order;
+}
+
+// Two or more of one size with the same ends each; the largest first, so that no thread is left with one. The numbers
+// follow size and ends.
+std::vector<SteppedComparison::Kind> kindsOf(std::span<const Candidate> candidates,
+                                             std::span<const std::size_t> order) {
+    const auto areOne = [&](std::size_t a, std::size_t b) {
+        return candidates[a].size == candidates[b].size && *candidates[a].ends == *candidates[b].ends;
+    };
+    std::vector<SteppedComparison::Kind> kinds;
+    for (std::size_t begin = 0, end = 0; begin < order.size(); begin = end) {
+        while (end < order.size() && areOne(order[begin], order[end])) {
+            ++end;
+        }
+        const auto all = order.subspan(begin, end - begin);
+        for (std::size_t i = 0; i < all.size() && all.size() > 1; i += SteppedComparison::kMostOpen) {
+            kinds.push_back({begin, all.size() > SteppedComparison::kMostOpen,
+                             all.subspan(i, std::min(SteppedComparison::kMostOpen, all.size() - i))});
+        }
+    }
+    std::ranges::reverse(kinds);
     return kinds;
+}
+
+// Of candidates of some sizes, in the order of the answer.
+std::vector<EqualFiles> equalAmong(const Platform& platform, Priority priority,
+                                   std::span<Candidate> candidates, const StopToken& stop, Bytes ahead) {
+    findEndsOfAll(platform, priority, candidates, stop);
+    const auto order = inOrder(candidates);
+    std::vector<const FileURL*> urls;
+    std::ranges::transform(candidates, std::back_inserter(urls), &Candidate::url);
+    auto found = SteppedComparison(platform, priority, stop, urls, ahead).found(kindsOf(candidates, order));
+    std::ranges::sort(found, {}, [](const SteppedComparison::Found& one) {
+        return std::tuple<std::size_t, const Sha256Digest&, std::size_t>(one.kind, one.digest, one.file);
+    });
+    std::vector<EqualFiles> equal;
+    for (std::size_t begin = 0, end = 0; begin < found.size(); begin = end) {
+        const auto& first = found[begin];
+        while (end < found.size() && found[end].kind == first.kind && found[end].digest == first.digest) {
+            ++end;
+        }
+        if (end - begin > 1) {
+            auto& files = equal.emplace_back(first.digest, candidates[first.file].size);
+            for (const auto& one : std::span(found).subspan(begin, end - begin)) {
+                files.urls.push_back(candidates[one.file].url);
+            }
+        }
+    }
+    return equal;
 }
 
 } // namespace
 
 std::vector<EqualFiles> equalFiles(const Platform& platform, Priority priority,
-                                   const std::map<Bytes, std::vector<FileURL>>& files,
-                                   const StopToken& stop) {
-    auto candidates = candidatesOf(files);
-    readEnds(platform, priority, candidates, stop);
-    std::vector<EqualFiles> found;
-    if (stop.stopRequested()) {
-        return found;
-    }
-    for (auto& [key, members] : Comparison(platform, priority, stop, candidates).equal(kindsOf(candidates))) {
-        if (members.size() < 2) {
-            continue;
+                                   const std::map<Bytes, std::vector<FileURL>>& files, const StopToken& stop,
+                                   Bytes ahead) {
+    std::vector<EqualFiles> all;
+    for (auto sizes = files.begin(); sizes != files.end() && !stop.stopRequested();) {
+        std::vector<Candidate> candidates;
+        for (; sizes != files.end() && candidates.size() < kBatch; ++sizes) {
+            const auto& [size, urls] = *sizes;
+            for (const auto& url : urls.size() > 1 ? std::span(urls) : std::span<const FileURL>()) {
+                candidates.push_back({&url, size, {}});
+            }
         }
-        std::ranges::sort(members);
-        EqualFiles equal{key.second, candidates[members.front()].size, {}};
-        for (const auto member : members) {
-            equal.urls.push_back(*candidates[member].url);
-        }
-        found.push_back(std::move(equal));
+        std::ranges::move(equalAmong(platform, priority, candidates, stop, ahead), std::back_inserter(all));
     }
     // Half of the groups would look like all of them.
-    return stop.stopRequested() ? std::vector<EqualFiles>() : found;
+    return stop.stopRequested() ? std::vector<EqualFiles>() : all;
 }
 
 } // namespace quillane::ContentComparison

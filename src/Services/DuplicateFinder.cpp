@@ -3,6 +3,7 @@
 #include "ContentComparison.h"
 #include "FileFinder.h"
 #include "FileSystem.h"
+#include "HexadecimalText.h"
 #include "SearchProgram.h"
 #include <algorithm>
 #include <array>
@@ -96,12 +97,13 @@ std::size_t countOfEqualSize(const FilesBySize& files) {
 
 // Nothing when fewer than two can still be described. A file that is reached on two ways, as where one folder of
 // documents is a link into another, is one file: with one of its paths the other would go.
-std::optional<DuplicateGroup> described(const Platform& platform, ContentComparison::EqualFiles equal) {
-    DuplicateGroup group{std::move(equal.digest), {}, equal.size};
+std::optional<DuplicateGroup> described(const Platform& platform,
+                                        const ContentComparison::EqualFiles& equal) {
+    DuplicateGroup group{hexadecimalText(equal.digest), {}, equal.size};
     std::unordered_set<FileURL> seen;
-    for (const auto& url : equal.urls) {
-        auto file = describe(platform, url);
-        if (file && seen.insert(platform.files.resolvingSymlinks(url)).second) {
+    for (const auto* const url : equal.urls) {
+        auto file = describe(platform, *url);
+        if (file && seen.insert(platform.files.resolvingSymlinks(*url)).second) {
             group.files.push_back(std::move(*file));
         }
     }
@@ -133,8 +135,8 @@ std::optional<UserFile> describe(const Platform& platform, const FileURL& url) {
 std::vector<DuplicateGroup> group(const Platform& platform, Priority priority, const FilesBySize& files,
                                   const StopToken& stop) {
     std::vector<DuplicateGroup> groups;
-    for (auto& equal : ContentComparison::equalFiles(platform, priority, files, stop)) {
-        if (auto made = described(platform, std::move(equal))) {
+    for (const auto& equal : ContentComparison::equalFiles(platform, priority, files, stop)) {
+        if (auto made = described(platform, equal)) {
             groups.push_back(std::move(*made));
         }
     }

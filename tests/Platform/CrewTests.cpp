@@ -58,6 +58,27 @@ TEST_F(CrewAlone, NobodyWantsAnythingWhereNobodyWaits) {
     });
 }
 
+TEST_F(CrewAlone, AWorkerCanTakeWhatNobodyHasBegun) {
+    Crew<int>::run(runner, Priority::utility, 0, {1, 2, 3}, [this](int piece, const Others& others) {
+        done.push_back(piece);
+        if (piece == 1) {
+            done.push_back(10 * others.take().value());
+            others.give(4);
+        }
+        if (piece == 4) {
+            EXPECT_EQ(others.take(), std::nullopt) << "all are done";
+        }
+    });
+    EXPECT_EQ(done, (Numbers{1, 20, 3, 4}));
+}
+
+TEST_F(CrewAlone, NobodyWantsAnythingAfterPiecesWereTaken) {
+    Crew<int>::run(runner, Priority::utility, 0, {1, 2, 3}, [](int, const Others& others) {
+        static_cast<void>(others.take());
+        EXPECT_FALSE(others.want());
+    });
+}
+
 TEST_F(CrewAlone, AHelperThatComesTooLateTouchesNothing) {
     {
         const std::string text = "gone when the helper comes";
@@ -114,6 +135,17 @@ TEST_F(CrewOfThreads, AWorkerThatWaitsIsGivenPartOfALargePiece) {
         taken.wait();
     });
     EXPECT_NE(taker, giver);
+}
+
+TEST_F(CrewOfThreads, WhoTakesAPieceHearsThatTheWorkerItWasForWaits) {
+    Crew<int>::run(threads, Priority::utility, 1, {1, 2}, [&](int piece, const Others& others) {
+        if (piece == 1) {
+            static_cast<void>(others.take()); // nothing where the other one has come already
+            while (!others.want()) {
+                std::this_thread::yield();
+            }
+        }
+    });
 }
 
 TEST_F(CrewOfThreads, EveryPieceOfAGrowingTreeIsDoneOnce) {

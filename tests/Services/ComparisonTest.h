@@ -4,6 +4,7 @@
 #include "FakeRunningApplications.h"
 #include "FakeWorkspace.h"
 #include "FolderTrash.h"
+#include "HexadecimalText.h"
 #include "MadeUpFiles.h"
 #include "ManualClock.h"
 #include "MemoryDefaults.h"
@@ -23,8 +24,12 @@ class ComparisonWorld {
     // Named by their place in the list.
     explicit ComparisonWorld(std::vector<MadeUpFile> made) {
         for (auto& file : made) {
-            bySize[kSize].push_back(files.add(std::to_string(bySize[kSize].size()), std::move(file)));
+            lay(kSize, std::to_string(bySize[kSize].size()), std::move(file));
         }
+    }
+
+    void lay(Bytes size, const std::string& name, MadeUpFile file) {
+        bySize[size].push_back(files.add(name, std::move(file)));
     }
 
     Platform platformOn(TaskRunner& tasks) {
@@ -32,9 +37,12 @@ class ComparisonWorld {
     }
     PlainComparison::Groups compared(TaskRunner& tasks, const StopToken& stop = {}) {
         PlainComparison::Groups groups;
-        for (auto& equal :
-             ContentComparison::equalFiles(platformOn(tasks), Priority::userInitiated, bySize, stop)) {
-            groups.emplace_back(std::move(equal.digest), std::move(equal.urls));
+        for (const auto& equal :
+             ContentComparison::equalFiles(platformOn(tasks), Priority::userInitiated, bySize, stop, ahead)) {
+            auto& [digest, urls] = groups.emplace_back(hexadecimalText(equal.digest), std::vector<FileURL>());
+            for (const auto* const url : equal.urls) {
+                urls.push_back(*url);
+            }
         }
         return groups;
     }
@@ -54,6 +62,7 @@ class ComparisonWorld {
 
     MadeUpFiles files;
     std::map<Bytes, std::vector<FileURL>> bySize;
+    Bytes ahead = SteppedComparison::kAhead;
 
   private:
     static constexpr Bytes kSize = 5'000'000; // hearsay: what is read counts

@@ -6,7 +6,7 @@
 namespace quillane {
 namespace {
 
-constexpr auto kStep = static_cast<Bytes>(ContentComparison::kStep);
+constexpr auto kLetter = static_cast<Bytes>(MadeUpFile::kLetter);
 
 // Mostly alike: of few lengths, with few letters, and failing at few places, so that all of it meets.
 rc::Gen<MadeUpFile> madeUpFiles() {
@@ -17,7 +17,7 @@ rc::Gen<MadeUpFile> madeUpFiles() {
         for (int i = *rc::gen::inRange(0, 3); i > 0; --i) {
             file.letters[*rc::gen::inRange<std::size_t>(0, file.letters.size())] = 'b';
         }
-        file.tail = *rc::gen::element<Bytes>(0, 0, 0, 1, kStep - 1);
+        file.tail = *rc::gen::element<Bytes>(0, 0, 0, 1, kLetter - 1);
         if (*rc::gen::inRange(0, 3) == 0) {
             file.badByte = *rc::gen::inRange<Bytes>(0, file.length());
         }
@@ -31,6 +31,7 @@ rc::Gen<MadeUpFile> madeUpFiles() {
 RC_GTEST_PROP(ContentComparisonProperty, TheAnswerIsThatOfHashingEachFileByItself, ()) {
     const auto count = *rc::gen::inRange<std::size_t>(2, 8);
     ComparisonWorld world(*rc::gen::container<std::vector<MadeUpFile>>(count, madeUpFiles()));
+    world.ahead = *rc::gen::element<Bytes>(0, 1, SteppedComparison::kPortion, SteppedComparison::kAhead);
     RC_ASSERT(world.compared() == world.expected());
 }
 

@@ -11,8 +11,10 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Names = std::vector<std::string>;
 
-constexpr auto kStep = static_cast<Bytes>(ContentComparison::kStep);
-constexpr auto kPortion = static_cast<Bytes>(ContentComparison::kPortion);
+constexpr auto kLetter = static_cast<Bytes>(MadeUpFile::kLetter);
+constexpr auto kPortion = static_cast<Bytes>(SteppedComparison::kPortion);
+constexpr auto kMostOpen = SteppedComparison::kMostOpen;
+constexpr int kStepsOfALetter = MadeUpFile::kLetter / SteppedComparison::kStep;
 // Of two portions and a half, the same at both ends.
 const std::string kLong = "abbbbbbbbbbbbbbbbbba";
 
@@ -81,7 +83,7 @@ TEST(ContentComparison, AFileWhoseBeginningCannotBeReadIsLeftOut) {
 }
 
 TEST(ContentComparison, AFileWhoseEndCannotBeReadIsKnownByItsBeginning) {
-    const auto end = static_cast<Bytes>(kLong.size()) * kStep - 1;
+    const auto end = static_cast<Bytes>(kLong.size()) * kLetter - 1;
     ComparisonWorld world({failingAt(kLong, end), {kLong}, failingAt(kLong, end), {kLong}});
     EXPECT_EQ(world.compared(), world.expected());
     EXPECT_THAT(world.names(), testing::UnorderedElementsAre(Names{"0", "2"}, Names{"1", "3"}));
@@ -98,7 +100,7 @@ TEST(ContentComparison, AFileWhoseLengthCannotBeToldIsKnownByItsBeginning) {
 TEST(ContentComparison, FilesThatFailInTheSamePortionEqualEachOtherAndNoOther) {
     ComparisonWorld world({{kLong},
                            failingAt(kLong, kPortion + 5),
-                           failingAt(withLetter(kLong, 9, 'x'), kPortion + 3 * kStep),
+                           failingAt(withLetter(kLong, 9, 'x'), kPortion + 3 * kLetter),
                            {kLong},
                            failingAt(kLong, kPortion - 5)});
     EXPECT_EQ(world.compared(), world.expected());
@@ -108,8 +110,8 @@ TEST(ContentComparison, FilesThatFailInTheSamePortionEqualEachOtherAndNoOther) {
 TEST(ContentComparison, AFileThatEndsAtAPortionEqualsWhatFailsInTheNext) {
     const std::string portion(8, 'a');
     const auto longer = portion + "aaa";
-    for (const auto& made : {std::vector<MadeUpFile>{{portion}, failingAt(longer, kPortion + 2 * kStep)},
-                             std::vector<MadeUpFile>{failingAt(longer, kPortion + 2 * kStep), {portion}}}) {
+    for (const auto& made : {std::vector<MadeUpFile>{{portion}, failingAt(longer, kPortion + 2 * kLetter)},
+                             std::vector<MadeUpFile>{failingAt(longer, kPortion + 2 * kLetter), {portion}}}) {
         ComparisonWorld world(made);
         EXPECT_EQ(world.compared(), world.expected());
         EXPECT_THAT(world.names(), ElementsAre(Names{"0", "1"}));
@@ -118,7 +120,8 @@ TEST(ContentComparison, AFileThatEndsAtAPortionEqualsWhatFailsInTheNext) {
 
 TEST(ContentComparison, FilesThatDifferRightBehindAPortionAndThenFailAreEqual) {
     const auto other = withLetter(kLong, 8, 'x');
-    ComparisonWorld world({failingAt(kLong, kPortion + 3 * kStep), failingAt(other, kPortion + 2 * kStep)});
+    ComparisonWorld world(
+        {failingAt(kLong, kPortion + 3 * kLetter), failingAt(other, kPortion + 2 * kLetter)});
     EXPECT_EQ(world.compared(), world.expected());
     EXPECT_THAT(world.names(), ElementsAre(Names{"0", "1"}));
 }
@@ -127,10 +130,11 @@ TEST(ContentComparison, FilesThatDifferRightBehindAPortionAndThenFailAreEqual) {
 TEST(ContentComparison, AFaultAtAnyReadLeavesTheAnswerOfPlainHashing) {
     const std::vector<MadeUpFile> tree = {{kLong}, {kLong}, {kLong}, {withLetter(kLong, 10, 'x')}};
     for (std::size_t file = 0; file < tree.size(); ++file) {
-        for (Bytes byte = 0; byte < tree[file].length(); byte += kStep) {
+        for (Bytes byte = 0; byte < tree[file].length(); byte += kLetter) {
             auto faulty = tree;
             faulty[file].badByte = byte + 1;
             ComparisonWorld world(faulty);
+            world.ahead = file % 2 == 0 ? kPortion : SteppedComparison::kAhead;
             EXPECT_EQ(world.compared(), world.expected()) << "file " << file << ", byte " << byte;
         }
     }
@@ -138,8 +142,8 @@ TEST(ContentComparison, AFaultAtAnyReadLeavesTheAnswerOfPlainHashing) {
 
 TEST(ContentComparison, TwoFaultsAtAnyReadsLeaveTheAnswerOfPlainHashing) {
     const std::vector<MadeUpFile> tree = {{kLong}, {withLetter(kLong, 10, 'x')}, {kLong}};
-    for (Bytes one = kStep; one < tree[0].length(); one += kStep) {
-        for (const auto distance : {-8 * kStep, -kStep, Bytes{0}, kStep, 3 * kStep, 8 * kStep}) {
+    for (Bytes one = kLetter; one < tree[0].length(); one += kLetter) {
+        for (const auto distance : {-8 * kLetter, -kLetter, Bytes{0}, kLetter, 3 * kLetter, 8 * kLetter}) {
             auto faulty = tree;
             faulty[0].badByte = one;
             faulty[1].badByte = std::max<Bytes>(one + distance, 0);
@@ -150,10 +154,13 @@ TEST(ContentComparison, TwoFaultsAtAnyReadsLeaveTheAnswerOfPlainHashing) {
 }
 
 TEST(ContentComparison, AFileThatFailedIsNotReadAgain) {
-    ComparisonWorld world({failingAt("abba", 2 * kStep), {"abba"}, {"abba"}});
+    ComparisonWorld world({failingAt("abba", 2 * kLetter), {"abba"}, {"abba"}});
     static_cast<void>(world.compared());
-    // Two of the ends of each; three steps of the one that fails, four and the end of the others.
-    EXPECT_EQ(world.files.reads(), 3 * 2 + 3 + 2 * 5);
+    // Both ends of each; the first half and one step more of the one that fails.
+    const int ofFailed = 2 + 2 * kStepsOfALetter + 1;
+    // All of the others and what is behind their ends, once more the content of one, and the end of each.
+    const int ofOthers = 2 * (2 + 4 * kStepsOfALetter + 1) + 4 * kStepsOfALetter + 2;
+    EXPECT_EQ(world.files.reads(), ofFailed + ofOthers);
 }
 
 TEST(ContentComparison, AShortStepIsTheLast) {
@@ -161,41 +168,92 @@ TEST(ContentComparison, AShortStepIsTheLast) {
     file.tail = 1;
     ComparisonWorld world({file, file});
     EXPECT_EQ(world.names().size(), 1U);
-    EXPECT_EQ(world.files.reads(), 2 * 2 + 2 * 5);
+    const int steps = 4 * kStepsOfALetter + 1;
+    EXPECT_EQ(world.files.reads(), 2 * (2 + steps) + steps + 2);
 }
 
-TEST(ContentComparison, WhatHasNoFellowIsNotReadBehindItsPortion) {
+TEST(ContentComparison, WhatHasNoFellowIsNotReadBehindItsPortionAndNotHashed) {
     ComparisonWorld world({{kLong}, {withLetter(kLong, 2, 'x')}});
     static_cast<void>(world.compared());
-    // One portion of eight steps each; the second reads the step in which it differs once more.
-    EXPECT_EQ(world.files.reads(), 2 * 2 + 8 + 9);
+    // One portion each; the second reads the step in which it differs once more.
+    EXPECT_EQ(world.files.reads(), 2 * (2 + 8 * kStepsOfALetter) + 1);
 }
 
-TEST(ContentComparison, MoreFilesThanAreOpenAtOnceAreToldApartAsWell) {
-    std::vector<MadeUpFile> many(ContentComparison::kMostInStep + 6, {"abbbbbbbbba"});
+TEST(ContentComparison, HashingFollowsBeforeComparingIsFarAhead) {
+    ComparisonWorld world({{kLong + kLong + "a"}, {kLong + kLong + "a"}});
+    world.ahead = kPortion;
+    Bytes compared = 0;
+    Bytes hashed = 0;
+    Bytes farthest = 0;
+    world.files.beforeEachRead([&](Bytes offset) {
+        if (world.files.reads() <= 2 * 2) {
+            return; // of the ends
+        }
+        (offset < compared ? hashed : compared) = offset;
+        farthest = std::max(farthest, compared - hashed);
+    });
+    EXPECT_EQ(world.names().size(), 1U);
+    EXPECT_GT(hashed, 5 * kPortion);
+    EXPECT_GE(farthest, kPortion);
+    EXPECT_LE(farthest, kPortion + kLetter);
+}
+
+TEST(ContentComparison, WhatIsLostBeforeItIsHashedIsLeftOutAndTheOthersStayAGroup) {
+    MadeUpFile lost{kLong};
+    lost.isLostOnceRead = true;
+    for (const Bytes ahead : {Bytes{0}, kPortion, SteppedComparison::kAhead}) {
+        ComparisonWorld world({lost, {kLong}, {kLong}});
+        world.ahead = ahead;
+        EXPECT_THAT(world.names(), ElementsAre(Names{"1", "2"}));
+        EXPECT_EQ(world.compared().front().first,
+                  ComparisonWorld({{kLong}, {kLong}}).expected().front().first);
+        ComparisonWorld pair({lost, {kLong}});
+        pair.ahead = ahead;
+        EXPECT_THAT(pair.names(), IsEmpty());
+        ComparisonWorld all({lost, lost, lost});
+        all.ahead = ahead;
+        EXPECT_THAT(all.names(), IsEmpty());
+    }
+}
+
+TEST(ContentComparison, MoreFilesThanAreComparedAtOnceAreToldApartAsWell) {
+    std::vector<MadeUpFile> many(3 * kMostOpen + 6, {"abbbbbbbbba"});
     many[3] = {"abbbxbbbbba"};
     many[40] = many[3];
     for (auto& file : many) {
         file.tail = 100;
     }
-    many[50] = failingAt("abbbbbbbbba", kPortion + kStep);
+    many[50] = failingAt("abbbbbbbbba", kPortion + kLetter);
     many[51] = {"abbbbbbbxxa"};
-    many[52] = failingAt("abbbbbbbxba", kPortion + 2 * kStep);
+    many[52] = failingAt("abbbbbbbxba", kPortion + 2 * kLetter);
     ComparisonWorld world(many);
     EXPECT_EQ(world.compared(), world.expected());
     EXPECT_EQ(world.compared().size(), 3U);
 }
 
-TEST(ContentComparison, OfMoreFilesThanMayBeOpenAtOnceOneIsOpenAtATime) {
-    const std::vector<MadeUpFile> most(ContentComparison::kMostInStep, {kLong});
-    ComparisonWorld inStep(most);
-    EXPECT_EQ(inStep.compared().size(), 1U);
-    EXPECT_EQ(inStep.files.mostOpen(), static_cast<int>(ContentComparison::kMostInStep));
-    auto more = most;
-    more.push_back({kLong});
-    ComparisonWorld byThemselves(more);
-    EXPECT_EQ(byThemselves.compared().size(), 1U);
-    EXPECT_EQ(byThemselves.files.mostOpen(), 1);
+TEST(ContentComparison, OfOneFileMoreThanAreComparedAtOnceTheLastIsFoundAsWell) {
+    ComparisonWorld world(std::vector<MadeUpFile>(kMostOpen + 1, {kLong}));
+    EXPECT_EQ(world.compared(), world.expected());
+}
+
+TEST(ContentComparison, HoweverManyAreEqualFewAreOpenAtATime) {
+    constexpr auto kMost = kMostOpen * SteppedComparison::kLanes;
+    ComparisonWorld world(std::vector<MadeUpFile>(3 * kMost, {kLong}));
+    EXPECT_EQ(world.compared().size(), 1U);
+    EXPECT_EQ(world.files.mostOpen(), static_cast<int>(kMost));
+}
+
+TEST(ContentComparison, FilesOfMoreSizesThanAreLookedAtTogetherComeInTheirOrder) {
+    ComparisonWorld world({});
+    std::vector<Names> pairs;
+    for (Bytes size = 1; size <= 3; ++size) {
+        for (Bytes length = 1; length <= static_cast<Bytes>(ContentComparison::kBatch) / 2; ++length) {
+            world.lay(size, std::to_string(size) + "-" + std::to_string(length), {"", length});
+        }
+        pairs.push_back({std::to_string(size) + "-7", std::to_string(size) + " copy"});
+        world.lay(size, pairs.back()[1], {"", 7});
+    }
+    EXPECT_EQ(world.names(), pairs);
 }
 
 TEST(ContentComparison, WhatDiffersAtItsEndOrItsBeginningIsNotReadWhole) {
@@ -208,7 +266,7 @@ TEST(ContentComparison, AStopEndsTheReadingAtOnceAndFindsNothing) {
     for (const int reads : {1, 5, 9, 20, 30}) {
         ComparisonWorld world({{kLong}, {kLong}, {withLetter(kLong, 4, 'x')}});
         const StopSource stop;
-        world.files.beforeEachRead([&] {
+        world.files.beforeEachRead([&](Bytes /*offset*/) {
             if (world.files.reads() == reads) {
                 stop.requestStop();
             }
@@ -219,26 +277,28 @@ TEST(ContentComparison, AStopEndsTheReadingAtOnceAndFindsNothing) {
 }
 
 TEST(ContentComparison, AStopEndsTheReadingOfManyFilesToo) {
-    constexpr int kFiles = static_cast<int>(ContentComparison::kMostInStep) + 1;
+    constexpr int kFiles = static_cast<int>(kMostOpen) + 1;
     ComparisonWorld world(std::vector<MadeUpFile>(kFiles, {kLong}));
     const StopSource stop;
     const int reads = 2 * kFiles + 5; // of all ends and of the first whole file
-    world.files.beforeEachRead([&] {
+    world.files.beforeEachRead([&](Bytes /*offset*/) {
         if (world.files.reads() == reads) {
             stop.requestStop();
         }
     });
     EXPECT_THAT(world.compared(stop.token()), IsEmpty());
-    EXPECT_EQ(world.files.reads(), reads);
+    EXPECT_LE(world.files.reads(), reads + static_cast<int>(kMostOpen)) << "but for the step of the class";
 }
 
 TEST(ContentComparison, AStopTakesBackWhatWasFoundBefore) {
-    const auto others = withLetter(withLetter(kLong, 0, 'c'), kLong.size() - 1, 'c');
-    ComparisonWorld world({{kLong}, {kLong}, {others}, {others}});
+    ComparisonWorld world({{kLong}, {kLong}, {"cc"}, {"cc"}});
     const StopSource stop;
-    // All ends and the whole of one pair have been read.
-    world.files.beforeEachRead([&, whole = 4 * 2 + 2 * static_cast<int>(kLong.size() + 1)] {
-        if (world.files.reads() == whole + 5) {
+    // All has been compared; of what is hashed side by side the short one has ended, and both its files were asked
+    // whether they have grown.
+    const auto stepsOf = [](std::size_t letters) { return static_cast<int>(letters) * kStepsOfALetter; };
+    const int found = 4 * 2 + 2 * (stepsOf(kLong.size()) + 1) + 2 * (stepsOf(2) + 1) + 2 * stepsOf(2) + 2;
+    world.files.beforeEachRead([&](Bytes /*offset*/) {
+        if (world.files.reads() == found + 1) {
             stop.requestStop();
         }
     });

@@ -504,7 +504,7 @@ class ChangingCopyTest : public DuplicateFinderTest {
             }
             EXPECT_THAT(found, ElementsAre(expected)) << path << ", before read " << n;
         }
-        EXPECT_GE(reads, 2 + static_cast<int>(kLength / ContentComparison::kStep)) << "the whole was read";
+        EXPECT_GE(reads, 2 + static_cast<int>(kLength / SteppedComparison::kStep)) << "the whole was read";
     }
     void tellCopies() {
         for (const auto* name : {"a", "b", "c"}) {

@@ -15,19 +15,22 @@
 
 namespace quillane {
 
-// A file that is told by one letter for each step of the comparison, so that long ones cost nothing to lay.
+// A file that is told by one letter for each kLetter bytes, so that long ones cost nothing to lay.
 struct MadeUpFile {
+    static constexpr std::size_t kLetter = SteppedComparison::kPortion / 8; // of whole steps
+
     std::string letters = {};
-    Bytes tail = 0;                              // bytes of the last letter once more, fewer than a step
+    Bytes tail = 0;                              // bytes of the last letter once more, fewer than kLetter
     std::optional<Bytes> badByte = std::nullopt; // a read that would take it fails
     bool opens = true;
     bool closes = true;
     bool tellsItsLength = true;
+    bool isLostOnceRead = false; // nothing is there where it has been read before, since it was opened
 
-    Bytes length() const { return static_cast<Bytes>(letters.size() * ContentComparison::kStep) + tail; }
+    Bytes length() const { return static_cast<Bytes>(letters.size() * kLetter) + tail; }
     char letterAt(Bytes offset) const {
-        const auto step = static_cast<std::size_t>(offset) / ContentComparison::kStep;
-        return step < letters.size() ? letters[step] : letters.empty() ? 'z' : letters.back();
+        const auto at = static_cast<std::size_t>(offset) / kLetter;
+        return at < letters.size() ? letters[at] : letters.empty() ? 'z' : letters.back();
     }
 };
 
@@ -42,8 +45,8 @@ class MadeUpFiles final : public ForwardingFileSystem {
         m_files.insert_or_assign(url, std::move(file));
         return url;
     }
-    // Runs before each read, on the reader's thread. Set before reading begins.
-    void beforeEachRead(std::function<void()> hook) { m_beforeRead = std::move(hook); }
+    // Runs before each read, with its offset, on the reader's thread. Set before reading begins.
+    void beforeEachRead(std::function<void(Bytes)> hook) { m_beforeRead = std::move(hook); }
     int reads() const { return m_reads; }
     // How many were open at a time at most.
     int mostOpen() const { return m_mostOpen; }
@@ -74,15 +77,20 @@ class MadeUpFiles final : public ForwardingFileSystem {
         Result<std::size_t> readAt(std::span<std::byte> buffer, Bytes offset) override {
             ++m_files.m_reads;
             if (m_files.m_beforeRead) {
-                m_files.m_beforeRead();
+                m_files.m_beforeRead(offset);
             }
             const auto end = std::min(offset + static_cast<Bytes>(buffer.size()), m_file.length());
+            const bool isReadAgain = offset < m_readUpTo;
+            if (isReadAgain && m_file.isLostOnceRead) {
+                return std::size_t{0};
+            }
+            m_readUpTo = std::max(m_readUpTo, offset + static_cast<Bytes>(buffer.size()));
             if (m_file.badByte && *m_file.badByte >= offset && *m_file.badByte < end) {
                 return kFailure;
             }
-            constexpr auto kStep = static_cast<Bytes>(ContentComparison::kStep);
+            constexpr auto kLetter = static_cast<Bytes>(MadeUpFile::kLetter);
             for (auto at = offset; at < end;) {
-                const auto stop = std::min((at / kStep + 1) * kStep, end);
+                const auto stop = std::min((at / kLetter + 1) * kLetter, end);
                 std::memset(buffer.data() + (at - offset), m_file.letterAt(at),
                             static_cast<std::size_t>(stop - at));
                 at = stop;
@@ -97,11 +105,12 @@ class MadeUpFiles final : public ForwardingFileSystem {
       private:
         const MadeUpFiles& m_files;
         const MadeUpFile& m_file;
+        Bytes m_readUpTo = 0;
     };
 
     PosixFileSystem m_nothing{"/nowhere", FileURL("/Users/alex")};
     std::map<FileURL, MadeUpFile> m_files;
-    std::function<void()> m_beforeRead;
+    std::function<void(Bytes)> m_beforeRead;
     mutable std::atomic<int> m_reads = 0;
     mutable std::atomic<int> m_open = 0;
     mutable std::atomic<int> m_mostOpen = 0;

@@ -56,6 +56,26 @@ RC_GTEST_PROP(Sha256Property, TextsThatDifferHaveOtherDigests, ()) {
     RC_ASSERT(hash.hex() != otherHash.hex());
 }
 
+// Of many lengths at a time, none, one and more of them in blocks.
+RC_GTEST_PROP(Sha256Property, SeveralSideBySideHaveTheDigestsOfTheSystem, ()) {
+    const auto contents =
+        *rc::gen::container<std::vector<std::string>>(*rc::gen::inRange<std::size_t>(0, 6), texts());
+    const auto more = *rc::gen::container<std::vector<std::string>>(contents.size(), texts());
+    std::vector<Sha256> hashes(contents.size());
+    for (const auto* const texts : {&contents, &more}) {
+        std::vector<Sha256::Part> parts;
+        for (std::size_t i = 0; i < hashes.size(); ++i) {
+            parts.push_back({&hashes[i], bytesOf((*texts)[i])});
+        }
+        Sha256::updateTogether(parts);
+    }
+    for (std::size_t i = 0; i < hashes.size(); ++i) {
+        SystemSha256 alone;
+        alone.update(bytesOf(contents[i] + more[i]));
+        RC_ASSERT(hashes[i].digest() == alone.digest());
+    }
+}
+
 } // namespace
 } // namespace quillane
 #endif

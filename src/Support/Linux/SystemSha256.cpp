@@ -1,6 +1,6 @@
-#include "Sha256.h"
-#include "HexadecimalText.h"
+#include "SystemSha256.h"
 #include <array>
+#include <bit>
 #include <new>
 #include <openssl/evp.h>
 #include <utility>
@@ -24,7 +24,7 @@ void require(int done) {
 
 } // namespace
 
-struct Sha256::State {
+struct SystemSha256::State {
     State()
         : context(EVP_MD_CTX_new()) {
         if (context == nullptr) {
@@ -43,35 +43,35 @@ struct Sha256::State {
     EVP_MD_CTX* context;
 };
 
-Sha256::Sha256()
+SystemSha256::SystemSha256()
     : m_state(std::make_unique<State>()) {
     require(EVP_DigestInit_ex2(m_state->context, algorithm(), nullptr));
 }
 
-Sha256::Sha256(const Sha256& other)
+SystemSha256::SystemSha256(const SystemSha256& other)
     : m_state(std::make_unique<State>(*other.m_state)) {}
 
-Sha256::Sha256(Sha256&& other) noexcept = default;
+SystemSha256::SystemSha256(SystemSha256&& other) noexcept = default;
 
-Sha256& Sha256::operator=(const Sha256& other) {
+SystemSha256& SystemSha256::operator=(const SystemSha256& other) {
     if (this != &other) {
         m_state = std::make_unique<State>(*other.m_state);
     }
     return *this;
 }
 
-Sha256& Sha256::operator=(Sha256&& other) noexcept = default;
-Sha256::~Sha256() = default;
+SystemSha256& SystemSha256::operator=(SystemSha256&& other) noexcept = default;
+SystemSha256::~SystemSha256() = default;
 
-void Sha256::update(std::span<const std::byte> bytes) {
+void SystemSha256::update(std::span<const std::byte> bytes) {
     require(EVP_DigestUpdate(m_state->context, bytes.data(), bytes.size()));
 }
 
-std::string Sha256::hex() const {
+Sha256Digest SystemSha256::digest() const {
     const State finished(*m_state);
-    std::array<unsigned char, 32> digest = {};
+    std::array<unsigned char, std::tuple_size_v<Sha256Digest>> digest = {};
     require(EVP_DigestFinal_ex(finished.context, digest.data(), nullptr));
-    return hexadecimalText(std::as_bytes(std::span(digest)));
+    return std::bit_cast<Sha256Digest>(digest);
 }
 
 } // namespace quillane
