@@ -8,6 +8,7 @@
 #include "FilePreviews.h"
 #include "MetadataSearch.h"
 #include "PosixCommandRunner.h"
+#include "PosixDirectoryWatch.h"
 #include "QuillaneApp.h"
 #include "RecentlyUsedFiles.h"
 #include "SearchingCommandRunner.h"
@@ -35,6 +36,7 @@ int main(int argc, char** argv) {
     FilePreviews previews(
         files, programs, session.clock(), [](const FileURL& url) { return url.path(); }, &thumbnails);
     BundleProcesses running(files);
+    PosixDirectoryWatch directories(tasks);
     storage.keepRoom(tasks);
     session.followDesktop(tasks);
 
@@ -47,7 +49,8 @@ int main(int argc, char** argv) {
                      .trash = storage.trash,
                      .runningApplications = running,
                      .defaults = storage.defaults,
-                     .previews = previews});
+                     .previews = previews,
+                     .directories = directories});
     app.showWindow();
     // Work ends with the process: nobody who quits waits for a walk to come to its end. Everything that is
     // kept was written when it changed.

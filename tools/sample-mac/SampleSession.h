@@ -11,6 +11,7 @@
 #include "MetadataSearch.h"
 #include "Platform.h"
 #include "PosixCommandRunner.h"
+#include "PosixDirectoryWatch.h"
 #include "PosixFileSystem.h"
 #include "SampleLaunchctl.h"
 #include "SampleMac.h"
@@ -20,7 +21,8 @@
 
 namespace quillane {
 
-// The ports of the sample. The runner comes last, so that its jobs have ended when the others go.
+// The ports of the sample. The runner comes after what its jobs use, so that they have ended when that goes; what only
+// posts to it comes after it.
 class SampleSession {
   public:
     SampleSession(DesktopSession& session, const SampleMac& mac, const std::string& hostFolder)
@@ -49,7 +51,8 @@ class SampleSession {
                 .trash = m_trash,
                 .runningApplications = m_running,
                 .defaults = m_defaults,
-                .previews = m_previews};
+                .previews = m_previews,
+                .directories = m_directories};
     }
 
   private:
@@ -74,6 +77,9 @@ class SampleSession {
     FilePreviews m_previews{m_files, m_viewers, m_session.clock(),
                             [this](const FileURL& url) { return m_files.hostPath(url); }};
     ThreadTaskRunner m_tasks;
+    PosixDirectoryWatch m_directories{m_tasks, [this](const FileURL& folder) {
+                                          return m_files.hostPath(m_files.resolvingSymlinks(folder));
+                                      }};
 };
 
 } // namespace quillane
