@@ -1,5 +1,6 @@
 // Quillane on Linux: the window over this machine.
 #include "BundleProcesses.h"
+#include "DesktopNotifications.h"
 #include "DesktopSession.h"
 #include "DesktopStorage.h"
 #include "DesktopThumbnails.h"
@@ -37,6 +38,7 @@ int main(int argc, char** argv) {
         files, programs, session.clock(), [](const FileURL& url) { return url.path(); }, &thumbnails);
     BundleProcesses running(files);
     PosixDirectoryWatch directories(tasks);
+    DesktopNotifications notifications(tasks);
     storage.keepRoom(tasks);
     session.followDesktop(tasks);
 
@@ -50,9 +52,12 @@ int main(int argc, char** argv) {
                      .runningApplications = running,
                      .defaults = storage.defaults,
                      .previews = previews,
-                     .directories = directories});
+                     .directories = directories,
+                     .notifications = notifications});
     app.showWindow();
+    const int status = QApplication::exec();
+    notifications.withdrawAll();
     // Work ends with the process: nobody who quits waits for a walk to come to its end. Everything that is
     // kept was written when it changed.
-    std::_Exit(QApplication::exec());
+    std::_Exit(status);
 }

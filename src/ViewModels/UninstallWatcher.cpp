@@ -75,26 +75,26 @@ Task<> UninstallWatcher::diff(StopToken stop) {
             continue;
         }
         m_isListing = true;
-        auto current = co_await detached(m_platform.tasks, Priority::utility,
-                                         [platform = m_platform, directories = m_directories] {
-                                             return listBundles(platform, directories);
-                                         });
+        const auto current = co_await detached(m_platform.tasks, Priority::utility,
+                                               [platform = m_platform, directories = m_directories] {
+                                                   return listBundles(platform, directories);
+                                               });
         m_isListing = false;
         // A bundle that moved while the folders were read may have been seen in neither. That move is what asked the
         // diff to stop, and the one that follows it finds the folders quiet.
         if (!due->stopRequested()) {
-            compare(std::move(current));
+            compare(current);
         }
     }
 }
 
-void UninstallWatcher::compare(std::set<FileURL> current) {
-    const auto before = std::exchange(m_known, std::move(current));
+void UninstallWatcher::compare(const std::set<FileURL>& current) {
+    const auto before = std::exchange(m_known, current);
     if (!before) {
         return;
     }
-    const auto removed = without(*before, *m_known);
-    const auto added = without(*m_known, *before);
+    const auto removed = without(*before, current);
+    const auto added = without(current, *before);
     if (!removed.empty() || !added.empty()) {
         m_onChange(removed, added);
     }

@@ -40,7 +40,7 @@ class UninstallWatcher {
     Task<> diffWhenQuiet(StopToken stop);
     // Lists the folders and tells what is different. A result that was asked to stop meanwhile is dropped.
     Task<> diff(StopToken stop);
-    void compare(std::set<FileURL> current);
+    void compare(const std::set<FileURL>& current);
     // The bundles that lie directly in the folders. Blocks; any thread.
     static std::set<FileURL> listBundles(const Platform& platform, const std::vector<FileURL>& directories);
 

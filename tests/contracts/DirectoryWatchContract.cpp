@@ -171,6 +171,8 @@ TYPED_TEST(DirectoryWatchContract, OfTwoSourcesOfOneFolderTheOneThatStaysIsToldO
     auto one = this->counting("a", first);
     const auto other = this->counting("a", second);
     one.reset();
+    ASSERT_TRUE(this->catchUp());
+    second = 0; // a call may come for nothing when the other goes
     this->subject.happen("a");
     EXPECT_TRUE(this->runUntil([&] { return second > 0; }));
     EXPECT_EQ(first, 0);

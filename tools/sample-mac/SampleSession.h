@@ -17,6 +17,7 @@
 #include "SampleMac.h"
 #include "SearchingCommandRunner.h"
 #include "ThreadTaskRunner.h"
+#include "UserNotifications.h"
 #include <string>
 
 namespace quillane {
@@ -41,7 +42,9 @@ class SampleSession {
     SampleSession(const SampleSession&) = delete;
     SampleSession& operator=(const SampleSession&) = delete;
 
-    Platform platform() {
+    TaskRunner& tasks() { return m_tasks; }
+    // `notifications` outlives whoever uses the platform.
+    Platform platform(UserNotifications& notifications) {
         return {.files = m_files,
                 .commands = m_commands,
                 .metadata = m_metadata,
@@ -52,7 +55,8 @@ class SampleSession {
                 .runningApplications = m_running,
                 .defaults = m_defaults,
                 .previews = m_previews,
-                .directories = m_directories};
+                .directories = m_directories,
+                .notifications = notifications};
     }
 
   private:

@@ -23,10 +23,10 @@ class FolderEvents {
 
     // From now on tells what is made, removed or renamed directly in the folder, and what becomes of the folder
     // itself. Links at the end of the path are followed. Nothing when that can't be: no folder, refused, no room for
-    // another. One thread at a time, as is remove().
+    // another. One thread at a time, as is drop().
     std::optional<Mark> add(const std::string& path);
     // What happens from now on is not told of this mark; that it has ended may be. The folder may have gone.
-    void remove(Mark mark);
+    void drop(Mark mark);
 
     // Blocks, without using CPU, until something has happened. Nothing once interrupt() was called, and when the
     // system will tell no more. One thread at a time, beside the one that adds.

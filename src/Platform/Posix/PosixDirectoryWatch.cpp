@@ -131,7 +131,7 @@ void PosixDirectoryWatch::letGo(int source) {
     const bool isShared =
         std::ranges::any_of(m_sources->watched, [&](const auto& entry) { return entry.second.mark == mark; });
     if (!isShared) {
-        m_events->remove(mark);
+        m_events->drop(mark);
     }
 }
 

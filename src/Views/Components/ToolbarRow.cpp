@@ -56,14 +56,6 @@ void ToolbarRow::addControl(QWidget* control) {
     fit();
 }
 
-void ToolbarRow::putFirst(QWidget* control) {
-    m_controls.insert(m_controls.begin(), control);
-    m_row->insertWidget(m_row->count() - static_cast<int>(m_controls.size()) + 1, control, 0,
-                        Qt::AlignVCenter);
-    setTabOrder(this, control);
-    fit();
-}
-
 void ToolbarRow::clearControls() {
     m_shrinking = nullptr;
     for (QWidget* control : m_controls) {

@@ -24,8 +24,6 @@ class ToolbarRow : public QWidget {
     QString title() const;
     // Controls stand at the right, 8 apart, in the order they are added.
     void addControl(QWidget* control);
-    // Before the others, also for Tab.
-    void putFirst(QWidget* control);
     // Removes and deletes all controls.
     void clearControls();
     // The button that shows its symbol alone when the controls do not all fit. Others never lose their label.

@@ -13,7 +13,6 @@
 #include "Components/ShownText.h"
 #include "Components/Tile.h"
 #include "Components/ToolTipText.h"
-#include "Components/ToolbarRow.h"
 #include "FileSystem.h"
 #include "Panes/SelectedRecords.h"
 #include "Workspace.h"
@@ -69,14 +68,21 @@ Note* protectedNote() {
 } // namespace
 
 StartupDetailView::StartupDetailView(AppLibrary& library, QWidget* parent)
-    : DetailPane(QStringLiteral("Move to Trash"), QStringLiteral("Details of the startup item"), parent)
+    : StartupDetailView(library,
+                        new PushButton(QStringLiteral("Stop Until Login"), QStringLiteral("stop.circle")),
+                        parent) {}
+
+// Tab goes over the buttons in the order in which they join.
+StartupDetailView::StartupDetailView(AppLibrary& library, PushButton* stop, QWidget* parent)
+    : DetailPane(QStringLiteral("Move to Trash"), QStringLiteral("Details of the startup item"), parent,
+                 RemoveButton::InToolbar, stop)
     , m_library(library)
     , m_header(new DetailHeader(new Tile(QStringLiteral("power"), Tint::Startup, kTileSide), {}))
     , m_explanation(new Note({}, {}))
     , m_adminNote(quillane::adminNote())
     , m_protectedNote(quillane::protectedNote())
     , m_stopError(new Note(QStringLiteral("exclamationmark.triangle"), {}, Tint::Red))
-    , m_stop(new PushButton(QStringLiteral("Stop Until Login"), QStringLiteral("stop.circle")))
+    , m_stop(stop)
     , m_facts(new Panel)
     , m_kind(new DetailRow(QStringLiteral("Kind"), {}))
     , m_runs(new DetailRow(QStringLiteral("Runs"), {}))
@@ -87,8 +93,7 @@ StartupDetailView::StartupDetailView(AppLibrary& library, QWidget* parent)
     , m_definedIn(new PathLabel(TextStyle::row())) {
     m_stop->setToolTip(toolTipText(
         QStringLiteral("Unloads it now. It comes back at next login unless the file is removed.")));
-    toolbar()->putFirst(m_stop);
-    connect(m_stop, &QPushButton::clicked, this, [this] { stop(); });
+    connect(m_stop, &QPushButton::clicked, this, [this] { stopItem(); });
     addBlocks();
 }
 
@@ -186,7 +191,7 @@ void StartupDetailView::showButtons(const StartupItem& item, bool isProtected) {
 }
 
 // The task belongs to the library, so that a pane that goes doesn't stop it half way.
-void StartupDetailView::stop() {
+void StartupDetailView::stopItem() {
     if (!m_item || !m_stopping.insert(m_item->url).second) {
         return;
     }

@@ -44,11 +44,12 @@ class StartupDetailView : public DetailPane {
     void askToRemove() override;
 
   private:
+    StartupDetailView(AppLibrary& library, PushButton* stop, QWidget* parent);
     void addBlocks();
     void explain(const StartupItem& item);
     void showFacts(const StartupItem& item);
     void showButtons(const StartupItem& item, bool isProtected);
-    void stop();
+    void stopItem();
     void stopped(const FileURL& url, const std::optional<std::string>& message);
     void setStopError(const std::optional<std::string>& message);
 

@@ -31,7 +31,7 @@ StartupTable::StartupTable(AppLibrary& library, ContentState& state, QWidget* pa
                   {.width = 114, .narrowest = 76, .narrowRank = 1},
                   {.width = 124, .narrowest = 84, .narrowRank = 5},
                   {.width = 134, .narrowest = 80, .narrowRank = 6},
-                  {.width = 60 + kEdge, .narrowest = 54 + kEdge, .narrowRank = 7}},
+                  {.width = 60 + kEdge, .narrowest = 54, .narrowRank = 7}},
                  new StatusRow, state.startupSelection, state.startupSortOrder, parent)
     , m_library(library)
     , m_state(state)
@@ -40,6 +40,7 @@ StartupTable::StartupTable(AppLibrary& library, ContentState& state, QWidget* pa
                    QStringLiteral("No third-party launch agents, daemons or helpers were found."), kReading});
     footer()->addBeforeRight(m_problemMark);
     footer()->right()->setTint(Tint::Orange);
+    table()->setTypeAheadColumn(StartupTableModel::kLabel);
     copyPathsOf([this] { return selectedKeys(); });
     drawWith([this] { renderRows(); });
     drawWith([this] { renderFooter(); });

@@ -62,7 +62,7 @@ TEST_F(FolderEventsTest, MoreThanTheSystemKeepsMayHaveBeenAnywhere) {
 TEST_F(FolderEventsTest, OfAFolderThatIsTakenOutOnlyThatIsHeard) {
     const auto a = events.add(disk.at("a"));
     const auto b = events.add(disk.at("b"));
-    events.remove(*a);
+    events.drop(*a);
     happen("a");
     happen("b");
     const auto happened = events.wait();
@@ -79,7 +79,7 @@ TEST_F(FolderEventsTest, OfAFolderThatHasGoneTheEndIsToldAndItIsTakenOutWithoutH
     disk.folder("a");
     const auto anew = events.add(disk.at("a"));
     EXPECT_NE(anew, a);
-    events.remove(*a);
+    events.drop(*a);
     happen("a");
     const auto later = events.wait();
     ASSERT_TRUE(later);

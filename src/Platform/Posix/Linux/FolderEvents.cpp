@@ -71,7 +71,7 @@ std::optional<FolderEvents::Mark> FolderEvents::add(const std::string& path) {
     return mark < 0 ? std::nullopt : std::optional(mark);
 }
 
-void FolderEvents::remove(Mark mark) {
+void FolderEvents::drop(Mark mark) {
     ::inotify_rm_watch(m_system->queue.get(), mark);
 }
 

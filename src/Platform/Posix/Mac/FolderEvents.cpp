@@ -66,7 +66,7 @@ std::optional<FolderEvents::Mark> FolderEvents::add(const std::string& path) {
 }
 
 // Closing the folder takes it out of the queue.
-void FolderEvents::remove(Mark mark) {
+void FolderEvents::drop(Mark mark) {
     m_system->folders.erase(mark);
 }
 
