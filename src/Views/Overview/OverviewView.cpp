@@ -11,12 +11,16 @@
 #include "Overview/Hero.h"
 #include "Overview/OverviewCategories.h"
 #include "Overview/PutBackCard.h"
+#include "Overview/RecentUninstallCards.h"
 #include "Review/PutBack.h"
 #include "State/ContentState.h"
 #include <QCheckBox>
 #include <QKeyEvent>
 #include <QScrollArea>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <string>
+#include <utility>
 
 namespace quillane {
 
@@ -28,6 +32,20 @@ constexpr auto kLabel = "Clean Now"; // what the put-back card calls every clean
 
 using Kind = AppLibrary::Phase::Kind;
 
+// The record is found by the words of the label: nothing else ties the review to its card. Of two applications with
+// one name the first record goes. The library runs this to its end though the window may be gone.
+Task<SweepReport> sweepLeftovers(AppLibrary& library, std::vector<SweepEntry> entries, std::string label) {
+    auto report = co_await library.runSweep(std::move(entries), label);
+    const auto records = *library.recentUninstalls;
+    const auto swept = std::ranges::find_if(records, [&label](const RecentUninstall& record) {
+        return "Remove " + record.name + " leftovers" == label;
+    });
+    if (swept != records.end()) {
+        library.dismissRecentUninstall(*swept);
+    }
+    co_return report;
+}
+
 } // namespace
 
 OverviewView::OverviewView(AppLibrary& library, ContentState& state, QWidget* parent)
@@ -38,6 +56,7 @@ OverviewView::OverviewView(AppLibrary& library, ContentState& state, QWidget* pa
     , m_granted(new Note(QStringLiteral("checkmark.shield.fill"),
                          QStringLiteral("Full Disk Access granted. Rescanning the folders that were hidden."),
                          Tint::Green))
+    , m_recent(new RecentUninstallCards(library.platform().clock, kGap, m_hero->button()))
     , m_accessNotice(new AccessNotice)
     , m_putBack(new PutBackCard(library.platform().clock))
     , m_grantedSlot(new CardSlot(m_granted, kGap))
@@ -78,7 +97,7 @@ OverviewView::~OverviewView() = default;
 void OverviewView::makeCards(QVBoxLayout* column) {
     column->addWidget(m_hero);
     column->addWidget(m_grantedSlot);
-    // The cards of recent uninstalls stand here, between the notice and the categories.
+    column->addWidget(m_recent);
     column->addSpacing(kGap);
     column->addWidget(makeCategories());
     column->addWidget(m_accessSlot);
@@ -86,6 +105,9 @@ void OverviewView::makeCards(QVBoxLayout* column) {
     column->addStretch(1);
     connect(m_hero->button(), &QPushButton::clicked, this, &OverviewView::openReview);
     connect(m_accessNotice->grantButton(), &QPushButton::clicked, this, &OverviewView::grantAccess);
+    connect(m_recent, &RecentUninstallCards::reviewWanted, this, &OverviewView::reviewLeftovers);
+    connect(m_recent, &RecentUninstallCards::dismissWanted, this,
+            [this](const RecentUninstall& record) { m_library.dismissRecentUninstall(record); });
     if (m_state.putBack)
         connect(m_putBack->putBackButton(), &QPushButton::clicked, m_state.putBack, &PutBack::start);
 }
@@ -108,6 +130,7 @@ CategoryRow* OverviewView::makeRow(SweepCategory category) {
 
 void OverviewView::render() {
     m_hero->render();
+    m_recent->show(*m_library.recentUninstalls);
     for (auto* const row : m_rows)
         renderRow(*row);
     renderAccessNotice();
@@ -164,11 +187,26 @@ void OverviewView::grantAccess() const {
     AppLibrary::openFullDiskAccessSettings(m_library.platform());
 }
 
+bool OverviewView::isReviewing() const {
+    const auto isOpen = [](const SweepPreviewSheet* sheet) { return sheet != nullptr && sheet->isVisible(); };
+    return isOpen(m_review) || isOpen(m_leftoverReview) || m_state.removal->has_value();
+}
+
 void OverviewView::openReview() {
-    const bool isReviewing = (m_review && m_review->isVisible()) || m_state.removal->has_value();
-    if (isReviewing || !Hero::canSweep(m_library))
+    if (isReviewing() || !Hero::canSweep(m_library))
         return;
     m_review = SweepPreviewSheet::present(m_library, BulkRemoval::make(kLabel, m_library.fullPlan()), this);
+}
+
+// Opens for nothing too: the card says what was left then, and the review that none of it is there any more.
+void OverviewView::reviewLeftovers(const RecentUninstall& record) {
+    if (isReviewing())
+        return;
+    auto removal = m_library.removalForRecentUninstall(record);
+    auto sweep = [&library = m_library, label = removal.label](std::vector<SweepEntry> entries) {
+        return sweepLeftovers(library, std::move(entries), label);
+    };
+    m_leftoverReview = SweepPreviewSheet::present(m_library, std::move(removal), std::move(sweep), this);
 }
 
 // Return presses the button that has the focus, else the main one; a held one, which may have closed a sheet just

@@ -18,7 +18,9 @@ class Hero;
 class LibraryObserver;
 class Note;
 class PutBackCard;
+class RecentUninstallCards;
 struct ContentState;
+struct RecentUninstall;
 
 // How much can come back now, four categories to tick, and the button that leads to the review. It changes
 // nothing on disk by itself.
@@ -37,7 +39,10 @@ class OverviewView : public ColumnGround {
     const std::vector<CategoryRow*>& rows() const { return m_rows; }
     AccessNotice* accessNotice() const { return m_accessNotice; }
     PutBackCard* putBackCard() const { return m_putBack; }
+    RecentUninstallCards* recentUninstalls() const { return m_recent; }
     SweepPreviewSheet* review() const { return m_review; } // null while it is closed
+    // The same for what an application left that vanished.
+    SweepPreviewSheet* leftoverReview() const { return m_leftoverReview; }
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -51,6 +56,8 @@ class OverviewView : public ColumnGround {
     void renderGranted();
     void renderAccessNotice();
     void renderPutBack();
+    bool isReviewing() const;
+    void reviewLeftovers(const RecentUninstall& record);
     void tick(SweepCategory category, bool isOn);
     void grantAccess() const;
 
@@ -58,6 +65,7 @@ class OverviewView : public ColumnGround {
     ContentState& m_state;
     Hero* m_hero;
     Note* m_granted;
+    RecentUninstallCards* m_recent;
     std::vector<CategoryRow*> m_rows;
     AccessNotice* m_accessNotice;
     PutBackCard* m_putBack;
@@ -66,6 +74,7 @@ class OverviewView : public ColumnGround {
     CardSlot* m_putBackSlot;
     LibraryObserver* m_observer = nullptr;
     QPointer<SweepPreviewSheet> m_review;
+    QPointer<SweepPreviewSheet> m_leftoverReview;
     NotificationCenter::Subscription m_openPreview;
 };
 

@@ -1,14 +1,12 @@
 #pragma once
-#include "Overview/ActionCard.h"
-#include "Overview/RelativeDateTimer.h"
+#include "Overview/DatedCard.h"
 
 namespace quillane {
 
 struct UndoableOperation;
 
-// The last cleanup, and the button that takes it back. While it can be seen it keeps up with the time that has
-// passed; hidden it costs nothing.
-class PutBackCard : public ActionCard {
+// The last cleanup, and the button that takes it back.
+class PutBackCard : public DatedCard {
     Q_OBJECT
   public:
     // The clock outlives the card.
@@ -18,16 +16,11 @@ class PutBackCard : public ActionCard {
     PushButton* putBackButton() const { return m_putBack; }
 
   protected:
-    bool event(QEvent* event) override;
+    void tell() override;
 
   private:
-    void tell();
-
-    Clock& m_clock;
     QString m_title;
     QString m_figures;
-    Date m_date;
-    RelativeDateTimer m_timer;
     PushButton* m_putBack;
 };
 

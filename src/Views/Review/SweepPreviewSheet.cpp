@@ -37,12 +37,16 @@ SweepPreviewSheet::SweepPreviewSheet(AppLibrary& library, std::vector<SweepEntry
 }
 
 SweepPreviewSheet* SweepPreviewSheet::present(AppLibrary& library, BulkRemoval removal, QWidget* over) {
-    auto* sheet = new SweepPreviewSheet(
-        library, std::move(removal.entries), removal.initiallyExcluded,
-        [&library, label = std::move(removal.label)](std::vector<SweepEntry> entries) {
-            return library.runSweep(std::move(entries), label);
-        },
-        over);
+    auto sweep = [&library, label = removal.label](std::vector<SweepEntry> entries) {
+        return library.runSweep(std::move(entries), label);
+    };
+    return present(library, std::move(removal), std::move(sweep), over);
+}
+
+SweepPreviewSheet* SweepPreviewSheet::present(AppLibrary& library, BulkRemoval removal, OnConfirm onConfirm,
+                                              QWidget* over) {
+    auto* const sheet = new SweepPreviewSheet(library, std::move(removal.entries), removal.initiallyExcluded,
+                                              std::move(onConfirm), over);
     sheet->setAttribute(Qt::WA_DeleteOnClose);
     sheet->open();
     return sheet;

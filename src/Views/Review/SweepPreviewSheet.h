@@ -42,6 +42,9 @@ class SweepPreviewSheet : public Sheet {
     // Opens the sheet for a request; what is confirmed runs as a sweep of the library under the request's label.
     // It deletes itself when it closes.
     static SweepPreviewSheet* present(AppLibrary& library, BulkRemoval removal, QWidget* over);
+    // The same, for what has more to do than that when it is confirmed.
+    static SweepPreviewSheet* present(AppLibrary& library, BulkRemoval removal, OnConfirm onConfirm,
+                                      QWidget* over);
 
     Stage stage() const { return m_stage; }
     SweepReviewModel& model() { return *m_model; }

@@ -55,6 +55,9 @@ class AccessibleActions : public WindowTest {
             copies("a1", 3'000'000, {copyAt("Movies/Tour.mov"), copyAt("Downloads/Tour.mov")}),
             copies("b2", 2'000'000, {copyAt("Music/Mix.wav"), copyAt("Downloads/Mix.wav")}),
             copies("c3", 1'000'000, {copyAt("Documents/Lease.pdf"), copyAt("Downloads/Lease.pdf")})};
+        library.recentUninstalls = {
+            {"Ostrich", "com.ostrich", clock.now(), {{FileURL("/a"), "Caches", 1'000, true}}},
+            {"Penguin", std::nullopt, clock.now(), {}}};
         openReady(
             {withCache("Alder", 3'000'000), withCache("Birch", 2'000'000), withCache("Cedar", 1'000'000)});
     }
