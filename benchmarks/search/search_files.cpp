@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
         std::fputs("usage: search_files QUERY FOLDER...\n", stderr);
         return 2;
     }
-    const PosixFileSystem files{"/", FileURL("/home")};
+    const PosixFileSystem files;
     const FakeMetadata metadata;
     MainQueue queue;
     const ContinuousClock clock{queue};

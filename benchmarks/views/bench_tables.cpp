@@ -91,6 +91,20 @@ std::vector<DuplicateGroup> groups(std::size_t count, std::size_t copiesOfEach =
     return found;
 }
 
+std::vector<UserFile> userFiles(std::size_t count) {
+    std::vector<UserFile> files(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        auto& file = files[i];
+        file.url =
+            FileURL(numbered("/Users/alex/Documents/folder ", i % 500) + numbered("/Project ", i) + ".mov");
+        file.kind = UserFile::Kind::video;
+        file.bytes = static_cast<Bytes>(100'000'000 + i * 7919 % count);
+        file.logicalBytes = file.bytes;
+        file.lastUsed = Date::fromUnix(1'700'000'000 - 3'600 * static_cast<std::int64_t>(i));
+    }
+    return files;
+}
+
 // The window in a section, on the screen.
 class Shown {
   public:
@@ -240,6 +254,26 @@ void openGroup(benchmark::State& state) {
     }
 }
 
+// What a finder has found comes into the empty table of the files.
+void fillFiles(benchmark::State& state) {
+    Shown shown(LibrarySection::files, 0);
+    const auto found = userFiles(static_cast<std::size_t>(state.range(0)));
+    Frames frames(state);
+    for (auto _ : state) {
+        shown.library.files = std::vector<UserFile>();
+        shown.library.isLoadingFiles = true;
+        QCoreApplication::processEvents();
+        frames.measure([&] {
+            shown.library.files = found;
+            shown.library.isLoadingFiles = false;
+        });
+        if (shown.table().model()->rowCount() != static_cast<int>(found.size())) {
+            state.SkipWithError("the table is not full");
+            break;
+        }
+    }
+}
+
 // As many frames of each, so that the dearest of them are those of as many; a row less each time is no shorter list.
 void tables(benchmark::internal::Benchmark* program) {
     program->ArgNames({"table", "rows"})
@@ -253,6 +287,7 @@ BENCHMARK(searchLetter)->Apply(tables);
 BENCHMARK(searchWord)->Apply(tables);
 BENCHMARK(dropRow)->Apply(tables);
 BENCHMARK(dropRowByName)->Apply(tables);
+BENCHMARK(fillFiles)->ArgName("rows")->Arg(1'000)->Arg(20'000)->Iterations(20)->Unit(benchmark::kMillisecond);
 BENCHMARK(openGroup)->ArgName("copies")->Arg(3)->Arg(500)->Arg(5'000)->Iterations(60)->Unit(
     benchmark::kMillisecond);
 

@@ -49,11 +49,19 @@ struct VolumeSpace {
 
 // One step of a walk. Lives only during the visitor's call: names are views into the walk's buffer.
 struct WalkEntry {
+    // An entry that no walk tells has no properties.
+    static constexpr auto kNothingToAsk = []() -> Result<ResourceValues> {
+        return PlatformError{ErrorCode::kReadNoSuchFile, std::nullopt};
+    };
+
     std::string_view name;
     EntryType type = EntryType::other;
     int level = 1; // the children of the root are level 1
     // Allocated bytes of a regular file when the walk measures; otherwise 0, and 0 for what can't be measured.
     Bytes allocated = 0;
+    // As FileSystem::resourceValues() of this entry, at the time of the call. Costs one call of the system below the
+    // folder that the walk has open, which is cheaper than by the path.
+    FunctionRef<Result<ResourceValues>()> resourceValues = kNothingToAsk;
 };
 
 enum class WalkAnswer {

@@ -23,6 +23,8 @@ class WalkedPaths {
     }
     // The path of the entry told last; of the root before that.
     FileURL current() const { return FileURL(m_path); }
+    // The same as text, until the next is told.
+    const std::string& path() const { return m_path; }
     // Both in one.
     FileURL told(const WalkEntry& entry) {
         tell(entry);

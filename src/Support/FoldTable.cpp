@@ -36,6 +36,11 @@ bool isHangulSyllable(char32_t point) {
     return point >= 0xAC00 && point <= 0xD7A3;
 }
 
+// Ideographs, syllables of Yi and what is for private use: half of the plane, which nobody need be asked about.
+bool isInPlaneAndFoldsToItself(char32_t point) {
+    return (point >= 0x3400 && point <= 0xA48C) || (point >= 0xE000 && point <= 0xF8FF);
+}
+
 // Ideographs and pictures, by which text beyond the basic plane is made of little else.
 bool isFarAndFoldsToItself(char32_t point) {
     return (point >= 0x1F000 && point <= 0x1FAFF) || (point >= 0x20000 && point <= 0x2EBEF);
@@ -53,7 +58,8 @@ FoldTable::FoldTable()
     for (char32_t point = 0; point < kPlane; ++point) {
         m_simple[point] = static_cast<std::uint16_t>(point);
         const bool isSurrogate = point >= kFirstSpecial && point <= kLastSpecial;
-        if (isSurrogate || isHangulSyllable(point) || foldsToItself(static_cast<UChar32>(point))) {
+        if (isSurrogate || isHangulSyllable(point) || isInPlaneAndFoldsToItself(point) ||
+            foldsToItself(static_cast<UChar32>(point))) {
             continue;
         }
         auto made = special(point);

@@ -10,7 +10,45 @@
 namespace quillane::ByteFilter {
 namespace {
 
-TEST(ByteFilter, EveryCharacterThatFoldsToAsciiOrToNothingIsOfAKindThatTheFilterKnows) {
+using Find = std::size_t (*)(const unsigned char*, std::size_t, const Quad&);
+
+// Whether something is found where these four letters stand, `spelt` so, at each place around the border of two blocks
+// of ideographs; in UTF-8 no later than at the last of them.
+bool isFoundAnywhere(Find find, std::string_view letters, const std::string& spelt) {
+    Quad quad{};
+    std::ranges::copy(letters, quad.begin());
+    for (std::size_t before = kBlock - 12; before <= kBlock; ++before) {
+        std::string text;
+        while (text.size() + 3 <= before) {
+            text += "\u4E2D";
+        }
+        text.append(before - text.size(), ' ').append(spelt).append(kBlock * 3, ' ');
+        const auto* const bytes = reinterpret_cast<const unsigned char*>(text.data());
+        const auto blocks = (text.size() - kReach) / kBlock;
+        const auto last = find == firstBlock ? (before + quad.size() - 1) / kBlock : blocks - 1;
+        if (find(bytes, blocks, quad) > last) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// Letters of Latin before and behind what a character folds to, four in all, and then something else.
+bool isFoundAmongLetters(Find find, const std::u32string& folded, const std::string& character,
+                         const std::string& next = "") {
+    const std::string ascii(folded.begin(), folded.end());
+    const auto others = 4 - std::min<std::size_t>(ascii.size(), 4);
+    for (std::size_t before = ascii.empty() ? 1 : 0; before <= others; ++before) {
+        const auto ahead = std::string("vwxy").substr(0, before);
+        const auto behind = std::string("zkjq").substr(0, others - before);
+        if (!isFoundAnywhere(find, ahead + ascii + behind, ahead + character + behind + next)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+TEST(ByteFilter, EveryCharacterThatFoldsToAsciiOrToNothingIsFoundAmongLetters) {
     int known = 0;
     for (std::uint32_t point = 0x80; point <= 0x10FFFF; ++point) {
         if (point >= 0xD800 && point <= 0xDFFF) {
@@ -19,32 +57,57 @@ TEST(ByteFilter, EveryCharacterThatFoldsToAsciiOrToNothingIsOfAKindThatTheFilter
         std::string bytes;
         Utf8::append(bytes, point);
         const auto folded = Text::folded(bytes, {.caseInsensitive = true, .diacriticInsensitive = true});
-        const bool hasAscii = std::ranges::any_of(folded, [](char32_t each) { return each < 0x80; });
-        if (!folded.empty() && !hasAscii) {
+        EXPECT_GE(bytes.size(), folded.size()) << std::hex << point;
+        if (std::ranges::any_of(folded, [](char32_t each) { return each <= ' ' || each >= 0x7F; })) {
             continue;
         }
         ++known;
-        const auto first = static_cast<unsigned char>(bytes[0]);
-        EXPECT_TRUE(standsForLetters(first) || beginsRareMark(first)) << std::hex << point;
+        EXPECT_TRUE(isFoundAmongLetters(firstBlock, folded, bytes)) << std::hex << point;
+        EXPECT_TRUE(isFoundAmongLetters(firstBlock, folded, bytes + "\u05B8")) << std::hex << point;
+        EXPECT_TRUE(isFoundAmongLetters(firstBlockOfUnknown, folded, bytes)) << std::hex << point;
         EXPECT_GE(bytes.size(), folded.size()) << std::hex << point;
     }
     EXPECT_GT(known, 2000);
 }
 
-TEST(ByteFilter, EveryByteThatContinuesACharacterStandsForLetters) {
-    for (unsigned byte = 0x80; byte < 0xC0; ++byte) {
-        EXPECT_TRUE(standsForLetters(static_cast<unsigned char>(byte)));
+TEST(ByteFilter, EveryCharacterOfLatin1ThatFoldsToAsciiIsFoundWhateverFollows) {
+    int known = 0;
+    for (unsigned byte = 0x80; byte <= 0xFF; ++byte) {
+        const std::string character(1, static_cast<char>(byte));
+        const auto folded = Text::folded(Utf8::fromLatin1(character),
+                                         {.caseInsensitive = true, .diacriticInsensitive = true});
+        EXPECT_FALSE(folded.empty()) << byte;
+        if (std::ranges::any_of(folded, [](char32_t each) { return each >= 0x7F; })) {
+            continue;
+        }
+        ++known;
+        for (const auto* const next : {"", " ", "y", "\xA0", "\xBB", "\xE9"}) {
+            EXPECT_TRUE(isFoundAmongLetters(firstBlockOfUnknown, folded, character, next)) << byte << next;
+        }
     }
+    EXPECT_GT(known, 50);
 }
 
 TEST(ByteFilter, LettersOfOtherScriptsPassUnnoticed) {
-    std::string text;
-    for (int i = 0; i < 20; ++i) {
-        text += "\u043F\u0440\u0438\u0432\u0435\u0442 \u4F60\u597D\u4E16\u754C ";
+    for (const std::string words : {"\u043F\u0440\u0438\u0432\u0435\u0442, \u00ABABC\u00BB! ",
+                                    "2023\u5E74 \u4F60\u597D\uFF0C\u4E16\u754C\u3002 ",
+                                    "\u201Cabc\u201D caf\u00E9 \u2013 d\u00E9j\u00E0 vu "}) {
+        std::string text;
+        for (int i = 0; i < 20; ++i) {
+            text += words;
+        }
+        const auto* const bytes = reinterpret_cast<const unsigned char*>(text.data());
+        const auto blocks = (text.size() - kReach) / kBlock;
+        EXPECT_EQ(firstBlock(bytes, blocks, {'k', 'l', 'm', 'n'}), blocks) << words;
+        EXPECT_EQ(firstBlockOfUnknown(bytes, blocks, {'k', 'l', 'm', 'n'}), blocks) << words;
     }
+}
+
+TEST(ByteFilter, BlocksMayBeginWithinACharacter) {
+    const std::string text = "\xA9klm" + std::string(kBlock * 2, ' '); // behind what begins a letter
     const auto* const bytes = reinterpret_cast<const unsigned char*>(text.data());
-    const auto blocks = (text.size() - kReach) / kBlock;
-    EXPECT_EQ(firstBlock(bytes, blocks, {'a', 'b', 'c', 'd'}), blocks);
+    EXPECT_EQ(firstBlock(bytes, 1, {'e', 'k', 'l', 'm'}), 0U);
+    EXPECT_EQ(firstBlock(bytes, 1, {'e', 'k', 'l', 'n'}), 1U);
 }
 
 TEST(ByteFilter, TheFirstBlockOfSeveralIsTold) {

@@ -1,5 +1,6 @@
 #include "FoldedNeedle.h"
 #include "TextFolding.h"
+#include "Utf8.h"
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
@@ -20,7 +21,9 @@ bool occurs(const std::string& needle, std::string_view text) {
 }
 
 // As a file is searched: in portions of some length, each behind what is kept of the one before it.
-bool occursInPortions(const FoldedNeedle& needle, std::string_view text, std::size_t length) {
+using Occurs = bool (FoldedNeedle::*)(std::string_view, Portion) const;
+bool occursInPortions(const FoldedNeedle& needle, std::string_view text, std::size_t length,
+                      Occurs occurs = &FoldedNeedle::occursIn) {
     std::string window;
     for (std::size_t begin = 0; begin < text.size(); begin += length) {
         const bool isFirst = begin == 0;
@@ -28,7 +31,7 @@ bool occursInPortions(const FoldedNeedle& needle, std::string_view text, std::si
         window += text.substr(begin, length);
         const auto portion =
             isFirst ? (isLast ? Portion::whole : Portion::first) : (isLast ? Portion::last : Portion::middle);
-        if (needle.occursIn(window, portion)) {
+        if ((needle.*occurs)(window, portion)) {
             return true;
         }
         window.erase(0, window.size() - std::min(window.size(), needle.overlap()));
@@ -57,6 +60,14 @@ const std::vector<std::string>& words() {
                                                  "STRASSE",
                                                  "\u00DF\u00DF",
                                                  "o\uFB03ce",
+                                                 " \uFB03ce",
+                                                 "ffic",
+                                                 "\u201Cqui\u201D",
+                                                 "\u00E9",
+                                                 "\u00E9\u05B8",
+                                                 "u\u0301\u05B8",
+                                                 "\u1E6D\u093C",
+                                                 "\u0439",
                                                  "office",
                                                  "\uFB01",
                                                  "\u1EBFt",
@@ -101,6 +112,44 @@ TEST(FoldedNeedleProperties, FindsWhatFoldingEverythingFindsAndNothingElse) {
         ASSERT_EQ(occursInPortions(made, text, 1 + random() % 300), expected) << needle << " in " << text;
     }
     EXPECT_GT(found, 400);
+}
+
+// Both in UTF-8 and in Latin-1, and what is the one may look like the other.
+std::string randomBytes(std::mt19937& random, std::size_t pieces) {
+    static const std::vector<std::string> latin1 = {"qu\xEF", "ttung",    "N\xC4", "DEL",     "na",
+                                                    "\xDF",   "stra\xDF", "e",     "qui\xCF", "\xAB",
+                                                    "\xA0",   "\xE9",     " "};
+    std::string text;
+    for (std::size_t i = 0; i < pieces; ++i) {
+        text += random() % 3 == 0 ? latin1[random() % latin1.size()] : words()[random() % words().size()];
+    }
+    return text;
+}
+
+TEST(FoldedNeedleProperties, TextOfUnknownEncodingIsPassedOverOnlyWhereTheNeedleOccursInNeither) {
+    std::mt19937 random(5);
+    int found = 0;
+    int passedOver = 0;
+    for (int round = 0; round < 6000; ++round) {
+        const auto written = randomBytes(random, 1 + random() % 3);
+        const auto needle = Utf8::isValid(written) ? written : Utf8::fromLatin1(written);
+        if (folded(needle).empty()) {
+            continue;
+        }
+        const auto text =
+            random() % 2 == 0 ? randomText(random, random() % 40) : randomBytes(random, random() % 40);
+        const FoldedNeedle made(folded(needle));
+        const bool expected = occurs(needle, text) || occurs(needle, Utf8::fromLatin1(text));
+        const bool may = made.mayOccurInUnknown(text);
+        found += expected ? 1 : 0;
+        passedOver += may ? 0 : 1;
+        ASSERT_TRUE(may || !expected) << needle << " in " << text;
+        ASSERT_TRUE(!expected ||
+                    occursInPortions(made, text, 1 + random() % 300, &FoldedNeedle::mayOccurInUnknown))
+            << needle << " in " << text;
+    }
+    EXPECT_GT(found, 400);
+    EXPECT_GT(passedOver, 400);
 }
 
 TEST(FoldedNeedleProperties, ANeedleIsFoundAtEveryPlaceAroundTheBorderOfAPortion) {

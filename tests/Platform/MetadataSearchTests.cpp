@@ -329,30 +329,31 @@ TEST_F(MetadataSearchTest, WhatItsNameOrTypeDecidesIsNotRead) {
     EXPECT_TRUE(recorded.calls(FileCall::read).empty());
 }
 
-TEST_F(MetadataSearchTest, ContentIsOpenedOnlyAfterTheLastFolderIsListed) {
+TEST_F(MetadataSearchTest, ContentIsOpenedOnlyAfterTheLastEntryIsTold) {
     m_volume.file("a/b/1.txt", "needle").file("a/c/2.txt", "needle").file("a/d/e/3.txt", "needle");
     RecordingFileSystem recorded(m_disk);
+    int opened = 0;
+    int toldLater = 0;
+    recorded.beforeEach([&](const auto& made) { opened += made.call == FileCall::open ? 1 : 0; });
+    recorded.beforeEachEntry([&](const FileURL&) { toldLater += opened > 0 ? 1 : 0; });
     const MetadataSearch search(recorded, m_metadata, m_clock, {FileURL("/")});
     EXPECT_EQ(search.answer({kNeedleInNameOrContent}), "/a/b/1.txt\n/a/c/2.txt\n/a/d/e/3.txt\n");
-    const auto calls = recorded.calls();
-    const auto is = [](FileCall call) { return [call](const auto& made) { return made.call == call; }; };
-    const auto firstOpened = std::ranges::find_if(calls, is(FileCall::open));
-    EXPECT_NE(firstOpened, calls.end());
-    EXPECT_TRUE(std::none_of(firstOpened, calls.end(), is(FileCall::list)));
+    EXPECT_EQ(opened, 3);
+    EXPECT_EQ(toldLater, 0);
 }
 
-TEST_F(MetadataSearchTest, ASearchThatIsStoppedListsNoFurtherFolder) {
+TEST_F(MetadataSearchTest, ASearchThatIsStoppedEntersNoFurtherFolder) {
     m_volume.file("a/b/1.txt").file("a/c/2.txt").file("a/d/3.txt");
     const StopSource source;
     RecordingFileSystem recorded(m_disk);
-    recorded.beforeEach([&](const auto& made) {
-        if (made.call == FileCall::list && made.url != FileURL("/a")) {
+    recorded.beforeEachEntry([&](const FileURL& url) {
+        if (url.lastPathComponent().ends_with(".txt")) {
             source.requestStop();
         }
     });
-    const MetadataSearch search(recorded, m_metadata, m_clock, {FileURL("/a")});
+    const MetadataSearch search(recorded, m_metadata, m_clock, {FileURL("/a"), FileURL("/a/b")});
     search.answer({kEverything}, source.token());
-    EXPECT_EQ(recorded.calls(FileCall::list).size(), 2U);
+    EXPECT_EQ(recorded.entered().size(), 2U) << "the root and its first folder, and no second root";
 }
 
 TEST_F(MetadataSearchTest, ASearchThatIsStoppedOpensNoFurtherFile) {
@@ -379,7 +380,7 @@ TEST_F(MetadataSearchTest, TheRunnerHandsItsTokenToTheSearch) {
     const StopSource source;
     RecordingFileSystem recorded(m_disk);
     recorded.beforeEach([&](const auto& made) {
-        if (made.call == FileCall::list) {
+        if (made.call == FileCall::walk) {
             source.requestStop();
         }
     });
@@ -388,7 +389,7 @@ TEST_F(MetadataSearchTest, TheRunnerHandsItsTokenToTheSearch) {
     SearchingCommandRunner runner(recorded, search, others);
     const auto printed = runner.run("/usr/bin/mdfind", {kEverything}, source.token());
     EXPECT_FALSE(printed.ok());
-    EXPECT_EQ(recorded.calls(FileCall::list).size(), 1U);
+    EXPECT_EQ(recorded.entered().size(), 1U);
 }
 
 // Documents whose text is a table. Keeps the order in which they are read and how many are at once.
@@ -569,6 +570,26 @@ TEST_F(MetadataSearchTest, ASearchByTypeAsksTheDiskForNamesAlone) {
     EXPECT_EQ(find(kApplications).size(), 1U);
     EXPECT_LE(m_files.resourcesAsked, 1); // the root
     EXPECT_EQ(m_files.existenceAsked, 1); // the property list
+}
+
+TEST_F(MetadataSearchTest, OnlyWhatNameAndTypeLeaveOpenIsAskedForItsSize) {
+    m_volume.file("a/long.txt", "12345")
+        .file("a/short.txt", "1")
+        .file("a/long.png", "12345")
+        .folder("a/b.txt");
+    RecordingFileSystem recorded(m_disk);
+    const MetadataSearch search(recorded, m_metadata, m_clock, {FileURL("/a")});
+    EXPECT_EQ(search.answer({"kMDItemFSSize >= 5 && kMDItemContentType == 'public.plain-text'"}),
+              "/a/long.txt\n");
+    EXPECT_THAT(
+        recorded.calls(FileCall::resourceValues),
+        testing::UnorderedElementsAre(FileURL("/a"), FileURL("/a/long.txt"), FileURL("/a/short.txt")));
+}
+
+TEST_F(MetadataSearchTest, ASizeIsAskedOfTheWalkAndOfNoPath) {
+    m_volume.file("a/b/long.txt", "12345").file("a/b/Pack.pages/Data/part", "1234567");
+    EXPECT_EQ(findIn("/a", "kMDItemFSSize >= 5"), (Lines{"/a/b/Pack.pages", "/a/b/long.txt"}));
+    EXPECT_EQ(m_files.resourcesAsked, 1); // the root
 }
 
 TEST_F(MetadataSearchTest, NoMatchIsTheEmptyText) {

@@ -649,6 +649,37 @@ TEST_P(FileSystemContract, AFileThatVanishesDuringTheWalkMeasuresNothing) {
     EXPECT_EQ(sum, size);
 }
 
+TEST_P(FileSystemContract, AWalkTellsThePropertiesOfEachEntryAsItsPathDoes) {
+    folder.file("tree/file", "12345");
+    folder.file("tree/sub/deep/other", std::string(5000, 'x'));
+    folder.link("tree/link", "file");
+    folder.fifo("tree/sub/pipe");
+    std::vector<std::string> asked;
+    WalkedPaths paths(url("tree"));
+    ASSERT_TRUE(files().walk(url("tree"), {}, [&](const WalkEntry& entry) {
+        const auto path = paths.told(entry);
+        const auto values = entry.resourceValues();
+        const auto expected = files().resourceValues(path);
+        EXPECT_TRUE(values.ok() && expected.ok() && *values == *expected && values->type == entry.type)
+            << path.path();
+        asked.push_back(relative(path));
+        return WalkAnswer::proceed;
+    }));
+    EXPECT_THAT(asked, UnorderedElementsAre("tree/file", "tree/sub", "tree/sub/deep", "tree/sub/deep/other",
+                                            "tree/link", "tree/sub/pipe"));
+}
+
+TEST_P(FileSystemContract, AnEntryThatVanishesOnceToldHasNoProperties) {
+    folder.file("tree/file");
+    folder.folder("tree/sub");
+    ASSERT_TRUE(files().walk(url("tree"), {}, [&](const WalkEntry& entry) {
+        EXPECT_TRUE(entry.resourceValues().ok());
+        folder.remove("tree/" + std::string(entry.name));
+        EXPECT_EQ(entry.resourceValues().error().code, ErrorCode::kReadNoSuchFile) << entry.name;
+        return WalkAnswer::proceed;
+    }));
+}
+
 TEST_P(FileSystemContract, AFolderThatBecomesALinkOnceToldIsNotEntered) {
     folder.file("outside/secret");
     folder.folder("tree/sub");

@@ -73,6 +73,20 @@ TEST_F(FileSystemWrappers, AVanishedFolderIsNamedAndNothingMore) {
     EXPECT_THAT(namesWalked(faulty, tree), UnorderedElementsAre("a", "b", "b/file+", "top+"));
 }
 
+TEST_F(FileSystemWrappers, PropertiesThatAWalkTellsFailAndAreRecordedLikeThoseOfAPath) {
+    faulty.fail(FileURL("/tree/top"), kFailure);
+    RecordingFileSystem record(faulty);
+    ASSERT_TRUE(record.walk(tree, {}, [](const WalkEntry& entry) {
+        const auto values = entry.resourceValues();
+        EXPECT_EQ(values.ok(), entry.name != "top") << entry.name;
+        EXPECT_TRUE(values.ok() || values.error() == kFailure);
+        return WalkAnswer::skipBelow;
+    }));
+    EXPECT_THAT(record.calls(FileCall::resourceValues),
+                UnorderedElementsAre(FileURL("/tree/a"), FileURL("/tree/b"), FileURL("/tree/top")));
+    EXPECT_THAT(faulty.touched(), testing::Contains(FileURL("/tree/top")));
+}
+
 TEST_F(FileSystemWrappers, AVanishedFileMeasuresNothing) {
     faulty.vanish(FileURL("/tree/top"));
     EXPECT_THAT(namesWalked(faulty, tree), UnorderedElementsAre("a", "a/file+", "b", "b/file+", "top"));

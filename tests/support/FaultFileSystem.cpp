@@ -199,6 +199,13 @@ Result<> FaultFileSystem::walk(const FileURL& root, WalkOptions options, Visitor
         const bool gone = isGone(url);
         WalkEntry told = entry;
         told.allocated = gone ? 0 : entry.allocated;
+        const auto values = [&]() -> Result<ResourceValues> {
+            if (const auto error = touch(FileCall::resourceValues, url)) {
+                return *error;
+            }
+            return entry.resourceValues();
+        };
+        told.resourceValues = values;
         const auto answer = visit(told);
         const bool closed = entry.type == EntryType::directory && (gone || isDenied(url));
         return closed && answer == WalkAnswer::proceed ? WalkAnswer::skipBelow : answer;

@@ -102,7 +102,13 @@ Result<> RecordingFileSystem::walk(const FileURL& root, WalkOptions options, Vis
         if (m_beforeEntry) {
             m_beforeEntry(url);
         }
-        const auto answer = visit(entry);
+        const auto values = [&] {
+            note(FileCall::resourceValues, url);
+            return entry.resourceValues();
+        };
+        WalkEntry told = entry;
+        told.resourceValues = values;
+        const auto answer = visit(told);
         if (entry.type == EntryType::directory && answer == WalkAnswer::proceed) {
             noteEntered(url);
         }

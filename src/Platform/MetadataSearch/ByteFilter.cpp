@@ -1,6 +1,8 @@
 #include "ByteFilter.h"
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 
 // The same loop for the wide registers of newer processors, chosen at the start of the program. Sanitizers instrument
 // what makes the choice, which runs before they do.
@@ -18,72 +20,296 @@ namespace {
 
 using Byte = unsigned char;
 
-// The compiler lays the loops below over whole registers: bytes in, bytes out, no branch.
-constexpr Byte isLetter(Byte byte, Byte letter) {
-    return static_cast<Byte>(byte | 0x20U) == letter;
+enum class Encoding { utf8, unknown };
+
+// Bytes side by side, and the answers to questions about them: all bits set for yes. Half a block is what the wide
+// registers hold; elsewhere the compiler takes several. Never handed from function to function, as processors differ in
+// how they do that.
+constexpr std::size_t kLane = 32;
+using Lane = signed char __attribute__((vector_size(kLane)));
+using Words = std::uint64_t __attribute__((vector_size(kLane)));
+
+// Bytes as the lanes count them: first those that continue a character, then those that begin one, then ASCII.
+constexpr signed char counted(int byte) {
+    return static_cast<signed char>(byte < 0x80 ? byte : byte - 0x100);
+}
+constexpr auto kBegin = counted(0xC0);
+constexpr auto kCaseBit = counted(0x20);
+constexpr auto kLigature = counted(0xEF); // with which those begin that stand for ASCII letters...
+constexpr auto kOfLatin = counted(0xAC);  // ...and what follows then
+
+QUILLANE_ALWAYS_INLINE void load(Lane& lane, const Byte* bytes) {
+    std::memcpy(&lane, bytes, sizeof lane);
 }
 
-// Plain letters alone, and the bits of all bytes together.
-struct Look {
-    Byte found = 0;
-    Byte bits = 0;
+QUILLANE_ALWAYS_INLINE bool isAny(const Lane& answers) {
+    return __builtin_reduce_or(__builtin_bit_cast(Words, answers)) != 0;
+}
+
+QUILLANE_ALWAYS_INLINE bool isAnyHigh(const Lane& bytes) {
+    constexpr std::uint64_t kHigh = 0x8080808080808080;
+    return __builtin_reduce_or(__builtin_bit_cast(Words, bytes) & kHigh) != 0;
+}
+
+// Whether characters begin that can be part of letters.
+QUILLANE_ALWAYS_INLINE void addSpelling(Lane& answers, const Lane& at, const Lane& next) {
+    answers |= (at >= kBegin) & (at <= counted(0xCD));
+    answers |= (at == counted(0xE1)) | (at == counted(0xE2)) | ((at == kLigature) & (next == kOfLatin));
+}
+
+// Whether a character of another script begins behind ASCII. The highest bit answers.
+QUILLANE_ALWAYS_INLINE void addMarking(Lane& answers, const Lane& at, const Lane& next) {
+    answers |= (at > counted(' ')) & (next >= counted(0xD2)) & next;
+}
+
+// Whether a character begins that does not go on, as letters of Latin-1 do not. The highest bit answers.
+QUILLANE_ALWAYS_INLINE void addBroken(Lane& answers, const Lane& at, const Lane& next) {
+    answers |= (at >= kBegin) & at & (next >= kBegin);
+}
+
+// What is there beside ASCII: characters that can be part of letters, and marks or what is broken, of which the highest
+// bit answers. Text of other scripts has neither.
+template <Encoding encoding>
+QUILLANE_ALWAYS_INLINE void lookForOthers(const Byte* bytes, Lane& spelling, Lane& marking) {
+    for (std::size_t i = 0; i < kBlock; i += kLane) {
+        Lane at;
+        Lane next;
+        load(at, bytes + i);
+        load(next, bytes + i + 1);
+        addSpelling(spelling, at, next);
+        addMarking(marking, at, next);
+        if constexpr (encoding == Encoding::unknown) {
+            addBroken(marking, at, next);
+        }
+    }
+}
+
+// Three of the four letters in ASCII, and the bits of all bytes.
+QUILLANE_ALWAYS_INLINE void lookForLetters(const Byte* bytes, const Quad& quad, Lane& found, Lane& bits) {
+    for (std::size_t i = 0; i < kBlock; i += kLane) {
+        Lane at;
+        Lane next;
+        Lane afterNext;
+        load(at, bytes + i);
+        load(next, bytes + i + 1);
+        load(afterNext, bytes + i + 2);
+        found |= ((at | kCaseBit) == counted(quad[0])) & ((next | kCaseBit) == counted(quad[1])) &
+                 ((afterNext | kCaseBit) == counted(quad[2]));
+        bits |= at;
+    }
+}
+
+// The next block with three of the letters, which it tells, or with anything beside ASCII.
+QUILLANE_ALWAYS_INLINE std::size_t skipPlain(const Byte* bytes, std::size_t block, std::size_t blocks,
+                                             const Quad& quad, Lane& letters) {
+    for (; block < blocks; ++block) {
+        Lane found = {};
+        Lane bits = {};
+        lookForLetters(bytes + block * kBlock, quad, found, bits);
+        if (isAnyHigh(found | bits)) {
+            letters = found;
+            break;
+        }
+    }
+    return block;
+}
+
+// Whether four letters may begin here, were every byte that is not ASCII a part of any letter.
+QUILLANE_ALWAYS_INLINE bool mayHoldWidely(const Byte* bytes, const Quad& quad) {
+    Lane found = {}; // the highest bit answers
+    for (std::size_t i = 0; i < kBlock; i += kLane) {
+        Lane four = Lane{} - counted(1);
+        for (std::size_t j = 0; j < quad.size(); ++j) {
+            Lane at;
+            load(at, bytes + i + j);
+            four &= ((at | kCaseBit) == counted(quad[j])) | at;
+        }
+        found |= four;
+    }
+    return isAnyHigh(found);
+}
+
+// The same for the bytes that do stand for letters. In Latin-1 only the last of the four can be another one unless
+// something is broken; the sharp s, which is two letters, counts as a mark.
+template <Encoding encoding>
+QUILLANE_ALWAYS_INLINE bool mayHoldNarrowly(const Byte* bytes, const Quad& quad) {
+    Lane found = {};
+    for (std::size_t i = 0; i < kBlock; i += kLane) {
+        Lane four = Lane{} - counted(1);
+        for (std::size_t j = 0; j < quad.size(); ++j) {
+            Lane at;
+            Lane next;
+            load(at, bytes + i + j);
+            load(next, bytes + i + j + 1);
+            if constexpr (encoding == Encoding::unknown) {
+                found |= j == 3 ? four & (at < counted(0)) : Lane{};
+            }
+            four &= ((at | kCaseBit) == counted(quad[j])) | (at <= counted(0xCD)) | (at == counted(0xE1)) |
+                    (at == counted(0xE2)) | ((at == kLigature) & (next == kOfLatin));
+        }
+        found |= four;
+    }
+    return isAny(found);
+}
+
+// Adds to the answers whether bytes begin a mark of another script.
+QUILLANE_ALWAYS_INLINE void addRareMarks(Lane& answers, const Byte* bytes) {
+    Lane at;
+    load(at, bytes);
+    answers |= (at >= counted(0xD2)) & (at <= counted(0xE0));
+    answers |= (at == counted(0xE3)) | ((at >= counted(0xEA)) & (at < counted(0)));
+}
+
+// A mark of another script behind a printed character of ASCII, or behind one of two or three bytes that can be part of
+// letters.
+QUILLANE_ALWAYS_INLINE bool holdsRareMark(const Byte* bytes) {
+    Lane found = {};
+    for (std::size_t i = 0; i < kBlock; i += kLane) {
+        Lane at;
+        Lane next;
+        load(at, bytes + i);
+        load(next, bytes + i + 1);
+        Lane behindOne = {};
+        Lane behindTwo = {};
+        Lane behindThree = {};
+        addRareMarks(behindOne, bytes + i + 1);
+        addRareMarks(behindTwo, bytes + i + 2);
+        addRareMarks(behindThree, bytes + i + 3);
+        Lane spelling = {};
+        addSpelling(spelling, at, next);
+        found |= (at > counted(' ')) & behindOne;
+        found |= spelling & (behindTwo | behindThree);
+    }
+    return isAny(found);
+}
+
+// Where a search for blocks stands.
+struct Place {
+    std::size_t next = 0;    // the block that comes next
+    bool isSpelling = false; // what may spell letters begins in the block before it
+    bool isLookedAt = true;  // that block need not be looked at again
 };
 
-QUILLANE_ALWAYS_INLINE Look lookForLetters(const Byte* bytes, const Quad& quad) {
-    const Byte first = quad[0];
-    const Byte second = quad[1];
-    const Byte third = quad[2];
-    const Byte fourth = quad[3];
-    Look look;
-    for (std::size_t i = 0; i < kBlock; ++i) {
-        look.found |= static_cast<Byte>(isLetter(bytes[i], first) & isLetter(bytes[i + 1], second) &
-                                        isLetter(bytes[i + 2], third) & isLetter(bytes[i + 3], fourth));
-        look.bits |= bytes[i];
-    }
-    for (std::size_t i = kBlock; i < kBlock + kReach; ++i) {
-        look.bits |= bytes[i];
-    }
-    return look;
-}
-
-// With all that may stand for letters.
-QUILLANE_ALWAYS_INLINE Byte lookForAll(const Byte* bytes, const Quad& quad) {
-    std::array<Byte, kBlock + kReach> stands{};
-    for (std::size_t i = 0; i < stands.size(); ++i) {
-        stands[i] = standsForLetters(bytes[i]);
-    }
-    const Byte first = quad[0];
-    const Byte second = quad[1];
-    const Byte third = quad[2];
-    const Byte fourth = quad[3];
-    Byte found = 0;
-    for (std::size_t i = 0; i < kBlock; ++i) {
-        found |= static_cast<Byte>((isLetter(bytes[i], first) | stands[i]) &
-                                   (isLetter(bytes[i + 1], second) | stands[i + 1]) &
-                                   (isLetter(bytes[i + 2], third) | stands[i + 2]) &
-                                   (isLetter(bytes[i + 3], fourth) | stands[i + 3]));
-        const Byte byte = bytes[i];
-        found |= static_cast<Byte>(static_cast<Byte>(byte > ' ') & static_cast<Byte>(byte < 0x80) &
-                                   static_cast<Byte>(beginsRareMark(bytes[i + 1])));
-    }
-    return found;
-}
-
-} // namespace
-
-QUILLANE_FOR_EACH_PROCESSOR
-std::size_t firstBlock(const Byte* bytes, std::size_t blocks, const Quad& quad) {
-    for (std::size_t block = 0; block < blocks; ++block) {
-        const auto look = lookForLetters(bytes, quad);
-        if (look.found != 0 || ((look.bits & 0x80U) != 0 && lookForAll(bytes, quad) != 0)) {
-            return block;
+// The next block that is worth a closer look; `blocks` where there is none. A character lies in two blocks at most, and
+// so do four letters: what may spell letters in one block is a reason to look at its neighbours too.
+template <Encoding encoding>
+QUILLANE_ALWAYS_INLINE std::size_t nextWorthALook(const Byte* bytes, std::size_t blocks, const Quad& quad,
+                                                  Place& place) {
+    while (place.next < blocks) {
+        Lane letters = {};
+        Lane bits = {};
+        if (place.isSpelling) {
+            lookForLetters(bytes + place.next * kBlock, quad, letters, bits);
+        } else {
+            const auto next = skipPlain(bytes, place.next, blocks, quad, letters);
+            place.isLookedAt = place.isLookedAt && next == place.next;
+            place.next = next;
+            if (next == blocks) {
+                break;
+            }
         }
-        bytes += kBlock;
+        const auto* const block = bytes + place.next * kBlock;
+        Lane spelling = {};
+        Lane marking = {};
+        lookForOthers<encoding>(block, spelling, marking);
+        if (!place.isSpelling && !isAnyHigh(letters | spelling | marking)) {
+            place.isLookedAt = false;
+            ++place.next;
+            continue;
+        }
+        const bool isSpelling = isAny(spelling);
+        if (isSpelling && !place.isLookedAt && mayHoldWidely(block - kBlock, quad)) {
+            place.isLookedAt = true;
+            return place.next - 1;
+        }
+        place.isLookedAt = isSpelling || place.isSpelling || isAny(letters);
+        place.isSpelling = isSpelling;
+        ++place.next;
+        if (isAnyHigh(marking) || (place.isLookedAt && mayHoldWidely(block, quad))) {
+            place.isLookedAt = true;
+            return place.next - 1;
+        }
     }
     return blocks;
 }
 
+// The closer look.
+template <Encoding encoding>
+QUILLANE_ALWAYS_INLINE bool mayHold(const Byte* bytes, const Quad& quad) {
+    Lane broken = {};
+    if constexpr (encoding == Encoding::unknown) {
+        for (std::size_t i = 0; i < kBlock; i += kLane) {
+            Lane at;
+            Lane next;
+            load(at, bytes + i);
+            load(next, bytes + i + 1);
+            addBroken(broken, at, next);
+        }
+    }
+    return isAnyHigh(broken) || holdsRareMark(bytes) || mayHoldNarrowly<encoding>(bytes, quad);
+}
+
+// The functions that are made for each processor.
+struct Functions {
+    std::size_t (*nextWorthALook)(const Byte*, std::size_t, const Quad&, Place&);
+    bool (*mayHold)(const Byte*, const Quad&);
+};
+
+QUILLANE_FOR_EACH_PROCESSOR
+std::size_t nextOfUtf8(const Byte* bytes, std::size_t blocks, const Quad& quad, Place& place) {
+    return nextWorthALook<Encoding::utf8>(bytes, blocks, quad, place);
+}
+
+QUILLANE_FOR_EACH_PROCESSOR
+std::size_t nextOfUnknown(const Byte* bytes, std::size_t blocks, const Quad& quad, Place& place) {
+    return nextWorthALook<Encoding::unknown>(bytes, blocks, quad, place);
+}
+
+QUILLANE_FOR_EACH_PROCESSOR
+bool mayHoldUtf8(const Byte* bytes, const Quad& quad) {
+    return mayHold<Encoding::utf8>(bytes, quad);
+}
+
+QUILLANE_FOR_EACH_PROCESSOR
+bool mayHoldUnknown(const Byte* bytes, const Quad& quad) {
+    return mayHold<Encoding::unknown>(bytes, quad);
+}
+
+bool continues(Byte byte) {
+    return (byte & 0xC0U) == 0x80;
+}
+
+std::size_t firstBlockOf(const Byte* bytes, std::size_t blocks, const Quad& quad,
+                         const Functions& functions) {
+    Place place{.isSpelling = blocks > 0 && continues(bytes[0])};
+    while (true) {
+        const auto block = functions.nextWorthALook(bytes, blocks, quad, place);
+        if (block == blocks) {
+            break;
+        }
+        if (functions.mayHold(bytes + block * kBlock, quad)) {
+            return block;
+        }
+    }
+    const auto* const rest = bytes + blocks * kBlock;
+    const bool isUnseen = !place.isLookedAt && ((rest[0] | rest[1] | rest[2]) & 0x80U) != 0;
+    return isUnseen && functions.mayHold(rest - kBlock, quad) ? blocks - 1 : blocks;
+}
+
+} // namespace
+
+std::size_t firstBlock(const Byte* bytes, std::size_t blocks, const Quad& quad) {
+    return firstBlockOf(bytes, blocks, quad, {nextOfUtf8, mayHoldUtf8});
+}
+
+std::size_t firstBlockOfUnknown(const Byte* bytes, std::size_t blocks, const Quad& quad) {
+    return firstBlockOf(bytes, blocks, quad, {nextOfUnknown, mayHoldUnknown});
+}
+
 namespace {
+
+// How many bytes before a block decide on it too.
+constexpr std::size_t kBefore = 3;
 
 QUILLANE_ALWAYS_INLINE Byte bitsOf(const Byte* bytes) {
     Byte bits = 0;
@@ -97,13 +323,12 @@ QUILLANE_ALWAYS_INLINE Byte bitsOf(const Byte* bytes) {
 // missing, and second bytes of overlong forms, surrogates and points beyond the last. Not zero when anything is.
 QUILLANE_ALWAYS_INLINE Byte faults(const Byte* bytes) {
     Byte wrong = 0;
-    bytes -= kReach;
+    bytes -= kBefore;
     for (std::size_t i = 0; i < kBlock; ++i) {
         const Byte byte = bytes[i + 3];
         const Byte before = bytes[i + 2];
         const Byte isExpected = (before >= 0xC0) | (bytes[i + 1] >= 0xE0) | (bytes[i] >= 0xF0);
-        const Byte continues = (byte & 0xC0U) == 0x80;
-        wrong |= isExpected ^ continues;
+        wrong |= isExpected ^ static_cast<Byte>((byte & 0xC0U) == 0x80);
         wrong |= ((byte == 0xC0) | (byte == 0xC1) | (byte >= 0xF5));
         wrong |= ((before == 0xE0) & (byte < 0xA0)) | ((before == 0xED) & (byte > 0x9F));
         wrong |= ((before == 0xF0) & (byte < 0x90)) | ((before == 0xF4) & (byte > 0x8F));
@@ -111,7 +336,7 @@ QUILLANE_ALWAYS_INLINE Byte faults(const Byte* bytes) {
     return wrong;
 }
 
-// Of blocks with kReach bytes before them: whether any has a fault. ASCII behind ASCII has none.
+// Of blocks with kBefore bytes before them: whether any has a fault. ASCII behind ASCII has none.
 QUILLANE_FOR_EACH_PROCESSOR
 bool haveFaults(const Byte* bytes, std::size_t blocks) {
     bool mayContinue = true;
@@ -127,10 +352,10 @@ bool haveFaults(const Byte* bytes, std::size_t blocks) {
 
 // Whether these bytes, at most a block, are faulty behind the three before them or end within a character.
 bool isFaultyEnd(std::string_view before, std::string_view rest) {
-    std::array<Byte, kReach + kBlock + kBlock> padded{}; // what is cut misses its continuation in the zeros
+    std::array<Byte, kBefore + kBlock + kBlock> padded{}; // what is cut misses its continuation in the zeros
     std::ranges::copy(before, padded.begin());
-    std::ranges::copy(rest, padded.begin() + kReach);
-    return haveFaults(padded.data() + kReach, 2);
+    std::ranges::copy(rest, padded.begin() + kBefore);
+    return haveFaults(padded.data() + kBefore, 2);
 }
 
 } // namespace
@@ -140,13 +365,13 @@ bool isUtf8(std::string_view text) {
         return !isFaultyEnd({}, text);
     }
     // The first block has no bytes before it; those of a copy are zeros.
-    std::array<Byte, kReach + kBlock> first{};
-    std::ranges::copy(text.substr(0, kBlock), first.begin() + kReach);
+    std::array<Byte, kBefore + kBlock> first{};
+    std::ranges::copy(text.substr(0, kBlock), first.begin() + kBefore);
     const auto* const bytes = reinterpret_cast<const Byte*>(text.data());
     const auto blocks = text.size() / kBlock;
     const auto end = blocks * kBlock;
-    return !haveFaults(first.data() + kReach, 1) && !haveFaults(bytes + kBlock, blocks - 1) &&
-           !isFaultyEnd(text.substr(end - kReach, kReach), text.substr(end));
+    return !haveFaults(first.data() + kBefore, 1) && !haveFaults(bytes + kBlock, blocks - 1) &&
+           !isFaultyEnd(text.substr(end - kBefore, kBefore), text.substr(end));
 }
 
 } // namespace quillane::ByteFilter

@@ -39,6 +39,17 @@ std::optional<ByteFilter::Quad> rarestQuad(std::u32string_view points) {
     return rarest;
 }
 
+// Whether the first two of the four letters stand somewhere side by side, in ASCII.
+bool holdsPair(std::string_view text, const ByteFilter::Quad& quad) {
+    unsigned found = 0;
+    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+        const auto first = static_cast<unsigned char>(text[i]) | 0x20U;
+        const auto second = static_cast<unsigned char>(text[i + 1]) | 0x20U;
+        found |= static_cast<unsigned>(first == quad[0]) & static_cast<unsigned>(second == quad[1]);
+    }
+    return found != 0;
+}
+
 bool continuesCharacter(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
 }
@@ -51,6 +62,17 @@ std::size_t borderFrom(std::string_view text, std::size_t at) {
     return at;
 }
 
+bool isLast(FoldedNeedle::Portion portion) {
+    return portion == FoldedNeedle::Portion::whole || portion == FoldedNeedle::Portion::last;
+}
+
+std::string_view withoutCutCharacters(std::string_view text, FoldedNeedle::Portion portion) {
+    if (portion == FoldedNeedle::Portion::middle || portion == FoldedNeedle::Portion::last) {
+        text.remove_prefix(borderFrom(text, 0));
+    }
+    return isLast(portion) ? text : Utf8::withoutCutCharacter(text);
+}
+
 } // namespace
 
 FoldedNeedle::FoldedNeedle(std::u32string points)
@@ -59,35 +81,38 @@ FoldedNeedle::FoldedNeedle(std::u32string points)
     , m_quad(rarestQuad(m_points)) {}
 
 bool FoldedNeedle::occursIn(std::string_view text, Portion portion) const {
-    if (portion == Portion::middle || portion == Portion::last) {
-        text.remove_prefix(borderFrom(text, 0));
-    }
-    const bool isEnd = portion == Portion::whole || portion == Portion::last;
-    if (!isEnd) {
-        text = Utf8::withoutCutCharacter(text);
-    }
-    if (!m_quad) {
-        return occursInFolded(text, isEnd);
-    }
+    const auto whole = withoutCutCharacters(text, portion);
+    return m_quad ? occursByFilter(whole, isLast(portion),
+                                   {ByteFilter::firstBlock, &FoldedNeedle::occursInFolded})
+                  : occursInFolded(whole, isLast(portion));
+}
+
+bool FoldedNeedle::mayOccurInUnknown(std::string_view text, Portion portion) const {
+    return !m_quad || occursByFilter(withoutCutCharacters(text, portion), isLast(portion),
+                                     {ByteFilter::firstBlockOfUnknown, &FoldedNeedle::mayOccurInEither});
+}
+
+bool FoldedNeedle::occursByFilter(std::string_view text, bool isEnd, const Reading& reading) const {
     const auto blocks =
         text.size() < ByteFilter::kReach ? 0 : (text.size() - ByteFilter::kReach) / ByteFilter::kBlock;
-    if (occursInRuns(text, blocks, isEnd)) {
+    if (occursInRuns(text, blocks, isEnd, reading)) {
         return true;
     }
     // What is left is less than two blocks and gets the bytes beyond it that a block needs.
     const auto begin = blocks * ByteFilter::kBlock;
     std::array<unsigned char, 2 * ByteFilter::kBlock + ByteFilter::kReach> rest{};
     std::ranges::copy(text.substr(begin), rest.begin());
-    return ByteFilter::firstBlock(rest.data(), 2, *m_quad) < 2 &&
-           occursAround(text, begin, text.size(), isEnd);
+    return reading.firstBlock(rest.data(), 2, *m_quad) < 2 &&
+           occursAround(text, begin, text.size(), isEnd, reading);
 }
 
 // Blocks whose surroundings overlap are folded together, and each only once.
-bool FoldedNeedle::occursInRuns(std::string_view text, std::size_t blocks, bool isEnd) const {
+bool FoldedNeedle::occursInRuns(std::string_view text, std::size_t blocks, bool isEnd,
+                                const Reading& reading) const {
     const auto* const bytes = reinterpret_cast<const unsigned char*>(text.data());
     const auto apart = 2 * m_margin / ByteFilter::kBlock + 1;
     const auto firstFrom = [&](std::size_t block, std::size_t count) {
-        return block + ByteFilter::firstBlock(bytes + block * ByteFilter::kBlock, count, *m_quad);
+        return block + reading.firstBlock(bytes + block * ByteFilter::kBlock, count, *m_quad);
     };
     for (auto begin = firstFrom(0, blocks); begin < blocks;) {
         auto end = begin + 1;
@@ -100,7 +125,7 @@ bool FoldedNeedle::occursInRuns(std::string_view text, std::size_t blocks, bool 
             end = next + 1;
         }
         if (occursAround(text, begin * ByteFilter::kBlock, end * ByteFilter::kBlock + ByteFilter::kReach,
-                         isEnd)) {
+                         isEnd, reading)) {
             return true;
         }
         const auto after = std::min(end + apart, blocks);
@@ -109,10 +134,21 @@ bool FoldedNeedle::occursInRuns(std::string_view text, std::size_t blocks, bool 
     return false;
 }
 
-bool FoldedNeedle::occursAround(std::string_view text, std::size_t begin, std::size_t end, bool isEnd) const {
+bool FoldedNeedle::occursAround(std::string_view text, std::size_t begin, std::size_t end, bool isEnd,
+                                const Reading& reading) const {
     const auto from = begin > m_margin ? borderFrom(text, begin - m_margin) : 0;
     const auto to = std::min(end + m_margin, text.size());
-    return occursInFolded(text.substr(from, borderFrom(text, to) - from), isEnd && to == text.size());
+    return (this->*reading.occurs)(text.substr(from, borderFrom(text, to) - from),
+                                   isEnd && to == text.size());
+}
+
+// What is broken as UTF-8 decides for the other one. In what is not, no letter of Latin-1 stands before a plain one, so
+// of the four that were looked for at least two are ASCII.
+bool FoldedNeedle::mayOccurInEither(std::string_view stretch, bool isEnd) const {
+    if (!ByteFilter::isUtf8(stretch) || occursInFolded(stretch, isEnd)) {
+        return true;
+    }
+    return holdsPair(stretch, *m_quad) && occursInFolded(Utf8::fromLatin1(stretch), isEnd);
 }
 
 constexpr std::size_t kMostKeptPoints = std::size_t{1} << 20U;

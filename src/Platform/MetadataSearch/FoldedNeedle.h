@@ -9,8 +9,8 @@ namespace quillane {
 
 // A text that is looked for in much other text, where neither case nor accents count. Finds exactly what folding
 // all of it would, but mostly looks at bytes: only where four characters of the needle may stand, a stretch is folded
-// and searched. What may be missed is told at ByteFilter::firstBlock(), and an occurrence in which letters carry so
-// many accents that it is longer than overlap(). Immutable; any thread.
+// and searched. What may be missed is an occurrence in which letters carry so many accents that it is longer than
+// overlap(). Immutable; any thread.
 class FoldedNeedle {
   public:
     // Folded code points; not empty.
@@ -22,15 +22,27 @@ class FoldedNeedle {
     // Whether it occurs in a portion of UTF-8, which begins with the last overlap() bytes of the portion before or
     // all of it; what would end with the portion is found in the next one.
     bool occursIn(std::string_view text, Portion portion = Portion::whole) const;
+    // The same for text of which nobody has found out whether it is UTF-8 or Latin-1. False only where it does not
+    // occur in either; where it may, that must be found out.
+    bool mayOccurInUnknown(std::string_view text, Portion portion = Portion::whole) const;
     std::size_t overlap() const { return 2 * m_margin + 2 * ByteFilter::kBlock; }
 
     // Whether bytes are looked at; otherwise all is folded, as for a needle without four ASCII characters in a row.
     bool hasFilter() const { return m_quad.has_value(); }
 
   private:
+    // How bytes are looked at: first many at a time, then what was found there.
+    struct Reading {
+        std::size_t (*firstBlock)(const unsigned char*, std::size_t, const ByteFilter::Quad&);
+        bool (FoldedNeedle::*occurs)(std::string_view stretch, bool isEnd) const;
+    };
+
+    bool occursByFilter(std::string_view text, bool isEnd, const Reading& reading) const;
     bool occursInFolded(std::string_view stretch, bool isEnd) const;
-    bool occursInRuns(std::string_view text, std::size_t blocks, bool isEnd) const;
-    bool occursAround(std::string_view text, std::size_t begin, std::size_t end, bool isEnd) const;
+    bool mayOccurInEither(std::string_view stretch, bool isEnd) const;
+    bool occursInRuns(std::string_view text, std::size_t blocks, bool isEnd, const Reading& reading) const;
+    bool occursAround(std::string_view text, std::size_t begin, std::size_t end, bool isEnd,
+                      const Reading& reading) const;
 
     std::u32string m_points;
     std::size_t m_margin; // bytes that an occurrence may lie to each side of what the filter found

@@ -1,5 +1,4 @@
 #include "IndexedItem.h"
-#include "PathWalk.h"
 #include "PlainText.h"
 #include "ScreenCapture.h"
 #include "TextFileSearch.h"
@@ -11,16 +10,23 @@ FileURL urlOf(std::string_view path) {
     return FileURL(std::string(path));
 }
 
+// What can't be read adds nothing.
 Bytes packageSize(const FileSystem& files, const FileURL& package, const StopToken& stop) {
     Bytes sum = 0;
-    const auto add = [&](const std::string& path, const DirectoryEntry& entry) {
-        if (entry.type == EntryType::regular && !stop.stopRequested()) {
-            const auto values = files.resourceValues(FileURL(path));
-            sum = checkedSum(sum, values ? values->fileSize : 0); // what can't be read adds nothing
+    const auto add = [&](const WalkEntry& entry) {
+        if (stop.stopRequested()) {
+            return WalkAnswer::stop;
         }
-        return true;
+        if (entry.name.starts_with("._")) {
+            return WalkAnswer::skipBelow; // no file of its own, but what a volume keeps of another one
+        }
+        if (entry.type == EntryType::regular) {
+            const auto values = entry.resourceValues();
+            sum = checkedSum(sum, values ? values->fileSize : 0);
+        }
+        return WalkAnswer::proceed;
     };
-    walkPaths(files, package, add, stop);
+    static_cast<void>(files.walk(package, {}, add));
     return sum;
 }
 
@@ -71,7 +77,9 @@ std::string_view IndexedItem::displayName() const {
 const std::optional<ResourceValues>& IndexedItem::resources() {
     if (!m_hasAskedResources) {
         m_hasAskedResources = true;
-        if (auto values = m_source.files.resourceValues(urlOf(m_path))) {
+        const auto values =
+            m_walked != nullptr ? m_walked->resourceValues() : m_source.files.resourceValues(urlOf(m_path));
+        if (values) {
             m_resources = *values;
         }
     }

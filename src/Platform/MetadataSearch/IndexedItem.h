@@ -20,7 +20,8 @@ struct ItemSource {
 };
 
 // An entry of the disk as the index would know it. Nothing is asked of the disk before a value needs it, and
-// then once; name and type need nothing. Lives within one step of a search.
+// then once, of the walk that tells the entry where there is one; name and type need nothing. Lives within one step of
+// a search.
 class IndexedItem final : public MetadataItem {
   public:
     // What is written in it is told now or not yet.
@@ -29,14 +30,15 @@ class IndexedItem final : public MetadataItem {
     // For a pattern that is more than a text to be found, content is read from the start of a file alone.
     static constexpr std::size_t kMostDecoded = std::size_t{4} << 20U;
 
-    // `source` and `path` must outlive the item.
+    // `source`, `path` and `walked` must outlive the item.
     IndexedItem(const ItemSource& source, std::string_view path, EntryType entryType,
-                const ContentType& contentType, Content content)
+                const ContentType& contentType, Content content, const WalkEntry* walked = nullptr)
         : m_source(source)
         , m_path(path)
         , m_entryType(entryType)
         , m_contentType(contentType)
-        , m_content(content) {}
+        , m_content(content)
+        , m_walked(walked) {}
 
     // Absent where the platform has none: the size of a plain folder, the content of what is no text. The size
     // of a package is the sum of its files, which costs a walk. Content is searched and never told.
@@ -63,6 +65,7 @@ class IndexedItem final : public MetadataItem {
     EntryType m_entryType;
     const ContentType& m_contentType;
     Content m_content;
+    const WalkEntry* m_walked; // null behind the walk
     bool m_hasAskedResources = false;
     std::optional<ResourceValues> m_resources;
     std::optional<Bytes> m_packageSize;

@@ -1,7 +1,7 @@
 #include "MetadataSearch.h"
 #include "Crew.h"
 #include "IndexedItem.h"
-#include "PathWalk.h"
+#include "WalkedPaths.h"
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -201,25 +201,35 @@ void MetadataSearch::walk(FileURL root, Search& search) const {
     if (values && values->type == EntryType::symbolicLink) {
         root = m_files.resolvingSymlinks(root); // the index knows things by where they really are
     }
-    if (!isIndexed(root)) {
+    if (search.source.stop.stopRequested() || !isIndexed(root)) {
         return;
     }
-    const auto visit = [&](const std::string& path, const DirectoryEntry& entry) {
-        const auto parent = std::string_view(path).substr(0, path.size() - entry.name.size() - 1);
-        if (search.source.stop.stopRequested() || isLeftOut(parent, entry.name, entry.type)) {
-            return false;
+    WalkedPaths paths(root);
+    const auto visit = [&](const WalkEntry& entry) {
+        if (search.source.stop.stopRequested()) {
+            return WalkAnswer::stop;
         }
-        const auto& type = contentType(path, entry.name, entry.type);
-        IndexedItem item(search.source, path, entry.type, type, IndexedItem::Content::later);
-        const auto answer = search.query.answer(item);
-        if (answer == MetadataAnswer::yes) {
-            search.lines.push_back(search.line(item, path));
-        } else if (answer == MetadataAnswer::later) {
-            (item.isCostly() ? search.costly : search.undecided).push_back({path, entry.type, &type});
-        }
-        return !type.isPackage();
+        paths.tell(entry);
+        return look(entry, paths.path(), search);
     };
-    walkPaths(m_files, root, visit, search.source.stop);
+    static_cast<void>(m_files.walk(root, {}, visit)); // what can't be listed is skipped
+}
+
+// Whether a folder is entered; the answer counts for nothing else.
+WalkAnswer MetadataSearch::look(const WalkEntry& entry, const std::string& path, Search& search) const {
+    const auto parent = std::string_view(path).substr(0, path.size() - entry.name.size() - 1);
+    if (isLeftOut(parent, entry.name, entry.type)) {
+        return WalkAnswer::skipBelow;
+    }
+    const auto& type = contentType(path, entry.name, entry.type);
+    IndexedItem item(search.source, path, entry.type, type, IndexedItem::Content::later, &entry);
+    const auto answer = search.query.answer(item);
+    if (answer == MetadataAnswer::yes) {
+        search.lines.push_back(search.line(item, path));
+    } else if (answer == MetadataAnswer::later) {
+        (item.isCostly() ? search.costly : search.undecided).push_back({path, entry.type, &type});
+    }
+    return type.isPackage() ? WalkAnswer::skipBelow : WalkAnswer::proceed;
 }
 
 // Each worker writes places of its own.

@@ -66,6 +66,7 @@ class MetadataSearch {
     struct Search;
 
     void walk(FileURL root, Search& search) const;
+    WalkAnswer look(const WalkEntry& entry, const std::string& path, Search& search) const;
     void decide(const std::vector<Undecided>& items, Search& search) const;
     void decideCostly(const std::vector<Undecided>& items, Search& search) const;
     bool isIndexed(const FileURL& folder) const;

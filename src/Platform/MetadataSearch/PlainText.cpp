@@ -37,22 +37,30 @@ std::optional<ByteOrder> utf16Order(std::string_view bytes) {
 
 } // namespace
 
-Format formatOf(std::string_view start) {
+std::optional<Format> markedFormatOf(std::string_view start) {
     if (start.starts_with(kUtf8Mark)) {
-        return {Encoding::utf8, kUtf8Mark.size()};
+        return Format{Encoding::utf8, kUtf8Mark.size()};
     }
     if (start.starts_with(kBigEndianMark)) {
-        return {Encoding::utf16BigEndian, kBigEndianMark.size()};
+        return Format{Encoding::utf16BigEndian, kBigEndianMark.size()};
     }
     if (start.starts_with(kLittleEndianMark)) {
-        return {Encoding::utf16LittleEndian, kLittleEndianMark.size()};
+        return Format{Encoding::utf16LittleEndian, kLittleEndianMark.size()};
     }
     if (start.substr(0, kBytesLookedAt).find('\0') != std::string_view::npos) {
         const auto order = utf16Order(start);
         if (!order) {
-            return {};
+            return Format{};
         }
-        return {*order == ByteOrder::bigEndian ? Encoding::utf16BigEndian : Encoding::utf16LittleEndian};
+        return Format{*order == ByteOrder::bigEndian ? Encoding::utf16BigEndian
+                                                     : Encoding::utf16LittleEndian};
+    }
+    return std::nullopt;
+}
+
+Format formatOf(std::string_view start) {
+    if (const auto marked = markedFormatOf(start)) {
+        return *marked;
     }
     return {ByteFilter::isUtf8(Utf8::withoutCutCharacter(start)) ? Encoding::utf8 : Encoding::latin1};
 }

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,9 @@ struct Format {
 // ASCII characters, then UTF-8 where the bytes are valid but for a last character that is cut, then Latin-1. Bytes
 // with other zeros near their beginning are no text.
 Format formatOf(std::string_view start);
+
+// The same without a look at whether bytes are valid UTF-8: nothing where that must decide between it and Latin-1.
+std::optional<Format> markedFormatOf(std::string_view start);
 
 // The start of a file as UTF-8; empty for what is no text. A character that the end of `bytes` cuts is dropped. At
 // most twice as long as `bytes`.

@@ -52,12 +52,16 @@ class Search {
         if (!readPortion()) {
             return false;
         }
-        m_format = PlainText::formatOf(m_window.text());
+        if (const auto marked = PlainText::markedFormatOf(m_window.text())) {
+            m_format = *marked;
+        } else if (!decideWhereItMatters()) {
+            return false;
+        }
         switch (m_format.encoding) {
         case PlainText::Encoding::none:
             return false;
         case PlainText::Encoding::utf8:
-            return occursInBytes();
+            return occursInBytes(&FoldedNeedle::occursIn);
         default:
             return occursInDecoded();
         }
@@ -86,16 +90,35 @@ class Search {
         return m_isAtEnd ? Portion::last : Portion::middle;
     }
 
-    bool occursInBytes() {
+    // UTF-8 or Latin-1 is a question that all of the first portion answers, and most files need no answer. False where
+    // the needle occurs in neither; else the search stands before the first portion.
+    bool decideWhereItMatters() {
+        if (!occursInBytes(&FoldedNeedle::mayOccurInUnknown)) {
+            return false;
+        }
+        if (!m_isFirst) {
+            m_window.keepLast(0);
+            m_offset = 0;
+            m_isFirst = true;
+            if (!readPortion()) {
+                return false;
+            }
+        }
+        m_format = PlainText::formatOf(m_window.text());
+        return true;
+    }
+
+    bool occursInBytes(bool (FoldedNeedle::*occurs)(std::string_view, Portion) const) {
         do {
             const auto text = m_window.text().substr(m_isFirst ? m_format.mark : 0);
-            if (m_needle.occursIn(text, portion())) {
+            if ((m_needle.*occurs)(text, portion())) {
                 return true;
             }
             m_isFirst = false;
             m_window.keepLast(m_needle.overlap());
         } while (!m_isAtEnd && readPortion());
-        return !m_isAtEnd && endsWithNeedle(std::string(m_window.text()));
+        // A file whose length is a multiple of a portion tells its end only by an empty one.
+        return !m_isAtEnd && !m_stop.stopRequested() && (m_needle.*occurs)(m_window.text(), Portion::last);
     }
 
     bool occursInDecoded() {
@@ -112,12 +135,7 @@ class Search {
             m_window.keepLast(cut);
             text.erase(0, text.size() - std::min(text.size(), m_needle.overlap()));
         } while (!m_isAtEnd && readPortion());
-        return !m_isAtEnd && endsWithNeedle(text);
-    }
-
-    // A file whose length is a multiple of a portion tells its end only by an empty one.
-    bool endsWithNeedle(const std::string& rest) const {
-        return !m_stop.stopRequested() && m_needle.occursIn(rest, Portion::last);
+        return !m_isAtEnd && !m_stop.stopRequested() && m_needle.occursIn(text, Portion::last);
     }
 
     // Of a pair of units that the end of the part divides, and of a unit.

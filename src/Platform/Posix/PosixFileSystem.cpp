@@ -4,9 +4,9 @@
 #include "Descriptor.h"
 #include "DirectoryReader.h"
 #include "ExtendedAttribute.h"
+#include "FileStatus.h"
 #include "PosixError.h"
 #include "SpaceReserve.h"
-#include "StatusTime.h"
 #include "TreeWalk.h"
 #include <algorithm>
 #include <array>
@@ -23,7 +23,6 @@ namespace {
 
 constexpr std::size_t kListBatch = std::size_t{32} * 1024;
 constexpr std::size_t kFirstRead = std::size_t{64} * 1024;
-constexpr Bytes kBlock = 512; // the unit of st_blocks on every system, whatever the volume's own blocks
 constexpr mode_t kFolderMode = 0777; // default attributes: the user's mask decides
 
 // Other names under which macOS shows the same files, longest first.
@@ -105,8 +104,9 @@ Descriptor openUntraced(const Volume& volume, const std::string& path) {
 
 class PosixOpenFile final : public OpenFile {
   public:
-    explicit PosixOpenFile(Descriptor file)
-        : m_file(std::move(file)) {}
+    PosixOpenFile(Descriptor file, const struct stat& status)
+        : m_file(std::move(file))
+        , m_length(status.st_size) {}
 
     Result<std::size_t> readAt(std::span<std::byte> buffer, Bytes offset) override {
         std::size_t length = 0;
@@ -124,6 +124,9 @@ class PosixOpenFile final : public OpenFile {
                 break;
             }
             length += static_cast<std::size_t>(count);
+            if (isAtEnd(offset + static_cast<Bytes>(length))) {
+                break;
+            }
         }
         return length;
     }
@@ -145,7 +148,12 @@ class PosixOpenFile final : public OpenFile {
     }
 
   private:
+    // Whether what was read ends where the file did when it was opened: then the system had no more to give and need
+    // not be asked once more.
+    bool isAtEnd(Bytes end) const { return end == m_length; }
+
     Descriptor m_file;
+    Bytes m_length; // when it was opened
 };
 
 } // namespace
@@ -196,17 +204,7 @@ Result<ResourceValues> PosixFileSystem::resourceValues(const FileURL& url) const
     if (!m_volume.status(url.path(), LastLink::keep, status)) {
         return readingError();
     }
-    ResourceValues values;
-    values.type = entryTypeOfMode(status.st_mode);
-    values.fileSize = status.st_size;
-    if (values.type == EntryType::regular) {
-        values.allocated = Bytes{status.st_blocks} * kBlock;
-        values.totalAllocated = values.allocated;
-    }
-    values.contentModified = modifiedOf(status);
-    values.device = static_cast<std::uint64_t>(status.st_dev);
-    values.inode = static_cast<std::uint64_t>(status.st_ino);
-    return values;
+    return resourceValuesOf(status);
 }
 
 Result<VolumeSpace> PosixFileSystem::volumeSpace(const FileURL& folder) const {
@@ -286,7 +284,7 @@ Result<std::unique_ptr<OpenFile>> PosixFileSystem::openForReading(const FileURL&
     if (!S_ISREG(status.st_mode)) {
         return PosixError::reading(EINVAL);
     }
-    return std::unique_ptr<OpenFile>(std::make_unique<PosixOpenFile>(std::move(file)));
+    return std::unique_ptr<OpenFile>(std::make_unique<PosixOpenFile>(std::move(file), status));
 }
 
 Result<> PosixFileSystem::createDirectories(const FileURL& url) {

@@ -1,5 +1,7 @@
 #include "TreeWalk.h"
 #include "DirectoryReader.h"
+#include "FileStatus.h"
+#include "PosixError.h"
 #include <cerrno>
 #include <fcntl.h>
 #include <string>
@@ -13,7 +15,6 @@ namespace {
 constexpr std::size_t kMostOpenFolders = 20;
 // Names of folders not yet entered, in bytes, above which folders are read in the smallest batches.
 constexpr std::size_t kPendingNames = std::size_t{1024} * 1024;
-constexpr Bytes kBlock = 512; // the unit of st_blocks on every system, whatever the volume's own blocks
 constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
 
 // A folder on the way from the root to where the walk is.
@@ -25,6 +26,14 @@ struct Level {
     dev_t device = 0;             // its identity, once closed
     ino_t inode = 0;
 };
+
+Result<ResourceValues> valuesBelow(int folder, const char* name) {
+    struct stat status;
+    if (!statusBelow(folder, name, status)) {
+        return PosixError::reading(errno);
+    }
+    return resourceValuesOf(status);
+}
 
 class TreeWalk {
   public:
@@ -77,7 +86,8 @@ class TreeWalk {
     bool tellBatch(int folder) {
         RawEntry raw;
         while (m_reader.next(raw)) {
-            WalkEntry entry{.name = {raw.name, raw.length}, .level = level()};
+            const auto values = [&] { return valuesBelow(folder, raw.name); };
+            WalkEntry entry{.name = {raw.name, raw.length}, .level = level(), .resourceValues = values};
             inspect(folder, raw, entry);
             if (entry.type == EntryType::directory) {
                 m_pending.append(raw.name, raw.length + 1); // its NUL with it
@@ -101,7 +111,7 @@ class TreeWalk {
         }
         entry.type = entryTypeOfMode(status.st_mode);
         if (m_options.measures && entry.type == EntryType::regular) {
-            entry.allocated = Bytes{status.st_blocks} * kBlock;
+            entry.allocated = allocatedOf(status);
         }
     }
 
@@ -111,8 +121,11 @@ class TreeWalk {
         const auto before = end == 0 ? std::string::npos : m_pending.rfind('\0', end - 1);
         const auto begin = before == std::string::npos ? 0 : before + 1;
         const char* name = m_pending.data() + begin;
-        const auto answer =
-            m_visit({.name = {name, end - begin}, .type = EntryType::directory, .level = level()});
+        const auto values = [&] { return valuesBelow(m_levels.back().folder.get(), name); };
+        const auto answer = m_visit({.name = {name, end - begin},
+                                     .type = EntryType::directory,
+                                     .level = level(),
+                                     .resourceValues = values});
         if (answer == WalkAnswer::stop) {
             return false;
         }
