@@ -16,6 +16,8 @@
 #include "SampleMac.h"
 #include "SearchingCommandRunner.h"
 #include "ThreadTaskRunner.h"
+#include <QCoreApplication>
+#include <QFile>
 #include <string>
 
 namespace quillane {
@@ -59,7 +61,7 @@ class SampleSession {
     AbsentCommandRunner m_programs;
     SampleLaunchctl m_launchctl;
     PosixCommandRunner m_viewers; // of documents: the machine's own, for there are none in the sample
-    DocumentText m_documents{m_files, m_viewers,
+    DocumentText m_documents{m_files, m_viewers, m_session.clock(),
                              [this](const FileURL& url) { return m_files.hostPath(url); }};
     MetadataSearch m_search{m_files,
                             m_metadata,
@@ -72,7 +74,8 @@ class SampleSession {
     FakeRunningApplications m_running;
     MemoryDefaults m_defaults;
     FilePreviews m_previews{m_files, m_viewers, m_session.clock(),
-                            [this](const FileURL& url) { return m_files.hostPath(url); }};
+                            [this](const FileURL& url) { return m_files.hostPath(url); },
+                            QFile::encodeName(QCoreApplication::applicationFilePath()).toStdString()};
     ThreadTaskRunner m_tasks;
 };
 

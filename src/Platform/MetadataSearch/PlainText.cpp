@@ -35,9 +35,7 @@ std::optional<ByteOrder> utf16Order(std::string_view bytes) {
     return zeros[0] != 0 ? ByteOrder::bigEndian : ByteOrder::littleEndian;
 }
 
-} // namespace
-
-Format formatOf(std::string_view start) {
+Format declaredFormatOf(std::string_view start) {
     if (start.starts_with(kUtf8Mark)) {
         return {Encoding::utf8, kUtf8Mark.size()};
     }
@@ -57,6 +55,24 @@ Format formatOf(std::string_view start) {
     return {ByteFilter::isUtf8(Utf8::withoutCutCharacter(start)) ? Encoding::utf8 : Encoding::latin1};
 }
 
+// White space, and with it what colours a terminal or strikes a letter twice.
+bool isControl(char c) {
+    constexpr std::string_view kOfTexts = "\b\t\n\v\f\r\x1B";
+    const auto byte = static_cast<unsigned char>(c);
+    return (byte < 0x20 || byte == 0x7F) && kOfTexts.find(c) == std::string_view::npos;
+}
+
+} // namespace
+
+Format formatOf(std::string_view start, Claim claim) {
+    const auto format = declaredFormatOf(start);
+    if (claim == Claim::declared || format.encoding == Encoding::none) {
+        return format;
+    }
+    const auto text = decoded(start.substr(format.mark, kBytesLookedAt), format.encoding);
+    return std::ranges::any_of(text, isControl) ? Format{} : format;
+}
+
 std::string decoded(std::string_view part, Encoding encoding) {
     switch (encoding) {
     case Encoding::none:
@@ -73,8 +89,8 @@ std::string decoded(std::string_view part, Encoding encoding) {
     return {};
 }
 
-std::string decoded(std::string_view bytes) {
-    const auto format = formatOf(bytes);
+std::string decoded(std::string_view bytes, Claim claim) {
+    const auto format = formatOf(bytes, claim);
     const auto part = bytes.substr(format.mark);
     return decoded(format.encoding == Encoding::utf8 ? Utf8::withoutCutCharacter(part) : part,
                    format.encoding);
