@@ -142,7 +142,7 @@ TEST_F(DocumentTextTest, OfDocumentsThatNeedAProgramIsNotDisplacedByOthers) {
     const DocumentText documents(
         m_files, m_noPrograms, m_clock, [this](const FileURL& url) { return hostPath(url); }, limits);
     for (int i = 0; i < 20; ++i) {
-        m_volume.file(std::to_string(i) + ".html", std::string(500, 'x'));
+        m_volume.file(std::to_string(i) + ".html", std::string(700, 'x'));
         textBy(documents, "/" + std::to_string(i) + ".html");
     }
     m_volume.file("a.pdf", "%PDF");
