@@ -50,9 +50,13 @@ std::optional<int> takeNumber(std::string_view& text) {
 }
 
 void print(const IconImage& image) {
-    std::printf("%d %d\n", image.width, image.height);
-    std::fwrite(image.rgba.data(), 1, image.rgba.size(), stdout);
-    std::fflush(stdout);
+    QFile output;
+    if (output.open(stdout, QIODevice::WriteOnly)) {
+        output.write(QByteArray::number(image.width) + ' ' + QByteArray::number(image.height) + '\n');
+        output.write(reinterpret_cast<const char*>(image.rgba.data()),
+                     static_cast<qint64>(image.rgba.size()));
+        output.flush();
+    }
 }
 
 std::optional<IconImage> drawn(const char* path, PixelSize wanted, Fit fit) {
