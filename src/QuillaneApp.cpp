@@ -2,6 +2,8 @@
 #include "AutomationSettings.h"
 #include "IconCache.h"
 #include "Shell/ContentView.h"
+#include "WindowActivation.h"
+#include <QWindow>
 
 namespace quillane {
 
@@ -17,14 +19,14 @@ QuillaneApp::~QuillaneApp() {
     IconCache::shared().attach(nullptr);
 }
 
-void QuillaneApp::showWindow() {
+void QuillaneApp::showWindow(const std::string& activationToken) {
     if (!m_window) {
         m_window = new ContentView(m_library, m_notifications);
         m_window->setAttribute(Qt::WA_DeleteOnClose);
     }
+    m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
     m_window->show();
-    m_window->raise();
-    m_window->activateWindow();
+    WindowActivation::activate(*m_window->windowHandle(), activationToken);
 }
 
 ContentView* QuillaneApp::window() const {

@@ -1,5 +1,6 @@
 // Quillane on Linux: the window over this machine.
 #include "BundleProcesses.h"
+#include "DesktopNotifications.h"
 #include "DesktopSession.h"
 #include "DesktopStorage.h"
 #include "DesktopThumbnails.h"
@@ -9,6 +10,7 @@
 #include "FilePreviews.h"
 #include "MetadataSearch.h"
 #include "PosixCommandRunner.h"
+#include "PosixDirectoryWatch.h"
 #include "QuillaneApp.h"
 #include "RecentlyUsedFiles.h"
 #include "SearchingCommandRunner.h"
@@ -41,6 +43,8 @@ int main(int argc, char** argv) {
         files, programs, session.clock(), [](const FileURL& url) { return url.path(); },
         QFile::encodeName(QApplication::applicationFilePath()).toStdString(), &thumbnails);
     BundleProcesses running(files);
+    PosixDirectoryWatch directories(tasks);
+    DesktopNotifications notifications(tasks);
     storage.keepRoom(tasks);
     session.followDesktop(tasks);
 
@@ -53,9 +57,13 @@ int main(int argc, char** argv) {
                      .trash = storage.trash,
                      .runningApplications = running,
                      .defaults = storage.defaults,
-                     .previews = previews});
+                     .previews = previews,
+                     .directories = directories,
+                     .notifications = notifications});
     app.showWindow();
+    const int status = QApplication::exec();
+    notifications.withdrawAll();
     // Work ends with the process: nobody who quits waits for a walk to come to its end. Everything that is
     // kept was written when it changed.
-    std::_Exit(QApplication::exec());
+    std::_Exit(status);
 }

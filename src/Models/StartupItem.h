@@ -35,6 +35,8 @@ struct StartupItem {
     Bytes bytes = 0;              // the length of the list; of a helper what it takes on disk
 
     const FileURL& id() const { return url; }
+    // Whether it lies in the user's own folder, by the text of its path: what does not needs administrator rights to go.
+    bool isAtHome(const FileURL& home) const { return url.path().starts_with(home.path()); }
     // When it runs: "at login, every 1 hr", or "on demand" for what nothing starts by itself.
     std::string schedule() const;
 

@@ -20,7 +20,7 @@ class UserNotifications {
   public:
     // A click on a notification of this program.
     struct Click {
-        std::map<std::string, std::string> userInfo; // of the notification
+        std::map<std::string, std::string> userInfo; // of the notification that stood when it was clicked
         std::string activationToken; // with which a window may come to the front; empty for none
         friend bool operator==(const Click&, const Click&) = default;
     };
@@ -28,10 +28,12 @@ class UserNotifications {
     virtual ~UserNotifications() = default;
     // Asks the user for permission to notify, where the system has such a question and has not put it before.
     virtual void requestAuthorization() = 0;
-    // Shows a notification, also while the program is in front.
+    // Shows a notification with banner and sound, also while the program is in front. Of several with one identifier
+    // the last one stands.
     virtual void add(const UserNotification& notification) = 0;
     // Who is told of clicks from now on, on the main thread at a later turn; an empty function for nobody. What was
-    // clicked while there was nobody is told to the first one.
+    // clicked while there was nobody is told to the first one. A click on a notification that this program did not
+    // add, or that is gone, is told to nobody.
     virtual void setClickHandler(std::function<void(const Click&)> handler) = 0;
 };
 

@@ -141,19 +141,21 @@ Architecture architectureOf(const Platform& platform, const FileURL& contents,
     return MachOInspector::architecture(platform, contents.appending("MacOS").appending(*executable));
 }
 
-std::optional<InstalledApp> readMetadata(const Platform& platform, const FileURL& url) {
-    const auto contents = url.appending("Contents");
+// What a bundle says of itself.
+Result<PropertyList::Value> readInfo(const Platform& platform, const FileURL& bundle) {
     // One byte beyond the limit, so that a list that is too large is seen to be.
     const auto bytes =
-        platform.files.read(contents.appending("Info.plist"), PropertyList::Limits().bytes + 1);
-    if (!bytes) {
-        return std::nullopt;
-    }
-    const auto parsed = PropertyList::parse(*bytes);
+        platform.files.read(bundle.appending("Contents/Info.plist"), PropertyList::Limits().bytes + 1);
+    return bytes ? PropertyList::parse(*bytes) : Result<PropertyList::Value>(bytes.error());
+}
+
+std::optional<InstalledApp> readMetadata(const Platform& platform, const FileURL& url) {
+    const auto parsed = readInfo(platform, url);
     const auto* info = parsed ? PropertyList::asDictionary(&*parsed) : nullptr;
     if (info == nullptr) {
         return std::nullopt;
     }
+    const auto contents = url.appending("Contents");
     const auto text = [&](std::string_view key) { return PropertyList::asString(info->find(key)); };
 
     InstalledApp app;
@@ -192,6 +194,12 @@ std::vector<InstalledApp> scanMetadata(const Platform& platform) {
         }
     }
     return apps;
+}
+
+std::optional<std::string> bundleIdentifier(const Platform& platform, const FileURL& bundle) {
+    const auto parsed = readInfo(platform, bundle);
+    const auto* info = parsed ? PropertyList::asDictionary(&*parsed) : nullptr;
+    return info == nullptr ? std::nullopt : PropertyList::asString(info->find("CFBundleIdentifier"));
 }
 
 } // namespace quillane::AppScanner

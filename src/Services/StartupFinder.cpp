@@ -57,10 +57,6 @@ std::string_view lastPiece(std::string_view text, char mark) {
     return text.substr(0, end).substr(before == std::string_view::npos ? 0 : before + 1);
 }
 
-bool isAtHome(const Platform& platform, const StartupItem& item) {
-    return item.url.path().starts_with(platform.files.home().path());
-}
-
 // Without a label the rest of the target would be the whole of what the user runs.
 bool namesService(const std::string& label) {
     return label.find_first_not_of('/') != std::string::npos;
@@ -169,7 +165,7 @@ std::unordered_set<std::string> loadedUserLabels(const Platform& platform, const
 }
 
 std::optional<std::string> unload(const Platform& platform, const StartupItem& item, const StopToken& stop) {
-    if (item.kind != Kind::agent || !isAtHome(platform, item) || !namesService(item.label)) {
+    if (item.kind != Kind::agent || !item.isAtHome(platform.files.home()) || !namesService(item.label)) {
         return kRefusal;
     }
     const auto target = "gui/" + std::to_string(platform.commands.userID()) + "/" + item.label;

@@ -1,7 +1,7 @@
 // What could be removed, as rows for the review. Only builds values: nothing here touches a file.
 #include "AppLibrary.h"
 #include "Formatting.h"
-#include "LeftoverFinder.h"
+#include "StayingClaims.h"
 #include <algorithm>
 #include <string>
 #include <unordered_set>
@@ -16,43 +16,6 @@ const FileURL& trashToken() {
     static const FileURL token("/.Trash");
     return token;
 }
-
-// What the applications that stay claim of the support files: what is listed for them, and what their identifiers
-// name, since nothing is listed before a scan has measured them, nor ever for those of the system.
-class StayingClaims {
-  public:
-    StayingClaims(const std::vector<InstalledApp>& apps, const std::vector<InstalledApp>& going) {
-        std::unordered_set<FileURL> leaving;
-        for (const auto& app : going) {
-            leaving.insert(app.url);
-        }
-        for (const auto& app : apps) {
-            if (!leaving.contains(app.url)) {
-                add(app);
-            }
-        }
-    }
-
-    bool hold(const LeftoverItem& item) const {
-        return m_listed.contains(item.url) ||
-               std::ranges::any_of(m_identifiers, [&](const std::string& identifier) {
-                   return LeftoverFinder::namesIdentifier(item.url.lastPathComponent(), identifier);
-               });
-    }
-
-  private:
-    void add(const InstalledApp& app) {
-        for (const auto& item : app.leftovers) {
-            m_listed.insert(item.url);
-        }
-        if (const auto identifier = app.bundleIdentifier.value_or(""); !identifier.empty()) {
-            m_identifiers.push_back(identifier);
-        }
-    }
-
-    std::unordered_set<FileURL> m_listed;
-    std::vector<std::string> m_identifiers;
-};
 
 template <class Record>
 std::string numberOf(const std::vector<Record>& records) {
@@ -176,7 +139,7 @@ BulkRemoval AppLibrary::removalForApps(const std::vector<InstalledApp>& selected
                 continue;
             }
             plan.add(SweepRows::rowFor(item, SweepCategory::apps, app.name));
-            if (item.confidence == LeftoverItem::Confidence::medium || staying.hold(item)) {
+            if (item.confidence == LeftoverItem::Confidence::medium || staying.hold(item.url)) {
                 excluded.insert(item.url);
             }
         }

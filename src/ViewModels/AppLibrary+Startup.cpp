@@ -78,7 +78,7 @@ BulkRemoval AppLibrary::removalForStartupItems(const std::vector<StartupItem>& i
     const auto home = m_platform.files.home();
     SweepPlan plan;
     for (const auto& item : items) {
-        if (item.url.path().starts_with(home.path()) && !isProtected(item.url)) {
+        if (item.isAtHome(home) && !isProtected(item.url)) {
             plan.add(SweepRows::rowFor(item));
         }
     }

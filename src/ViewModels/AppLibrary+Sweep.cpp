@@ -74,6 +74,7 @@ Task<SweepReport> AppLibrary::runSweep(std::vector<SweepEntry> entries, std::str
         record(UndoableOperation{std::move(label), m_platform.clock.now(), std::move(moves),
                                  report.totalBytes() - permanent});
     }
+    m_movedBySweep.clear(); // what moved stands in the operation by now
     co_await measureTrash(m_scanGeneration);
     isSweeping = false;
     sweepStatus = std::optional<std::string>();
@@ -115,6 +116,7 @@ Task<> AppLibrary::moveOne(const SweepEntry& entry, SweepReport& report, std::ve
         co_return; // protected while the sheet stood open: neither counted nor reported
     }
     sweepStatus = std::optional<std::string>(entry.title);
+    m_movedBySweep.insert(entry.url);
     const Platform platform = m_platform;
     const auto moved = co_await detached(platform.tasks, Priority::userInitiated,
                                          [platform, url = entry.url, bytes = entry.bytes] {
@@ -125,6 +127,9 @@ Task<> AppLibrary::moveOne(const SweepEntry& entry, SweepReport& report, std::ve
     report.itemsMovedToTrash += static_cast<int>(moved.trashed.size());
     append(report.failures, moved.failures);
     moves.insert(moves.end(), moved.moves.begin(), moved.moves.end());
+    if (moved.trashed.empty()) {
+        m_movedBySweep.erase(entry.url);
+    }
     forget(moved.trashed);
     noteInaccessible(moved.failures);
     sweepProcessed = *sweepProcessed + 1;

@@ -21,8 +21,10 @@
 #include "TaskScope.h"
 #include "TrashState.h"
 #include "UndoableOperation.h"
+#include "UninstallWatcher.h"
 #include "UserFile.h"
 #include <functional>
+#include <memory>
 #include <optional>
 #include <set>
 #include <span>
@@ -50,6 +52,7 @@ namespace quillane {
 //   AppLibrary+Scan.cpp       a scan from its first job to its last
 //   AppLibrary+Startup.cpp    what launchd starts by itself
 //   AppLibrary+Sweep.cpp      a confirmed list, and the way back
+//   AppLibrary+Uninstalls.cpp what was uninstalled behind our back
 class AppLibrary {
   public:
     // Reads what survived the last launch from the defaults and scans nothing. The platform's ports must outlive
@@ -61,7 +64,6 @@ class AppLibrary {
     const Platform& platform() const { return m_platform; }
     // Where screens start the operations below: tasks end with the library.
     TaskScope& tasks() { return m_tasks; }
-    Published<std::vector<RecentUninstall>> recentUninstalls; // as the last launch left them
 
     // Access
 
@@ -267,6 +269,21 @@ class AppLibrary {
     // the operation stays, and each item is told as failed.
     Task<Uninstaller::Report> undoLastOperation();
 
+    // Uninstalls
+
+    // The applications that vanished without our doing, the one recorded last first. Stored at each change; without
+    // a limit of number or age.
+    Published<std::vector<RecentUninstall>> recentUninstalls;
+
+    // Makes the watcher of "/Applications" and the home folder's "Applications" run or not, as the setting says by
+    // now. To be called at the start and after each change of the setting. Returns at once.
+    void syncUninstallWatcher();
+    // Forgets every record with the same id.
+    void dismissRecentUninstall(const RecentUninstall& record);
+    // What of the record's leftovers is still there and not protected. Unticked starts what only a name ties to the
+    // application, and what an application claims that is installed by now.
+    BulkRemoval removalForRecentUninstall(const RecentUninstall& record) const;
+
   private:
     friend struct AppLibraryTesting; // lets tests make a running scan stale
 
@@ -417,11 +434,32 @@ class AppLibrary {
 
     // Which applications hold a leftover. Made at need; empty when applications or leftovers may have joined since.
     std::optional<LeftoverIndex> m_holders;
+    // What the running sweep has moved, and what it is about to move; empty outside one.
+    std::unordered_set<FileURL> m_movedBySweep;
+
+    // Uninstalls
+
+    // Bundles have left the watched folders or have come to them. Asks for a scan, after the applications that are
+    // gone have been looked up in the list as it stands.
+    void applicationsChanged(const std::set<FileURL>& removed, const std::set<FileURL>& added);
+    // The applications at these locations, less those that we moved to the Trash ourselves.
+    std::vector<InstalledApp> appsGone(const std::set<FileURL>& removed) const;
+    bool isOwnMove(const FileURL& url) const;
+    // Records each that is gone and has not merely moved: whose identifier is in none of the bundles that came.
+    Task<> recordVanished(std::vector<InstalledApp> gone, std::set<FileURL> added);
+    Task<> recordUninstall(InstalledApp app, StopToken stop);
+    // Tells the user what was left behind, if anything was and the user wants to be told.
+    void notify(const RecentUninstall& record) const;
+    // Stores them too. The stored ones stay when these can't be told in JSON.
+    void setRecentUninstalls(std::vector<RecentUninstall> records);
+    // The applications of this id that are still listed and no longer there.
+    std::vector<InstalledApp> vanishedApps(const std::string& id) const;
 
     // What all of them work with
 
     const Platform m_platform; // references: copying it is cheap
-    TaskScope m_tasks;         // last: its suspended frames go before what they use
+    std::unique_ptr<UninstallWatcher> m_uninstallWatcher;
+    TaskScope m_tasks; // last: its suspended frames go before what they use
 };
 
 } // namespace quillane

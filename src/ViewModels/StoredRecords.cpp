@@ -14,7 +14,8 @@ using nlohmann::json;
 constexpr std::size_t kMaxBytes = std::size_t{64} << 20U;
 
 std::optional<json> parse(const Defaults::Data& data) {
-    if (data.size() > kMaxBytes) {
+    // The parser would take a zero byte for the end, whatever follows.
+    if (data.size() > kMaxBytes || std::ranges::find(data, std::uint8_t{0}) != data.end()) {
         return std::nullopt;
     }
     const auto* const text = reinterpret_cast<const char*>(data.data());

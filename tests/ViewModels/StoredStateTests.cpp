@@ -111,6 +111,86 @@ TEST_F(StoredState, GarbageUnderRecentUninstallsDoesNotStopTheLaunchAndStays) {
     }
 }
 
+TEST_F(StoredState, HostileRecentUninstallsAreNoneAndNeitherStopTheLaunchNorHoldItUp) {
+    constexpr std::size_t kDeep = 20'000;
+    const auto record = [](const std::string& fields) { return "[{" + fields + "}]"; };
+    const std::string rest = R"(,"removedAt":0,"leftovers":[])";
+    const std::string deep = std::string(kDeep, '[') + std::string(kDeep, ']');
+    std::string deepObject;
+    for (std::size_t i = 0; i < kDeep; ++i) {
+        deepObject += R"({"a":)";
+    }
+    const std::vector<std::string> texts{
+        std::string(kDeep, '['),
+        deepObject,
+        deepObject + "1" + std::string(kDeep, '}'),
+        deep,
+        record(R"("name":)" + deep + rest),
+        record(R"("name":"x","removedAt":0,"leftovers":)" + deep),
+        record(R"("name":1)" + rest),
+        record(R"("name":null)" + rest),
+        record(R"("removedAt":0,"leftovers":[])"),
+        record(R"("name":"x","leftovers":[])"),
+        record(R"("name":"x","removedAt":"0","leftovers":[])"),
+        record(R"("name":"x","removedAt":true,"leftovers":[])"),
+        record(R"("name":"x","removedAt":1e400,"leftovers":[])"),
+        record(R"("name":"x","removedAt":NaN,"leftovers":[])"),
+        record(R"("name":"x","removedAt":0,"leftovers":{})"),
+        record(R"("name":"x","removedAt":0,"leftovers":null)"),
+        record(R"("name":"x","bundleIdentifier":["x"],"removedAt":0,"leftovers":[])"),
+        record("\"name\":\"\xff\xfe\"" + rest),
+        record(R"("name":"x")" + rest) + "x",
+        record(R"("name":"x")" + rest) + std::string(1, '\0'),
+        "\xef\xbb\xbf["};
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const auto data = dataOf(texts[i]);
+        world.defaults.set("recentUninstalls", data);
+        launch();
+        EXPECT_TRUE(library->recentUninstalls->empty()) << i;
+        EXPECT_TRUE(world.defaults.data("recentUninstalls") == data) << i;
+    }
+}
+
+TEST_F(StoredState, AHostileLeftoverMakesTheWholeListNone) {
+    const auto leftover = [](const std::string& url, const std::string& category, const std::string& bytes,
+                             const std::string& confidence) {
+        return R"([{"name":"x","removedAt":0,"leftovers":[{"url":)" + url + R"(,"category":)" + category +
+               R"(,"bytes":)" + bytes + R"(,"highConfidence":)" + confidence + "}]}]";
+    };
+    const std::string url = R"("file:///a")";
+    ASSERT_TRUE(StoredRecords::decodeRecentUninstalls(dataOf(leftover(url, R"("c")", "1", "true"))));
+    for (const auto& text :
+         {leftover(R"("https://example.com/a")", R"("c")", "1", "true"),
+          leftover(R"("")", R"("c")", "1", "true"), leftover("1", R"("c")", "1", "true"),
+          leftover("[]", R"("c")", "1", "true"), leftover(url, "1", "1", "true"),
+          leftover(url, "null", "1", "true"), leftover(url, R"("c")", R"("1")", "true"),
+          leftover(url, R"("c")", "1.5", "true"), leftover(url, R"("c")", "true", "true"),
+          leftover(url, R"("c")", "9223372036854775808", "true"), leftover(url, R"("c")", "1e300", "true"),
+          leftover(url, R"("c")", "1", "1"), leftover(url, R"("c")", "1", R"("true")"),
+          leftover(url, R"("c")", "1", "null")}) {
+        EXPECT_FALSE(StoredRecords::decodeRecentUninstalls(dataOf(text))) << text;
+    }
+}
+
+TEST(StoredRecords, MoreThanAnybodyKeepsIsNotRead) {
+    auto data = dataOf(R"([{"name":"x","removedAt":0,"leftovers":[]}])");
+    EXPECT_TRUE(StoredRecords::decodeRecentUninstalls(data));
+    data.resize((std::size_t{64} << 20U) + 1, ' ');
+    EXPECT_FALSE(StoredRecords::decodeRecentUninstalls(data));
+}
+
+TEST(StoredRecords, RecentUninstallsOfAnyTextReadBackAsTheyWere) {
+    const std::vector<RecentUninstall> records{
+        {"", "", Date{0}, {}},
+        {"\xe2\x80\xae \"quoted\" \\ / \n\t\x01", std::nullopt, Date{-1e-7}, {}},
+        {"\xf0\x9f\x98\x80",
+         "com.example/\xc3\xa9",
+         Date{802'000'000.123456},
+         {{FileURL("/Users/alex/Library/\xff #?%25"), "Caches", 0, false},
+          {FileURL("/"), "", StoredRecords::kMostStoredBytes, true}}}};
+    EXPECT_EQ(StoredRecords::decodeRecentUninstalls(*StoredRecords::encode(records)), records);
+}
+
 TEST_F(StoredState, PassingNoOperationTakesTheKeyAway) {
     const auto a = file("a");
     sweep({entry(a, SweepCategory::caches, 1)});

@@ -2,6 +2,7 @@
 #include "DevCacheItem.h"
 #include "DuplicateGroup.h"
 #include "OrphanItem.h"
+#include "StartupItem.h"
 #include <optional>
 #include <string>
 #include <utility>
@@ -64,6 +65,29 @@ inline DuplicateGroup copies(const std::string& id, Bytes bytesEach, std::vector
         file.logicalBytes = bytesEach;
     }
     return {id, std::move(files), bytesEach};
+}
+
+// An agent of the user's own, at home.
+inline StartupItem startupItem(const std::string& label, StartupItem::Health health,
+                               std::optional<std::string> owner = std::nullopt) {
+    StartupItem item;
+    item.url = FileURL("/Users/alex/Library/LaunchAgents/" + label + ".plist");
+    item.label = label;
+    item.health = health;
+    item.ownerName = std::move(owner);
+    item.isLoaded = false;
+    item.bytes = 600;
+    return item;
+}
+
+// A daemon of the machine's.
+inline StartupItem startupDaemon(const std::string& label, StartupItem::Health health,
+                                 std::optional<std::string> owner = std::nullopt) {
+    StartupItem item = startupItem(label, health, std::move(owner));
+    item.url = FileURL("/Library/LaunchDaemons/" + label + ".plist");
+    item.kind = StartupItem::Kind::daemon;
+    item.isLoaded.reset();
+    return item;
 }
 
 } // namespace quillane

@@ -50,7 +50,8 @@ class WindowTest : public testing::Test {
     TableView& table() const; // of the section that the window is in, or of the applications
     ApplicationsTable& applications() const;
     ApplicationsDetail& detail() const;
-    // By the name in the first column; the test fails when there is none.
+    int namingColumn = 0; // which names a row
+    // By the name in that column; the test fails when there is none.
     int rowOf(const QString& name) const;
     QStringList names() const; // of all rows, from the top
     QStringList selectedNames() const;

@@ -11,18 +11,21 @@
 #include "MetadataSearch.h"
 #include "Platform.h"
 #include "PosixCommandRunner.h"
+#include "PosixDirectoryWatch.h"
 #include "PosixFileSystem.h"
 #include "SampleLaunchctl.h"
 #include "SampleMac.h"
 #include "SearchingCommandRunner.h"
 #include "ThreadTaskRunner.h"
+#include "UserNotifications.h"
 #include <QCoreApplication>
 #include <QFile>
 #include <string>
 
 namespace quillane {
 
-// The ports of the sample. The runner comes last, so that its jobs have ended when the others go.
+// The ports of the sample. The runner comes after what its jobs use, so that they have ended when that goes; what only
+// posts to it comes after it.
 class SampleSession {
   public:
     SampleSession(DesktopSession& session, const SampleMac& mac, const std::string& hostFolder)
@@ -41,7 +44,9 @@ class SampleSession {
     SampleSession(const SampleSession&) = delete;
     SampleSession& operator=(const SampleSession&) = delete;
 
-    Platform platform() {
+    TaskRunner& tasks() { return m_tasks; }
+    // `notifications` outlives whoever uses the platform.
+    Platform platform(UserNotifications& notifications) {
         return {.files = m_files,
                 .commands = m_commands,
                 .metadata = m_metadata,
@@ -51,7 +56,9 @@ class SampleSession {
                 .trash = m_trash,
                 .runningApplications = m_running,
                 .defaults = m_defaults,
-                .previews = m_previews};
+                .previews = m_previews,
+                .directories = m_directories,
+                .notifications = notifications};
     }
 
   private:
@@ -77,6 +84,9 @@ class SampleSession {
                             [this](const FileURL& url) { return m_files.hostPath(url); },
                             QFile::encodeName(QCoreApplication::applicationFilePath()).toStdString()};
     ThreadTaskRunner m_tasks;
+    PosixDirectoryWatch m_directories{m_tasks, [this](const FileURL& folder) {
+                                          return m_files.hostPath(m_files.resolvingSymlinks(folder));
+                                      }};
 };
 
 } // namespace quillane

@@ -1,4 +1,5 @@
 // The window over a sample Mac, which is laid beside this program and goes with it.
+#include "DesktopNotifications.h"
 #include "DrawingProgram.h"
 #include "QuillaneApp.h"
 #include "SampleSession.h"
@@ -52,7 +53,10 @@ int main(int argc, char** argv) {
     }
     const TreeOwner tree{volume.path().toStdString()};
     SampleSession session(desktop, SampleMac::full(desktop.clock().now()), tree.path);
-    QuillaneApp app(session.platform());
+    DesktopNotifications notifications(session.tasks());
+    QuillaneApp app(session.platform(notifications));
     app.showWindow();
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    notifications.withdrawAll();
+    return status;
 }

@@ -1,6 +1,7 @@
 // Opens the window over a sample Mac, walks through it and says what it saw.
 // Usage: quillane-tour PICTURES [--small]
 #include "QuillaneApp.h"
+#include "RecordingNotifications.h"
 #include "SampleSession.h"
 #include "TemporaryFolder.h"
 #include "Tour.h"
@@ -29,7 +30,8 @@ int main(int argc, char** argv) {
     const auto& folder = volume.path();
     SampleSession session(desktop, mac, folder);
     const auto afterSample = sinceStart.elapsed();
-    QuillaneApp app(session.platform());
+    RecordingNotifications notifications(session.tasks());
+    QuillaneApp app(session.platform(notifications));
     app.showWindow();
     Visitor::waitUntil([&] { return app.window()->window()->windowHandle()->isExposed(); });
     std::printf("The window stood %lld ms after the start, the laying of the sample not counted.\n",

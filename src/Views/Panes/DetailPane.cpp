@@ -7,7 +7,8 @@
 
 namespace quillane {
 
-DetailPane::DetailPane(const QString& removeLabel, const QString& name, QWidget* parent, RemoveButton place)
+DetailPane::DetailPane(const QString& removeLabel, const QString& name, QWidget* parent, RemoveButton place,
+                       PushButton* first)
     : QWidget(parent)
     , m_toolbar(new ToolbarRow)
     , m_reveal(new PushButton(QStringLiteral("Reveal in Finder"), QStringLiteral("folder")))
@@ -15,6 +16,9 @@ DetailPane::DetailPane(const QString& removeLabel, const QString& name, QWidget*
                               place == RemoveButton::InToolbar ? PushButton::Size::Regular
                                                                : PushButton::Size::Sheet))
     , m_blocks(new QVBoxLayout) {
+    if (first != nullptr) {
+        m_toolbar->addControl(first);
+    }
     m_toolbar->addControl(m_reveal);
     if (place == RemoveButton::InToolbar) {
         m_toolbar->addControl(m_remove);

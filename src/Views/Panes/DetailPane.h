@@ -30,9 +30,10 @@ class DetailPane : public QWidget {
   protected:
     // Where the destructive button stands: in the first row, or wide wherever the pane puts it among its blocks.
     enum class RemoveButton { InToolbar, AmongBlocks };
-    // `removeLabel` is what the destructive button says, `name` what assistive tools call the blocks.
+    // `removeLabel` is what the destructive button says, `name` what assistive tools call the blocks. `first`, where
+    // there is one, stands before the other buttons.
     DetailPane(const QString& removeLabel, const QString& name, QWidget* parent,
-               RemoveButton place = RemoveButton::InToolbar);
+               RemoveButton place = RemoveButton::InToolbar, PushButton* first = nullptr);
 
     // From the top; what is hidden takes no room.
     QVBoxLayout* blocks() const { return m_blocks; }

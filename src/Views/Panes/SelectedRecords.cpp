@@ -48,4 +48,9 @@ std::vector<DuplicateGroup> selectedDuplicateGroups(const AppLibrary& library,
     return selectedAmong(*library.duplicates, &DuplicateGroup::id, ids);
 }
 
+std::vector<StartupItem> selectedStartupItems(const AppLibrary& library,
+                                              const std::unordered_set<FileURL>& urls) {
+    return selectedAmong(*library.startupItems, &StartupItem::url, urls);
+}
+
 } // namespace quillane

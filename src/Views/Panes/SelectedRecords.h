@@ -3,6 +3,7 @@
 #include "DuplicateGroup.h"
 #include "InstalledApp.h"
 #include "OrphanGroup.h"
+#include "StartupItem.h"
 #include "UserFile.h"
 #include <string>
 #include <unordered_set>
@@ -24,5 +25,7 @@ std::vector<DevCacheItem> selectedDeveloperItems(const AppLibrary& library,
 std::vector<UserFile> selectedFiles(const AppLibrary& library, const std::unordered_set<FileURL>& urls);
 std::vector<DuplicateGroup> selectedDuplicateGroups(const AppLibrary& library,
                                                     const std::unordered_set<std::string>& ids);
+std::vector<StartupItem> selectedStartupItems(const AppLibrary& library,
+                                              const std::unordered_set<FileURL>& urls);
 
 } // namespace quillane

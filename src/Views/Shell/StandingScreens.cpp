@@ -5,6 +5,7 @@
 #include "Files/FilesScreen.h"
 #include "Orphans/OrphansScreen.h"
 #include "Overview/OverviewScreen.h"
+#include "Startup/StartupScreen.h"
 #include <algorithm>
 #include <array>
 
@@ -19,6 +20,7 @@ constexpr std::array kScreens = {
     StandingScreen{LibrarySection::developer, &makeDeveloperScreen},
     StandingScreen{LibrarySection::files, &makeFilesScreen},
     StandingScreen{LibrarySection::duplicates, &makeDuplicatesScreen},
+    StandingScreen{LibrarySection::startup, &makeStartupScreen, Tint::Orange},
 };
 static_assert(std::ranges::is_sorted(kScreens, {}, &StandingScreen::section));
 

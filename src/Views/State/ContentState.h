@@ -32,12 +32,14 @@ struct ContentState {
     Published<std::unordered_set<std::string>> orphanSelection; // vendors
     Published<std::unordered_set<FileURL>> developerSelection;
     Published<std::unordered_set<FileURL>> fileSelection;
-    Published<std::unordered_set<std::string>> duplicateSelection;     // ids of groups
+    Published<std::unordered_set<std::string>> duplicateSelection; // ids of groups
+    Published<std::unordered_set<FileURL>> startupSelection;
     Published<std::vector<AppComparator>> sortOrder{kInitialAppOrder}; // of the applications table
     Published<std::vector<OrphanComparator>> orphanSortOrder{kInitialOrphanOrder};
     Published<std::vector<DeveloperComparator>> developerSortOrder{kInitialDeveloperOrder};
     Published<std::vector<FileComparator>> fileSortOrder{kInitialFileOrder};
     Published<std::vector<DuplicateComparator>> duplicateSortOrder{kInitialDuplicateOrder};
+    Published<std::vector<StartupComparator>> startupSortOrder{kInitialStartupOrder};
     // The file that is looked at, absent while none is: a section sets it, the window opens the panel for it, and
     // closing the panel empties it. While it is set the section lets it follow its selection.
     Published<std::optional<FileURL>> quickLookURL;

@@ -13,7 +13,7 @@ struct SortStep {
     friend bool operator==(const SortStep&, const SortStep&) = default;
 };
 
-// What the tables of the sections sort by. They begin with the largest.
+// What the tables of the sections sort by. They begin with the largest, or with the worst.
 enum class AppSortKey { name, totalBytes, lastUsed, architecture, version };
 using AppComparator = SortStep<AppSortKey>;
 inline const std::vector<AppComparator> kInitialAppOrder = {{AppSortKey::totalBytes, true}};
@@ -34,5 +34,11 @@ enum class DuplicateSortKey { name, count, bytesEach, wastedBytes };
 using DuplicateComparator = SortStep<DuplicateSortKey>;
 inline const std::vector<DuplicateComparator> kInitialDuplicateOrder = {
     {DuplicateSortKey::wastedBytes, true}};
+
+// By columns that sort; of those between them nothing is sorted.
+enum class StartupSortKey { health = 0, label = 1, kind = 3 };
+using StartupComparator = SortStep<StartupSortKey>;
+inline const std::vector<StartupComparator> kInitialStartupOrder = {{StartupSortKey::health, false},
+                                                                    {StartupSortKey::label, false}};
 
 } // namespace quillane

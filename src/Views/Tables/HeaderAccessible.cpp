@@ -25,7 +25,7 @@ HeaderView& HeaderAccessible::header() const {
 
 QStringList HeaderAccessible::actionNames() const {
     QStringList names;
-    if (header().focusedColumn() >= 0) {
+    if (const int column = header().focusedColumn(); column >= 0 && header().isSortable(column)) {
         names << pressAction();
     }
     return header().isEnabled() ? names << setFocusAction() : QStringList();

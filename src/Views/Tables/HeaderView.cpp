@@ -5,8 +5,10 @@
 #include "Components/Symbols.h"
 #include "Components/Tokens.h"
 #include "Tables/HeaderAccessible.h"
+#include "Tables/HeaderRole.h"
 #include <QAccessible>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -142,14 +144,32 @@ Qt::SortOrder HeaderView::orderAfterClick(int logicalIndex) const {
     return static_cast<Qt::SortOrder>(first.toInt());
 }
 
+bool HeaderView::isSortable(int logicalIndex) const {
+    const QVariant sortable = model()->headerData(logicalIndex, Qt::Horizontal, kSortableRole);
+    return !sortable.isValid() || sortable.toBool();
+}
+
 void HeaderView::sortByFocusedColumn() {
     const int column = focusedColumn();
-    if (column < 0 || column >= count()) {
+    if (column < 0 || column >= count() || !isSortable(column)) {
         return;
     }
     setSortIndicator(column, orderAfterClick(column));
     QAccessibleEvent description(this, QAccessible::DescriptionChanged);
     QAccessible::updateAccessibility(&description);
+}
+
+// A press that the base does not see sorts nothing when it is let go.
+void HeaderView::mousePressEvent(QMouseEvent* event) {
+    if (isSortable(logicalIndexAt(event->position().toPoint()))) {
+        QHeaderView::mousePressEvent(event);
+    }
+}
+
+void HeaderView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (isSortable(logicalIndexAt(event->position().toPoint()))) {
+        QHeaderView::mouseDoubleClickEvent(event);
+    }
 }
 
 void HeaderView::keyPressEvent(QKeyEvent* event) {

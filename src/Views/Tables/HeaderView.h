@@ -22,6 +22,8 @@ class HeaderView : public QHeaderView {
     QSize sizeHint() const override;
     // The logical column that the keys act on; -1 without the focus.
     int focusedColumn() const { return hasFocus() ? m_focusedColumn : -1; }
+    // Whether a click on this column sorts.
+    bool isSortable(int logicalIndex) const;
     // What a click on that column does; nothing without the focus.
     void sortByFocusedColumn();
 
@@ -30,6 +32,8 @@ class HeaderView : public QHeaderView {
     void paintEvent(QPaintEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
   private:
     void paintGround(const QRect& rect);

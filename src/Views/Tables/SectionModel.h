@@ -1,4 +1,5 @@
 #pragma once
+#include "Tables/HeaderRole.h"
 #include "Tables/RowModel.h"
 #include <QString>
 #include <cstddef>
@@ -9,7 +10,8 @@ namespace quillane {
 
 struct ColumnHeading {
     QString title;
-    bool isFigure = false; // stands at the right, and the first click on it sorts the largest first
+    bool isFigure = false;  // stands at the right, and the first click on it sorts the largest first
+    bool isSortable = true; // a click on it sorts
 };
 
 // The rows of a section's table. It sorts nothing itself: a click on a header is the table's to answer, and
@@ -62,6 +64,8 @@ QVariant SectionModel<RowType, KeyType>::headerData(int section, Qt::Orientation
         return QVariant(Qt::AlignVCenter | (heading.isFigure ? Qt::AlignRight : Qt::AlignLeft));
     case Qt::InitialSortOrderRole:
         return static_cast<int>(heading.isFigure ? Qt::DescendingOrder : Qt::AscendingOrder);
+    case kSortableRole:
+        return heading.isSortable;
     case Qt::AccessibleDescriptionRole:
         return section == m_sortedColumn ? QVariant(orderWords(heading.isFigure)) : QVariant();
     default:

@@ -1,12 +1,17 @@
 #include "PrivateBus.h"
 #include <atomic>
+#include <csignal>
 #include <gtest/gtest.h>
 
 namespace quillane {
 
-PrivateBus::PrivateBus() {
+PrivateBus::PrivateBus(const std::string& startedAtNeed) {
+    if (!startedAtNeed.empty()) { // by a program that does nothing and has ended well
+        m_folder.file("started.service", "[D-BUS Service]\nName=" + startedAtNeed + "\nExec=/bin/true\n");
+    }
     m_folder.file("bus.conf", "<busconfig><type>session</type><listen>unix:dir=" + m_folder.path() +
-                                  "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
+                                  "</listen><servicedir>" + m_folder.path() +
+                                  "</servicedir><policy context=\"default\"><allow send_destination=\"*\"/>"
                                   "<allow receive_sender=\"*\"/><allow own=\"*\"/></policy></busconfig>");
     m_daemon.start(QStringLiteral("dbus-daemon"),
                    {QStringLiteral("--nofork"), QStringLiteral("--print-address"),
@@ -21,6 +26,18 @@ PrivateBus::~PrivateBus() {
     for (const auto& name : m_names) {
         QDBusConnection::disconnectFromBus(name);
     }
+    die();
+}
+
+void PrivateBus::freeze() {
+    ::kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP);
+}
+
+void PrivateBus::thaw() {
+    ::kill(static_cast<pid_t>(m_daemon.processId()), SIGCONT);
+}
+
+void PrivateBus::die() {
     m_daemon.kill();
     m_daemon.waitForFinished();
 }

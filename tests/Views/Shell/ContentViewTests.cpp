@@ -132,19 +132,36 @@ TEST_F(MainWindow, TheBadgeCountsTheVisibleApplicationsAndFollowsTheSearch) {
 
 TEST_F(MainWindow, ANotificationWithTheNameOfASectionGoesThere) {
     openReady(two());
-    notifications.post(NotificationName::kShowSection, "Applications");
-    turn();
-    EXPECT_EQ(window->state().section.get(), LibrarySection::applications);
-    EXPECT_EQ(window->header()->title(), "Applications");
-    notifications.post(NotificationName::kShowSection, "Orphaned Files");
-    EXPECT_EQ(window->state().section.get(), LibrarySection::orphans);
+    int gone = 0;
+    for (const auto section : kAllLibrarySections) {
+        if (window->content(section) == nullptr) {
+            continue;
+        }
+        notifications.post(NotificationName::kShowSection, std::string(rawValue(section)));
+        EXPECT_EQ(window->state().section.get(), section);
+        turn();
+        EXPECT_EQ(window->header()->title().toStdString(), rawValue(section));
+        ++gone;
+    }
+    EXPECT_GE(gone, 4);
+}
+
+TEST_F(MainWindow, ANotificationToShowTheOverviewGoesThereFromEachSection) {
+    openReady(two());
+    for (const auto section : kAllLibrarySections) {
+        window->showSection(section);
+        notifications.post(NotificationName::kShowOverview);
+        EXPECT_EQ(window->state().section.get(), LibrarySection::overview) << rawValue(section);
+    }
 }
 
 TEST_F(MainWindow, ANotificationWithAnyOtherStringIsIgnored) {
     openReady(two());
     const auto before = window->state().section.get();
-    for (const auto& object : {NotificationCenter::Object("No Such Section"), NotificationCenter::Object(""),
-                               NotificationCenter::Object("applications"), NotificationCenter::Object()}) {
+    for (const auto& object :
+         {NotificationCenter::Object("No Such Section"), NotificationCenter::Object(""),
+          NotificationCenter::Object("applications"), NotificationCenter::Object("overview"),
+          NotificationCenter::Object("Overview "), NotificationCenter::Object()}) {
         notifications.post(NotificationName::kShowSection, object);
         EXPECT_EQ(window->state().section.get(), before);
     }

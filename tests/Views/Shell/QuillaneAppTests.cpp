@@ -4,6 +4,9 @@
 #include "Shell/ContentView.h"
 #include <QCoreApplication>
 #include <gtest/gtest.h>
+#include <map>
+#include <string>
+#include <utility>
 
 using namespace quillane;
 using Kind = AppLibrary::Phase::Kind;
@@ -15,6 +18,13 @@ class WholeApp : public testing::Test {
     static void draw() {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
+    }
+    // Posts a notification and clicks it.
+    void click(std::map<std::string, std::string> userInfo) {
+        sample.notifications.add({"weekly", "Title", "Body", std::move(userInfo)});
+        sample.notifications.click("weekly");
+        sample.runner.settle();
+        draw();
     }
     SamplePlatform sample{SampleMac()};
     QuillaneApp app{sample.platform};
@@ -57,4 +67,61 @@ TEST_F(WholeApp, ClosingTheWindowDoesNotStopTheScan) {
     draw();
     sample.runner.runAll();
     EXPECT_EQ(app.library().phase.get().kind, Kind::ready);
+}
+
+TEST_F(WholeApp, AClickOnANotificationShowsItsSectionInTheWindowThatIsOpen) {
+    app.showWindow();
+    ContentView* const window = app.window();
+    click({{"section", "Orphaned Files"}});
+    EXPECT_EQ(app.window(), window);
+    EXPECT_EQ(window->state().section.get(), LibrarySection::orphans);
+}
+
+TEST_F(WholeApp, AClickWhileNoWindowIsOpenOpensItFirstAndThenShowsTheSection) {
+    click({{"section", "Orphaned Files"}});
+    ASSERT_NE(app.window(), nullptr);
+    EXPECT_TRUE(app.window()->isVisible());
+    EXPECT_EQ(app.window()->state().section.get(), LibrarySection::orphans);
+}
+
+TEST_F(WholeApp, AClickOnANotificationWithoutASectionOnlyBringsTheWindowForward) {
+    app.showWindow();
+    app.window()->showSection(LibrarySection::applications);
+    app.window()->hide();
+    click({});
+    EXPECT_TRUE(app.window()->isVisible());
+    EXPECT_EQ(app.window()->state().section.get(), LibrarySection::applications);
+}
+
+TEST_F(WholeApp, AClickBringsAWindowBackThatWasMinimizedAndLeavesItsSize) {
+    app.showWindow();
+    app.window()->setWindowState(Qt::WindowMaximized | Qt::WindowMinimized);
+    click({{"section", "Orphaned Files"}});
+    EXPECT_EQ(app.window()->windowState() & (Qt::WindowMaximized | Qt::WindowMinimized), Qt::WindowMaximized);
+}
+
+// The program listens from its start, not from its first window on.
+TEST(QuillaneApp, AClickThatCameBeforeTheProgramIsAnsweredByIt) {
+    SamplePlatform sample{SampleMac()};
+    sample.notifications.add({"weekly", "Title", "Body", {{"section", "Orphaned Files"}}});
+    sample.notifications.click("weekly");
+    sample.runner.settle();
+    QuillaneApp app{sample.platform};
+    sample.runner.settle();
+    ASSERT_NE(app.window(), nullptr);
+    EXPECT_EQ(app.window()->state().section.get(), LibrarySection::orphans);
+}
+
+TEST(QuillaneApp, AClickAfterItsEndIsTheNextOnes) {
+    SamplePlatform sample{SampleMac()};
+    {
+        const QuillaneApp app{sample.platform};
+    }
+    sample.notifications.add({"weekly", "Title", "Body", {}});
+    sample.notifications.click("weekly");
+    sample.runner.settle();
+    int told = 0;
+    sample.notifications.setClickHandler([&](const auto&) { ++told; });
+    sample.runner.settle();
+    EXPECT_EQ(told, 1);
 }

@@ -65,7 +65,7 @@ TableView& WindowTest::table() const {
 QStringList WindowTest::names() const {
     QStringList all;
     for (int row = 0; row < table().model()->rowCount(); ++row) {
-        all << cell(row, 0);
+        all << cell(row, namingColumn);
     }
     return all;
 }
@@ -74,7 +74,7 @@ QStringList WindowTest::selectedNames() const {
     QStringList selected;
     for (int row = 0; row < table().model()->rowCount(); ++row) {
         if (table().selectionModel()->isRowSelected(row)) {
-            selected << cell(row, 0);
+            selected << cell(row, namingColumn);
         }
     }
     return selected;

@@ -1,0 +1,124 @@
+#include "NotificationServer.h"
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QDBusServiceWatcher>
+#include <QVariantMap>
+#include <utility>
+
+namespace quillane {
+namespace {
+
+const auto kService = QStringLiteral("org.freedesktop.Notifications");
+const auto kPath = QStringLiteral("/org/freedesktop/Notifications");
+const auto kDesktopFile = QStringLiteral("org.quillane.Quillane"); // also the name of the icon
+const auto kClickAction = QStringLiteral("default"); // what a click does, by the interface's own word
+constexpr int kServersChoice = -1;                   // how long a notification shows
+constexpr uchar kNormalUrgency = 1;
+
+QDBusMessage callOf(const char* method) {
+    return QDBusMessage::createMethodCall(kService, kPath, kService, QString::fromLatin1(method));
+}
+
+QDBusMessage endOf(uint number) {
+    auto call = callOf("CloseNotification");
+    call.setAutoStartService(false); // nothing stands where there is no server
+    call << number;
+    return call;
+}
+
+QVariantMap hints() {
+    return {{QStringLiteral("urgency"), QVariant::fromValue<uchar>(kNormalUrgency)},
+            {QStringLiteral("desktop-entry"), kDesktopFile},
+            {QStringLiteral("sound-name"), QStringLiteral("message-new-instant")}};
+}
+
+// The only value of an answer of this type.
+template <class T>
+std::optional<T> valueOf(const QDBusMessage& answer) {
+    const auto values = answer.arguments();
+    if (answer.type() != QDBusMessage::ReplyMessage || values.size() != 1 ||
+        values.first().userType() != qMetaTypeId<T>()) {
+        return std::nullopt;
+    }
+    return values.first().value<T>();
+}
+
+} // namespace
+
+NotificationServer::NotificationServer(QDBusConnection bus, std::chrono::milliseconds patience)
+    : m_bus(std::move(bus))
+    , m_patience(static_cast<int>(patience.count())) {
+    hear("ActionInvoked", SLOT(hearAction(uint, QString, QDBusMessage)));
+    hear("ActivationToken", SLOT(hearToken(uint, QString, QDBusMessage)));
+    hear("NotificationClosed", SLOT(hearEnd(uint, uint, QDBusMessage)));
+    auto* const watcher =
+        new QDBusServiceWatcher(kService, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString&, const QString&, const QString& owner) { emit ownerChanged(owner); });
+}
+
+// From whoever sends it: what it is worth its sender's name tells, and nobody has to be asked who the server is.
+void NotificationServer::hear(const char* signal, const char* slot) {
+    m_bus.connect(QString(), kPath, kService, QString::fromLatin1(signal), this, slot);
+}
+
+void NotificationServer::askForAbilities(std::function<void(const std::optional<Abilities>&)> answer) {
+    await(m_bus.asyncCall(callOf("GetCapabilities"), m_patience),
+          [answer = std::move(answer)](const QDBusMessage& message) {
+              const auto names = valueOf<QStringList>(message);
+              answer(names ? std::optional(Abilities{message.service(), *names}) : std::nullopt);
+          });
+}
+
+void NotificationServer::show(const Words& words, uint replaced,
+                              std::function<void(const std::optional<Number>&)> answer) {
+    auto call = callOf("Notify");
+    call << QStringLiteral("Quillane") << replaced << kDesktopFile << words.title << words.body
+         << QStringList({kClickAction, QStringLiteral("Open Quillane")}) << hints() << kServersChoice;
+    await(m_bus.asyncCall(call, m_patience), [answer = std::move(answer)](const QDBusMessage& message) {
+        const auto number = valueOf<uint>(message);
+        answer(number && *number != 0 ? std::optional(Number{message.service(), *number}) : std::nullopt);
+    });
+}
+
+void NotificationServer::close(const Number& number) {
+    m_bus.asyncCall(endOf(number.value), m_patience);
+}
+
+void NotificationServer::closeAll(const std::vector<Number>& numbers, std::chrono::milliseconds patience) {
+    std::vector<QDBusPendingCall> calls;
+    calls.reserve(numbers.size());
+    for (const auto& number : numbers) {
+        calls.push_back(m_bus.asyncCall(endOf(number.value), static_cast<int>(patience.count())));
+    }
+    for (auto& call : calls) {
+        call.waitForFinished();
+    }
+}
+
+void NotificationServer::await(const QDBusPendingCall& call,
+                               std::function<void(const QDBusMessage&)> answer) {
+    auto* const watcher = new QDBusPendingCallWatcher(call, this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [answer = std::move(answer)](QDBusPendingCallWatcher* finished) {
+                finished->deleteLater();
+                answer(finished->reply());
+            });
+}
+
+void NotificationServer::hearAction(uint number, const QString& action, const QDBusMessage& message) {
+    if (action == kClickAction) {
+        emit invoked({message.service(), number});
+    }
+}
+
+void NotificationServer::hearToken(uint number, const QString& token, const QDBusMessage& message) {
+    emit tokenGiven({message.service(), number}, token);
+}
+
+void NotificationServer::hearEnd(uint number, uint /*reason*/, const QDBusMessage& message) {
+    emit closed({message.service(), number});
+}
+
+} // namespace quillane
