@@ -15,6 +15,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     if (text.size() > input.size() * 2 || (!input.starts_with("\xEF\xBB\xBF") && !Utf8::isValid(text))) {
         std::abort();
     }
+    const auto unclaimed = PlainText::decoded(input, PlainText::Claim::none);
+    if (!unclaimed.empty() && unclaimed != text) {
+        std::abort();
+    }
     (void)ScreenCapture::isAttributeTrue(input);
     if (ScreenCapture::isMarkedPng(input) && input.find("tEXtSoftware") == std::string_view::npos) {
         std::abort();

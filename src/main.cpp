@@ -6,6 +6,7 @@
 #include "DesktopThumbnails.h"
 #include "DesktopWorkspace.h"
 #include "DocumentText.h"
+#include "DrawingProgram.h"
 #include "FilePreviews.h"
 #include "MetadataSearch.h"
 #include "PosixCommandRunner.h"
@@ -16,10 +17,14 @@
 #include "SearchingCommandRunner.h"
 #include "ThreadTaskRunner.h"
 #include <QApplication>
+#include <QFile>
 #include <cstdlib>
 
 int main(int argc, char** argv) {
     using namespace quillane;
+    if (const auto code = DrawingProgram::answer(argc, argv)) {
+        return *code;
+    }
     QApplication application(argc, argv);
     DesktopSession session(application);
     DesktopStorage storage(session.clock());
@@ -28,7 +33,7 @@ int main(int argc, char** argv) {
     PosixCommandRunner programs;
     ThreadTaskRunner tasks(
         session.mainQueue()); // before what its jobs use, as nothing of this is ever destroyed
-    const DocumentText documents(files, programs);
+    const DocumentText documents(files, programs, session.clock());
     const MetadataSearch search(files, metadata, session.clock(), {files.home(), FileURL("/Applications")},
                                 {.threads = &tasks, .documents = &documents});
     SearchingCommandRunner commands(files, search, programs);
@@ -36,7 +41,8 @@ int main(int argc, char** argv) {
     DesktopThumbnails thumbnails(ThumbnailStore(files, ThumbnailStore::folderOfThisUser(files.home())),
                                  session.clock());
     FilePreviews previews(
-        files, programs, session.clock(), [](const FileURL& url) { return url.path(); }, &thumbnails);
+        files, programs, session.clock(), [](const FileURL& url) { return url.path(); },
+        QFile::encodeName(QApplication::applicationFilePath()).toStdString(), &thumbnails);
     BundleProcesses running(files);
     PosixDirectoryWatch directories(tasks);
     DesktopNotifications notifications(tasks);

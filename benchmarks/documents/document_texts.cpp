@@ -1,6 +1,8 @@
 // Reads the text of all documents below a folder as a search does, so many at once, and prints how many there are, how
 // many of them have words, and the bytes of these.
+#include "ContinuousClock.h"
 #include "DocumentText.h"
+#include "MainQueue.h"
 #include "PosixCommandRunner.h"
 #include "PosixFileSystem.h"
 #include "WalkedPaths.h"
@@ -40,15 +42,18 @@ int main(int argc, char** argv) {
     }
     const PosixFileSystem files;
     PosixCommandRunner programs;
-    const DocumentText documents(files, programs);
+    MainQueue queue;
+    const ContinuousClock clock{queue};
+    const DocumentText documents(files, programs, clock);
     const auto urls = filesBelow(files, FileURL(argv[1]));
     std::atomic<std::size_t> next = 0;
     std::atomic<std::size_t> withWords = 0;
     std::atomic<std::size_t> bytes = 0;
     const auto readSome = [&] {
         for (std::size_t i = next++; i < urls.size(); i = next++) {
-            const auto& type = ContentTypes::ofFile(urls[i].pathExtension());
-            const auto text = documents.text(urls[i], type, {});
+            const auto extension = urls[i].pathExtension();
+            const auto kind = documentKind(ContentTypes::ofFile(extension), extension);
+            const auto text = documents.text(urls[i], kind, {});
             withWords += text.empty() ? 0 : 1;
             bytes += text.size();
         }

@@ -78,8 +78,9 @@ FilesBySize candidates(const Platform& platform, const StopToken& stop) {
         if (stop.stopRequested() || !platform.files.exists(root)) {
             continue;
         }
+        SearchProgram::Below below(platform, root);
         for (auto& line : mdfindWithSize(platform, root, stop)) {
-            if (seen.insert(line.path).second && isCandidate(line.path)) {
+            if (below.holds(line.path) && seen.insert(line.path).second && isCandidate(line.path)) {
                 files[line.size].emplace_back(std::move(line.path));
             }
         }

@@ -52,8 +52,9 @@ std::vector<FileURL> found(const Platform& platform, const std::string& query,
         if (stop.stopRequested() || !platform.files.exists(folder)) {
             continue;
         }
+        SearchProgram::Below below(platform, folder);
         for (auto& path : mdfind(platform, query, folder, stop)) {
-            if (!seen.insert(path).second || !isListed(path)) {
+            if (!below.holds(path) || !seen.insert(path).second || !isListed(path)) {
                 continue;
             }
             urls.emplace_back(std::move(path));

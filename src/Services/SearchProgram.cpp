@@ -1,9 +1,29 @@
 #include "SearchProgram.h"
 #include "Characters.h"
 #include "CommandRunner.h"
+#include "FileSystem.h"
 #include <algorithm>
 
 namespace quillane::SearchProgram {
+namespace {
+
+bool liesBelow(std::string_view path, const FileURL& folder) {
+    const auto& above = folder.path();
+    return path.size() > above.size() && path.starts_with(above) &&
+           (path[above.size()] == '/' || above.ends_with('/'));
+}
+
+} // namespace
+
+bool Below::holds(std::string_view path) {
+    if (liesBelow(path, m_folder)) {
+        return true;
+    }
+    if (!m_real) {
+        m_real = m_platform.files.resolvingSymlinks(m_folder);
+    }
+    return liesBelow(path, *m_real);
+}
 
 std::vector<std::string> lines(const Platform& platform, const std::vector<std::string>& arguments,
                                const StopToken& stop) {

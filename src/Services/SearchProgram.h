@@ -1,7 +1,10 @@
 #pragma once
+#include "FileURL.h"
 #include "Platform.h"
 #include "StopToken.h"
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // The system's search program, as the finders read it.
@@ -13,5 +16,23 @@ namespace quillane::SearchProgram {
 // the program. Blocks without a limit of time.
 std::vector<std::string> lines(const Platform& platform, const std::vector<std::string>& arguments,
                                const StopToken& stop = {});
+
+// What a search below one folder may name. The line feed in a name breaks the line of its path, and the second half
+// could be any path at all; what does not lie below the folder that was asked for is no answer.
+class Below {
+  public:
+    // The platform outlives this.
+    Below(const Platform& platform, FileURL folder)
+        : m_platform(platform)
+        , m_folder(std::move(folder)) {}
+
+    // By the text of the path. The index may know the folder by where it really is.
+    bool holds(std::string_view path);
+
+  private:
+    const Platform& m_platform;
+    FileURL m_folder;
+    std::optional<FileURL> m_real; // asked for once and only where it is needed
+};
 
 } // namespace quillane::SearchProgram

@@ -4,7 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <unicode/ucnv.h>
+#include <utility>
 
 namespace quillane::Charset {
 namespace {
@@ -12,7 +14,7 @@ namespace {
 struct Close {
     void operator()(UConverter* converter) const { ::ucnv_close(converter); }
 };
-using Converter = std::unique_ptr<UConverter, Close>;
+using OpenConverter = std::unique_ptr<UConverter, Close>;
 
 bool isNameCharacter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
@@ -20,12 +22,16 @@ bool isNameCharacter(char c) {
 }
 
 // Only by a name that the library's own table holds: others it would look for as files.
-Converter converterNamed(const std::string& name) {
+OpenConverter converterNamed(std::string_view written) {
+    if (written.empty() || written.size() > kLongestName || !std::ranges::all_of(written, isNameCharacter)) {
+        return nullptr;
+    }
+    const std::string name(written);
     UErrorCode status = U_ZERO_ERROR;
     if (::ucnv_countAliases(name.c_str(), &status) == 0 || U_FAILURE(status) != 0) {
         return nullptr;
     }
-    Converter converter(::ucnv_open(name.c_str(), &status));
+    OpenConverter converter(::ucnv_open(name.c_str(), &status));
     return U_FAILURE(status) == 0 ? std::move(converter) : nullptr;
 }
 
@@ -50,11 +56,29 @@ std::string convert(UConverter* converter, std::string_view bytes) {
 } // namespace
 
 std::optional<std::string> decoded(std::string_view bytes, std::string_view name) {
-    if (name.empty() || name.size() > kLongestName || !std::ranges::all_of(name, isNameCharacter)) {
+    return Decoder(name).decoded(bytes);
+}
+
+struct Decoder::Converter {
+    OpenConverter open;
+};
+
+Decoder::Decoder(std::string_view name) {
+    if (auto converter = converterNamed(name)) {
+        m_converter = std::make_unique<Converter>(std::move(converter));
+    }
+}
+
+Decoder::~Decoder() = default;
+Decoder::Decoder(Decoder&& other) noexcept = default;
+Decoder& Decoder::operator=(Decoder&& other) noexcept = default;
+
+std::optional<std::string> Decoder::decoded(std::string_view bytes) {
+    if (!m_converter) {
         return std::nullopt;
     }
-    const auto converter = converterNamed(std::string(name));
-    return converter ? std::optional(convert(converter.get(), bytes)) : std::nullopt;
+    ::ucnv_resetToUnicode(m_converter->open.get());
+    return convert(m_converter->open.get(), bytes);
 }
 
 } // namespace quillane::Charset

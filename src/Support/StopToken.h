@@ -21,6 +21,10 @@ class StopToken {
     // Whether anybody can ever ask: false for a token of no source.
     bool stopPossible() const { return m_state != nullptr; }
 
+    // Who may ask, without keeping anything of it: by this what is stopped together is known as one piece of work.
+    // Expires with the last token and source. Equal are two of which neither is owner_before() the other.
+    std::weak_ptr<const void> identity() const { return m_state; }
+
   private:
     friend class StopSource;
     friend class StopCallback;

@@ -1,9 +1,11 @@
 #include "DocumentFiles.h"
 #include "DocumentText.h"
+#include "ManualClock.h"
 #include "PosixCommandRunner.h"
 #include "PosixFileSystem.h"
 #include "RecordingFileSystem.h"
 #include "ScriptedCommandRunner.h"
+#include "StepTaskRunner.h"
 #include "TemporaryFolder.h"
 #include "Utf8.h"
 #include <gmock/gmock.h>
@@ -24,7 +26,8 @@ class DocumentTextTest : public testing::Test {
     static std::string textBy(const DocumentText& documents, const std::string& path,
                               const StopToken& stop = {}) {
         const FileURL url(path);
-        return documents.text(url, ContentTypes::ofFile(url.pathExtension()), stop);
+        return documents.text(
+            url, documentKind(ContentTypes::ofFile(url.pathExtension()), url.pathExtension()), stop);
     }
     std::string hostPath(const FileURL& url) const { return m_disk.hostPath(url); }
     // The arguments by which the program for PDF files is run.
@@ -51,8 +54,12 @@ class DocumentTextTest : public testing::Test {
     RecordingFileSystem m_files{m_disk};
     PosixCommandRunner m_programs;
     ScriptedCommandRunner m_noPrograms;
-    DocumentText m_documents{m_files, m_programs, [this](const FileURL& url) { return hostPath(url); }};
-    DocumentText m_scripted{m_files, m_noPrograms, [this](const FileURL& url) { return hostPath(url); }};
+    StepTaskRunner m_tasks;
+    ManualClock m_clock{m_tasks};
+    DocumentText m_documents{m_files, m_programs, m_clock,
+                             [this](const FileURL& url) { return hostPath(url); }};
+    DocumentText m_scripted{m_files, m_noPrograms, m_clock,
+                            [this](const FileURL& url) { return hostPath(url); }};
 };
 
 TEST_F(DocumentTextTest, IsReadFromEveryKindOfDocument) {
@@ -89,11 +96,67 @@ TEST_F(DocumentTextTest, OfAPdfIsNoneWithoutTheProgramAndComesWithIt) {
     EXPECT_EQ(textBy(m_scripted, "/a.pdf"), "words");
 }
 
+TEST_F(DocumentTextTest, OfAPdfThatWasCutShortIsReadAgainAfterARest) {
+    m_volume.file("a.pdf", "%PDF");
+    m_noPrograms.answer("/usr/bin/timeout", argumentsFor("/a.pdf"), "one\ftw");
+    EXPECT_EQ(textBy(m_scripted, "/a.pdf"), "one tw");
+    m_noPrograms.answer("/usr/bin/timeout", argumentsFor("/a.pdf"), "one\ftwo\f");
+    m_clock.advanceWithoutRunning(DocumentText::kRetry - std::chrono::nanoseconds(1));
+    EXPECT_EQ(textBy(m_scripted, "/a.pdf"), "one tw") << "it costs its time once in a while only";
+    m_clock.advanceWithoutRunning(std::chrono::nanoseconds(1));
+    EXPECT_EQ(textBy(m_scripted, "/a.pdf"), "one two");
+    m_clock.advanceWithoutRunning(DocumentText::kRetry * 100);
+    EXPECT_EQ(textBy(m_scripted, "/a.pdf"), "one two");
+    EXPECT_EQ(m_noPrograms.calls().size(), 2U);
+}
+
+TEST_F(DocumentTextTest, OfAPdfThatTookTooLongIsReadAgainToo) {
+    m_volume.file("a.pdf", "%PDF");
+    m_noPrograms.answer("/usr/bin/timeout", argumentsFor("/a.pdf"), "");
+    EXPECT_EQ(textBy(m_scripted, "/a.pdf"), "");
+    m_noPrograms.answer("/usr/bin/timeout", argumentsFor("/a.pdf"), "words\f");
+    m_clock.advanceWithoutRunning(DocumentText::kRetry);
+    EXPECT_EQ(textBy(m_scripted, "/a.pdf"), "words");
+}
+
+TEST_F(DocumentTextTest, OfAWholePdfIsKept) {
+    const auto pdf = pdfOf({"words"});
+    m_volume.file("a.pdf", pdf).modified("a.pdf", Date{1000});
+    EXPECT_EQ(text("/a.pdf"), "words");
+    m_volume.file("a.pdf", std::string(pdf.size(), 'x')).modified("a.pdf", Date{1000});
+    m_clock.advanceWithoutRunning(DocumentText::kRetry);
+    EXPECT_EQ(text("/a.pdf"), "words") << "by its size and date it is the same";
+}
+
+TEST_F(DocumentTextTest, OfAFileOfAnotherNameIsReadAsThatOne) {
+    m_volume.file("a.html", "Subject: <b>bold</b>");
+    EXPECT_EQ(text("/a.html"), "Subject: bold");
+    m_volume.rename("a.html", "a.eml");
+    EXPECT_EQ(text("/a.eml"), "<b>bold</b>");
+}
+
+TEST_F(DocumentTextTest, OfDocumentsThatNeedAProgramIsNotDisplacedByOthers) {
+    DocumentLimits limits;
+    limits.kept = 2000;
+    limits.keptOfCostly = 2000;
+    const DocumentText documents(
+        m_files, m_noPrograms, m_clock, [this](const FileURL& url) { return hostPath(url); }, limits);
+    for (int i = 0; i < 20; ++i) {
+        m_volume.file(std::to_string(i) + ".html", std::string(700, 'x'));
+        textBy(documents, "/" + std::to_string(i) + ".html");
+    }
+    m_volume.file("a.pdf", "%PDF");
+    m_noPrograms.answer("/usr/bin/timeout", argumentsFor("/a.pdf"), "words\f");
+    textBy(documents, "/a.pdf");
+    EXPECT_EQ(textBy(documents, "/a.pdf"), "words");
+    EXPECT_EQ(m_noPrograms.calls().size(), 1U);
+}
+
 TEST_F(DocumentTextTest, OfAPdfThatPrintsWithoutEndIsNone) {
     DocumentLimits limits;
     limits.text = 100;
     const DocumentText documents(
-        m_files, m_noPrograms, [this](const FileURL& url) { return hostPath(url); }, limits);
+        m_files, m_noPrograms, m_clock, [this](const FileURL& url) { return hostPath(url); }, limits);
     m_volume.file("a.pdf", "%PDF");
     m_noPrograms.answer("/usr/bin/timeout", argumentsFor("/a.pdf"), std::string(101, 'x'));
     EXPECT_EQ(textBy(documents, "/a.pdf"), "");
@@ -160,7 +223,7 @@ TEST_F(DocumentTextTest, OfDamagedPdfsIsWhatIsLeft) {
 
 TEST_F(DocumentTextTest, IsReadOnceAndAgainWhenTheFileHasChanged) {
     m_volume.file("a.html", "one").file("b.docx", docxOf("two")).file("c.pdf", "%PDF");
-    m_noPrograms.answer("/usr/bin/timeout", argumentsFor("/c.pdf"), "three");
+    m_noPrograms.answer("/usr/bin/timeout", argumentsFor("/c.pdf"), "three\f");
     for (int i = 0; i < 2; ++i) {
         EXPECT_EQ(textBy(m_scripted, "/a.html"), "one");
         EXPECT_EQ(textBy(m_scripted, "/b.docx"), "two");
@@ -191,43 +254,32 @@ TEST_F(DocumentTextTest, IsThatOfTheStartOfALargeFile) {
     DocumentLimits limits;
     limits.file = 20;
     limits.text = 10;
-    const DocumentText documents(m_files, m_noPrograms, {}, limits);
+    const DocumentText documents(m_files, m_noPrograms, m_clock, {}, limits);
     m_volume.file("a.html", "<p>early</p>        late").file("b.html", "0123456789abcdef");
     EXPECT_EQ(textBy(documents, "/a.html"), "early");
     EXPECT_EQ(textBy(documents, "/b.html"), "0123456789");
 }
 
 TEST_F(DocumentTextTest, OfAFileWithoutATypeIsReadByItsExtension) {
-    m_volume.file("a.md", "*words*\nof caf\xE9 s")
-        .file("a.ots", zipOf({{"content.xml", "<text:p>sheet</text:p>"}}));
-    EXPECT_EQ(text("/a.md"), "*words*\nof caf\u00E9 s");
+    m_volume.file("a.ots", zipOf({{"content.xml", "<text:p>sheet</text:p>"}}));
     EXPECT_EQ(text("/a.ots"), "sheet");
 }
 
+TEST_F(DocumentTextTest, OfABookIsThatOfItsPages) {
+    m_volume.file("a.epub", zipOf({{"mimetype", "application/epub+zip"},
+                                   {"OEBPS/content.opf", "<dc:title>The Marsh</dc:title><meta>no</meta>"},
+                                   {"OEBPS/one.xhtml", "<p>in<i>voice</i> of May</p>"},
+                                   {"OEBPS/style.css", "p { margin: 0 }"}}));
+    EXPECT_EQ(text("/a.epub"), "The Marsh invoice of May");
+}
+
 TEST_F(DocumentTextTest, OfWhatIsNoDocumentIsNoneAndTheDiskIsNotAsked) {
-    m_volume.file("a.unknown", "words").file("a.jpg", "words").file("a", "words");
+    m_volume.file("a.unknown", "words").file("a.jpg", "words").file("a", "words").file("a.txt", "words");
     m_files.clear();
-    for (const char* path : {"/a.unknown", "/a.jpg", "/a"}) {
+    for (const char* path : {"/a.unknown", "/a.jpg", "/a", "/a.txt"}) {
         EXPECT_EQ(text(path), "") << path;
     }
     EXPECT_TRUE(m_files.calls().empty());
-}
-
-TEST_F(DocumentTextTest, IsToldOfDocumentsAndOfTypesThatAreNotDeclared) {
-    struct Row {
-        const char* extension;
-        bool isRead;
-        bool isCostly;
-    };
-    const Row rows[] = {{"pdf", true, true},   {"docx", true, false}, {"html", true, false},
-                        {"rtf", true, false},  {"eml", true, false},  {"md", true, false},
-                        {"", true, false},     {"txt", false, false}, {"json", false, false},
-                        {"jpg", false, false}, {"zip", false, false}};
-    for (const auto& row : rows) {
-        const auto& type = ContentTypes::ofFile(row.extension);
-        EXPECT_EQ(m_documents.reads(type), row.isRead) << row.extension;
-        EXPECT_EQ(m_documents.isCostly(type), row.isCostly) << row.extension;
-    }
 }
 
 TEST_F(DocumentTextTest, IsReadBySeveralThreadsAtOnce) {

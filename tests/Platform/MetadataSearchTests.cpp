@@ -13,6 +13,7 @@
 #include "ScriptedCommandRunner.h"
 #include "SearchingCommandRunner.h"
 #include "TemporaryFolder.h"
+#include "TextFileSearch.h"
 #include "ThreadTaskRunner.h"
 #include <algorithm>
 #include <atomic>
@@ -245,11 +246,13 @@ TEST_F(MetadataSearchTest, AListIsPrintedAMemberALine) {
               "    \"public.data\",\n    \"public.content\",\n    \"public.item\"\n)\n");
 }
 
-TEST_F(MetadataSearchTest, NamesWithLineFeedsBreakTheirLineUnlessNulsAreAskedFor) {
-    m_volume.file("a/one\ntwo.txt").file("a/\xFF.txt");
-    EXPECT_EQ(m_search.answer({"-onlyin", "/a", kEverything}), "/a/one\ntwo.txt\n/a/\xFF.txt\n");
+TEST_F(MetadataSearchTest, NamesWithLineFeedsAreToldOnlyWhereNulsEndTheLines) {
+    m_volume.file("a/one\ntwo.txt").file("a/\xFF.txt").file("a/x\n/etc/passwd.pdf");
+    EXPECT_EQ(m_search.answer({"-onlyin", "/a", kEverything}), "/a/\xFF.txt\n");
+    EXPECT_EQ(m_search.answer({"-onlyin", "/a/x\n", kEverything}), "");
+    EXPECT_EQ(m_search.answer({"-onlyin", "/a/x\n/etc", kEverything}), "");
     EXPECT_EQ(split(m_search.answer({"-0", "-onlyin", "/a", kEverything}), '\0'),
-              (Lines{"/a/one\ntwo.txt", "/a/\xFF.txt"}));
+              (Lines{"/a/one\ntwo.txt", "/a/x\n", "/a/x\n/etc", "/a/x\n/etc/passwd.pdf", "/a/\xFF.txt"}));
 }
 
 TEST_F(MetadataSearchTest, NamesAreFoundWithoutRegardToCaseAndAccents) {
@@ -273,14 +276,15 @@ TEST_F(MetadataSearchTest, ContentIsFoundInDocumentsWhereTheyCanBeRead) {
         .file("a/script.html", "<script>invoice</script>")
         .file("a/notes.md", "# Invoice")
         .file("a/plain.txt", "invoice")
-        .file("a/unknown.bin", "invoice");
+        .file("a/unknown.xyzzy", "invoice");
     ScriptedCommandRunner programs;
-    const DocumentText documents(m_files, programs);
+    const DocumentText documents(m_files, programs, m_clock);
     const MetadataSearch search(m_files, m_metadata, m_clock, {FileURL("/")}, {.documents = &documents});
     EXPECT_EQ(split(search.answer({"kMDItemTextContent == \"*invoice*\"cd"}), '\n'),
-              (Lines{"/a/letter.docx", "/a/notes.md", "/a/page.html", "/a/plain.txt"}));
+              (Lines{"/a/letter.docx", "/a/notes.md", "/a/page.html", "/a/plain.txt", "/a/unknown.xyzzy"}));
     EXPECT_EQ(find("kMDItemTextContent == \"*invoice*\"cd"),
-              (Lines{"/a/page.html", "/a/plain.txt", "/a/script.html"}));
+              (Lines{"/a/notes.md", "/a/page.html", "/a/plain.txt", "/a/script.html", "/a/unknown.xyzzy"}))
+        << "as plain text";
 }
 
 TEST_F(MetadataSearchTest, ContentIsFoundInTextsAndNowhereElse) {
@@ -293,6 +297,29 @@ TEST_F(MetadataSearchTest, ContentIsFoundInTextsAndNowhereElse) {
         findIn("/a", "(kMDItemDisplayName == \"*invoice*\"cd || kMDItemTextContent == \"*invoice*\"cd)"),
         (Lines{"/a/invoice.key", "/a/letter.txt", "/a/page.html"}));
     EXPECT_EQ(findIn("/a", "kMDItemTextContent == \"renee\"cd"), Lines{"/a/letter.txt"});
+}
+
+TEST_F(MetadataSearchTest, ContentIsFoundInFilesThatNobodyKnowsWhereTheyLookLikeText) {
+    m_volume.file("a/README", "a needle in the \x1B[1mhay\x1B[0m\n")
+        .file("a/notes.2024", "Ne\u0301edle\r\n")
+        .file("a/old", "na\xEFve needle")
+        .file("a/data", std::string("needle\0\0\1", 9))
+        .file("a/control", "needle \x01")
+        .file("a/late", "a needle " + std::string(10'000, ' ') + "\x01")
+        .file("a/picture.png", "needle");
+    const Lines texts = {"/a/README", "/a/late", "/a/notes.2024", "/a/old"};
+    EXPECT_EQ(find("kMDItemTextContent == \"*needle*\"cd"), texts);
+    EXPECT_EQ(find("kMDItemTextContent == \"needle\"cd"), texts) << "a pattern of words";
+    EXPECT_EQ(findIn("/a", "kMDItemTextContent == *"), texts);
+}
+
+TEST_F(MetadataSearchTest, AFileThatNobodyKnowsIsReadToItsEndAndDataNoFurtherThanItsStart) {
+    const std::string hay(TextFileSearch::kPortion * 5, 'x');
+    m_volume.file("a/text", hay + "needle").file("a/data", std::string(1, '\0') + hay);
+    RecordingFileSystem recorded(m_disk);
+    const MetadataSearch search(recorded, m_metadata, m_clock, {FileURL("/")});
+    EXPECT_EQ(search.answer({kNeedleInNameOrContent}), "/a/text\n");
+    EXPECT_EQ(std::ranges::count(recorded.calls(FileCall::readAt), FileURL("/a/data")), 1);
 }
 
 TEST_F(MetadataSearchTest, ContentIsReadToItsEndHoweverLongAFileIs) {
@@ -397,10 +424,7 @@ class TableOfDocuments final : public DocumentReader {
   public:
     std::function<void()> whileReading = [] {};
 
-    bool reads(const ContentType& type) const override { return isCostly(type) || type.is("public.html"); }
-    bool isCostly(const ContentType& type) const override { return type.is("com.adobe.pdf"); }
-    std::string text(const FileURL& file, const ContentType& /*type*/,
-                     const StopToken& /*stop*/) const override {
+    std::string text(const FileURL& file, DocumentKind /*kind*/, const StopToken& /*stop*/) const override {
         {
             const std::lock_guard lock(m_mutex);
             m_read.push_back(file.path());
@@ -429,7 +453,7 @@ class TableOfDocuments final : public DocumentReader {
 };
 
 TEST_F(MetadataSearchTest, DocumentsHaveTheTextThatTheirReaderTells) {
-    m_volume.file("a/page.html", "<p>other</p>").file("a/paper.pdf").file("a/paper.docx", "needle");
+    m_volume.file("a/page.html", "<p>other</p>").file("a/paper.pdf").file("a/picture.png", "needle");
     const TableOfDocuments documents;
     const MetadataSearch search(m_files, m_metadata, m_clock, {FileURL("/")}, {.documents = &documents});
     for (const auto* const query :
@@ -457,6 +481,33 @@ TEST_F(MetadataSearchTest, NoCostlyDocumentIsBegunWhenTheTimeForThemIsUp) {
     EXPECT_EQ(split(search.answer({kNeedleInNameOrContent}), '\n').size(),
               3U); // the time begins after the others
     EXPECT_EQ(documents.read().size(), 3U);
+}
+
+TEST_F(MetadataSearchTest, TheTimeForCostlyDocumentsIsOneForAllRunsOfASearch) {
+    m_volume.file("a/1.pdf").file("a/2.pdf").file("b/3.pdf").file("b/4.pdf").file("c/5.pdf");
+    TableOfDocuments documents;
+    documents.whileReading = [&] { m_clock.advanceWithoutRunning(MetadataSearch::kTimeForCostly / 3); };
+    const MetadataSearch search(m_files, m_metadata, m_clock, {FileURL("/")}, {.documents = &documents});
+    const auto searchAll = [&] {
+        const StopSource source; // of this search
+        for (const char* folder : {"/a", "/b", "/c"}) {
+            search.answer({"-onlyin", folder, kNeedleInNameOrContent}, source.token());
+            m_clock.advanceWithoutRunning(MetadataSearch::kTimeForCostly); // is not spent on documents
+        }
+        return documents.read().size();
+    };
+    EXPECT_EQ(searchAll(), 4U) << "the last one is begun a nanosecond before the end";
+    EXPECT_EQ(searchAll(), 8U) << "another search has a time of its own";
+}
+
+TEST_F(MetadataSearchTest, RunsThatNobodyCanStopHaveTimesOfTheirOwn) {
+    m_volume.file("a/1.pdf").file("a/2.pdf");
+    TableOfDocuments documents;
+    documents.whileReading = [&] { m_clock.advanceWithoutRunning(MetadataSearch::kTimeForCostly); };
+    const MetadataSearch search(m_files, m_metadata, m_clock, {FileURL("/")}, {.documents = &documents});
+    search.answer({kNeedleInNameOrContent});
+    search.answer({kNeedleInNameOrContent});
+    EXPECT_EQ(documents.read().size(), 2U);
 }
 
 TEST_F(MetadataSearchTest, NoDocumentIsReadAfterAStop) {
@@ -503,6 +554,17 @@ TEST_F(SharedSearchTest, TwoCostlyDocumentsAreReadAtOnceAndNeverMore) {
     };
     EXPECT_EQ(split(m_shared.answer({kNeedleInNameOrContent}), '\n').size(), 12U);
     EXPECT_EQ(m_documents.mostAtOnce(), MetadataSearch::kCostlyAtOnce);
+}
+
+TEST_F(MetadataSearchTest, OneThreadMoreIsAskedToReadCostlyDocuments) {
+    for (int i = 0; i < 12; ++i) {
+        m_volume.file("a/" + std::to_string(i) + ".pdf");
+    }
+    const TableOfDocuments documents;
+    const MetadataSearch search(m_files, m_metadata, m_clock, {FileURL("/")},
+                                {.threads = &m_tasks, .documents = &documents});
+    EXPECT_EQ(split(search.answer({kNeedleInNameOrContent}), '\n').size(), 12U);
+    EXPECT_EQ(m_tasks.waitingJobs(), 1U);
 }
 
 TEST_F(MetadataSearchTest, TextIsFoundInEveryUsualEncoding) {

@@ -73,6 +73,15 @@ TEST(OfficeText, OfAnOpenDocumentIsWhatStandsInItsParagraphs) {
     }
 }
 
+TEST(OfficeText, OfABookIsThatOfItsPagesAndItsTitle) {
+    EXPECT_EQ(textOf("<html><head><style>no</style></head><p>in<i>voice</i></p><p>of May", Part::page),
+              "invoice of May");
+    EXPECT_EQ(textOf("<metadata><dc:title>The &amp; Marsh</dc:title><dc:creator>A. Heron</dc:creator>"
+                     "<dc:identifier>urn:1</dc:identifier></metadata><manifest><title>no</title></manifest>",
+                     Part::package),
+              "The & Marsh A. Heron");
+}
+
 TEST(OfficeText, IsReadInUtf16Too) {
     std::string little = "\xFF\xFE";
     std::string big = "\xFE\xFF";
@@ -101,9 +110,14 @@ TEST(OfficeText, LiesInThePartsWithWords) {
     }
     EXPECT_EQ(OfficeText::partNamed("xl/worksheets/sheet1.xml"), Part::sheet);
     EXPECT_EQ(OfficeText::partNamed("content.xml"), Part::openDocument);
+    for (const char* page : {"OEBPS/one.xhtml", "a.html", "text/b.htm"}) {
+        EXPECT_EQ(OfficeText::partNamed(page), Part::page) << page;
+    }
+    EXPECT_EQ(OfficeText::partNamed("OEBPS/content.opf"), Part::package);
     for (const char* other : {"word/styles.xml", "word/theme/document.xml", "word/document.xml.rels",
                               "ppt/slides/_rels/slide1.xml.rels", "ppt/slideLayouts/slide1.xml", "styles.xml",
-                              "Object 1/content.xml", "xl/worksheets/_rels/sheet1.xml", "document.xml", ""}) {
+                              "Object 1/content.xml", "OEBPS/style.css", "toc.ncx", "cover.jpg",
+                              "xl/worksheets/_rels/sheet1.xml", "document.xml", ""}) {
         EXPECT_EQ(OfficeText::partNamed(other), std::nullopt) << other;
     }
 }

@@ -47,5 +47,25 @@ TEST(PlainText, ACharacterThatTheEndCutsDoesNotMakeItLatin1) {
     EXPECT_EQ(PlainText::decoded("\u20AC\x80"), "\u00E2\u0082\u00AC\u0080") << "nothing is cut here";
 }
 
+TEST(PlainText, OfWhatNobodyClaimsToBeTextHoldsNoControlsNearItsBeginning) {
+    using PlainText::Claim;
+    const std::string text = "one\t\x1B[1mtwo\x1B[0m\r\n\f";
+    EXPECT_EQ(PlainText::decoded(text, Claim::none), text);
+    EXPECT_EQ(PlainText::decoded("caf\xE9 s", Claim::none), "caf\u00E9 s");
+    EXPECT_EQ(PlainText::decoded("\xFF\xFE"
+                                 "a",
+                                 Claim::none),
+              "");
+    EXPECT_EQ(PlainText::decoded("", Claim::none), "");
+    for (const char control : {'\x01', '\x07', '\x7F', '\0'}) {
+        const auto bytes = "text" + std::string(1, control);
+        EXPECT_EQ(PlainText::decoded(bytes, Claim::none), "") << static_cast<int>(control);
+        EXPECT_EQ(PlainText::decoded(std::string("\xEF\xBB\xBF") + bytes, Claim::none), "");
+    }
+    const auto late = std::string(10'000, 'x') + "\x01";
+    EXPECT_EQ(PlainText::decoded(late, Claim::none), late);
+    EXPECT_EQ(PlainText::decoded("text\x01"), "text\x01") << "where a type says so it is text";
+}
+
 } // namespace
 } // namespace quillane

@@ -245,6 +245,24 @@ TEST_F(PosixCommandRunnerStopTest, WhatTheProgramStartedIsEndedToo) {
     ::close(reading);
 }
 
+// Where exits are ignored the system takes them, and the number of the group may be another's at any time.
+TEST_F(PosixCommandRunnerStopTest, NoSignalGoesToAGroupWhoseLeaderHasBeenTaken) {
+    const auto previous = ::signal(SIGCHLD, SIG_IGN);
+    const int reading = ::open(m_folder.at("held").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    EXPECT_EQ(failureOfStopped(R"((exec 4>"$3"; while kill -0 $$; do :; done; : > "$1"
+                                   read line < "$2"; : > "$2.lived") & exit)"),
+              ErrorCode::kUserCancelled);
+    const int go = ::open(m_folder.at("never").c_str(), O_RDWR | O_CLOEXEC);
+    EXPECT_EQ(::write(go, "go\n", 3), 3);
+    ::fcntl(reading, F_SETFL, 0);
+    char byte = 0;
+    EXPECT_EQ(::read(reading, &byte, 1), 0); // when the rest of the group has ended
+    EXPECT_TRUE(std::filesystem::exists(m_folder.at("never.lived")));
+    ::close(go);
+    ::close(reading);
+    ::signal(SIGCHLD, previous);
+}
+
 TEST_F(PosixCommandRunnerStopTest, AnOutputBeyondItsBoundEndsTheProgram) {
     const auto output = PosixCommandRunner().run(kShell, {"-c", "while :; do echo line; done"}, {}, 100'000);
     EXPECT_EQ(output ? 0 : output.error().code, ErrorCode::kReadTooLarge);

@@ -28,6 +28,7 @@ TEST(RtfText, IsWhatAReaderSees) {
         {"\\ansicpg1251 \\'ef\\'e8\\'e2\\'ee", "\u043F\u0438\u0432\u043E"},
         {"\\ansicpg932 \\'93\\'8c\\'8b\\'9e", "\u6771\u4EAC"},
         {"\\mac caf\\'8e", "caf\u00E9"},
+        {"\\ansicpg1251 \\'ef \\ansicpg1252 \\'e9 \\mac \\'8e", "\u043F \u00E9 \u00E9"},
         {"\\ansicpg99999 caf\\'e9", "caf\u00E9"},
         {"\\u8364? and \\u-10179?\\u-8704?", "\u20AC and \U0001F600"},
         {"{\\uc0\\u8364}{\\uc2\\u8364 ab}c\\u8364\\'80d", "\u20AC\u20ACc\u20ACd"},

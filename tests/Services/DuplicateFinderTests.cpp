@@ -138,6 +138,14 @@ TEST_F(DuplicateFinderTest, TheRestOfANameWithALineFeedIsNoPath) {
     EXPECT_EQ(told().back(), "Comparing 0 files") << "it is not tried either";
 }
 
+TEST_F(DuplicateFinderTest, WhatDoesNotLieBelowTheFolderThatWasAskedForIsNoCandidate) {
+    add("Documents/a", "same");
+    lay("Elsewhere/b", "same");
+    tell("Documents", kHome + "/Elsewhere/b", "1000000");
+    EXPECT_THAT(found(), IsEmpty());
+    EXPECT_EQ(told().back(), "Comparing 0 files");
+}
+
 TEST_F(DuplicateFinderTest, APathThatIsToldUnderTwoFoldersCountsOnce) {
     add("Documents/a", "same");
     sample.disk.folder(kHome + "/Pictures");

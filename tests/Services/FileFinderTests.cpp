@@ -376,6 +376,28 @@ TEST_F(FileFinderTest, ABrokenLineOfTheIndexIsNoFile) {
     EXPECT_THAT(namesOf(collected()), testing::UnorderedElementsAre("a.txt", "b.txt"));
 }
 
+TEST_F(FileFinderTest, TheSecondHalfOfABrokenLineIsNoFileWhateverItIsThePathOf) {
+    const Texts elsewhere = {"/etc/passwd.pdf", "/Users/alex/Downloads.pdf", "/Users/alex/Documents/a.txt"};
+    mac.file("Downloads/b.txt", "x");
+    for (const auto& path : elsewhere) {
+        mac.file(path, "x");
+    }
+    lay();
+    for (const auto& path : elsewhere) {
+        print("/Users/alex/Downloads/x\n" + path + "\n/Users/alex/Downloads/b.txt\n");
+        EXPECT_EQ(namesOf(collected()), Texts{"b.txt"}) << path;
+        EXPECT_THAT(sample->files.touched(), testing::Not(testing::Contains(FileURL(path))));
+    }
+}
+
+TEST_F(FileFinderTest, AFolderThatIsALinkMayBeAnsweredByItsRealPlace) {
+    mac.file("Elsewhere/a.txt", "x").folder("Desktop");
+    lay();
+    sample->disk.remove("/Users/alex/Downloads").link("/Users/alex/Downloads", "/Users/alex/Elsewhere");
+    answer({"/Users/alex/Elsewhere/a.txt"});
+    EXPECT_EQ(namesOf(collected()), Texts{"a.txt"});
+}
+
 TEST_F(FileFinderTest, AFileThatGoesBetweenTheIndexAndTheDiskIsNotListed) {
     mac.file("Downloads/a.txt", "x").file("Downloads/b.txt", "x");
     lay();

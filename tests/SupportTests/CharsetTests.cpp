@@ -15,6 +15,18 @@ TEST(Charset, IsKnownByTheNamesThatDocumentsUse) {
     EXPECT_EQ(Charset::decoded("", "utf-8"), "");
 }
 
+TEST(Charset, ADecoderBeginsAnewWithEachPiece) {
+    Charset::Decoder japanese("shift_jis");
+    EXPECT_NE(japanese.decoded("\x93"), std::nullopt); // half a character
+    EXPECT_EQ(japanese.decoded("\x8C\x8B\x9E"), Charset::decoded("\x8C\x8B\x9E", "shift_jis"));
+    Charset::Decoder shifted("iso-2022-jp");
+    EXPECT_NE(shifted.decoded("\x1B$BEl"), std::nullopt);
+    EXPECT_EQ(shifted.decoded("abc"), "abc");
+    auto moved = std::move(japanese);
+    EXPECT_EQ(moved.decoded("\x93\x8C\x8B\x9E"), "\u6771\u4EAC");
+    EXPECT_EQ(Charset::Decoder("nosuch").decoded("a"), std::nullopt);
+}
+
 TEST(Charset, OfANameThatIsNoneIsNothing) {
     for (const char* name : {"", "nosuch", "../../etc/passwd", "utf-8,version=1", "utf 8"}) {
         EXPECT_EQ(Charset::decoded("a", name), std::nullopt) << name;

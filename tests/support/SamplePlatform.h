@@ -84,7 +84,8 @@ class SamplePlatform {
   private:
     SampleSpotlight m_spotlight;
     PosixCommandRunner m_readers; // of documents: the machine's own, for there are none on the volume
-    DocumentText m_documents{volume, m_readers, [this](const FileURL& url) { return volume.hostPath(url); }};
+    DocumentText m_documents{volume, m_readers, clock,
+                             [this](const FileURL& url) { return volume.hostPath(url); }};
     MetadataSearch m_search{volume, metadata, clock, {FileURL("/")}, {.documents = &m_documents}};
     SearchingCommandRunner m_searching{volume, m_search, commands};
 

@@ -19,6 +19,8 @@
 #include "SearchingCommandRunner.h"
 #include "ThreadTaskRunner.h"
 #include "UserNotifications.h"
+#include <QCoreApplication>
+#include <QFile>
 #include <string>
 
 namespace quillane {
@@ -68,7 +70,7 @@ class SampleSession {
     AbsentCommandRunner m_programs;
     SampleLaunchctl m_launchctl;
     PosixCommandRunner m_viewers; // of documents: the machine's own, for there are none in the sample
-    DocumentText m_documents{m_files, m_viewers,
+    DocumentText m_documents{m_files, m_viewers, m_session.clock(),
                              [this](const FileURL& url) { return m_files.hostPath(url); }};
     MetadataSearch m_search{m_files,
                             m_metadata,
@@ -81,7 +83,8 @@ class SampleSession {
     FakeRunningApplications m_running;
     MemoryDefaults m_defaults;
     FilePreviews m_previews{m_files, m_viewers, m_session.clock(),
-                            [this](const FileURL& url) { return m_files.hostPath(url); }};
+                            [this](const FileURL& url) { return m_files.hostPath(url); },
+                            QFile::encodeName(QCoreApplication::applicationFilePath()).toStdString()};
     ThreadTaskRunner m_tasks;
     PosixDirectoryWatch m_directories{m_tasks, [this](const FileURL& folder) {
                                           return m_files.hostPath(m_files.resolvingSymlinks(folder));

@@ -1,5 +1,6 @@
 // The window over a sample Mac, which is laid beside this program and goes with it.
 #include "DesktopNotifications.h"
+#include "DrawingProgram.h"
 #include "QuillaneApp.h"
 #include "SampleSession.h"
 #include "Shell/ContentView.h"
@@ -40,6 +41,9 @@ struct TreeOwner {
 
 int main(int argc, char** argv) {
     using namespace quillane;
+    if (const auto code = DrawingProgram::answer(argc, argv)) {
+        return *code;
+    }
     QApplication application(argc, argv);
     quitOnInterrupt(application);
     DesktopSession desktop(application);

@@ -24,6 +24,7 @@ constexpr NamedKind kByType[] = {
     {"org.oasis-open.opendocument.spreadsheet", DocumentKind::office},
     {"org.oasis-open.opendocument.presentation", DocumentKind::office},
     {"org.oasis-open.opendocument.graphics", DocumentKind::office},
+    {"org.idpf.epub-container", DocumentKind::office},
     {"public.text", DocumentKind::plainText},
 };
 
@@ -52,7 +53,7 @@ DocumentKind documentKind(const ContentType& type, std::string_view extension) {
     if (type.is("public.data")) {
         const auto* const found = std::ranges::find_if(
             kByExtension, [&](const NamedKind& named) { return isWithoutCase(extension, named.name); });
-        return found == std::end(kByExtension) ? DocumentKind::none : found->kind;
+        return found == std::end(kByExtension) ? DocumentKind::unknown : found->kind;
     }
     const auto* const found =
         std::ranges::find_if(kByType, [&](const NamedKind& named) { return type.conformsTo(named.name); });

@@ -1,7 +1,6 @@
 #include "DocumentText.h"
 #include "HtmlText.h"
 #include "MessageText.h"
-#include "PlainText.h"
 #include "RtfText.h"
 #include "TextSink.h"
 #include <algorithm>
@@ -43,37 +42,31 @@ Result<std::string> start(const FileSystem& files, const FileURL& url, std::size
 
 } // namespace
 
-DocumentText::DocumentText(const FileSystem& files, CommandRunner& programs, HostPath hostPath,
-                           const DocumentLimits& limits)
+DocumentText::DocumentText(const FileSystem& files, CommandRunner& programs, const Clock& clock,
+                           HostPath hostPath, const DocumentLimits& limits)
     : m_files(files)
     , m_programs(programs)
+    , m_clock(clock)
     , m_hostPath(std::move(hostPath))
     , m_limits(limits)
-    , m_kept(limits.kept) {}
+    , m_kept(limits.kept, clock)
+    , m_keptOfCostly(limits.keptOfCostly, clock) {}
 
-bool DocumentText::reads(const ContentType& type) const {
-    const auto kind = documentKind(type, "");
-    return type.is("public.data") || (kind != DocumentKind::none && kind != DocumentKind::plainText);
-}
-
-bool DocumentText::isCostly(const ContentType& type) const {
-    return quillane::isCostly(documentKind(type, ""));
-}
-
-std::string DocumentText::text(const FileURL& file, const ContentType& type, const StopToken& stop) const {
-    return *of(file, documentKind(type, file.pathExtension()), stop);
+std::string DocumentText::text(const FileURL& file, DocumentKind kind, const StopToken& stop) const {
+    return *of(file, kind, stop);
 }
 
 TextCache::Text DocumentText::of(const FileURL& url, DocumentKind kind, const StopToken& stop) const {
     static const auto kNone = std::make_shared<const std::string>();
-    if (kind == DocumentKind::none) {
+    if (!isDocument(kind)) {
         return kNone;
     }
     const auto file = m_files.resourceValues(url);
     if (!file || file->type != EntryType::regular || stop.stopRequested()) {
         return kNone;
     }
-    if (auto kept = m_kept.find(*file)) {
+    auto& known = keptOf(kind);
+    if (auto kept = known.find(*file, kind)) {
         return kept;
     }
     auto reading = read(url, kind, stop);
@@ -82,8 +75,10 @@ TextCache::Text DocumentText::of(const FileURL& url, DocumentKind kind, const St
     }
     reading.text.shrink_to_fit();
     auto text = std::make_shared<const std::string>(std::move(reading.text));
-    if (reading.isFinal) {
-        m_kept.keep(*file, text);
+    if (reading.state == State::whole) {
+        known.keep(*file, kind, text);
+    } else if (reading.state == State::inPart) {
+        known.keep(*file, kind, text, m_clock.instant() + kRetry);
     }
     return text;
 }
@@ -93,25 +88,23 @@ DocumentText::Reading DocumentText::read(const FileURL& url, DocumentKind kind, 
     case DocumentKind::webPage:
     case DocumentKind::richText:
     case DocumentKind::message:
-    case DocumentKind::plainText:
         return readStart(url, kind);
     case DocumentKind::office:
         return readOffice(url, stop);
     case DocumentKind::pdf:
         return readPdf(url, stop);
     case DocumentKind::none:
+    case DocumentKind::plainText:
+    case DocumentKind::unknown:
         break;
     }
-    return {"", false};
+    return {"", State::failed};
 }
 
 DocumentText::Reading DocumentText::readStart(const FileURL& url, DocumentKind kind) const {
     const auto bytes = start(m_files, url, m_limits.file);
     if (!bytes) {
-        return {"", false};
-    }
-    if (kind == DocumentKind::plainText) {
-        return {PlainText::decoded(*bytes), false}; // kept by the system, and decoded at once
+        return {"", State::failed};
     }
     TextSink sink(m_limits.text);
     if (kind == DocumentKind::webPage) {
@@ -127,22 +120,24 @@ DocumentText::Reading DocumentText::readStart(const FileURL& url, DocumentKind k
 DocumentText::Reading DocumentText::readOffice(const FileURL& url, const StopToken& stop) const {
     const auto file = m_files.openForReading(url);
     if (!file) {
-        return {"", false};
+        return {"", State::failed};
     }
     TextSink sink(m_limits.text);
     const bool isRead = OfficeArchive::add(**file, m_limits.office, stop, sink);
-    return {sink.take(), isRead};
+    return {sink.take(), isRead ? State::whole : State::failed};
 }
 
+// The program ends each page with a form feed, so what ends otherwise was cut: by a limit, or by a fault that the
+// program does not survive.
 DocumentText::Reading DocumentText::readPdf(const FileURL& url, const StopToken& stop) const {
     const auto path = m_hostPath ? m_hostPath(url) : url.path();
     const auto output = m_programs.run(kLimiter, argumentsFor(path), stop, m_limits.text);
     if (!output) {
-        return {"", output.error().code == ErrorCode::kReadTooLarge};
+        return {"", output.error().code == ErrorCode::kReadTooLarge ? State::whole : State::failed};
     }
     TextSink sink(m_limits.text);
     sink.add(*output);
-    return {sink.take()};
+    return {sink.take(), output->ends_with('\f') ? State::whole : State::inPart};
 }
 
 } // namespace quillane

@@ -116,44 +116,60 @@ bool IndexedItem::isMarkedAsScreenCapture() const {
            ScreenCapture::isMarkedPng(m_source.files.read(url, ScreenCapture::kHead).valueOr(""));
 }
 
-bool IndexedItem::isDocument() const {
-    return m_source.documents != nullptr && m_source.documents->reads(m_contentType);
+// Without a reader of documents those that are also text, such as web pages, are read as it.
+DocumentKind IndexedItem::kind() const {
+    if (m_entryType != EntryType::regular) {
+        return DocumentKind::none;
+    }
+    const auto kind = documentKind(m_contentType, pathExtensionOf(fileName()));
+    if (m_source.documents != nullptr || !isDocument(kind)) {
+        return kind;
+    }
+    return m_contentType.conformsTo("public.text") ? DocumentKind::plainText : DocumentKind::none;
 }
 
 bool IndexedItem::isCostly() const {
-    return isDocument() && m_source.documents->isCostly(m_contentType);
+    return quillane::isCostly(kind());
 }
 
 MetadataAnswer IndexedItem::occursInContent(const TextPattern& pattern) {
-    const bool isRead = m_entryType == EntryType::regular && (isPlainText() || isDocument());
-    if (!isRead) {
+    const auto kind = this->kind();
+    if (kind == DocumentKind::none) {
         return MetadataAnswer::no;
     }
-    if (pattern.matchesEverything()) {
+    const bool asksForAny = pattern.matchesEverything();
+    if (asksForAny && kind != DocumentKind::unknown) {
         return MetadataAnswer::yes;
     }
     if (m_content == Content::later) {
         return MetadataAnswer::later;
     }
-    const bool occurs = isDocument() ? occursInDocument(pattern) : occursInPlainText(pattern);
+    if (m_source.stop.stopRequested()) {
+        return MetadataAnswer::no;
+    }
+    const bool occurs = asksForAny         ? isText()
+                        : isDocument(kind) ? occursInDocument(pattern, kind)
+                                           : occursInPlainText(pattern, kind);
     return occurs ? MetadataAnswer::yes : MetadataAnswer::no;
 }
 
-bool IndexedItem::occursInPlainText(const TextPattern& pattern) const {
-    if (const auto* const needle = pattern.needle()) {
-        return TextFileSearch::occurs(*needle, m_source.files, urlOf(m_path), m_source.stop);
-    }
-    if (m_source.stop.stopRequested()) {
-        return false;
-    }
-    return pattern.occursIn(PlainText::decoded(m_source.files.read(urlOf(m_path), kMostDecoded).valueOr("")));
+bool IndexedItem::isText() const {
+    const auto start = m_source.files.read(urlOf(m_path), TextFileSearch::kPortion);
+    return start && PlainText::formatOf(*start, PlainText::Claim::none).encoding != PlainText::Encoding::none;
 }
 
-bool IndexedItem::occursInDocument(const TextPattern& pattern) const {
-    if (m_source.stop.stopRequested()) {
-        return false;
+bool IndexedItem::occursInPlainText(const TextPattern& pattern, DocumentKind kind) const {
+    using PlainText::Claim;
+    const auto claim = kind == DocumentKind::unknown ? Claim::none : Claim::declared;
+    if (const auto* const needle = pattern.needle()) {
+        return TextFileSearch::occurs(*needle, m_source.files, urlOf(m_path), m_source.stop, claim);
     }
-    const auto text = m_source.documents->text(urlOf(m_path), m_contentType, m_source.stop);
+    const auto start = m_source.files.read(urlOf(m_path), kMostDecoded);
+    return start && pattern.occursIn(PlainText::decoded(*start, claim));
+}
+
+bool IndexedItem::occursInDocument(const TextPattern& pattern, DocumentKind kind) const {
+    const auto text = m_source.documents->text(urlOf(m_path), kind, m_source.stop);
     const auto* const needle = pattern.needle();
     return needle != nullptr ? needle->occursIn(text) : pattern.occursIn(text);
 }

@@ -1,5 +1,6 @@
 #pragma once
 #include "ContentTypes.h"
+#include "DocumentKind.h"
 #include "DocumentReader.h"
 #include "FileSystem.h"
 #include "Metadata.h"
@@ -55,10 +56,10 @@ class IndexedItem final : public MetadataItem {
     MetadataValue size();
     MetadataValue screenCapture() const;
     bool isMarkedAsScreenCapture() const;
-    bool isDocument() const;
-    bool isPlainText() const { return m_contentType.conformsTo("public.text"); }
-    bool occursInPlainText(const TextPattern& pattern) const;
-    bool occursInDocument(const TextPattern& pattern) const;
+    DocumentKind kind() const;
+    bool isText() const;
+    bool occursInPlainText(const TextPattern& pattern, DocumentKind kind) const;
+    bool occursInDocument(const TextPattern& pattern, DocumentKind kind) const;
 
     const ItemSource& m_source;
     std::string_view m_path;

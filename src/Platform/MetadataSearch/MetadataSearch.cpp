@@ -88,6 +88,9 @@ struct MetadataSearch::Request {
     char end = '\n';
     std::string query;
 
+    // A line feed in a name would end its line.
+    bool canPrint(std::string_view name) const { return name.find(end) == std::string_view::npos; }
+
     static std::optional<Request> from(const std::vector<std::string>& arguments) {
         Request request;
         for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -201,7 +204,7 @@ void MetadataSearch::walk(FileURL root, Search& search) const {
     if (values && values->type == EntryType::symbolicLink) {
         root = m_files.resolvingSymlinks(root); // the index knows things by where they really are
     }
-    if (search.source.stop.stopRequested() || !isIndexed(root)) {
+    if (search.source.stop.stopRequested() || !isIndexed(root) || !search.request.canPrint(root.path())) {
         return;
     }
     WalkedPaths paths(root);
@@ -218,7 +221,7 @@ void MetadataSearch::walk(FileURL root, Search& search) const {
 // Whether a folder is entered; the answer counts for nothing else.
 WalkAnswer MetadataSearch::look(const WalkEntry& entry, const std::string& path, Search& search) const {
     const auto parent = std::string_view(path).substr(0, path.size() - entry.name.size() - 1);
-    if (isLeftOut(parent, entry.name, entry.type)) {
+    if (isLeftOut(parent, entry.name, entry.type) || !search.request.canPrint(entry.name)) {
         return WalkAnswer::skipBelow;
     }
     const auto& type = contentType(path, entry.name, entry.type);
@@ -247,13 +250,15 @@ void MetadataSearch::decide(const std::vector<Undecided>& items, Search& search)
 
 void MetadataSearch::decideCostly(const std::vector<Undecided>& items, Search& search) const {
     std::vector<std::string> lines(items.size());
-    const auto latest = m_clock.instant() + kTimeForCostly;
+    const auto begin = m_clock.instant();
+    const auto latest = begin + m_costlyTime.left(search.source.stop);
     const auto decideOne = [&](std::size_t i, const auto& /*others*/) {
         if (m_clock.instant() < latest && !search.source.stop.stopRequested()) {
             lines[i] = search.decidedLine(items[i]);
         }
     };
     shareOut(items.size(), 1, m_helpers.threads, kCostlyAtOnce - 1, decideOne);
+    m_costlyTime.spend(search.source.stop, m_clock.instant() - begin);
     search.add(std::move(lines));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 #include "Clock.h"
 #include "ContentTypes.h"
+#include "CostlyTime.h"
 #include "DocumentReader.h"
 #include "FileSystem.h"
 #include "Metadata.h"
@@ -32,8 +33,9 @@ struct SearchHelpers {
 //     -0           ends each answer with a NUL in place of a line feed
 // Free text without an operator is not understood, and neither are the other options: those give no answers.
 //
-// The text: one absolute path a line, in the order of their bytes. Names are printed as they are, so one with
-// a line feed breaks its line. No match gives the empty text. What can't be read as a query gives
+// The text: one absolute path a line, in the order of their bytes. Names are printed as they are, so that of one with a
+// line feed the halves would be read as paths, of which the second could be any at all: it is told only where NULs end
+// the lines, and neither is what lies in such a folder. No match gives the empty text. What can't be read as a query gives
 // "Failed to create query for 'QUERY'." on a line of its own, as the program does on its standard output.
 //
 // What the index would not hold is not found, even when it is asked for by name: names that begin with a dot,
@@ -41,13 +43,15 @@ struct SearchHelpers {
 // folders of the system that hold nothing of a person's ("/private", "/usr", "/dev" and their like) are left
 // out. An application is a folder named *.app that holds Contents/Info.plist.
 //
-// Written content is found in all of a plain text (TextFileSearch) and in what a DocumentReader tells.
+// Written content is found in all of a plain text (TextFileSearch), in a file whose type nobody declares when it looks
+// like one, and in what a DocumentReader tells.
 //
 // Attributes are those of MetadataAttribute. kMDItemIsScreenCapture is 1 for a picture whose extended attribute or
 // whose own text names a tool for such pictures (ScreenCapture), and absent from all else.
 class MetadataSearch {
   public:
-    // How long one search goes on to begin documents that need a program, and how many are read at once.
+    // How long one search, in all its runs (CostlyTime), goes on to begin documents that need a program, and how many
+    // are read at once.
     static constexpr Duration kTimeForCostly = std::chrono::seconds(20);
     static constexpr int kCostlyAtOnce = 2;
 
@@ -79,6 +83,7 @@ class MetadataSearch {
     std::vector<FileURL> m_roots;
     SearchHelpers m_helpers;
     std::string m_home;
+    mutable CostlyTime m_costlyTime{kTimeForCostly};
 };
 
 } // namespace quillane

@@ -1,4 +1,5 @@
 #include "OfficeText.h"
+#include "HtmlText.h"
 #include "MarkupReader.h"
 #include "TextSink.h"
 #include "Utf8.h"
@@ -23,8 +24,11 @@ constexpr std::string_view kOpenDocumentContent[] = {"p", "h"};
 constexpr std::string_view kOpenDocumentPartings[] = {"p",          "h",          "s",   "tab",
                                                       "line-break", "annotation", "note"};
 
+constexpr std::string_view kPackageContent[] = {"title", "creator", "description"};
+
 constexpr Vocabulary kOpenXml = {kOpenXmlContent, kOpenXmlPartings, "rPh"}; // how Japanese text is spoken
 constexpr Vocabulary kOpenDocument = {kOpenDocumentContent, kOpenDocumentPartings, "tracked-changes"};
+constexpr Vocabulary kPackage = {kPackageContent, kPackageContent, "manifest"};
 
 bool holds(std::span<const std::string_view> names, std::string_view name) {
     return std::ranges::find(names, name) != names.end();
@@ -66,6 +70,10 @@ bool isXmlIn(std::string_view member, std::string_view folder, std::string_view 
     return member.starts_with(begin) && member.find('/') == std::string_view::npos;
 }
 
+const Vocabulary& vocabularyOf(OfficeText::Part part) {
+    return part == Part::openDocument ? kOpenDocument : part == Part::package ? kPackage : kOpenXml;
+}
+
 } // namespace
 
 std::optional<Part> partNamed(std::string_view member) {
@@ -74,6 +82,12 @@ std::optional<Part> partNamed(std::string_view member) {
     }
     if (isXmlIn(member, "xl/worksheets/", "")) {
         return Part::sheet;
+    }
+    if (member.ends_with(".xhtml") || member.ends_with(".html") || member.ends_with(".htm")) {
+        return Part::page;
+    }
+    if (member.ends_with(".opf")) {
+        return Part::package;
     }
     constexpr std::string_view kWordParts[] = {"document.xml", "footnotes.xml", "endnotes.xml",
                                                "comments.xml", "header",        "footer"};
@@ -86,7 +100,11 @@ std::optional<Part> partNamed(std::string_view member) {
 }
 
 void add(std::string_view xml, Part part, TextSink& sink) {
-    const auto& vocabulary = part == Part::openDocument ? kOpenDocument : kOpenXml;
+    if (part == Part::page) {
+        HtmlText::add(xml, sink);
+        return;
+    }
+    const auto& vocabulary = vocabularyOf(part);
     const bool isBigEndian = xml.starts_with("\xFE\xFF");
     if (isBigEndian || xml.starts_with("\xFF\xFE")) {
         const auto order = isBigEndian ? Utf8::ByteOrder::bigEndian : Utf8::ByteOrder::littleEndian;

@@ -6,13 +6,15 @@ namespace quillane {
 
 class TextSink;
 
-// What is written in the parts of office documents: OOXML and OpenDocument.
+// What is written in the parts of office documents, OOXML and OpenDocument, and of books (EPUB).
 namespace OfficeText {
 
 enum class Part {
     words, // of a text, a table or a slide in OOXML
     sheet, // the cells of a table in OOXML, which are mostly numbers: only those that hold their text themselves
-    openDocument // all of an OpenDocument
+    openDocument, // all of an OpenDocument
+    page,         // of a book
+    package       // what a book tells of itself: its title and who wrote it
 };
 
 // What a member of the archive holds by its name; nothing for all that has no words in it.

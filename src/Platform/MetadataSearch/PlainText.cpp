@@ -35,6 +35,20 @@ std::optional<ByteOrder> utf16Order(std::string_view bytes) {
     return zeros[0] != 0 ? ByteOrder::bigEndian : ByteOrder::littleEndian;
 }
 
+// White space, and with it what colours a terminal or strikes a letter twice.
+bool isControl(char c) {
+    constexpr std::string_view kOfTexts = "\b\t\n\v\f\r\x1B";
+    const auto byte = static_cast<unsigned char>(c);
+    return (byte < 0x20 || byte == 0x7F) && kOfTexts.find(c) == std::string_view::npos;
+}
+
+Format declaredFormatOf(std::string_view start) {
+    if (const auto marked = markedFormatOf(start)) {
+        return *marked;
+    }
+    return {ByteFilter::isUtf8(Utf8::withoutCutCharacter(start)) ? Encoding::utf8 : Encoding::latin1};
+}
+
 } // namespace
 
 std::optional<Format> markedFormatOf(std::string_view start) {
@@ -58,11 +72,13 @@ std::optional<Format> markedFormatOf(std::string_view start) {
     return std::nullopt;
 }
 
-Format formatOf(std::string_view start) {
-    if (const auto marked = markedFormatOf(start)) {
-        return *marked;
+Format formatOf(std::string_view start, Claim claim) {
+    const auto format = declaredFormatOf(start);
+    if (claim == Claim::declared || format.encoding == Encoding::none) {
+        return format;
     }
-    return {ByteFilter::isUtf8(Utf8::withoutCutCharacter(start)) ? Encoding::utf8 : Encoding::latin1};
+    const auto text = decoded(start.substr(format.mark, kBytesLookedAt), format.encoding);
+    return std::ranges::any_of(text, isControl) ? Format{} : format;
 }
 
 std::string decoded(std::string_view part, Encoding encoding) {
@@ -81,8 +97,8 @@ std::string decoded(std::string_view part, Encoding encoding) {
     return {};
 }
 
-std::string decoded(std::string_view bytes) {
-    const auto format = formatOf(bytes);
+std::string decoded(std::string_view bytes, Claim claim) {
+    const auto format = formatOf(bytes, claim);
     const auto part = bytes.substr(format.mark);
     return decoded(format.encoding == Encoding::utf8 ? Utf8::withoutCutCharacter(part) : part,
                    format.encoding);

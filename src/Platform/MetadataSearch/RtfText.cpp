@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quillane::RtfText {
@@ -148,9 +149,9 @@ class Parser {
         } else if (name == "uc") {
             m_groups.back().fallback = static_cast<std::size_t>(std::max(number, 0));
         } else if (name == "ansicpg") {
-            m_charset = charsetOfCodePage(number);
+            setCharset(charsetOfCodePage(number));
         } else if (name == "mac") {
-            m_charset = "macintosh";
+            setCharset("macintosh");
         } else if (std::ranges::find(kSkipped, name) != std::end(kSkipped)) {
             m_groups.back().isSkipped = true;
         } else if (std::ranges::find(kPartings, name) != std::end(kPartings)) {
@@ -213,14 +214,30 @@ class Parser {
         flushUnits();
     }
 
+    // Of what stands behind it. Opened when the first text needs it, and left open for all the others.
+    void setCharset(std::string name) {
+        if (name != m_charset) {
+            flushBytes();
+            m_charset = std::move(name);
+            m_decoder.reset();
+        }
+    }
+
+    std::optional<std::string> decoded(std::string_view bytes) {
+        if (!m_decoder) {
+            m_decoder.emplace(m_charset);
+        }
+        return m_decoder->decoded(bytes);
+    }
+
     void flushBytes() {
         if (m_bytes.empty()) {
             return;
         }
         const bool isAscii =
             std::ranges::all_of(m_bytes, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-        const auto decoded = isAscii ? std::nullopt : Charset::decoded(m_bytes, m_charset);
-        m_sink.add(decoded ? *decoded : isAscii ? m_bytes : Utf8::fromLatin1(m_bytes));
+        const auto text = isAscii ? std::nullopt : decoded(m_bytes);
+        m_sink.add(text ? *text : isAscii ? m_bytes : Utf8::fromLatin1(m_bytes));
         m_bytes.clear();
     }
 
@@ -255,6 +272,7 @@ class Parser {
     TextSink& m_sink;
     std::vector<Group> m_groups = {{}};
     std::string m_charset = "windows-1252";
+    std::optional<Charset::Decoder> m_decoder;
     std::size_t m_passing = 0; // of the characters that stand for one that was given by its number
     std::string m_bytes;
     std::string m_fromUnits;

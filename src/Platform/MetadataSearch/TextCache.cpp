@@ -3,30 +3,34 @@
 
 namespace quillane {
 
-TextCache::Text TextCache::find(const ResourceValues& file) {
+TextCache::Text TextCache::find(const ResourceValues& file, DocumentKind kind) {
+    const auto now = m_clock.instant();
     const std::lock_guard lock(m_mutex);
-    const auto known = m_known.find(Key(file));
+    const auto known = m_known.find(Key(file, kind));
     if (known == m_known.end()) {
         return nullptr;
     }
+    if (known->second->end <= now) {
+        forget(known);
+        return nullptr;
+    }
     m_entries.splice(m_entries.begin(), m_entries, known->second);
+    known->second->asked = now;
     return known->second->text;
 }
 
-void TextCache::keep(const ResourceValues& file, Text text) {
+void TextCache::keep(const ResourceValues& file, DocumentKind kind, Text text, Instant end) {
+    const auto now = m_clock.instant();
     const auto cost = costOf(text);
-    if (cost > m_mostBytes) {
-        return;
-    }
+    const Key key(file, kind);
     const std::lock_guard lock(m_mutex);
-    const Key key(file);
     if (const auto known = m_known.find(key); known != m_known.end()) {
         forget(known);
     }
-    while (m_bytes + cost > m_mostBytes) {
-        forget(m_known.find(m_entries.back().key));
+    if (!makeRoom(cost, now)) {
+        return;
     }
-    m_entries.push_front({key, std::move(text)});
+    m_entries.push_front({key, std::move(text), end, now});
     m_known.emplace(key, m_entries.begin());
     m_bytes += cost;
 }
@@ -39,6 +43,20 @@ std::size_t TextCache::bytes() const {
 std::size_t TextCache::costOf(const Text& text) {
     constexpr std::size_t kOfEntry = 256; // both nodes, the text's own block and what the allocator adds
     return text->size() + kOfEntry;
+}
+
+bool TextCache::makeRoom(std::size_t bytes, Instant now) {
+    if (bytes > m_mostBytes) {
+        return false;
+    }
+    while (m_bytes + bytes > m_mostBytes) {
+        const auto& last = m_entries.back();
+        if (last.asked + kLately > now && last.end > now) {
+            return false;
+        }
+        forget(m_known.find(last.key));
+    }
+    return true;
 }
 
 void TextCache::forget(std::map<Key, Entries::iterator>::iterator known) {

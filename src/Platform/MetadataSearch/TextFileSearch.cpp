@@ -42,17 +42,20 @@ thread_local std::vector<char> Window::m_bytes;
 
 class Search {
   public:
-    Search(const FoldedNeedle& needle, OpenFile& file, const StopToken& stop)
+    Search(const FoldedNeedle& needle, OpenFile& file, const StopToken& stop, PlainText::Claim claim)
         : m_needle(needle)
         , m_file(file)
         , m_stop(stop)
+        , m_claim(claim)
         , m_window(needle.overlap()) {}
 
     bool occurs() {
         if (!readPortion()) {
             return false;
         }
-        if (const auto marked = PlainText::markedFormatOf(m_window.text())) {
+        if (m_claim == PlainText::Claim::none) {
+            m_format = PlainText::formatOf(m_window.text(), m_claim);
+        } else if (const auto marked = PlainText::markedFormatOf(m_window.text())) {
             m_format = *marked;
         } else if (!decideWhereItMatters()) {
             return false;
@@ -156,6 +159,7 @@ class Search {
     const FoldedNeedle& m_needle;
     OpenFile& m_file;
     const StopToken& m_stop;
+    PlainText::Claim m_claim;
     Window m_window;
     PlainText::Format m_format;
     Bytes m_offset = 0;
@@ -165,12 +169,13 @@ class Search {
 
 } // namespace
 
-bool occurs(const FoldedNeedle& needle, const FileSystem& files, const FileURL& file, const StopToken& stop) {
+bool occurs(const FoldedNeedle& needle, const FileSystem& files, const FileURL& file, const StopToken& stop,
+            PlainText::Claim claim) {
     if (stop.stopRequested()) {
         return false;
     }
     const auto opened = files.openForReading(file);
-    return opened && Search(needle, **opened, stop).occurs();
+    return opened && Search(needle, **opened, stop, claim).occurs();
 }
 
 } // namespace quillane::TextFileSearch

@@ -16,6 +16,7 @@ inline constexpr Bytes kMostBytes = Bytes{1} << 30U;
 // Whether the needle occurs in a regular file, in any encoding of PlainText; the first portion decides which one it
 // is. False for what is no text, can't be opened or stops to be readable before it occurs, and when stopped, which is
 // looked at before each portion. Any thread.
-bool occurs(const FoldedNeedle& needle, const FileSystem& files, const FileURL& file, const StopToken& stop);
+bool occurs(const FoldedNeedle& needle, const FileSystem& files, const FileURL& file, const StopToken& stop,
+            PlainText::Claim claim = PlainText::Claim::declared);
 
 } // namespace quillane::TextFileSearch

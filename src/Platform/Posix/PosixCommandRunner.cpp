@@ -137,7 +137,7 @@ class Child {
     void waitForExit(const StopToken& stop) const {
         if (stop.stopPossible()) {
             waitUntil([&] { return stop.stopRequested(); });
-            if (!hasExited()) {
+            if (state() == State::runs) {
                 end();
                 return;
             }
@@ -148,10 +148,10 @@ class Child {
     // Asks it and all that it has started to end, and then leaves them no choice. Until its exit is taken the
     // number of the group can't be another's.
     void end() const {
-        ::killpg(m_id, SIGTERM);
+        signalGroup(SIGTERM);
         const auto latest = std::chrono::steady_clock::now() + kTimeToEnd;
         waitUntil([&] { return std::chrono::steady_clock::now() >= latest; });
-        ::killpg(m_id, SIGKILL);
+        signalGroup(SIGKILL);
         reap();
     }
 
@@ -164,17 +164,30 @@ class Child {
     template <class GivesUp>
     void waitUntil(GivesUp givesUp) const {
         auto pause = std::chrono::microseconds(kShortestPause);
-        while (!hasExited() && !givesUp()) {
+        while (state() == State::runs && !givesUp()) {
             std::this_thread::sleep_for(pause);
             pause = std::min<std::chrono::microseconds>(pause * 2, kLongestPause);
         }
     }
 
-    // Leaves the exit to be taken. Where our own parent had us ignore such exits the system has taken it already.
-    bool hasExited() const {
+    // `taken` where our own parent had us ignore such exits: the system has taken it already.
+    enum class State { runs, exited, taken };
+
+    // Leaves the exit to be taken.
+    State state() const {
         siginfo_t info{};
         const int found = ::waitid(P_PID, static_cast<id_t>(m_id), &info, WEXITED | WNOHANG | WNOWAIT);
-        return found == 0 ? info.si_pid == m_id : errno == ECHILD;
+        if (found != 0) {
+            return errno == ECHILD ? State::taken : State::runs;
+        }
+        return info.si_pid == m_id ? State::exited : State::runs;
+    }
+
+    // Nobody where the number of the group may be another's by now.
+    void signalGroup(int signal) const {
+        if (state() != State::taken) {
+            ::killpg(m_id, signal);
+        }
     }
 
     void reap() const {

@@ -1,5 +1,6 @@
 #include "DesktopThumbnails.h"
 #include <QDBusArgument>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusReply>
 #include <QMimeDatabase>
@@ -7,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <optional>
 #include <thread>
 #include <utility>
 
@@ -23,12 +25,20 @@ QDBusMessage callOf(const char* method) {
                                           QString::fromLatin1(method));
 }
 
-QList<QVariant> answerTo(const QDBusConnection& bus, const QDBusMessage& call) {
+// Nothing where there is no service or it does not answer in time; a refusal is an answer without values.
+std::optional<QList<QVariant>> answerTo(const QDBusConnection& bus, const QDBusMessage& call) {
     if (!bus.isConnected()) {
-        return {};
+        return std::nullopt;
     }
     const auto reply = bus.call(call, QDBus::Block, kTimeout);
-    return reply.type() == QDBusMessage::ReplyMessage ? reply.arguments() : QList<QVariant>();
+    if (reply.type() == QDBusMessage::ReplyMessage) {
+        return reply.arguments();
+    }
+    const auto kind = QDBusError(reply).type();
+    const bool isSilence = kind == QDBusError::NoReply || kind == QDBusError::Timeout ||
+                           kind == QDBusError::TimedOut || kind == QDBusError::ServiceUnknown ||
+                           kind == QDBusError::Disconnected;
+    return isSilence ? std::nullopt : std::optional(QList<QVariant>());
 }
 
 // Two lists side by side: a kind of place and a type of file. Files of the machine are the kind "file".
@@ -105,13 +115,16 @@ std::shared_ptr<const IconImage> DesktopThumbnails::made(const FileURL& url, Dat
             << flavorFor(able.flavors, side) << QStringLiteral("foreground") << 0U;
     const auto bus = m_bus();
     const auto handle = answerTo(bus, request);
-    if (handle.isEmpty()) {
+    if (!handle) {
+        rest();
+    }
+    if (!handle || handle->isEmpty()) {
         return nullptr;
     }
     auto thumbnail = awaited(url, modified, stop);
     if (!thumbnail) {
         auto withdrawal = callOf("Dequeue");
-        withdrawal << handle.first();
+        withdrawal << handle->first();
         bus.call(withdrawal, QDBus::NoBlock);
     }
     return thumbnail;
@@ -133,14 +146,41 @@ std::shared_ptr<const IconImage> DesktopThumbnails::awaited(const FileURL& url, 
     return nullptr;
 }
 
+// The lock is not held while the service is asked: several threads may ask for the same at first, and none waits for
+// another.
 DesktopThumbnails::Abilities DesktopThumbnails::abilities() {
-    const std::lock_guard lock(m_mutex);
-    if (!m_abilities) {
-        const auto bus = m_bus();
-        m_abilities = Abilities{typesIn(answerTo(bus, callOf("GetSupported"))),
-                                flavorsIn(answerTo(bus, callOf("GetFlavors")))};
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_abilities) {
+            return *m_abilities;
+        }
+        if (m_restsUntil && m_clock.instant() < *m_restsUntil) {
+            return {};
+        }
     }
-    return *m_abilities;
+    const auto bus = m_bus();
+    const auto supported = answerTo(bus, callOf("GetSupported"));
+    const auto types = supported ? typesIn(*supported) : QSet<QString>();
+    if (types.isEmpty()) {
+        rest();
+        return {};
+    }
+    const auto flavors = answerTo(bus, callOf("GetFlavors"));
+    if (!flavors) {
+        rest();
+        return {};
+    }
+    const Abilities told{types, flavorsIn(*flavors)};
+    const std::lock_guard lock(m_mutex);
+    m_abilities = told;
+    return told;
+}
+
+// What it could do is asked anew afterwards: another service may have taken its place.
+void DesktopThumbnails::rest() {
+    const std::lock_guard lock(m_mutex);
+    m_abilities.reset();
+    m_restsUntil = m_clock.instant() + kRest;
 }
 
 } // namespace quillane

@@ -23,6 +23,9 @@ class DesktopThumbnails {
     // From the request to the moment when nothing is expected any more.
     static constexpr Duration kPatience = std::chrono::seconds(3);
     static constexpr Duration kBetweenLooks = std::chrono::milliseconds(40);
+    // How long nothing is asked of a service that is not there, does not answer in time or makes nothing: it may have
+    // been busy, or yet to come.
+    static constexpr Duration kRest = std::chrono::minutes(1);
 
     // `clock` outlives this.
     DesktopThumbnails(ThumbnailStore store, const Clock& clock, SessionBus bus = sharedSessionBus,
@@ -43,6 +46,7 @@ class DesktopThumbnails {
         QSet<QString> flavors; // sizes that it makes
     };
     Abilities abilities();
+    void rest();
     std::shared_ptr<const IconImage> awaited(const FileURL& url, Date modified, const StopToken& stop) const;
 
     ThumbnailStore m_store;
@@ -50,7 +54,8 @@ class DesktopThumbnails {
     SessionBus m_bus;
     Pause m_pause;
     std::mutex m_mutex;                   // guards what follows
-    std::optional<Abilities> m_abilities; // asked once
+    std::optional<Abilities> m_abilities; // once the service has told them
+    std::optional<Instant> m_restsUntil;
 };
 
 } // namespace quillane

@@ -1,5 +1,6 @@
 #include "FilePreviews.h"
 #include "DesktopThumbnails.h"
+#include "DrawingProgram.h"
 #include "ImageDecoder.h"
 #include "OpenFileDevice.h"
 #include "PdfPages.h"
@@ -39,11 +40,12 @@ std::optional<PreviewPage> onlyPage(std::shared_ptr<const IconImage> picture) {
 } // namespace
 
 FilePreviews::FilePreviews(const FileSystem& files, CommandRunner& programs, const Clock& clock,
-                           HostPath hostPath, DesktopThumbnails* desktop)
+                           HostPath hostPath, std::string drawingProgram, DesktopThumbnails* desktop)
     : m_files(files)
     , m_programs(programs)
     , m_clock(clock)
     , m_hostPath(std::move(hostPath))
+    , m_drawingProgram(std::move(drawingProgram))
     , m_desktop(desktop) {
     ImageDecoder::limitMemory();
 }
@@ -117,6 +119,10 @@ std::string FilePreviews::textOf(const Subject& subject) {
 // The subject's file is spent afterwards.
 std::shared_ptr<const IconImage> FilePreviews::decoded(Subject& subject, PixelSize size, Fit fit,
                                                        const StopToken& stop) const {
+    if (subject.form == "svg") {
+        return shared(
+            DrawingProgram::picture(m_programs, m_drawingProgram, m_hostPath(subject.url), size, fit, stop));
+    }
     OpenFileDevice device(std::move(subject.file), m_clock, m_clock.instant() + kPatience, stop);
     auto picture = ImageDecoder::decoded(device, subject.head, size, fit);
     return device.hasFailed() ? nullptr : shared(std::move(picture));

@@ -16,8 +16,8 @@ namespace quillane {
 
 class DesktopThumbnails;
 
-// Pictures of files on Linux: photographs and drawings by Qt's readers, pages of PDF documents by Poppler's
-// programs, plain text as it stands, and everything else, such as films, as the desktop's own thumbnailer shows it.
+// Pictures of files on Linux: photographs by Qt's readers, drawings by them in a process of their own, pages of PDF
+// documents by Poppler's programs, plain text as it stands, and everything else, such as films, as the desktop's own thumbnailer shows it.
 // What a file is decides its content and not its name.
 class FilePreviews final : public Previews {
   public:
@@ -29,10 +29,10 @@ class FilePreviews final : public Previews {
     // What the decoding of one picture may take.
     static constexpr Duration kPatience = std::chrono::seconds(5);
 
-    // All of them outlive this. No desktop where its programs know other paths than `files`. Sets a limit of the
-    // process, so it is made before other threads run.
+    // All of them outlive this. `drawingProgram` is what DrawingProgram runs. No desktop where its programs know other
+    // paths than `files`. Sets a limit of the process, so it is made before other threads run.
     FilePreviews(const FileSystem& files, CommandRunner& programs, const Clock& clock, HostPath hostPath,
-                 DesktopThumbnails* desktop = nullptr);
+                 std::string drawingProgram, DesktopThumbnails* desktop = nullptr);
 
     std::shared_ptr<const IconImage> thumbnail(const FileURL& url, PixelSize size,
                                                const StopToken& stop) override;
@@ -61,6 +61,7 @@ class FilePreviews final : public Previews {
     CommandRunner& m_programs;
     const Clock& m_clock;
     HostPath m_hostPath;
+    std::string m_drawingProgram;
     DesktopThumbnails* m_desktop;
 };
 

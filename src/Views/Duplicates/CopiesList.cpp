@@ -180,7 +180,11 @@ void CopiesList::keyPressEvent(QKeyEvent* event) {
     const bool isPress =
         event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (!isPress || event->modifiers() & ~Qt::KeypadModifier) {
+        const QPersistentModelIndex before = currentIndex();
         PaneList::keyPressEvent(event);
+        if (const QModelIndex now = currentIndex(); now.isValid() && now != before) {
+            emit wentTo(m_model->keyAt(now.row()));
+        }
     } else if (!event->isAutoRepeat()) {
         press(currentIndex(), m_part);
     }

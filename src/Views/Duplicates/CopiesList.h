@@ -47,6 +47,8 @@ class CopiesList : public PaneList {
   signals:
     void chosen(const quillane::FileURL& copy);
     void lookWanted(const quillane::FileURL& copy);
+    // A key has brought the keyboard to this row.
+    void wentTo(const quillane::FileURL& copy);
 
   protected:
     int rowHeight() const override;

@@ -53,6 +53,7 @@ DuplicateDetailView::DuplicateDetailView(AppLibrary& library, QWidget* parent)
     setTabOrder(m_copies, removeButton());
     connect(m_copies, &CopiesList::chosen, this, &DuplicateDetailView::choose);
     connect(m_copies, &CopiesList::lookWanted, this, &DuplicateDetailView::lookWanted);
+    connect(m_copies, &CopiesList::wentTo, this, &DuplicateDetailView::wentTo);
 }
 
 void DuplicateDetailView::show(const DuplicateGroup& group) {

@@ -40,6 +40,8 @@ class DuplicateDetailView : public DetailPane {
   signals:
     // A look at this copy is wanted, or no longer.
     void lookWanted(const quillane::FileURL& copy);
+    // The keyboard has gone to this copy.
+    void wentTo(const quillane::FileURL& copy);
 
   protected:
     void reveal() override;

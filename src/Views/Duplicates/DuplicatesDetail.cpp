@@ -18,6 +18,7 @@ DuplicatesDetail::DuplicatesDetail(AppLibrary& library, ContentState& state, QWi
     , m_one(new DuplicateDetailView(library))
     , m_several(new BulkSummary) {
     connect(m_one, &DuplicateDetailView::lookWanted, this, &DuplicatesDetail::look);
+    connect(m_one, &DuplicateDetailView::wentTo, this, &DuplicatesDetail::followTo);
     begin(new PanePlaceholder(words(symbol(LibrarySection::duplicates)), QStringLiteral("No Selection"),
                               QStringLiteral("Pick a group to choose which copy to keep.")),
           m_one, m_several);
@@ -59,6 +60,14 @@ BulkRemoval DuplicatesDetail::removalForSelection() const {
 // The button that opened it closes it again.
 void DuplicatesDetail::look(const FileURL& copy) {
     m_state.quickLookURL = m_state.quickLookURL.peek() == copy ? std::nullopt : std::optional(copy);
+}
+
+// Who goes through the copies while one of them is looked at looks at the next.
+void DuplicatesDetail::followTo(const FileURL& copy) {
+    const auto& lookedAt = m_state.quickLookURL.peek();
+    if (lookedAt && std::ranges::find(m_one->shownCopies(), *lookedAt) != m_one->shownCopies().end()) {
+        m_state.quickLookURL = std::optional(copy);
+    }
 }
 
 // A copy that is looked at and no longer shown gives way to the one that would stay, or to nothing.

@@ -27,6 +27,7 @@ class DuplicatesDetail : public SectionDetail {
     std::vector<DuplicateGroup> selected() const;
     void showSeveral(const std::vector<DuplicateGroup>& groups);
     void look(const FileURL& copy);
+    void followTo(const FileURL& copy);
     void followWith(const std::vector<FileURL>& shownBefore);
 
     AppLibrary& m_library;

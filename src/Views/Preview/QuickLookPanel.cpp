@@ -74,13 +74,15 @@ QString factsOf(const UserFile& file, const Clock& clock) {
 
 } // namespace
 
-QuickLookPanel::QuickLookPanel(AppLibrary& library, ContentState& state, QWidget& window)
+QuickLookPanel::QuickLookPanel(AppLibrary& library, ContentState& state, QWidget& window,
+                               std::function<QWidget*()> list)
     : QDialog(&window)
     , m_library(library)
     , m_state(state)
     , m_contents(new QStackedWidget)
     , m_picture(new PictureView)
     , m_text(new QPlainTextEdit)
+    , m_findList(std::move(list))
     , m_loader(library.platform(), [this](const auto& wish, const auto& look) { arrive(wish, look); })
     , m_tasks(library.platform().tasks) {
     setAttribute(Qt::WA_QuitOnClose, false);
@@ -188,6 +190,7 @@ void QuickLookPanel::render() {
 
 void QuickLookPanel::begin(const FileURL& url) {
     m_keyboard = parentWidget()->focusWidget();
+    m_list = m_findList();
     look(url);
     show();
     activateWindow();
@@ -337,9 +340,9 @@ void QuickLookPanel::keyPressEvent(QKeyEvent* event) {
 
 // True where the key has done its work.
 bool QuickLookPanel::pass(const QKeyEvent& event) {
-    if (movesInAList(event.key()) && m_keyboard) {
+    if (movesInAList(event.key()) && m_list) {
         QKeyEvent copy(event.type(), event.key(), event.modifiers(), event.text(), event.isAutoRepeat());
-        QCoreApplication::sendEvent(m_keyboard, &copy);
+        QCoreApplication::sendEvent(m_list, &copy);
         return true;
     }
     const int step = stepOfPage(event.key());

@@ -3,6 +3,7 @@
 #include "Preview/PreviewLoader.h"
 #include <QDialog>
 #include <QPointer>
+#include <functional>
 #include <optional>
 
 class QPlainTextEdit;
@@ -21,12 +22,13 @@ struct ContentState;
 // Shows the file that is looked at in a window of its own beside the main window: its picture, the pages of a
 // document, its text, or its icon and what is known of it. It is open exactly while ContentState::quickLookURL is set.
 // Escape, Space and its close button empty that; the main window's closing and another section do too. Keys that move
-// in a list go to what had the keyboard when it opened, so the selection moves on and the panel follows it.
+// in a list go to the list behind it, whatever opened it, so the selection moves on and the panel follows it.
 class QuickLookPanel : public QDialog {
     Q_OBJECT
   public:
-    // Belongs to the window and must go before the state does.
-    QuickLookPanel(AppLibrary& library, ContentState& state, QWidget& window);
+    // Belongs to the window and must go before the state does. `list` gives what keys that move in a list are for; it
+    // is asked when the panel opens, while the keyboard is where it was.
+    QuickLookPanel(AppLibrary& library, ContentState& state, QWidget& window, std::function<QWidget*()> list);
 
     static constexpr QSize kDefaultSize{760, 600};
     static constexpr QSize kLeastSize{360, 300};
@@ -87,7 +89,9 @@ class QuickLookPanel : public QDialog {
 
     std::optional<FileURL> m_url; // absent while it is closed
     LibrarySection m_section{};   // in which it was opened
+    std::function<QWidget*()> m_findList;
     QPointer<QWidget> m_keyboard; // had it when the panel opened
+    QPointer<QWidget> m_list;     // moves in it
     std::optional<UserFile> m_file;
     int m_page = 0;
     int m_pageCount = 1;

@@ -16,6 +16,7 @@
 #include "Shell/ColumnSplitter.h"
 #include "Shell/Sidebar.h"
 #include "Shell/WindowCommands.h"
+#include <QAbstractItemView>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QStackedWidget>
@@ -68,7 +69,7 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
     m_removalObserver->renderNow();
     m_bannerObserver = new LibraryObserver([this] { renderBanner(); }, this);
     m_bannerObserver->renderNow();
-    m_quickLook = new QuickLookPanel(m_library, m_state, *this);
+    m_quickLook = new QuickLookPanel(m_library, m_state, *this, [this] { return listToMoveIn(); });
     m_sections->currentWidget()->setFocus();
 }
 
@@ -77,6 +78,16 @@ ContentView::~ContentView() {
     if (m_removalSheet) {
         m_removalSheet->disconnect(this); // it goes after the state that its end would write to
     }
+}
+
+// A list of the pane that has the keyboard, else the section's own, wherever the keyboard is.
+QWidget* ContentView::listToMoveIn() const {
+    auto* const focused = qobject_cast<QAbstractItemView*>(focusWidget());
+    if (focused != nullptr && m_details->isAncestorOf(focused)) {
+        return focused;
+    }
+    auto* const section = m_sections->currentWidget();
+    return section->focusProxy() != nullptr ? section->focusProxy() : section;
 }
 
 void ContentView::makeScreens() {

@@ -66,6 +66,7 @@ class ContentView : public QWidget {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    QWidget* listToMoveIn() const;
     void makeScreens();
     void makeColumns();
     void makeCommands();

@@ -8,6 +8,7 @@
 #include <QTest>
 #include <future>
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace quillane {
 namespace {
@@ -107,6 +108,58 @@ TEST_F(DesktopThumbnailsTest, TheServiceIsAskedOnceWhatItCanDo) {
     made(m_film);
     made(m_film);
     EXPECT_EQ(m_service.questions, 1);
+}
+
+TEST_F(DesktopThumbnailsTest, AServiceThatMakesNothingIsAskedAgainAfterARest) {
+    const auto types = std::exchange(m_service.types, {});
+    EXPECT_EQ(made(m_film), nullptr);
+    m_service.types = types;
+    answerWith(250);
+    m_clock.advanceWithoutRunning(DesktopThumbnails::kRest - std::chrono::nanoseconds(1));
+    EXPECT_EQ(made(m_film), nullptr);
+    EXPECT_EQ(m_service.questions, 1) << "it is left alone for a while";
+    m_clock.advanceWithoutRunning(std::chrono::nanoseconds(1));
+    EXPECT_NE(made(m_film), nullptr);
+    EXPECT_EQ(m_service.questions, 2);
+}
+
+TEST_F(DesktopThumbnailsTest, AServiceThatGoesAndComesBackIsFoundAgain) {
+    answerWith(250);
+    EXPECT_NE(made(m_film), nullptr);
+    const FileURL other("/home/alex/Videos/Other.mp4");
+    m_service.leave();
+    EXPECT_EQ(made(other), nullptr);
+    m_service.comeBack();
+    EXPECT_EQ(made(other), nullptr) << "after a rest";
+    EXPECT_EQ(m_service.uris.first(), QStringLiteral("file:///home/alex/Videos/A%20film.mp4"));
+    m_clock.advanceWithoutRunning(DesktopThumbnails::kRest);
+    made(other);
+    EXPECT_EQ(m_service.uris.first(), QStringLiteral("file:///home/alex/Videos/Other.mp4"));
+    EXPECT_EQ(m_service.questions, 2);
+}
+
+TEST_F(DesktopThumbnailsTest, ARequestThatIsRefusedIsNoReasonToRest) {
+    m_service.refuses = true;
+    EXPECT_EQ(made(m_film), nullptr);
+    m_service.refuses = false;
+    answerWith(250);
+    EXPECT_NE(made(m_film), nullptr);
+}
+
+TEST_F(DesktopThumbnailsTest, NobodyWaitsForTheAnswerThatAnotherThreadWaitsFor) {
+    std::future<std::shared_ptr<const IconImage>> second;
+    m_service.whenAsked = [&] { // the first one waits for this very call
+        if (m_service.questions == 1) {
+            second = std::async(std::launch::async,
+                                [&] { return m_thumbnails.made(m_film, kModified, 200, m_stop.token()); });
+            EXPECT_TRUE(QTest::qWaitFor([&] { return m_service.questions == 2; }));
+        }
+    };
+    answerWith(250);
+    EXPECT_NE(made(m_film), nullptr);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return second.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
+    EXPECT_NE(second.get(), nullptr);
 }
 
 TEST_F(DesktopThumbnailsTest, WithoutSuchAServiceOrWithoutABusNothingIsMade) {

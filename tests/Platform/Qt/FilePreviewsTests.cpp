@@ -9,6 +9,8 @@
 #include "PosixFileSystem.h"
 #include "StoredThumbnail.h"
 #include "TemporaryFolder.h"
+#include <QCoreApplication>
+#include <QFile>
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
@@ -57,6 +59,11 @@ class WatchedFileSystem final : public ForwardingFileSystem {
     };
 };
 
+// Draws, as its main() says.
+std::string thisProgram() {
+    return QFile::encodeName(QCoreApplication::applicationFilePath()).toStdString();
+}
+
 class FilePreviewsTest : public testing::Test {
   protected:
     QSize pageSize(const char* name, PixelSize size) {
@@ -86,7 +93,8 @@ class FilePreviewsTest : public testing::Test {
     StepTaskRunner m_tasks;
     ManualClock m_clock{m_tasks};
     StopSource m_stop;
-    FilePreviews m_previews{m_files, m_programs, m_clock, [](const FileURL& url) { return url.path(); }};
+    FilePreviews m_previews{m_files, m_programs, m_clock, [](const FileURL& url) { return url.path(); },
+                            thisProgram()};
 };
 
 TEST_F(FilePreviewsTest, APageLiesWithinWhatIsAskedForAndKeepsItsProportions) {
@@ -157,6 +165,28 @@ TEST_F(FilePreviewsTest, ADrawingThatNamesAFileIsNotDrawnAndIsToldAsText) {
     EXPECT_EQ(pageSize("a.svg", {200, 200}), QSize());
     EXPECT_EQ(text("a.svg"), drawing);
     EXPECT_EQ(thumbnailSize("a.svg", {200, 200}), QSize());
+}
+
+// Some 50 KB: the reader has no end in sight, and no call would end it.
+TEST_F(FilePreviewsTest, ADrawingThatTakesTooLongIsToldAsText) {
+    std::string drawing = "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 1000 1000'><path d='M0 0";
+    for (int i = 0; i < 4000; ++i) {
+        drawing += "L" + std::to_string(i * 7919 % 1000) + (i % 2 == 0 ? " 0" : " 1000");
+    }
+    drawing += "' stroke='red' stroke-width='400' stroke-linejoin='round'/></svg>";
+    m_folder.file("a.svg", drawing);
+    EXPECT_EQ(pageSize("a.svg", {4000, 4000}), QSize());
+    EXPECT_EQ(text("a.svg"), drawing);
+}
+
+TEST_F(FilePreviewsTest, ADrawingKeepsWhatShowsThrough) {
+    m_folder.file("a.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='2' height='2'>"
+                           "<rect width='1' height='2' fill='#ff0000'/></svg>");
+    const auto page = m_previews.page(m_folder.url("a.svg"), 0, {2, 2}, {});
+    ASSERT_TRUE(page && page->picture);
+    const auto& rgba = page->picture->rgba;
+    EXPECT_EQ((std::vector<int>{rgba.begin(), rgba.begin() + 8}),
+              (std::vector<int>{255, 0, 0, 255, 0, 0, 0, 0}));
 }
 
 TEST_F(FilePreviewsTest, ADrawingOfMoreThanAMegabyteIsNotDrawn) {
@@ -282,8 +312,8 @@ TEST_F(FilePreviewsTest, AStopEndsTheDecodingAtTheNextReading) {
 TEST_F(FilePreviewsTest, PagesOfADocumentAreDrawnByPathsOfTheMachine) {
     m_folder.file("Documents/a.pdf", PictureFiles::pdf(2));
     const PosixFileSystem volume(m_folder.path(), FileURL("/Users/alex"));
-    FilePreviews previews(volume, m_programs, m_clock,
-                          [&](const FileURL& url) { return volume.hostPath(url); });
+    FilePreviews previews(
+        volume, m_programs, m_clock, [&](const FileURL& url) { return volume.hostPath(url); }, thisProgram());
     const auto page = previews.page(FileURL("/Documents/a.pdf"), 1, {100, 100}, {});
     ASSERT_TRUE(page);
     EXPECT_EQ(sizeOf(page), QSize(50, 100));
@@ -353,8 +383,9 @@ class FilePreviewsWithDesktop : public FilePreviewsTest {
     TemporaryFolder m_store;
     DesktopThumbnails m_desktop{ThumbnailStore(m_realFiles, m_store.url()), m_clock,
                                 [] { return QDBusConnection(QStringLiteral("none")); }, [](Duration) {}};
-    FilePreviews m_withDesktop{m_files, m_programs, m_clock, [](const FileURL& url) { return url.path(); },
-                               &m_desktop};
+    FilePreviews m_withDesktop{m_files,       m_programs,
+                               m_clock,       [](const FileURL& url) { return url.path(); },
+                               thisProgram(), &m_desktop};
 };
 
 TEST_F(FilePreviewsWithDesktop, WhatIsNotDecodedHereIsShownAsTheDesktopShowsIt) {

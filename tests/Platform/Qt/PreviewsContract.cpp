@@ -6,6 +6,7 @@
 #include "PosixCommandRunner.h"
 #include "PosixFileSystem.h"
 #include "TemporaryFolder.h"
+#include <QCoreApplication>
 #include <gtest/gtest.h>
 
 namespace quillane {
@@ -28,8 +29,9 @@ struct Ground {
 };
 
 std::unique_ptr<Previews> makeReal(Ground& ground) {
-    return std::make_unique<FilePreviews>(ground.files, ground.programs, ground.clock,
-                                          [](const FileURL& url) { return url.path(); });
+    return std::make_unique<FilePreviews>(
+        ground.files, ground.programs, ground.clock, [](const FileURL& url) { return url.path(); },
+        QCoreApplication::applicationFilePath().toStdString());
 }
 
 std::unique_ptr<Previews> makeFake(Ground& ground) {

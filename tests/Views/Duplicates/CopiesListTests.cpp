@@ -24,6 +24,8 @@ class CopiesListTest : public testing::Test {
                          [this](const FileURL& copy) { told << "keep " + nameOf(copy); });
         QObject::connect(&list, &CopiesList::lookWanted, &list,
                          [this](const FileURL& copy) { told << "look " + nameOf(copy); });
+        QObject::connect(&list, &CopiesList::wentTo, &list,
+                         [this](const FileURL& copy) { goneTo << nameOf(copy); });
         list.setRows({rowAt("a", true), rowAt("b"), rowAt("c")});
         list.resize(300, list.sizeHint().height());
         list.show();
@@ -53,6 +55,7 @@ class CopiesListTest : public testing::Test {
 
     CopiesList list{"Copies"};
     QStringList told;
+    QStringList goneTo;
 };
 
 } // namespace
@@ -68,6 +71,16 @@ TEST_F(CopiesListTest, ArrowsGoFromRowToRowAndChooseNothing) {
     key(Qt::Key_Home);
     EXPECT_EQ(list.currentIndex(), row(0));
     EXPECT_EQ(told, QStringList());
+}
+
+TEST_F(CopiesListTest, ItIsToldWhereKeysHaveGoneAndNothingOfWhereTheMouseHas) {
+    key(Qt::Key_Down);
+    key(Qt::Key_End);
+    key(Qt::Key_End);
+    key(Qt::Key_Right);
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, at(0, Part::Choice));
+    list.setRows({rowAt("b"), rowAt("c", true)});
+    EXPECT_EQ(goneTo, QStringList({"b", "c"}));
 }
 
 TEST_F(CopiesListTest, SpaceAndReturnChooseTheRow) {

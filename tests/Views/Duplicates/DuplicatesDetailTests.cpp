@@ -319,6 +319,29 @@ TEST_F(DuplicatesPane, TheButtonOfARowLooksAtThatCopyAndPressedAgainNoLonger) {
     EXPECT_EQ(state.quickLookURL.get(), std::nullopt);
 }
 
+TEST_F(DuplicatesPane, ALookGoesThroughTheCopiesWithTheKeyboard) {
+    auto& pane = show("a1");
+    lookAt(0);
+    ASSERT_EQ(state.quickLookURL.get(), exports);
+    pane.copies()->setCurrentIndex(row(0));
+    QTest::keyClick(pane.copies(), Qt::Key_Down);
+    EXPECT_EQ(state.quickLookURL.get(), clients);
+    QTest::keyClick(pane.copies(), Qt::Key_End);
+    EXPECT_EQ(state.quickLookURL.get(), downloads);
+    EXPECT_EQ(chosenRow(), 0) << "a look chooses nothing";
+}
+
+TEST_F(DuplicatesPane, NothingIsLookedAtByGoingThroughTheCopiesAlone) {
+    const FileURL other("/Users/alex/Desktop/other.txt");
+    auto& pane = show("a1");
+    pane.copies()->setCurrentIndex(row(0));
+    QTest::keyClick(pane.copies(), Qt::Key_Down);
+    EXPECT_EQ(state.quickLookURL.get(), std::nullopt);
+    state.quickLookURL = std::optional(other);
+    QTest::keyClick(pane.copies(), Qt::Key_Down);
+    EXPECT_EQ(state.quickLookURL.get(), other) << "which is no copy of this group";
+}
+
 TEST_F(DuplicatesPane, ALookFollowsToTheCopyThatStaysOfAnotherGroup) {
     show("a1");
     lookAt(1);

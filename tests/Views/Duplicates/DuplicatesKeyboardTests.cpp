@@ -2,6 +2,7 @@
 #include "Components/Label.h"
 #include "DuplicateGroup.h"
 #include "NotificationCenter.h"
+#include "Preview/QuickLookPanel.h"
 #include "Review/SweepPreviewSheet.h"
 #include "SamplePlatform.h"
 #include "Shell/ContentView.h"
@@ -105,4 +106,25 @@ TEST_F(DuplicatesKeyboard, AnotherCopyThanTheSuggestedIsKeptAndTheRestReviewedAn
     press(Qt::Key_Return); // "Done"
     EXPECT_EQ(names(), QStringList({"Mix.wav"})) << "a group of one is none";
     EXPECT_TRUE(table().hasFocus()) << "the pane that had the keyboard has gone";
+}
+
+TEST_F(DuplicatesKeyboard, TheLookThatWasOpenedFromTheCopiesGoesThroughThemWithArrows) {
+    press(Qt::Key_Home);
+    press(Qt::Key_Tab); // Reveal in Finder
+    press(Qt::Key_Tab); // the copy that would stay
+    press(Qt::Key_Home);
+    press(Qt::Key_Tab); // Quick Look
+    press(Qt::Key_Space);
+    const auto copies = library.duplicates->front().files;
+    const auto lookedAt = [&] { return window.state().quickLookURL.get(); };
+    ASSERT_EQ(lookedAt(), copies.front().url);
+    for (const std::size_t next : {1U, 2U, 2U}) {
+        QTest::keyClick(window.quickLook(), Qt::Key_Down);
+        finish();
+        EXPECT_EQ(lookedAt(), copies.at(next).url);
+    }
+    EXPECT_EQ(table().selectionModel()->selectedRows().size(), 1) << "the table stays where it is";
+    QTest::keyClick(window.quickLook(), Qt::Key_Space);
+    finish();
+    EXPECT_EQ(lookedAt(), std::nullopt);
 }

@@ -6,9 +6,11 @@
 #include "Components/TextField.h"
 #include "Components/Tint.h"
 #include "Components/Tokens.h"
+#include "Files/FilePreview.h"
 #include "Files/FilesTable.h"
 #include "Files/LensBar.h"
 #include "Observer.h"
+#include "Preview/QuickLookPanel.h"
 #include "SectionRecords.h"
 #include "SectionTableTest.h"
 #include "State/ContentState.h"
@@ -546,6 +548,26 @@ TEST_F(FilesTableTest, AHeldSpaceLooksOnce) {
     QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, " ", true);
     QCoreApplication::sendEvent(&table(), &held);
     EXPECT_EQ(lookedAt(), std::nullopt);
+}
+
+TEST_F(FilesTableTest, TheLookThatWasOpenedFromThePaneGoesThroughTheRowsWithArrows) {
+    openWith(five());
+    click("dataset.csv");
+    finish();
+    auto* const preview = window->findChild<FilePreview*>();
+    ASSERT_NE(preview, nullptr);
+    preview->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(preview, Qt::Key_Space);
+    finish();
+    ASSERT_EQ(lookedAt(), url("Documents/Thesis/dataset.csv"));
+    QTest::keyClick(window->quickLook(), Qt::Key_Down);
+    finish();
+    EXPECT_EQ(selectedNames(), QStringList({"models.bin"}));
+    EXPECT_EQ(lookedAt(), url("Desktop/models.bin"));
+    QTest::keyClick(window->quickLook(), Qt::Key_Escape);
+    finish();
+    EXPECT_EQ(lookedAt(), std::nullopt);
+    EXPECT_EQ(window->focusWidget(), preview) << "the keyboard is where it was";
 }
 
 TEST_F(FilesTableTest, AFileThatHasGoneIsNoLongerLookedAt) {
