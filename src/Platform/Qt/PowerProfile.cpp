@@ -33,8 +33,8 @@ void PowerProfile::listen(const QDBusConnection& bus) {
 
 bool PowerProfile::isLowPowerModeEnabled() const {
     for (const auto* service : {m_present.get(), m_former.get()}) {
-        if (service != nullptr && service->profile()) {
-            return *service->profile() == kSaving;
+        if (const auto profile = service != nullptr ? service->profile() : std::nullopt) {
+            return *profile == kSaving;
         }
     }
     return false;
