@@ -20,8 +20,10 @@
 #include "Tour.h"
 #include "Visitor.h"
 #include <algorithm>
+#include <array>
 #include <filesystem>
-#include <utility>
+#include <iterator>
+#include <span>
 
 namespace quillane {
 namespace {
@@ -48,6 +50,14 @@ QString lineOf(const UserNotification& notification) {
     return line;
 }
 
+// Sorted: a record and a scan that run side by side tell of the same as they end.
+QStringList linesOf(std::span<const UserNotification> notifications) {
+    QStringList lines;
+    std::ranges::transform(notifications, std::back_inserter(lines), lineOf);
+    lines.sort();
+    return lines;
+}
+
 // Cut to a whole number.
 std::int64_t percentFree(const std::string& hostFolder) {
     const auto space = fs::space(hostFolder);
@@ -57,6 +67,21 @@ std::int64_t percentFree(const std::string& hostFolder) {
 
 Bytes sumOfLeftovers(const ExpectedApp& app) {
     return sumOfBytes(app.leftovers, [](const ExpectedApp::Leftover& leftover) { return leftover.bytes; });
+}
+
+// What carries the identifier of an application that has gone is an orphan's.
+std::vector<UserNotification> toldOf(const ExpectedApp& app) {
+    const Bytes orphaned = sumOfBytes(app.leftovers, [](const ExpectedApp::Leftover& leftover) {
+        return leftover.confidence == LeftoverItem::Confidence::high ? leftover.bytes : 0;
+    });
+    return {{"uninstall-" + app.identifier.value_or(app.name),
+             app.name + " left " + Formatting::byteCount(sumOfLeftovers(app)) + " behind",
+             "Open Quillane to review what it left and put the space back.",
+             {{"section", "Overview"}}},
+            {"orphans-1",
+             "1 removed app left files behind",
+             Formatting::byteCount(orphaned) + " of leftovers from apps you deleted.",
+             {{"section", "Orphaned Files"}}}};
 }
 
 std::vector<std::string> pathsOf(const std::vector<SweepEntry>& entries) {
@@ -96,12 +121,8 @@ void Tour::lookAnew() {
 }
 
 void Tour::compareTold(std::size_t before, const std::vector<UserNotification>& expected) {
-    const auto& added = m_notifications.added;
-    QStringList told;
-    std::ranges::transform(added.begin() + static_cast<std::ptrdiff_t>(std::min(before, added.size())),
-                           added.end(), std::back_inserter(told), lineOf);
-    QStringList wanted;
-    std::ranges::transform(expected, std::back_inserter(wanted), lineOf);
+    const auto told = linesOf(std::span(m_notifications.added).subspan(before));
+    const auto wanted = linesOf(expected);
     check(told == wanted, QStringLiteral("told was \"%1\" and not \"%2\"")
                               .arg(told.join(QStringLiteral("; ")), wanted.join(QStringLiteral("; "))));
 }
@@ -191,13 +212,11 @@ void Tour::uninstallElsewhere() {
     const auto inTrash = kHome + "/.Trash" + app->path.substr(app->path.rfind('/'));
     DiskFolder(m_hostFolder).rename(app->path, inTrash);
     auto& library = m_app.library();
-    check(Visitor::waitUntil([&] { return !library.recentUninstalls->empty() && !lists(kVanishing); }),
-          QStringLiteral("nobody noticed that an application has gone"));
+    check(
+        Visitor::waitUntil([&] { return !library.recentUninstalls->empty() && isListed(kVanishing, false); }),
+        QStringLiteral("nobody noticed that an application has gone"));
     Visitor::settle();
-    compareTold(told, {{"uninstall-" + app->identifier.value_or(app->name),
-                        app->name + " left " + Formatting::byteCount(sumOfLeftovers(*app)) + " behind",
-                        "Open Quillane to review what it left and put the space back.",
-                        {{"section", "Overview"}}}});
+    compareTold(told, toldOf(*app));
     const auto cards = screen->recentUninstalls()->cards();
     check(cards.size() == 1, QStringLiteral("%1 cards for one application").arg(cards.size()));
     if (cards.size() == 1) {
@@ -205,16 +224,16 @@ void Tour::uninstallElsewhere() {
         reviewLeftovers(*screen, *cards.front(), *app);
     }
     DiskFolder(m_hostFolder).rename(inTrash, app->path);
-    check(Visitor::waitUntil([&] { return lists(kVanishing); }),
+    check(Visitor::waitUntil([&] { return isListed(kVanishing, true); }),
           QStringLiteral("nobody noticed that an application has come back"));
     Visitor::settle();
     check(treeNow() == whole, QStringLiteral("the tree on disk is not what it was before the uninstall"));
 }
 
-bool Tour::lists(const std::string& name) const {
-    auto& library = m_app.library();
+bool Tour::isListed(const std::string& name, bool isThere) const {
+    const auto& library = m_app.library();
     return library.phase->kind == AppLibrary::Phase::Kind::ready &&
-           std::ranges::find(*library.apps, name, &InstalledApp::name) != library.apps->end();
+           (std::ranges::count(*library.apps, name, &InstalledApp::name) > 0) == isThere;
 }
 
 void Tour::compareCard(const RecentUninstallCard& card, const ExpectedApp& app) {

@@ -77,15 +77,15 @@ class Tour {
     void tellWhatIsNew();
     void setNudge(std::string_view key, bool isOn);
     void lookAnew();
-    // All that was told after the first so many.
+    // All that was told after the first so many, in any order.
     void compareTold(std::size_t before, const std::vector<UserNotification>& expected);
     // A click on what was told.
     void followClick();
     // Another program moves an application to the Trash and takes it out again; in between what it left is reviewed,
     // moved and put back.
     void uninstallElsewhere();
-    // Whether the application stands in the list at the end of a scan.
-    bool lists(const std::string& name) const;
+    // Whether no scan runs and the last one found the application, or did not.
+    bool isListed(const std::string& name, bool isThere) const;
     void compareCard(const RecentUninstallCard& card, const ExpectedApp& app);
     void reviewLeftovers(OverviewView& screen, const RecentUninstallCard& card, const ExpectedApp& app);
 
