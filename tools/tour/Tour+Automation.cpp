@@ -31,6 +31,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr Bytes kGigabyte = 1'000'000'000;
+constexpr Bytes kCargo = 1'370'000'000;
 constexpr std::int64_t kMoreThanAnyDiskHasFree = 101; // percent
 constexpr int kPercent = 100;
 
@@ -141,7 +142,7 @@ void Tour::tellWhatIsNew() {
     compareTold(0, {}); // what was there when it was switched on is not new
 
     DiskFolder disk(m_hostFolder);
-    disk.allocated(kAbandoned + "/cargo", kGigabyte);
+    disk.allocated(kAbandoned + "/cargo", kCargo);
     disk.modified(kAbandoned, m_mac.date(daysAgo(60)));
     disk.file(kAgent,
               xmlPropertyList(Plist::dictionary(
