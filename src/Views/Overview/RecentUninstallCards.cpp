@@ -38,6 +38,7 @@ void RecentUninstallCards::show(const std::vector<RecentUninstall>& records) {
 
 std::vector<RecentUninstallCard*> RecentUninstallCards::cards() const {
     std::vector<RecentUninstallCard*> cards;
+    cards.reserve(m_places.size());
     for (const auto& place : m_places) {
         cards.push_back(place.card);
     }
