@@ -109,6 +109,12 @@ std::string withQuotesEscaped(const std::string& text) {
 
 } // namespace
 
+bool isInUserFolders(const FileURL& url, const FileURL& home) {
+    return std::ranges::any_of(kUserRoots, [&](std::string_view root) {
+        return url.path().starts_with(home.appending(root).path() + "/");
+    });
+}
+
 std::vector<UserFile> largeAndOld(const Platform& platform, const StopToken& stop) {
     return collect(platform, largeQuery(), kUserRoots, kNoLimit, stop);
 }

@@ -22,6 +22,8 @@ namespace quillane::FileFinder {
 // The folders below the home folder in which a person keeps files, in the order in which they are searched.
 inline constexpr std::array<std::string_view, 6> kUserRoots = {"Desktop", "Documents", "Downloads",
                                                                "Movies",  "Music",     "Pictures"};
+// Whether something of this path lies in one of them, at any depth.
+bool isInUserFolders(const FileURL& url, const FileURL& home);
 inline constexpr std::string_view kScreenshotsQuery = "kMDItemIsScreenCapture == 1";
 inline constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
 

@@ -164,6 +164,11 @@ std::unordered_set<std::string> loadedUserLabels(const Platform& platform, const
     return labels;
 }
 
+bool mayHold(const FileURL& url, const FileURL& home) {
+    const auto folders = locations(home);
+    return std::ranges::find(folders, url.deletingLastPathComponent(), &Location::url) != folders.end();
+}
+
 std::optional<std::string> unload(const Platform& platform, const StartupItem& item, const StopToken& stop) {
     if (item.kind != Kind::agent || !item.isAtHome(platform.files.home()) || !namesService(item.label)) {
         return kRefusal;

@@ -19,6 +19,9 @@ namespace quillane::StartupFinder {
 std::vector<StartupItem> find(const Platform& platform, const std::vector<InstalledApp>& installed,
                               const StopToken& stop = {});
 
+// Whether something of this path may be among what find() tells, by the folder in which it lies.
+bool mayHold(const FileURL& url, const FileURL& home);
+
 // Makes launchd let go of one of the user's own agents until the next login. Absent on success, and when launchctl
 // can't be started; otherwise what to tell the user, in launchctl's own words where it has any. Anything else than an
 // agent in the home folder is refused without asking.

@@ -44,6 +44,7 @@ void AppLibrary::loadDuplicates() {
         task->cancel();
     }
     isLoadingDuplicates = true;
+    areDuplicatesStale = false;
     duplicatesTask = m_tasks.start([this](StopToken stop) { return findDuplicates(std::move(stop)); });
 }
 

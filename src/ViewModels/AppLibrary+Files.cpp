@@ -40,6 +40,7 @@ void AppLibrary::loadFiles() {
     if (const auto& running = *filesTask) {
         running->cancel();
     }
+    areFilesStale = false;
     const std::string searched(Text::trimmed(*fileSearchText));
     if (filesMode() == FilesMode::search && searched.empty()) {
         files = std::vector<UserFile>();

@@ -27,6 +27,7 @@ std::string labelForStartupItems(const std::vector<StartupItem>& items) {
 
 void AppLibrary::loadStartupItems() {
     isLoadingStartup = true;
+    areStartupItemsStale = false;
     m_tasks.start(
         [this, installed = *apps](StopToken stop) { return findStartupItems(installed, std::move(stop)); });
 }

@@ -4,6 +4,9 @@
 #include "Defaults.h"
 #include "DefaultsKeys.h"
 #include "Detached.h"
+#include "FileFinder.h"
+#include "FileSystem.h"
+#include "StartupFinder.h"
 #include "StoredRecords.h"
 #include "TrashSweeper.h"
 #include "Uninstaller.h"
@@ -207,6 +210,18 @@ void AppLibrary::record(std::optional<UndoableOperation> operation) {
     }
 }
 
+void AppLibrary::noteComeBack(const std::vector<FileURL>& urls) {
+    const auto home = m_platform.files.home();
+    for (const auto& url : urls) {
+        if (FileFinder::isInUserFolders(url, home)) {
+            areFilesStale = true;
+            areDuplicatesStale = true;
+        } else if (StartupFinder::mayHold(url, home)) {
+            areStartupItemsStale = true;
+        }
+    }
+}
+
 Task<Uninstaller::Report> AppLibrary::undoLastOperation() {
     const auto operation = *lastOperation;
     if (!operation) {
@@ -223,6 +238,7 @@ Task<Uninstaller::Report> AppLibrary::undoLastOperation() {
         });
     record(std::nullopt); // an operation can be tried once
     isPuttingBack = false;
+    noteComeBack(report.trashed);
     refresh(ScanReason::user);
     co_return report;
 }

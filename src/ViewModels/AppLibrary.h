@@ -121,6 +121,8 @@ class AppLibrary {
     Published<bool> isLoadingDuplicates{false};
     Published<std::optional<std::string>> duplicateStatus; // what a load does now; absent outside one
     Published<std::optional<TaskHandle>> duplicatesTask;   // of the latest load, also after its end
+    Published<bool> areDuplicatesStale{
+        false}; // something came back since the last load that may belong to them
 
     // Looks for copies anew; a load that runs stops reading and changes nothing any more. Returns at once.
     void loadDuplicates();
@@ -143,6 +145,7 @@ class AppLibrary {
     Published<std::string> fileSearchText;                   // of the search lens; UTF-8
     Published<std::optional<UserFile::Kind>> fileSearchKind; // empty for any kind
     Published<std::optional<TaskHandle>> filesTask;          // of the latest load, also after its end
+    Published<bool> areFilesStale{false}; // something came back since the last load that may belong to them
 
     FilesMode filesMode() const { return *m_filesMode; }
     // Another lens than the present one loads its files.
@@ -250,6 +253,8 @@ class AppLibrary {
 
     Published<std::vector<StartupItem>> startupItems; // as the last load found them, the worst first
     Published<bool> isLoadingStartup{false};
+    Published<bool> areStartupItemsStale{
+        false}; // something came back since the last load that may belong to them
 
     // Looks anew, judged by the applications that stand now. Returns at once. No load ends another: of several the
     // one that ends last has the word.
@@ -471,6 +476,8 @@ class AppLibrary {
     void forget(const std::vector<FileURL>& urls);
     void forgetLeftovers(const std::unordered_set<FileURL>& gone);
     void forgetApps(const std::unordered_set<FileURL>& gone);
+    // Marks the lists that no scan finds and that may lack what has come back; their screens load them anew.
+    void noteComeBack(const std::vector<FileURL>& urls);
     // Stores the operation, or takes the stored one away.
     void record(std::optional<UndoableOperation> operation);
 

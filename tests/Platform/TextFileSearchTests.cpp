@@ -141,7 +141,7 @@ class ChangingTextTest : public TextFileSearchTest {
             }
         });
         const bool isFound = TextFileSearch::occurs(FoldedNeedle(U"needle"), recorded, FileURL("/a.txt"), {});
-        EXPECT_LE(readings, 5);
+        EXPECT_LE(readings, 10) << "where the needle may stand a file is read again, once";
         return isFound;
     }
 };

@@ -458,6 +458,40 @@ TEST_F(Sweep, ASecondPutBackMovesNothingWhileTheFirstRuns) {
     EXPECT_FALSE(*library->isPuttingBack);
 }
 
+TEST_F(Sweep, WhatComesBackMarksTheListsThatNoScanFindsAndTheNextLoadTakesTheMarkAway) {
+    const auto stale = [this] {
+        return std::array{*library->areFilesStale, *library->areDuplicatesStale,
+                          *library->areStartupItemsStale};
+    };
+    struct Case {
+        const char* path;
+        std::array<bool, 3> stale;
+    };
+    for (const auto& [path, expected] :
+         {Case{"Documents/deep/a", {true, true, false}},
+          Case{"Library/LaunchAgents/a.plist", {false, false, true}},
+          Case{"Library/Caches/a", {false, false, false}}, Case{"Documents2/a", {false, false, false}}}) {
+        const auto a = file(path);
+        sweep({entry(a, SweepCategory::files, 10)});
+        EXPECT_EQ(stale(), (std::array{false, false, false})) << path;
+        EXPECT_EQ(undo().trashed, std::vector{a});
+        EXPECT_EQ(stale(), expected) << path;
+        library->loadFiles();
+        library->loadDuplicates();
+        library->loadStartupItems();
+        EXPECT_EQ(stale(), (std::array{false, false, false})) << path;
+        world.runner.runAll();
+    }
+}
+
+TEST_F(Sweep, WhatCouldNotComeBackMarksNothing) {
+    const auto a = file("Documents/a");
+    sweep({entry(a, SweepCategory::files, 10)});
+    file("Documents/a");
+    EXPECT_TRUE(undo().trashed.empty());
+    EXPECT_FALSE(*library->areFilesStale);
+}
+
 TEST_F(Sweep, APutBackIsFollowedByAScanOfTheUsers) {
     const auto a = file("a");
     sweep({entry(a, SweepCategory::caches, 10)});

@@ -2,6 +2,8 @@
 #include "PictureHead.h"
 #include "Pictures.h"
 #include <QImageReader>
+#include <QPainter>
+#include <QSvgRenderer>
 #include <utility>
 
 namespace quillane::ImageDecoder {
@@ -31,11 +33,35 @@ bool isPicture(std::string_view form) {
     return !form.empty() && form != "pdf";
 }
 
-QSize wantedOf(QImageReader& reader, std::string_view form, PixelSize wanted, Fit fit) {
+QSize wantedOf(QImageReader& reader, PixelSize wanted, Fit fit) {
     const bool isTurned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
     const QSize size = isTurned ? reader.size().transposed() : reader.size();
-    const QSize shown = fitted(size, wanted, fit, form == "svg" ? kMostPreviewSide : 1);
+    const QSize shown = fitted(size, wanted, fit, 1);
     return isTurned ? shown.transposed() : shown;
+}
+
+QImage read(QIODevice& device, std::string_view form, PixelSize wanted, Fit fit) {
+    QImageReader reader(&device, QByteArray(form.data(), static_cast<qsizetype>(form.size())));
+    reader.setAutoDetectImageFormat(false); // no other reader gets the bytes
+    reader.setAutoTransform(true);
+    if (!reader.size().isEmpty()) {
+        reader.setScaledSize(wantedOf(reader, wanted, fit));
+    }
+    return reader.read();
+}
+
+// By the library and not through the image readers: for those it is a plugin, which some systems package apart.
+QImage drawn(QIODevice& device, PixelSize wanted, Fit fit) {
+    QSvgRenderer renderer;
+    if (!renderer.load(device.readAll()) || renderer.defaultSize().isEmpty()) {
+        return {};
+    }
+    QImage image(fitted(renderer.defaultSize(), wanted, fit, kMostPreviewSide),
+                 QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    renderer.render(&painter);
+    return image;
 }
 
 } // namespace
@@ -49,14 +75,7 @@ std::optional<IconImage> decoded(QIODevice& device, std::string_view head, Pixel
     if (!isPicture(form) || !isAllowed(device, form, head)) {
         return std::nullopt;
     }
-    QImageReader reader(&device, QByteArray(form.data(), static_cast<qsizetype>(form.size())));
-    reader.setAutoDetectImageFormat(false); // no other reader gets the bytes
-    reader.setAutoTransform(true);
-    const QSize size = reader.size();
-    if (!size.isEmpty()) {
-        reader.setScaledSize(wantedOf(reader, form, wanted, fit));
-    }
-    const QImage image = reader.read();
+    const QImage image = form == "svg" ? drawn(device, wanted, fit) : read(device, form, wanted, fit);
     if (image.isNull()) {
         return std::nullopt;
     }

@@ -24,6 +24,8 @@ Measure measureOf(Badge::Kind kind) {
         return {22, 9, 12, QFont::Medium, 0};
     case Badge::Kind::Capsule:
         return {18, 8, 11.5, QFont::DemiBold, 0};
+    case Badge::Kind::State:
+        return {18, 8, 11, QFont::DemiBold, 0};
     case Badge::Kind::Permanent:
         return {16, 6, 9.5, QFont::Bold, 0.6};
     }

@@ -15,6 +15,7 @@ class Badge : public QWidget {
     enum class Kind {
         Chip,      // 22 high: facts about the selected thing
         Capsule,   // 18 high, semibold: counts and states in lists
+        State,     // 18 high, semibold and a little smaller: the state of a row
         Permanent, // 16 high, small capitals: "PERMANENT"
     };
     Badge(const QString& text, const QString& symbol, Tint tint = Tint::Secondary, Kind kind = Kind::Chip,

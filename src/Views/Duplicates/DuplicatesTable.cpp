@@ -41,6 +41,11 @@ DuplicatesTable::DuplicatesTable(AppLibrary& library, ContentState& state, QWidg
     drawWith([this] { renderRows(); });
     drawWith([this] { renderFooter(); });
     drawWith([this] { renderEmptiness(); });
+    drawWith([this] {
+        if (*m_library.areDuplicatesStale) {
+            m_library.loadDuplicates();
+        }
+    });
 }
 
 DuplicatesTable::~DuplicatesTable() = default;

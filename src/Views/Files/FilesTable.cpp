@@ -65,6 +65,11 @@ FilesTable::FilesTable(AppLibrary& library, ContentState& state, QWidget* parent
     drawWith([this] { renderRows(); });
     drawWith([this] { renderFooter(); });
     drawWith([this] { renderEmptiness(); });
+    drawWith([this] {
+        if (*m_library.areFilesStale) {
+            m_library.loadFiles();
+        }
+    });
 }
 
 FilesTable::~FilesTable() = default;

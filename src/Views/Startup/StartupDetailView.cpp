@@ -27,6 +27,7 @@ namespace {
 
 constexpr int kTileSide = 48;
 constexpr int kBelowCaption = 2;
+constexpr int kBetweenPlaces = 8;
 constexpr std::size_t kMostComplaint = 2000; // bytes of what launchctl says: it may print anything
 
 using Health = StartupItem::Health;
@@ -90,6 +91,7 @@ StartupDetailView::StartupDetailView(AppLibrary& library, PushButton* stop, QWid
     , m_loadedRow(new QWidget)
     , m_programCaption(new Label(QStringLiteral("Program"), TextStyle::caption()))
     , m_program(new PathLabel(TextStyle::row()))
+    , m_programGap(new QWidget)
     , m_definedIn(new PathLabel(TextStyle::row())) {
     m_stop->setToolTip(toolTipText(
         QStringLiteral("Unloads it now. It comes back at next login unless the file is removed.")));
@@ -116,7 +118,8 @@ void StartupDetailView::addBlocks() {
     definedCaption->setContentsMargins(0, 0, 0, kBelowCaption);
     places->contentLayout()->addWidget(m_programCaption);
     places->contentLayout()->addWidget(m_program);
-    places->contentLayout()->addSpacing(8);
+    m_programGap->setFixedHeight(kBetweenPlaces);
+    places->contentLayout()->addWidget(m_programGap);
     places->contentLayout()->addWidget(definedCaption);
     places->contentLayout()->addWidget(m_definedIn);
 
@@ -180,6 +183,7 @@ void StartupDetailView::showFacts(const StartupItem& item) {
     m_program->setText(shownName(item.program.value_or(std::string())));
     m_program->setVisible(item.program.has_value());
     m_programCaption->setVisible(item.program.has_value());
+    m_programGap->setVisible(item.program.has_value());
     m_definedIn->setText(shownName(item.url.path()));
 }
 

@@ -69,6 +69,7 @@ class StartupDetailView : public DetailPane {
     QWidget* m_loadedRow;
     Label* m_programCaption;
     Label* m_program;
+    QWidget* m_programGap;
     Label* m_definedIn;
 };
 

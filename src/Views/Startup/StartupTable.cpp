@@ -45,6 +45,11 @@ StartupTable::StartupTable(AppLibrary& library, ContentState& state, QWidget* pa
     drawWith([this] { renderRows(); });
     drawWith([this] { renderFooter(); });
     drawWith([this] { renderEmptiness(); });
+    drawWith([this] {
+        if (*m_library.areStartupItemsStale) {
+            m_library.loadStartupItems();
+        }
+    });
 }
 
 StartupTable::~StartupTable() = default;

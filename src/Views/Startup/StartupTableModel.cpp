@@ -11,6 +11,8 @@ namespace quillane {
 
 namespace {
 
+constexpr double kLoadedSide = 11;
+
 QVariant description(const StartupRow& row) {
     QStringList marks;
     if (!row.isAtHome) {
@@ -56,6 +58,8 @@ QVariant loadedData(bool isLoaded, int role) {
     switch (role) {
     case kSymbolRole:
         return isLoaded ? QStringLiteral("circle.fill") : QStringLiteral("circle");
+    case kSymbolSideRole:
+        return kLoadedSide;
     case kTintRole:
         return static_cast<int>(isLoaded ? Tint::Green : Tint::Secondary);
     case Qt::ToolTipRole:

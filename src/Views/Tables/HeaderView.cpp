@@ -57,8 +57,8 @@ void HeaderView::paintSection(QPainter* painter, const QRect& rect, int logicalI
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setFont(Fonts::of(11.5, sorted ? QFont::DemiBold : QFont::Medium));
     painter->setPen(sorted ? tokens.text : tokens.text2);
-    const QRectF cell =
-        QRectF(rect).adjusted(first ? kFirstInset : kInset, 0, -insetBehind(*this, logicalIndex), -kBlank);
+    const QRectF cell = QRectF(rect).adjusted(first ? kFirstInset : kInset, 0,
+                                              right ? -insetBehind(*this, logicalIndex) : -kInset, -kBlank);
     const double room = cell.width() - (sorted ? kChevron + kChevronGap : 0);
     const QFontMetricsF metrics(painter->font());
     const QString title = model()->headerData(logicalIndex, Qt::Horizontal).toString();

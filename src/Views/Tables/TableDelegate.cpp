@@ -35,6 +35,11 @@ Tint tintOf(const QModelIndex& index, int role, Tint otherwise) {
     return value.isValid() ? static_cast<Tint>(value.toInt()) : otherwise;
 }
 
+double symbolSideOf(const QModelIndex& index) {
+    const QVariant value = index.data(kSymbolSideRole);
+    return value.isValid() ? value.toDouble() : kSymbol;
+}
+
 Qt::TextElideMode elideOf(const QModelIndex& index) {
     const QVariant value = index.data(kElideRole);
     return value.isValid() ? static_cast<Qt::TextElideMode>(value.toInt()) : Qt::ElideRight;
@@ -73,8 +78,9 @@ TableDelegate::Layout TableDelegate::layout(const QRect& cell, const QModelIndex
     }
     const QString text = index.data().toString();
     if (!index.data(kSymbolRole).toString().isEmpty()) {
-        result.symbol = centred(rest, rest.left(), kSymbol);
-        rest.setLeft(rest.left() + kSymbol + kGap);
+        const double side = symbolSideOf(index);
+        result.symbol = centred(rest, rest.left(), side);
+        rest.setLeft(rest.left() + side + kGap);
     }
     const bool trailing = !index.data(kTrailingSymbolRole).toString().isEmpty();
     const bool further = !index.data(kFurtherSymbolRole).toString().isEmpty();
@@ -108,11 +114,11 @@ void TableDelegate::paintText(QPainter& painter, const Layout& layout, const QMo
                               const QColor& color, bool onSelection) const {
     if (index.data(kBadgeRole).toBool()) {
         const QString text = index.data().toString();
-        const QSizeF size = Badge::sizeOf(text, {}, Badge::Kind::Capsule);
+        const QSizeF size = Badge::sizeOf(text, {}, Badge::Kind::State);
         QRectF badge(layout.text.topLeft(), size);
         badge.setWidth(std::min(size.width(), layout.text.width()));
         badge.moveTop(layout.text.center().y() - size.height() / 2);
-        Badge::draw(painter, badge, text, {}, tintOf(index, kTintRole, Tint::Secondary), Badge::Kind::Capsule,
+        Badge::draw(painter, badge, text, {}, tintOf(index, kTintRole, Tint::Secondary), Badge::Kind::State,
                     onSelection);
         return;
     }
@@ -139,8 +145,8 @@ void TableDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         drawPicture(*painter, parts.picture, index.data(Qt::DecorationRole));
     }
     if (!parts.symbol.isEmpty()) {
-        Symbols::draw(*painter, parts.symbol.topLeft(), kSymbol, index.data(kSymbolRole).toString(),
-                      colour(tintOf(index, kSymbolTintRole, tint)));
+        Symbols::draw(*painter, parts.symbol.topLeft(), parts.symbol.width(),
+                      index.data(kSymbolRole).toString(), colour(tintOf(index, kSymbolTintRole, tint)));
     }
     if (index.data(kBusyRole).toBool()) {
         const bool right = index.data(kTabularRole).toBool();

@@ -9,6 +9,7 @@ namespace quillane {
 // that is a symbol alone.
 enum TableRole : int {
     kSymbolRole = Qt::UserRole + 100, // QString: symbol before the text, in the cell's tint
+    kSymbolSideRole,                  // double: how large that symbol is; absent: 15
     kTintRole,                        // int(Tint) of text and symbol; absent: Tint::Text
     kSymbolTintRole,                  // int(Tint) of the symbol alone, where it differs
     kTabularRole,                     // bool: right-aligned, digits of equal width

@@ -157,6 +157,10 @@ class EndListener : public QObject {
 inline void awaitArrival(FakeNotificationServer& server, const QDBusConnection& connection) {
     static uint last = 4'000'000'000; // nothing has such a number
     const EndListener listener(connection);
+    // The bus knows that somebody listens when it has answered what was asked afterwards.
+    connection.call(QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId")));
     server.end(--last);
     EXPECT_TRUE(QTest::qWaitFor([&] { return listener.ended.contains(last); }, kLongWait));
     QCoreApplication::processEvents();

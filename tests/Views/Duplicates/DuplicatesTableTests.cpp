@@ -475,3 +475,20 @@ TEST_F(DuplicatesTableTest, WithNothingSelectedThePaneSaysWhatToDo) {
     EXPECT_EQ(pane->sentence(), "Pick a group to choose which copy to keep.");
     EXPECT_EQ(pane->symbol(), "doc.on.doc.fill");
 }
+
+TEST_F(DuplicatesTableTest, WhatCameBackFromTheTrashIsLookedForWhenTheSectionIsInSight) {
+    openWith(four());
+    window->showSection(LibrarySection::overview);
+    turn();
+    library.areDuplicatesStale = true;
+    turn();
+    EXPECT_FALSE(*library.isLoadingDuplicates) << "out of sight nothing is looked for";
+    window->showSection(startsIn);
+    turn();
+    EXPECT_TRUE(*library.isLoadingDuplicates);
+    EXPECT_FALSE(*library.areDuplicatesStale);
+    finish();
+    library.areDuplicatesStale = true;
+    turn();
+    EXPECT_TRUE(*library.isLoadingDuplicates) << "in sight at once";
+}

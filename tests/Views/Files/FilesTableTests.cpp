@@ -912,3 +912,20 @@ TEST_F(FilesTableTest, NoMenuComesWhereNothingIsSelected) {
     openWith(five());
     EXPECT_EQ(menuBelowTheRows(), nullptr);
 }
+
+TEST_F(FilesTableTest, WhatCameBackFromTheTrashIsLookedForWhenTheSectionIsInSight) {
+    openWith(five());
+    window->showSection(LibrarySection::overview);
+    turn();
+    library.areFilesStale = true;
+    turn();
+    EXPECT_FALSE(*library.isLoadingFiles) << "out of sight nothing is looked for";
+    window->showSection(startsIn);
+    turn();
+    EXPECT_TRUE(*library.isLoadingFiles);
+    EXPECT_FALSE(*library.areFilesStale);
+    finish();
+    library.areFilesStale = true;
+    turn();
+    EXPECT_TRUE(*library.isLoadingFiles) << "in sight at once";
+}

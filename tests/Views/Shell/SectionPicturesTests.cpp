@@ -22,6 +22,7 @@ class SectionPictures : public SectionTableTest {
         library.developerCaches = caches();
         library.duplicates = groups();
         library.files = largeFiles();
+        library.startupItems = startup();
         library.photosLibraryBytes = std::optional<Bytes>(84'210'000'000);
         openReady({measuredApp("Alder", 1'000'000)});
         table().setFocus();
@@ -67,6 +68,33 @@ class SectionPictures : public SectionTableTest {
         files[6].isCloudPlaceholder = true;
         files[6].logicalBytes = 900'000'000;
         return files;
+    }
+
+    static StartupItem timed(StartupItem item, bool runAtLoad, bool keepAlive,
+                             std::optional<int> interval = {}) {
+        item.runAtLoad = runAtLoad;
+        item.keepAlive = keepAlive;
+        item.interval = interval;
+        return item;
+    }
+    static std::vector<StartupItem> startup() {
+        using Health = StartupItem::Health;
+        auto helper = startupDaemon("fm.tempo.desktop.updater.privileged", Health::orphaned);
+        helper.kind = StartupItem::Kind::helper;
+        std::vector<StartupItem> items = {
+            timed(startupItem("fm.tempo.desktop.agent", Health::broken), true, true),
+            timed(startupItem("com.oldink.Sketchpad.sync", Health::orphaned), true, false, 3600),
+            helper,
+            timed(startupItem("app.orbit.mail.notifier", Health::ok, "Orbit Mail"), true, false),
+            timed(startupItem("com.northlight.raw.indexer", Health::ok, "Northlight RAW (same vendor)"),
+                  false, false, 900),
+            timed(startupDaemon("com.northlight.share", Health::ok, "Northlight RAW"), true, false),
+            timed(startupDaemon("dev.harbour.vm.network", Health::ok, "Harbour VM"), true, true)};
+        items[0].isLoaded = true;
+        items[1].isLoaded = true;
+        items[1].program = "/Users/alex/Library/Application Support/com.oldink.Sketchpad/sync-agent";
+        items[3].isLoaded = true;
+        return items;
     }
 
   private:
@@ -179,6 +207,14 @@ class DeveloperPictures : public SectionPictures {
         : SectionPictures(LibrarySection::developer) {}
 };
 
+class StartupPictures : public SectionPictures {
+  protected:
+    StartupPictures()
+        : SectionPictures(LibrarySection::startup) {
+        namingColumn = 1;
+    }
+};
+
 class DuplicatesPictures : public SectionPictures {
   protected:
     DuplicatesPictures()
@@ -276,4 +312,20 @@ TEST_F(FilesPictures, TheSearchLensBeginsWithAHint) {
     library.fileSearchText = "invoice";
     library.loadFiles();
     EXPECT_NE(keep("files-searching"), hint);
+}
+
+TEST_F(StartupPictures, TheWindowIsDrawnInLightAndDarkAndSmall) {
+    openFilled();
+    library.setProtected(library.startupItems->at(4).url, true);
+    turn();
+    click("com.oldink.Sketchpad.sync");
+    keepAll("startup");
+    keepMenu("startup-menu");
+}
+
+TEST_F(StartupPictures, TheTableWithoutRowsTellsWhy) {
+    openReady({});
+    const QImage looking = keep("startup-looking");
+    finish();
+    EXPECT_NE(keep("startup-none"), looking);
 }

@@ -446,3 +446,20 @@ TEST_F(StartupTableTest, TabGoesOverThePanesButtonsFromTheLeft) {
     press(Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_EQ(QApplication::focusWidget(), &table()) << "the rows come before the pane";
 }
+
+TEST_F(StartupTableTest, WhatCameBackFromTheTrashIsLookedForWhenTheSectionIsInSight) {
+    openWith(four());
+    window->showSection(LibrarySection::overview);
+    turn();
+    library.areStartupItemsStale = true;
+    turn();
+    EXPECT_FALSE(*library.isLoadingStartup) << "out of sight nothing is looked for";
+    window->showSection(startsIn);
+    turn();
+    EXPECT_TRUE(*library.isLoadingStartup);
+    EXPECT_FALSE(*library.areStartupItemsStale);
+    finish();
+    library.areStartupItemsStale = true;
+    turn();
+    EXPECT_TRUE(*library.isLoadingStartup) << "in sight at once";
+}
