@@ -96,8 +96,10 @@ std::string fingerprint(const std::string& hostFolder) {
 
 } // namespace
 
-Tour::Tour(QuillaneApp& app, const SampleMac& mac, std::string hostFolder, QString pictures)
+Tour::Tour(QuillaneApp& app, RecordingNotifications& notifications, const SampleMac& mac,
+           std::string hostFolder, QString pictures)
     : m_app(app)
+    , m_notifications(notifications)
     , m_mac(mac)
     , m_hostFolder(std::move(hostFolder))
     , m_pictures(std::move(pictures)) {
@@ -126,6 +128,7 @@ bool Tour::run() {
         removeAndPutBack(LibrarySection::developer, QStringLiteral("Homebrew"));
         visitFiles();
         visitDuplicates();
+        visitAutomation();
         cleanAndPutBack();
     }
     for (const auto& complaint : std::as_const(m_complaints)) {
@@ -374,7 +377,7 @@ void Tour::removeAndPutBack(LibrarySection section, const QString& firstColumn, 
     if (row < 0) {
         return;
     }
-    const auto treeBefore = fingerprint(m_hostFolder);
+    const auto treeBefore = treeNow();
     const auto trashBefore = itemsInTrash();
     Visitor::click(table(section), static_cast<int>(row), 0);
     const auto staying = prepare ? prepare() : std::vector<std::string>();
@@ -422,7 +425,7 @@ void Tour::cleanAndPutBack() {
     if (screen == nullptr) {
         return;
     }
-    const auto treeBefore = fingerprint(m_hostFolder);
+    const auto treeBefore = treeNow();
     const auto trashBefore = itemsInTrash();
     Visitor::push(screen->hero()->button());
     auto* const sheet = screen->review();
@@ -462,6 +465,10 @@ std::size_t Tour::itemsInTrash() const {
     return static_cast<std::size_t>(std::distance(fs::begin(items), fs::end(items)));
 }
 
+std::string Tour::treeNow() const {
+    return fingerprint(m_hostFolder);
+}
+
 void Tour::compareWithTrash(const std::vector<SweepEntry>& moved, std::size_t trashBefore) {
     namespace fs = std::filesystem;
     for (const auto& entry : moved) {
@@ -485,7 +492,7 @@ void Tour::putBack(OverviewView& screen, const std::string& treeBefore) {
     check(Visitor::waitUntil([&] { return library.phase->kind == AppLibrary::Phase::Kind::ready; }),
           QStringLiteral("the scan after the put back did not end"));
     Visitor::settle();
-    check(fingerprint(m_hostFolder) == treeBefore, QStringLiteral("the tree on disk is not what it was"));
+    check(treeNow() == treeBefore, QStringLiteral("the tree on disk is not what it was"));
     say(QStringLiteral("Put back: every file was compared with what it was before."));
 }
 

@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class QTreeView;
@@ -17,13 +18,18 @@ namespace quillane {
 class ContentView;
 class OverviewView;
 class QuillaneApp;
+class RecentUninstallCard;
+class RecordingNotifications;
+struct UserNotification;
 
 // A walk through the window over a sample Mac, as a person would take it. What stands on the screen is
 // compared with what lies on disk, which is read here without the program's own services.
 class Tour {
   public:
-    // `hostFolder` is where the Mac was laid; pictures go to `pictures`.
-    Tour(QuillaneApp& app, const SampleMac& mac, std::string hostFolder, QString pictures);
+    // `notifications` is where the application tells things; `hostFolder` is where the Mac was laid; pictures go to
+    // `pictures`.
+    Tour(QuillaneApp& app, RecordingNotifications& notifications, const SampleMac& mac,
+         std::string hostFolder, QString pictures);
 
     // Visits everything that stands. The findings are printed; true when there was nothing to complain of.
     bool run();
@@ -65,12 +71,32 @@ class Tour {
     std::vector<std::string> chooseAnotherCopy();
     bool stands(LibrarySection section) const;
 
+    // Tour+Automation.cpp: what happens without being asked.
+    void visitAutomation();
+    // Lets too much to reclaim, too little room, leftovers and something that starts by itself come up, and go again.
+    void tellWhatIsNew();
+    void setNudge(std::string_view key, bool isOn);
+    void lookAnew();
+    // All that was told after the first so many, in any order.
+    void compareTold(std::size_t before, const std::vector<UserNotification>& expected);
+    // A click on what was told.
+    void followClick();
+    // Another program moves an application to the Trash and takes it out again; in between what it left is reviewed,
+    // moved and put back.
+    void uninstallElsewhere();
+    // Whether no scan runs and the last one found the application, or did not.
+    bool isListed(const std::string& name, bool isThere) const;
+    void compareCard(const RecentUninstallCard& card, const ExpectedApp& app);
+    void reviewLeftovers(OverviewView& screen, const RecentUninstallCard& card, const ExpectedApp& app);
+
     // The main job: review, keep one row, move the rest, look into the Trash on disk, and put it all back.
     void cleanAndPutBack();
     // Nothing in its place, everything in the Trash.
     void compareWithTrash(const std::vector<SweepEntry>& moved, std::size_t trashBefore);
     void putBack(OverviewView& screen, const std::string& treeBefore);
     std::size_t itemsInTrash() const;
+    // Everything that lies on the volume now, in one text.
+    std::string treeNow() const;
 
     ContentView& window() const;
     QTreeView* table(LibrarySection section) const;
@@ -89,6 +115,7 @@ class Tour {
     void checkSeen(const QStringList& seen, const QString& words);
 
     QuillaneApp& m_app;
+    RecordingNotifications& m_notifications;
     const SampleMac& m_mac;
     const std::string m_hostFolder;
     const QString m_pictures;

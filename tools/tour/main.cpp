@@ -36,5 +36,5 @@ int main(int argc, char** argv) {
     Visitor::waitUntil([&] { return app.window()->window()->windowHandle()->isExposed(); });
     std::printf("The window stood %lld ms after the start, the laying of the sample not counted.\n",
                 static_cast<long long>(sinceStart.elapsed() - (afterSample - beforeSample)));
-    return Tour(app, mac, folder, arguments.at(1)).run() ? 0 : 1;
+    return Tour(app, notifications, mac, folder, arguments.at(1)).run() ? 0 : 1;
 }
