@@ -1,6 +1,7 @@
 #include "SteppedComparison.h"
 #include <algorithm>
 #include <cstring>
+#include <tuple>
 #include <utility>
 
 namespace quillane {
@@ -56,8 +57,9 @@ SteppedComparison::Class SteppedComparison::begun(const Kind& kind) const {
     all.kind = kind.number;
     all.isPart = kind.isPart;
     for (const auto file : kind.files) {
+        const auto before = valuesOf(file);
         if (auto open = m_platform.files.openForReading(*m_files[file])) {
-            all.members.push_back({file, std::move(open).value()});
+            all.members.push_back({file, std::move(open).value(), before});
         }
     }
     return all;
@@ -206,11 +208,26 @@ std::span<const std::byte> SteppedComparison::readAgain(Class& all, std::span<st
     return {};
 }
 
+std::optional<ResourceValues> SteppedComparison::valuesOf(std::size_t file) const {
+    const auto values = m_platform.files.resourceValues(*m_files[file]);
+    return values ? std::optional(*values) : std::nullopt;
+}
+
+// What was written over between the reading that compared it and the one that hashed another must not pass for that.
+bool SteppedComparison::isUnchanged(const Member& member) const {
+    const auto identity = [](const ResourceValues& values) {
+        return std::tuple(values.contentModified, values.fileSize, values.device, values.inode);
+    };
+    const auto now = valuesOf(member.file);
+    return member.before.has_value() == now.has_value() &&
+           (!now || identity(*member.before) == identity(*now));
+}
+
 void SteppedComparison::end(Class& all) {
     const auto digest = all.hash.digest();
     for (const auto& member : std::exchange(all.members, {})) {
-        const bool isUnchanged = !all.isWhole || stillEnds(*member.open, all.due);
-        if (member.open->close() && isUnchanged) {
+        const bool isAsCompared = (!all.isWhole || stillEnds(*member.open, all.due)) && isUnchanged(member);
+        if (member.open->close() && isAsCompared) {
             const std::lock_guard lock(m_mutex);
             m_found.push_back({all.kind, digest, member.file});
         }

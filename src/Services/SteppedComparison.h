@@ -59,6 +59,7 @@ class SteppedComparison {
     struct Member {
         std::size_t file = 0;
         std::unique_ptr<OpenFile> open;
+        std::optional<ResourceValues> before; // what its path told when it was opened
     };
     // Open files that agree in all that lies before an offset.
     struct Class {
@@ -91,6 +92,8 @@ class SteppedComparison {
     void hash(std::span<Class* const> classes, const Buffers& buffers);
     static std::span<const std::byte> readAgain(Class& all, std::span<std::byte> buffer);
     void end(Class& all);
+    std::optional<ResourceValues> valuesOf(std::size_t file) const;
+    bool isUnchanged(const Member& member) const;
 
     const Platform m_platform;
     const Priority m_priority;

@@ -87,7 +87,9 @@ Task<> AppLibrary::scanAutomatically(Date now, StopToken stop) {
         co_await Sleep(m_platform, kScanPoll, stop);
     }
     setLastAutomaticScan(now);
-    loadStartupItems();
+    if (!*isLoadingStartup) { // each load that hangs keeps a thread
+        loadStartupItems();
+    }
     for (Duration waited = 0s; *isLoadingStartup && waited < kMostForStartup; waited += kStartupPoll) {
         co_await Sleep(m_platform, kStartupPoll, stop);
     }

@@ -13,14 +13,14 @@ namespace {
 using Find = std::size_t (*)(const unsigned char*, std::size_t, const Quad&);
 
 // Whether something is found where these four letters stand, `spelt` so, at each place around the border of two blocks
-// of ideographs; in UTF-8 no later than at the last of them.
-bool isFoundAnywhere(Find find, std::string_view letters, const std::string& spelt) {
+// of which the first holds nothing else but this; in UTF-8 no later than at the last of them.
+bool isFoundBehind(const std::string& filler, Find find, std::string_view letters, const std::string& spelt) {
     Quad quad{};
     std::ranges::copy(letters, quad.begin());
     for (std::size_t before = kBlock - 12; before <= kBlock; ++before) {
         std::string text;
-        while (text.size() + 3 <= before) {
-            text += "\u4E2D";
+        while (text.size() + filler.size() <= before) {
+            text += filler;
         }
         text.append(before - text.size(), ' ').append(spelt).append(kBlock * 3, ' ');
         const auto* const bytes = reinterpret_cast<const unsigned char*>(text.data());
@@ -31,6 +31,11 @@ bool isFoundAnywhere(Find find, std::string_view letters, const std::string& spe
         }
     }
     return true;
+}
+
+// Behind ideographs and behind plain letters.
+bool isFoundAnywhere(Find find, std::string_view letters, const std::string& spelt) {
+    return isFoundBehind("\u4E2D", find, letters, spelt) && isFoundBehind("#", find, letters, spelt);
 }
 
 // Letters of Latin before and behind what a character folds to, four in all, and then something else.

@@ -195,5 +195,27 @@ TEST(FoldedNeedleProperties, OnlyANeedleWithFourAsciiCharactersInARowIsLookedFor
     }
 }
 
+TEST(FoldedNeedleProperties, ALongNeedleIsFoundThoughEachOfItsLettersBearsTwoMarks) {
+    for (const std::string letter : {"\u0E01", "\u05D0", "e"}) { // Thai, Hebrew, Latin
+        const std::string marks = letter == "e"        ? "\u0301\u0323"
+                                  : letter == "\u05D0" ? "\u05B8\u05BC"
+                                                       : "\u0E34\u0E4C";
+        std::string plain = "abcd";
+        std::string marked = "abcd";
+        for (int i = 0; i < 60; ++i) {
+            plain += letter;
+            marked += letter + marks;
+        }
+        ASSERT_TRUE(occurs(plain, marked));
+        const FoldedNeedle needle(folded(plain));
+        const std::string around(1000, '#');
+        for (std::size_t shift = 0; shift < ByteFilter::kBlock; ++shift) {
+            const auto text = around + std::string(shift, '#') + marked + around;
+            EXPECT_TRUE(needle.occursIn(text)) << letter << shift;
+            EXPECT_TRUE(needle.mayOccurInUnknown(text)) << letter << shift;
+        }
+    }
+}
+
 } // namespace
 } // namespace quillane

@@ -120,6 +120,11 @@ TEST_F(TextFileSearchTest, AStoppedSearchReadsNoFurtherPortion) {
     EXPECT_EQ(read, 1);
 }
 
+TEST_F(TextFileSearchTest, ALetterOfLatin1IsOneAlsoAtTheVeryEnd) {
+    EXPECT_TRUE(occurs("cafe", "caf\xE9"));
+    EXPECT_TRUE(occurs("cafe", "a caf\xE9"));
+}
+
 // What another program does to a file while it is read
 
 class ChangingTextTest : public TextFileSearchTest {

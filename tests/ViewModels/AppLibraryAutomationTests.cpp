@@ -382,6 +382,20 @@ TEST_F(AppLibraryAutomation, AStuckLoadIsGivenUpAfterAMinute) {
     EXPECT_EQ(clock.sleepers(), 1U) << "the loop is at rest again";
 }
 
+TEST_F(AppLibraryAutomation, WhileALoadHangsNoTickBeginsAnother) {
+    startWithScans();
+    clock.advance(1h); // the scan is over
+    passWithoutJobs(2s);
+    ASSERT_TRUE(*library->isLoadingStartup);
+    const auto waiting = runner.waitingJobs();
+    passWithoutJobs(60s);
+    defaults.clear(Keys::kLastScan);
+    passWithoutJobs(1h);
+    passWithoutJobs(601s);
+    EXPECT_TRUE(*library->isLoadingStartup);
+    EXPECT_LE(runner.waitingJobs(), waiting + 1) << "the next scan waits for a thread, and no other load";
+}
+
 TEST_F(AppLibraryAutomation, ATickThatHasNothingToScanLoadsNoStartupItems) {
     startWithScans();
     defaults.set(Keys::kLastScan, atNextTick());

@@ -95,7 +95,7 @@ QUILLANE_ALWAYS_INLINE void lookForLetters(const Byte* bytes, const Quad& quad, 
         load(afterNext, bytes + i + 2);
         found |= ((at | kCaseBit) == counted(quad[0])) & ((next | kCaseBit) == counted(quad[1])) &
                  ((afterNext | kCaseBit) == counted(quad[2]));
-        bits |= at;
+        bits |= at | next; // a mark that begins the next block belongs to the letter before it
     }
 }
 

@@ -9,8 +9,8 @@ namespace quillane {
 
 // A text that is looked for in much other text, where neither case nor accents count. Finds exactly what folding
 // all of it would, but mostly looks at bytes: only where four characters of the needle may stand, a stretch is folded
-// and searched. What may be missed is an occurrence in which letters carry so many accents that it is longer than
-// overlap(). Immutable; any thread.
+// and searched. What may be missed is an occurrence whose letters take more than nine bytes each, marks that fold
+// away included. Immutable; any thread.
 class FoldedNeedle {
   public:
     // Folded code points; not empty.

@@ -164,6 +164,9 @@ bool IndexedItem::occursInPlainText(const TextPattern& pattern, DocumentKind kin
     if (const auto* const needle = pattern.needle()) {
         return TextFileSearch::occurs(*needle, m_source.files, urlOf(m_path), m_source.stop, claim);
     }
+    if (claim == Claim::none && !isText()) {
+        return false; // what is data is read no further
+    }
     const auto start = m_source.files.read(urlOf(m_path), kMostDecoded);
     return start && pattern.occursIn(PlainText::decoded(*start, claim));
 }

@@ -2,6 +2,7 @@
 #include "Bytes.h"
 #include "FileSystem.h"
 #include "OfficeText.h"
+#include "StopToken.h"
 #include "TextSink.h"
 #include <algorithm>
 #include <archive.h>
@@ -13,6 +14,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace quillane::OfficeArchive {
 namespace {
@@ -22,17 +24,24 @@ struct Free {
 };
 using Reader = std::unique_ptr<archive, Free>;
 
+constexpr std::size_t kStep = std::size_t{64} << 10U; // what is read at a time
+
 // The file as the library asks for it.
 class Source {
   public:
-    Source(OpenFile& file, Bytes length)
+    Source(OpenFile& file, Bytes length, StopToken stop)
         : m_file(file)
-        , m_length(length) {}
+        , m_length(length)
+        , m_stop(std::move(stop)) {}
 
-    // From now on no more than so many bytes are given.
+    // From now on no more than so many bytes are given, and none once a stop is requested.
     void allow(std::size_t bytes) { m_left = bytes; }
 
     Result<std::span<const std::byte>> next() {
+        if (m_stop.stopRequested()) {
+            m_hasFailed = true;
+            return PlatformError{ErrorCode::kUserCancelled, std::nullopt};
+        }
         if (m_left == 0) {
             return PlatformError{ErrorCode::kReadTooLarge, std::nullopt};
         }
@@ -60,10 +69,11 @@ class Source {
   private:
     OpenFile& m_file;
     Bytes m_length;
+    StopToken m_stop;
     Bytes m_offset = 0;
     std::size_t m_left = 0;
     bool m_hasFailed = false;
-    std::array<std::byte, std::size_t{64} << 10U> m_buffer;
+    std::array<std::byte, kStep> m_buffer;
 };
 
 la_ssize_t readNext(archive* reader, void* client, const void** buffer) {
@@ -101,11 +111,11 @@ bool isPackedAsUsual(archive* reader, archive_entry* member) {
 
 // The first `most` bytes of the member, or those before its damage.
 std::string unpacked(archive* reader, std::size_t most) {
-    constexpr std::size_t kStep = std::size_t{256} << 10U;
+    constexpr std::size_t kUnpackedStep = std::size_t{256} << 10U;
     std::string bytes;
     while (bytes.size() < most) {
         const auto before = bytes.size();
-        bytes.resize(before + std::min(kStep, most - before));
+        bytes.resize(before + std::min(kUnpackedStep, most - before));
         const auto count = ::archive_read_data(reader, bytes.data() + before, bytes.size() - before);
         bytes.resize(before + static_cast<std::size_t>(std::max<la_ssize_t>(count, 0)));
         if (count <= 0) {
@@ -142,6 +152,7 @@ class Members {
     std::size_t m_leftOfSheets = m_limits.sheets;
 };
 
+// Members may quote each other: all of them together get the file once, and a step for each to be found in.
 void addMembers(Source& source, const Limits& limits, const StopToken& stop, TextSink& sink) {
     source.allow(limits.directory);
     const auto reader = opened(source);
@@ -155,7 +166,9 @@ void addMembers(Source& source, const Limits& limits, const StopToken& stop, Tex
         if (found != ARCHIVE_OK && found != ARCHIVE_WARN) {
             return;
         }
-        source.allow(limits.file);
+        if (i == 0) { // the directory has been read
+            source.allow(limits.file + static_cast<std::size_t>(limits.members) * kStep);
+        }
         members.add(member);
     }
 }
@@ -167,7 +180,8 @@ bool add(OpenFile& file, const Limits& limits, const StopToken& stop, TextSink& 
     if (!length || *length > static_cast<Bytes>(limits.file)) {
         return length.ok();
     }
-    const auto source = std::make_unique<Source>(file, *length); // too large for the stack of a pool's thread
+    const auto source =
+        std::make_unique<Source>(file, *length, stop); // too large for the stack of a pool's thread
     addMembers(*source, limits, stop, sink);
     return !source->hasFailed();
 }

@@ -42,11 +42,12 @@ bool isControl(char c) {
     return (byte < 0x20 || byte == 0x7F) && kOfTexts.find(c) == std::string_view::npos;
 }
 
-Format declaredFormatOf(std::string_view start) {
+Format declaredFormatOf(std::string_view start, bool isAll) {
     if (const auto marked = markedFormatOf(start)) {
         return *marked;
     }
-    return {ByteFilter::isUtf8(Utf8::withoutCutCharacter(start)) ? Encoding::utf8 : Encoding::latin1};
+    return {ByteFilter::isUtf8(isAll ? start : Utf8::withoutCutCharacter(start)) ? Encoding::utf8
+                                                                                 : Encoding::latin1};
 }
 
 } // namespace
@@ -72,8 +73,8 @@ std::optional<Format> markedFormatOf(std::string_view start) {
     return std::nullopt;
 }
 
-Format formatOf(std::string_view start, Claim claim) {
-    const auto format = declaredFormatOf(start);
+Format formatOf(std::string_view start, Claim claim, bool isAll) {
+    const auto format = declaredFormatOf(start, isAll);
     if (claim == Claim::declared || format.encoding == Encoding::none) {
         return format;
     }

@@ -21,7 +21,8 @@ enum class Claim { declared, none };
 // ASCII characters, then UTF-8 where the bytes are valid but for a last character that is cut, then Latin-1. Bytes
 // with other zeros near their beginning are no text. Where nobody claims that it is text, no characters of control may
 // stand there either, but for those that a terminal is coloured with.
-Format formatOf(std::string_view start, Claim claim = Claim::declared);
+// Where `isAll` says that `start` is the whole file, no character is cut.
+Format formatOf(std::string_view start, Claim claim = Claim::declared, bool isAll = false);
 
 // The same without a look at whether bytes are valid UTF-8: nothing where that must decide between it and Latin-1.
 std::optional<Format> markedFormatOf(std::string_view start);

@@ -54,7 +54,7 @@ class Search {
             return false;
         }
         if (m_claim == PlainText::Claim::none) {
-            m_format = PlainText::formatOf(m_window.text(), m_claim);
+            m_format = PlainText::formatOf(m_window.text(), m_claim, m_isAtEnd);
         } else if (const auto marked = PlainText::markedFormatOf(m_window.text())) {
             m_format = *marked;
         } else if (!decideWhereItMatters()) {
@@ -107,7 +107,7 @@ class Search {
                 return false;
             }
         }
-        m_format = PlainText::formatOf(m_window.text());
+        m_format = PlainText::formatOf(m_window.text(), PlainText::Claim::declared, m_isAtEnd);
         return true;
     }
 

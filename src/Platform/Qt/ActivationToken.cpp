@@ -13,7 +13,7 @@ std::optional<std::uint32_t> timeOf(std::string_view token) {
     std::uint32_t time = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), time);
     const bool isWhole = error == std::errc() && end == digits.data() + digits.size();
-    return isWhole ? std::optional(time) : std::nullopt;
+    return isWhole && time != 0 ? std::optional(time) : std::nullopt; // 0 asks not to come to the front
 }
 
 } // namespace quillane::ActivationToken

@@ -172,6 +172,9 @@ DesktopThumbnails::Abilities DesktopThumbnails::abilities() {
     }
     const Abilities told{types, flavorsIn(*flavors)};
     const std::lock_guard lock(m_mutex);
+    if (m_restsUntil && m_clock.instant() < *m_restsUntil) {
+        return {}; // it has fallen silent meanwhile
+    }
     m_abilities = told;
     return told;
 }

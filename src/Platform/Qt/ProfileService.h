@@ -30,7 +30,7 @@ class ProfileService final : public QObject {
 
     // Such as "balanced". Absent while nobody has the name, has not answered yet, or has answered with anything else
     // than a profile.
-    const std::optional<QString>& profile() const { return m_profile; }
+    std::optional<QString> profile() const { return m_bus.isConnected() ? m_profile : std::nullopt; }
 
   private slots:
     void propertiesChanged(const QString& interface, const QVariantMap& changed,

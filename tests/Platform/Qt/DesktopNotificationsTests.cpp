@@ -548,13 +548,13 @@ TEST_F(DesktopNotificationsTest, AtTheEndWhatStandsIsWithdrawnAndWhatWasClosedIs
 }
 
 TEST_F(DesktopNotificationsTest, TheEndMayComeBeforeTheBusIsReachedAndBeforeAnAnswer) {
-    m_server->answersPosts = false;
-    {
-        DesktopNotifications early(m_tasks, m_bus.reach());
-        early.add(notification("a", "A"));
-        early.withdrawAll();
-    }
+    DesktopNotifications early(m_tasks, m_bus.reach());
+    early.add(notification("early", "A"));
+    early.withdrawAll();
     m_tasks.runAll();
+    awaitArrival();
+    EXPECT_TRUE(m_server->posts.empty());
+    m_server->answersPosts = false;
     {
         DesktopNotifications late(m_tasks, m_bus.reach());
         late.add(notification("a", "A"));

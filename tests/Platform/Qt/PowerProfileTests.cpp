@@ -2,6 +2,7 @@
 #include "PowerProfile.h"
 #include "PrivateBus.h"
 #include "StepTaskRunner.h"
+#include <QTest>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -50,6 +51,15 @@ class PowerProfileTest : public testing::Test {
                              QStringLiteral("/net/hadess/PowerProfiles")};
     PowerProfile m_power{m_tasks, [this] { return m_client; }};
 };
+
+TEST_F(PowerProfileTest, ABusThatDiesTakesTheProfileWithIt) {
+    m_present.profile = kSaver;
+    m_present.takeName();
+    start();
+    ASSERT_TRUE(m_power.isLowPowerModeEnabled());
+    m_bus.die();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !m_power.isLowPowerModeEnabled(); }, 60'000));
+}
 
 TEST_F(PowerProfileTest, IsOffBeforeTheBusIsReachedAndConstructionReachesNothing) {
     m_present.profile = kSaver;
