@@ -131,10 +131,14 @@ bool canDigest() {
 void digest(std::span<const Lane> lanes, std::size_t count) {
     static_assert(kMostLanes == 4);
     switch (lanes.size()) {
-    case 1: return digestTogether<1>(lanes, count);
-    case 2: return digestTogether<2>(lanes, count);
-    case 3: return digestTogether<3>(lanes, count);
-    default: return digestTogether<4>(lanes, count);
+    case 1:
+        return digestTogether<1>(lanes, count);
+    case 2:
+        return digestTogether<2>(lanes, count);
+    case 3:
+        return digestTogether<3>(lanes, count);
+    default:
+        return digestTogether<4>(lanes, count);
     }
 }
 #else

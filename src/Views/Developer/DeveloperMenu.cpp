@@ -12,11 +12,6 @@ std::vector<DevCacheItem> itemsAt(const AppLibrary& library, const std::vector<F
     return recordsWithKeys(library.developerCaches.get(), &DevCacheItem::url, urls);
 }
 
-QString moveTitle(std::size_t count) {
-    return count == 1 ? QStringLiteral("Move to Trash…")
-                      : QStringLiteral("Move %1 Items to Trash…").arg(MenuEntries::number(count));
-}
-
 } // namespace
 
 QMenu* makeDeveloperMenu(AppLibrary& library, const std::vector<FileURL>& urls, MenuEntries::Present present,
@@ -39,8 +34,8 @@ QMenu* makeDeveloperMenu(AppLibrary& library, const std::vector<FileURL>& urls, 
         *menu, found.size() == 1 ? QStringLiteral("Copy Path") : QStringLiteral("Copy Paths"), paths);
     menu->addSeparator();
     MenuEntries::addProtection(*menu, library, found, QStringLiteral("Never Touch This"));
-    auto* const move =
-        MenuEntries::add(*menu, moveTitle(found.size()), [&library, found, present = std::move(present)] {
+    auto* const move = MenuEntries::add(
+        *menu, MenuEntries::moveItems(found.size()), [&library, found, present = std::move(present)] {
             present(library.removalForDeveloperItems(itemsAt(library, found)));
         });
     MenuEntries::markDestructive(move)->setEnabled(canMove);

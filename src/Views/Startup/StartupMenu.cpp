@@ -11,11 +11,6 @@ std::vector<StartupItem> itemsAt(const AppLibrary& library, const std::vector<Fi
     return recordsWithKeys(library.startupItems.get(), &StartupItem::url, urls);
 }
 
-QString moveTitle(std::size_t count) {
-    return count == 1 ? QStringLiteral("Move to Trash…")
-                      : QStringLiteral("Move %1 Items to Trash…").arg(MenuEntries::number(count));
-}
-
 } // namespace
 
 QMenu* makeStartupMenu(AppLibrary& library, const std::vector<FileURL>& urls, MenuEntries::Present present,
@@ -38,10 +33,10 @@ QMenu* makeStartupMenu(AppLibrary& library, const std::vector<FileURL>& urls, Me
         *menu, found.size() == 1 ? QStringLiteral("Copy Label") : QStringLiteral("Copy Labels"), labels);
     menu->addSeparator();
     MenuEntries::addProtection(*menu, library, found, QStringLiteral("Never Touch This"));
-    auto* const move =
-        MenuEntries::add(*menu, moveTitle(found.size()), [&library, found, present = std::move(present)] {
-            present(library.removalForStartupItems(itemsAt(library, found)));
-        });
+    auto* const move = MenuEntries::add(*menu, MenuEntries::moveItems(found.size()),
+                                        [&library, found, present = std::move(present)] {
+                                            present(library.removalForStartupItems(itemsAt(library, found)));
+                                        });
     MenuEntries::markDestructive(move)->setEnabled(canMove);
     return menu;
 }

@@ -46,6 +46,11 @@ QAction* markDestructive(QAction* entry) {
     return entry;
 }
 
+QString moveItems(std::size_t count) {
+    return count == 1 ? QStringLiteral("Move to Trash…")
+                      : QStringLiteral("Move %1 Items to Trash…").arg(number(count));
+}
+
 QString number(std::size_t count) {
     return words(Formatting::number(static_cast<std::int64_t>(count)));
 }

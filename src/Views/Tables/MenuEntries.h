@@ -35,6 +35,9 @@ void addProtection(QMenu& menu, AppLibrary& library, std::vector<FileURL> urls, 
 // Marks an entry as one that removes: menus know no red words, so a symbol tells it. Hands the entry back.
 QAction* markDestructive(QAction* entry);
 
+// What the entry says that moves so many items: "Move to Trash…" for one.
+QString moveItems(std::size_t count);
+
 // With grouped thousands, as all numbers that are shown.
 QString number(std::size_t count);
 // As it is, for others to work with; only what is shown is made safe for the eye.
