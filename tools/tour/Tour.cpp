@@ -128,6 +128,7 @@ bool Tour::run() {
         removeAndPutBack(LibrarySection::developer, QStringLiteral("Homebrew"));
         visitFiles();
         visitDuplicates();
+        visitStartup();
         visitAutomation();
         cleanAndPutBack();
     }
@@ -368,43 +369,42 @@ void Tour::compareStaying(const std::vector<std::string>& paths) {
     }
 }
 
-void Tour::removeAndPutBack(LibrarySection section, const QString& firstColumn, const Preparation& prepare) {
+void Tour::removeAndPutBack(LibrarySection section, const QString& name, const Preparation& prepare,
+                            int column) {
     window().showSection(section);
     Visitor::settle();
     const auto rowCount = table(section)->model()->rowCount();
-    const auto row = Visitor::column(table(section), 0).indexOf(firstColumn);
-    check(row >= 0, QStringLiteral("not in its table: ") + firstColumn);
+    const auto row = Visitor::column(table(section), column).indexOf(name);
+    check(row >= 0, QStringLiteral("not in its table: ") + name);
     if (row < 0) {
         return;
     }
     const auto treeBefore = treeNow();
     const auto trashBefore = itemsInTrash();
-    Visitor::click(table(section), static_cast<int>(row), 0);
+    Visitor::click(table(section), static_cast<int>(row), column);
     const auto staying = prepare ? prepare() : std::vector<std::string>();
     take(words(rawValue(section)).toLower() + QStringLiteral("-selected"));
     Visitor::push(window().detail(section)->findChild<DetailPane*>()->removeButton());
     auto* const sheet = window().removalSheet();
     if (sheet == nullptr) {
-        check(false, QStringLiteral("the review of %1 did not open").arg(firstColumn));
+        check(false, QStringLiteral("the review of %1 did not open").arg(name));
         return;
     }
     const auto entries = sheet->model().review().included();
-    check(!entries.empty(), QStringLiteral("there is nothing to review for ") + firstColumn);
+    check(!entries.empty(), QStringLiteral("there is nothing to review for ") + name);
     takeOf(*sheet, words(rawValue(section)).toLower().replace(QLatin1Char(' '), QLatin1Char('-')) +
                        QStringLiteral("-review"));
     Visitor::press(sheet, Qt::Key_Return);
     check(Visitor::waitUntil([&] { return sheet->stage() == SweepPreviewSheet::Stage::done; }),
-          QStringLiteral("the removal of %1 did not end").arg(firstColumn));
+          QStringLiteral("the removal of %1 did not end").arg(name));
     compareWithTrash(entries, trashBefore);
     compareStaying(staying);
     Visitor::press(sheet, Qt::Key_Return);
     Visitor::settle();
     check(window().isActiveWindow(), QStringLiteral("the keyboard did not come back from the review"));
     check(table(section)->model()->rowCount() == rowCount - 1,
-          QStringLiteral("%1 is still in its table").arg(firstColumn));
-    say(QStringLiteral("Removed %1: %2 moved, found in the Trash on disk.")
-            .arg(firstColumn)
-            .arg(entries.size()));
+          QStringLiteral("%1 is still in its table").arg(name));
+    say(QStringLiteral("Removed %1: %2 moved, found in the Trash on disk.").arg(name).arg(entries.size()));
 
     window().showSection(LibrarySection::overview);
     Visitor::settle();
@@ -413,9 +413,9 @@ void Tour::removeAndPutBack(LibrarySection section, const QString& firstColumn, 
     }
     window().showSection(section); // a table is drawn anew when it comes to sight
     Visitor::settle();
-    const bool isFoundByScans = section == LibrarySection::orphans || section == LibrarySection::developer;
-    check(!isFoundByScans || table(section)->model()->rowCount() == rowCount,
-          QStringLiteral("%1 is not back in its table").arg(firstColumn));
+    check(Visitor::waitUntil([&] { return table(section)->model()->rowCount() == rowCount; }),
+          QStringLiteral("%1 is not back in its table").arg(name));
+    Visitor::settle();
 }
 
 void Tour::cleanAndPutBack() {

@@ -50,9 +50,9 @@ class Tour {
     // What a person does in the pane of a row before pressing the destructive button. Gives what must stay then, by
     // the volume's own paths.
     using Preparation = std::function<std::vector<std::string>()>;
-    // Picks one row of a section, moves it through the review, looks into the Trash on disk, and puts it back.
-    void removeAndPutBack(LibrarySection section, const QString& firstColumn,
-                          const Preparation& prepare = {});
+    // Picks the row of a section that says so in that column, moves it through the review, looks into the Trash on disk, and puts it back.
+    void removeAndPutBack(LibrarySection section, const QString& name, const Preparation& prepare = {},
+                          int column = 0);
     void compareStaying(const std::vector<std::string>& paths);
 
     // Tour+Files.cpp: the person's own files.
@@ -70,6 +70,11 @@ class Tour {
     // Chooses another copy than the suggested one in the pane of the group that is shown.
     std::vector<std::string> chooseAnotherCopy();
     bool stands(LibrarySection section) const;
+
+    // Tour+Startup.cpp: what starts by itself.
+    void visitStartup();
+    void compareStartup();
+    void stopUntilLogin();
 
     // Tour+Automation.cpp: what happens without being asked.
     void visitAutomation();
