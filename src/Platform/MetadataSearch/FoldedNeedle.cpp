@@ -105,7 +105,7 @@ bool FoldedNeedle::occursByFilter(std::string_view text, bool isEnd, const Readi
     const auto begin = blocks * ByteFilter::kBlock;
     std::array<unsigned char, 2 * ByteFilter::kBlock + ByteFilter::kReach> rest{};
     std::ranges::copy(text.substr(begin), rest.begin());
-    return reading.firstBlock(rest.data(), 2, *m_quad) < 2 &&
+    return m_quad && reading.firstBlock(rest.data(), 2, *m_quad) < 2 &&
            occursAround(text, begin, text.size(), isEnd, reading);
 }
 

@@ -218,7 +218,7 @@ void DesktopNotifications::changeOwner(const QString& owner) {
 }
 
 bool DesktopNotifications::isGone(const QString& server) const {
-    return !m_owner.isEmpty() && m_owner != server;
+    return !m_owner.isEmpty() && !server.isEmpty() && m_owner != server;
 }
 
 void DesktopNotifications::keepToken(const NotificationServer::Number& number, const QString& token) {

@@ -170,7 +170,7 @@ DesktopThumbnails::Abilities DesktopThumbnails::abilities() {
         rest();
         return {};
     }
-    const Abilities told{types, flavorsIn(*flavors)};
+    Abilities told{types, flavorsIn(*flavors)};
     const std::lock_guard lock(m_mutex);
     if (m_restsUntil && m_clock.instant() < *m_restsUntil) {
         return {}; // it has fallen silent meanwhile

@@ -55,7 +55,35 @@ NotificationServer::NotificationServer(QDBusConnection bus, std::chrono::millise
     auto* const watcher =
         new QDBusServiceWatcher(kService, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this](const QString&, const QString&, const QString& owner) { emit ownerChanged(owner); });
+            [this](const QString&, const QString&, const QString& owner) {
+                m_owner = owner;
+                emit ownerChanged(owner);
+            });
+}
+
+// Before anything else is asked, so that the bus has answered when the server does.
+void NotificationServer::askForOwner() {
+    if (std::exchange(m_hasAskedForOwner, true)) {
+        return;
+    }
+    const auto bus = QStringLiteral("org.freedesktop.DBus");
+    auto question = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus,
+                                                   QStringLiteral("GetNameOwner"));
+    question << kService;
+    await(m_bus.asyncCall(question, m_patience), [this](const QDBusMessage& message) {
+        if (m_owner.isEmpty()) {
+            m_owner = valueOf<QString>(message).value_or(QString());
+        }
+    });
+}
+
+// Newer versions of the library give an answer the name that was asked, and not that of who answered: that is who had
+// the name then, or who was started for the question.
+QString NotificationServer::senderOf(const QDBusMessage& answer, const QString& asked) const {
+    if (answer.service().startsWith(QLatin1Char(':'))) {
+        return answer.service();
+    }
+    return asked.isEmpty() ? m_owner : asked;
 }
 
 // From whoever sends it: what it is worth its sender's name tells, and nobody has to be asked who the server is.
@@ -64,22 +92,26 @@ void NotificationServer::hear(const char* signal, const char* slot) {
 }
 
 void NotificationServer::askForAbilities(std::function<void(const std::optional<Abilities>&)> answer) {
+    askForOwner();
     await(m_bus.asyncCall(callOf("GetCapabilities"), m_patience),
-          [answer = std::move(answer)](const QDBusMessage& message) {
+          [this, asked = m_owner, answer = std::move(answer)](const QDBusMessage& message) {
               const auto names = valueOf<QStringList>(message);
-              answer(names ? std::optional(Abilities{message.service(), *names}) : std::nullopt);
+              answer(names ? std::optional(Abilities{senderOf(message, asked), *names}) : std::nullopt);
           });
 }
 
 void NotificationServer::show(const Words& words, uint replaced,
                               std::function<void(const std::optional<Number>&)> answer) {
+    askForOwner();
     auto call = callOf("Notify");
     call << QStringLiteral("Quillane") << replaced << kDesktopFile << words.title << words.body
          << QStringList({kClickAction, QStringLiteral("Open Quillane")}) << hints() << kServersChoice;
-    await(m_bus.asyncCall(call, m_patience), [answer = std::move(answer)](const QDBusMessage& message) {
-        const auto number = valueOf<uint>(message);
-        answer(number && *number != 0 ? std::optional(Number{message.service(), *number}) : std::nullopt);
-    });
+    await(m_bus.asyncCall(call, m_patience),
+          [this, asked = m_owner, answer = std::move(answer)](const QDBusMessage& message) {
+              const auto number = valueOf<uint>(message);
+              answer(number && *number != 0 ? std::optional(Number{senderOf(message, asked), *number})
+                                            : std::nullopt);
+          });
 }
 
 void NotificationServer::close(const Number& number) {

@@ -65,10 +65,14 @@ class NotificationServer final : public QObject {
 
   private:
     void hear(const char* signal, const char* slot);
+    void askForOwner();
+    QString senderOf(const QDBusMessage& answer, const QString& asked) const;
     void await(const QDBusPendingCall& call, std::function<void(const QDBusMessage&)> answer);
 
     QDBusConnection m_bus;
     int m_patience; // milliseconds
+    bool m_hasAskedForOwner = false;
+    QString m_owner; // the server's unique name; empty while nobody has the name, or it is not known yet
 };
 
 } // namespace quillane
