@@ -1,4 +1,5 @@
 #include "NotificationServer.h"
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
@@ -42,6 +43,13 @@ std::optional<T> valueOf(const QDBusMessage& answer) {
         return std::nullopt;
     }
     return values.first().value<T>();
+}
+
+// Who was asked has left the bus, or is no server any more.
+bool isNobodyThere(const QDBusMessage& answer) {
+    const auto error = QDBusError(answer).type();
+    return answer.type() == QDBusMessage::ErrorMessage &&
+           (error == QDBusError::ServiceUnknown || error == QDBusError::UnknownObject);
 }
 
 } // namespace
@@ -100,16 +108,26 @@ void NotificationServer::askForAbilities(std::function<void(const std::optional<
           });
 }
 
-void NotificationServer::show(const Words& words, uint replaced,
-                              std::function<void(const std::optional<Number>&)> answer) {
+void NotificationServer::show(const Words& words, uint replaced, Shown answer) {
     askForOwner();
-    auto call = callOf("Notify");
+    post(m_owner, words, replaced, std::move(answer));
+}
+
+// To the server that is known, so that it is known whose number comes back; one that has gone meanwhile leaves it to
+// whoever has the name then, or is started for it.
+void NotificationServer::post(const QString& server, const Words& words, uint replaced, Shown answer) {
+    auto call = QDBusMessage::createMethodCall(server.isEmpty() ? kService : server, kPath, kService,
+                                               QStringLiteral("Notify"));
     call << QStringLiteral("Quillane") << replaced << kDesktopFile << words.title << words.body
          << QStringList({kClickAction, QStringLiteral("Open Quillane")}) << hints() << kServersChoice;
     await(m_bus.asyncCall(call, m_patience),
-          [this, asked = m_owner, answer = std::move(answer)](const QDBusMessage& message) {
+          [this, server, words, answer = std::move(answer)](const QDBusMessage& message) {
+              if (!server.isEmpty() && isNobodyThere(message)) {
+                  post({}, words, 0, answer);
+                  return;
+              }
               const auto number = valueOf<uint>(message);
-              answer(number && *number != 0 ? std::optional(Number{senderOf(message, asked), *number})
+              answer(number && *number != 0 ? std::optional(Number{senderOf(message, server), *number})
                                             : std::nullopt);
           });
 }

@@ -45,7 +45,8 @@ class NotificationServer final : public QObject {
     void askForAbilities(std::function<void(const std::optional<Abilities>&)> answer);
     // In the place of the one with the number `replaced`, which is 0 for none. The answer is the new number, which
     // may be the same.
-    void show(const Words& words, uint replaced, std::function<void(const std::optional<Number>&)> answer);
+    using Shown = std::function<void(const std::optional<Number>&)>;
+    void show(const Words& words, uint replaced, Shown answer);
     void close(const Number& number);
     // Waits until the server has heard of all, and no longer than `patience`.
     void closeAll(const std::vector<Number>& numbers, std::chrono::milliseconds patience);
@@ -66,6 +67,7 @@ class NotificationServer final : public QObject {
   private:
     void hear(const char* signal, const char* slot);
     void askForOwner();
+    void post(const QString& server, const Words& words, uint replaced, Shown answer);
     QString senderOf(const QDBusMessage& answer, const QString& asked) const;
     void await(const QDBusPendingCall& call, std::function<void(const QDBusMessage&)> answer);
 
