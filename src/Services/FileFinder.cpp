@@ -111,7 +111,7 @@ std::string withQuotesEscaped(const std::string& text) {
 
 bool isInUserFolders(const FileURL& url, const FileURL& home) {
     return std::ranges::any_of(kUserRoots, [&](std::string_view root) {
-        return url.path().starts_with(home.appending(root).path() + "/");
+        return SearchProgram::liesBelow(url.path(), home.appending(root));
     });
 }
 

@@ -5,15 +5,11 @@
 #include <algorithm>
 
 namespace quillane::SearchProgram {
-namespace {
-
 bool liesBelow(std::string_view path, const FileURL& folder) {
     const auto& above = folder.path();
     return path.size() > above.size() && path.starts_with(above) &&
            (path[above.size()] == '/' || above.ends_with('/'));
 }
-
-} // namespace
 
 bool Below::holds(std::string_view path) {
     if (liesBelow(path, m_folder)) {

@@ -10,6 +10,9 @@
 // The system's search program, as the finders read it.
 namespace quillane::SearchProgram {
 
+// Whether a path lies in a folder, at any depth, by its text. The folder itself does not.
+bool liesBelow(std::string_view path, const FileURL& folder);
+
 // The lines that it prints for these arguments, in its order, repaired where they are no UTF-8: each is a path, with
 // what the arguments ask for behind it. A line that begins with no absolute path, such as a complaint about the query
 // or the rest of a name with a line feed in it, is dropped. Empty when it can't be started, and when stopped, which also ends

@@ -322,6 +322,14 @@ TEST_F(MetadataSearchTest, AFileThatNobodyKnowsIsReadToItsEndAndDataNoFurtherTha
     EXPECT_EQ(std::ranges::count(recorded.calls(FileCall::readAt), FileURL("/a/data")), 1);
 }
 
+TEST_F(MetadataSearchTest, APatternReadsDataNoFurtherThanItsStartEither) {
+    m_volume.file("a/data", std::string(1, '\0') + std::string(TextFileSearch::kPortion * 5, 'x'));
+    RecordingFileSystem recorded(m_disk);
+    const MetadataSearch search(recorded, m_metadata, m_clock, {FileURL("/")});
+    EXPECT_EQ(search.answer({"kMDItemTextContent == \"x*y\""}), "");
+    EXPECT_EQ(std::ranges::count(recorded.calls(FileCall::read), FileURL("/a/data")), 1);
+}
+
 TEST_F(MetadataSearchTest, ContentIsReadToItsEndHoweverLongAFileIs) {
     m_volume.file("a/long.txt", std::string(std::size_t{5} << 20U, 'x') + "needle");
     EXPECT_EQ(findIn("/a", "kMDItemTextContent == \"*needle*\"cd"), Lines{"/a/long.txt"});

@@ -4,7 +4,9 @@
 #include "TextSink.h"
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <gtest/gtest.h>
+#include <random>
 
 namespace quillane {
 namespace {
@@ -16,6 +18,9 @@ class BytesFile final : public OpenFile {
         : m_bytes(std::move(bytes)) {}
 
     Result<std::size_t> readAt(std::span<std::byte> buffer, Bytes offset) override {
+        if (whenRead) {
+            whenRead();
+        }
         if (read >= failsBehind) {
             return PlatformError{ErrorCode::kReadUnknown, std::nullopt};
         }
@@ -30,6 +35,7 @@ class BytesFile final : public OpenFile {
 
     std::size_t read = 0;
     std::size_t failsBehind = std::string::npos; // bytes
+    std::function<void()> whenRead = {};
 
   private:
     std::string m_bytes;
@@ -100,6 +106,26 @@ TEST(OfficeArchive, UnpacksOfABombNoMoreThanItsLimits) {
     small.sheets = 0;
     small.words = small.member * 2;
     EXPECT_EQ(textOf(bomb, small), "early note shared") << "sheets count for themselves";
+}
+
+TEST(OfficeArchive, AStopEndsItWithinAMember) {
+    std::string words;
+    std::mt19937 random(5); // NOLINT: the same each time
+    for (int i = 0; i < 1'000'000; ++i) {
+        words += static_cast<char>('a' + random() % 26);
+    }
+    const auto zip = zipOf({{"word/document.xml", run(words)}});
+    const StopSource source;
+    int readings = 0;
+    BytesFile file(zip);
+    file.whenRead = [&] {
+        if (++readings == 3) {
+            source.requestStop();
+        }
+    };
+    TextSink sink(std::size_t{4} << 20U);
+    EXPECT_FALSE(OfficeArchive::add(file, {}, source.token(), sink));
+    EXPECT_EQ(readings, 3);
 }
 
 TEST(OfficeArchive, StopsWhereTheTextIsFull) {
