@@ -323,11 +323,13 @@ TEST_F(MetadataSearchTest, AFileThatNobodyKnowsIsReadToItsEndAndDataNoFurtherTha
 }
 
 TEST_F(MetadataSearchTest, APatternReadsDataNoFurtherThanItsStartEither) {
-    m_volume.file("a/data", std::string(1, '\0') + std::string(TextFileSearch::kPortion * 5, 'x'));
+    m_volume.file("a/data", std::string(1, '\0') + std::string(TextFileSearch::kPortion * 5, 'x'))
+        .file("a/text", "x and z");
     RecordingFileSystem recorded(m_disk);
     const MetadataSearch search(recorded, m_metadata, m_clock, {FileURL("/")});
     EXPECT_EQ(search.answer({"kMDItemTextContent == \"x*y\""}), "");
-    EXPECT_EQ(std::ranges::count(recorded.calls(FileCall::read), FileURL("/a/data")), 1);
+    EXPECT_EQ(std::ranges::count(recorded.calls(FileCall::read), FileURL("/a/data")), 1) << "its start";
+    EXPECT_EQ(std::ranges::count(recorded.calls(FileCall::read), FileURL("/a/text")), 2) << "and all of it";
 }
 
 TEST_F(MetadataSearchTest, ContentIsReadToItsEndHoweverLongAFileIs) {
