@@ -15,13 +15,14 @@ QuillaneApp::QuillaneApp(const Platform& platform)
 }
 
 QuillaneApp::~QuillaneApp() {
+    delete m_settings;
     delete m_window;
     IconCache::shared().attach(nullptr);
 }
 
 void QuillaneApp::showWindow(const std::string& activationToken) {
     if (!m_window) {
-        m_window = new ContentView(m_library, m_notifications);
+        m_window = new ContentView(m_library, m_notifications, this);
         m_window->setAttribute(Qt::WA_DeleteOnClose);
         m_library.startAutomationLoop();
         m_library.syncUninstallWatcher();
@@ -31,8 +32,22 @@ void QuillaneApp::showWindow(const std::string& activationToken) {
     WindowActivation::activate(*m_window->windowHandle(), activationToken);
 }
 
+void QuillaneApp::showSettings(SettingsTab tab) {
+    if (!m_settings) {
+        m_settings = new SettingsView(m_library, m_notifications, *this);
+        m_settings->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_settings->showTab(tab);
+    m_settings->show();
+    WindowActivation::activate(*m_settings->windowHandle(), {});
+}
+
 ContentView* QuillaneApp::window() const {
     return m_window;
+}
+
+SettingsView* QuillaneApp::settings() const {
+    return m_settings;
 }
 
 } // namespace quillane

@@ -3,27 +3,29 @@
 #include "NotificationCenter.h"
 #include "Notifier.h"
 #include "Platform.h"
+#include "Settings/SettingsView.h"
 #include "Shell/ContentView.h"
+#include "State/Scenes.h"
+#include "UpdaterController.h"
 #include <QPointer>
 #include <string>
 
 namespace quillane {
 
-// The application: the one library, what steers the window, what answers the desktop's notifications, and the window
-// itself, which may be closed and opened again while the library lives on. Main thread only; there is one at a time.
-class QuillaneApp {
+// The application: the one library, what steers the window, what answers the desktop's notifications, and the
+// windows, which may be closed and opened again while the library lives on. Main thread only; there is one at a time.
+class QuillaneApp final : public Scenes {
   public:
     // The ports outlive the application.
     explicit QuillaneApp(const Platform& platform);
     ~QuillaneApp();
-    QuillaneApp(const QuillaneApp&) = delete;
-    QuillaneApp& operator=(const QuillaneApp&) = delete;
 
-    // Opens the window, or brings the one that is open to the front, out of the dock too. With what the desktop gave
-    // for it along with a click or a start; empty for nothing.
-    void showWindow(const std::string& activationToken = {});
+    void showWindow(const std::string& activationToken = {}) override;
+    void showSettings(SettingsTab tab) override;
+    UpdaterController& updater() override { return m_updater; }
     // Null while it is closed.
     ContentView* window() const;
+    SettingsView* settings() const;
 
     AppLibrary& library() { return m_library; }
     NotificationCenter& notifications() { return m_notifications; }
@@ -36,7 +38,9 @@ class QuillaneApp {
     // Made with the application and so before the first window: a member rather than a global, as it needs the ports.
     Notifier m_notifier{m_platform.notifications, m_notifications,
                         [this](const std::string& token) { showWindow(token); }};
-    QPointer<ContentView> m_window; // deletes itself when it is closed
+    UpdaterController m_updater{m_platform.updater};
+    QPointer<ContentView> m_window;    // deletes itself when it is closed
+    QPointer<SettingsView> m_settings; // so does this
 };
 
 } // namespace quillane

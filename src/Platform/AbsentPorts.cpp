@@ -24,4 +24,14 @@ Power& absentPower() {
     return power;
 }
 
+MenuBarExtra& absentMenuBarExtra() {
+    static AbsentMenuBarExtra item;
+    return item;
+}
+
+Updater& absentUpdater() {
+    static AbsentUpdater updater;
+    return updater;
+}
+
 } // namespace quillane

@@ -1,6 +1,8 @@
 #pragma once
 #include "DirectoryWatch.h"
+#include "MenuBarExtra.h"
 #include "Power.h"
+#include "Updater.h"
 #include "UserNotifications.h"
 
 namespace quillane {
@@ -23,6 +25,28 @@ class AbsentUserNotifications final : public UserNotifications {
 class AbsentPower final : public Power {
   public:
     bool isLowPowerModeEnabled() const override { return false; }
+};
+
+// A desktop without a panel.
+class AbsentMenuBarExtra final : public MenuBarExtra {
+  public:
+    void insert() override {}
+    void remove() override {}
+    bool isShown() const override { return false; }
+    void setFigure(const std::string&) override {}
+    void setHandlers(Handlers) override {}
+};
+
+// A build that nobody updates but who installed it.
+class AbsentUpdater final : public Updater {
+  public:
+    bool automaticallyChecksForUpdates() const override { return false; }
+    void setAutomaticallyChecksForUpdates(bool) override {}
+    bool canCheckForUpdates() const override { return false; }
+    std::optional<Date> lastUpdateCheckDate() const override { return std::nullopt; }
+    void checkForUpdates() override {}
+    std::optional<std::string> installedVersion() const override { return std::nullopt; }
+    void setChangeHandler(std::function<void()>) override {}
 };
 
 } // namespace quillane

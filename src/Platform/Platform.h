@@ -7,12 +7,14 @@ class CommandRunner;
 class Defaults;
 class DirectoryWatch;
 class FileSystem;
+class MenuBarExtra;
 class Metadata;
 class Power;
 class Previews;
 class RunningApplications;
 class TaskRunner;
 class Trash;
+class Updater;
 class UserNotifications;
 class Workspace;
 
@@ -21,6 +23,8 @@ Previews& absentPreviews();
 DirectoryWatch& absentDirectoryWatch();
 UserNotifications& absentUserNotifications();
 Power& absentPower();
+MenuBarExtra& absentMenuBarExtra();
+Updater& absentUpdater();
 
 // The ports of the program, bundled. Passed by const reference; there is no global. Whoever builds it owns
 // the adapters and keeps them alive for as long as anything holds the bundle.
@@ -38,6 +42,8 @@ struct Platform {
     DirectoryWatch& directories = absentDirectoryWatch();
     UserNotifications& notifications = absentUserNotifications();
     Power& power = absentPower();
+    MenuBarExtra& menuBarExtra = absentMenuBarExtra();
+    Updater& updater = absentUpdater();
 };
 
 } // namespace quillane

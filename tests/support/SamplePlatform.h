@@ -1,10 +1,12 @@
 #pragma once
 #include "DocumentText.h"
 #include "FakeDirectoryWatch.h"
+#include "FakeMenuBarExtra.h"
 #include "FakeMetadata.h"
 #include "FakePower.h"
 #include "FakePreviews.h"
 #include "FakeRunningApplications.h"
+#include "FakeUpdater.h"
 #include "FakeWorkspace.h"
 #include "FaultFileSystem.h"
 #include "FaultTrash.h"
@@ -80,6 +82,8 @@ class SamplePlatform {
     FakeDirectoryWatch directories{runner};
     RecordingNotifications notifications{runner};
     FakePower power;
+    FakeMenuBarExtra menuBarExtra{runner};
+    FakeUpdater updater{runner};
 
   private:
     SampleSpotlight m_spotlight;
@@ -93,8 +97,9 @@ class SamplePlatform {
     SampleLaunchctl launchctl{mac.loadedLabels(), m_spotlight == SampleSpotlight::embedded
                                                       ? static_cast<CommandRunner&>(m_searching)
                                                       : static_cast<CommandRunner&>(commands)};
-    const Platform platform{files,   launchctl, metadata, clock,       runner,        workspace, trash,
-                            running, defaults,  previews, directories, notifications, power};
+    const Platform platform{files,       launchctl,     metadata, clock,        runner,
+                            workspace,   trash,         running,  defaults,     previews,
+                            directories, notifications, power,    menuBarExtra, updater};
 };
 
 } // namespace quillane

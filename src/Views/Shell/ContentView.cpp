@@ -42,7 +42,8 @@ QVBoxLayout* columnLayout(QWidget* column) {
 
 } // namespace
 
-ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications, QWidget* parent)
+ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications, Scenes* scenes,
+                         QWidget* parent)
     : QWidget(parent)
     , m_library(library)
     , m_state(initialSection())
@@ -54,6 +55,7 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
               showSection(LibrarySection::overview);
           })) {
     m_state.notifications = &notifications;
+    m_state.scenes = scenes;
     m_state.putBack = new PutBack(library, m_state, *this);
     setWindowTitle(QStringLiteral("Quillane"));
     setMinimumSize(kMinimumSize);

@@ -17,6 +17,7 @@ class ColumnGround;
 class LibraryObserver;
 class PutBack;
 class QuickLookPanel;
+class Scenes;
 class SearchField;
 class Sidebar;
 class SweepPreviewSheet;
@@ -27,8 +28,9 @@ class ToolbarRow;
 class ContentView : public QWidget {
     Q_OBJECT
   public:
-    // Both outlive the window.
-    ContentView(AppLibrary& library, NotificationCenter& notifications, QWidget* parent = nullptr);
+    // All of them outlive the window. Without scenes it has no way to the other windows of the program.
+    ContentView(AppLibrary& library, NotificationCenter& notifications, Scenes* scenes = nullptr,
+                QWidget* parent = nullptr);
     ~ContentView() override;
 
     static constexpr QSize kDefaultSize{1280, 760};

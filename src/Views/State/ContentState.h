@@ -13,6 +13,7 @@
 namespace quillane {
 
 class PutBack;
+class Scenes;
 
 // What the window itself knows: where the user is and what is selected there. Each section keeps its own
 // selection, so changing the section loses nothing. Main thread only.
@@ -23,6 +24,8 @@ struct ContentState {
     Published<LibrarySection> section;
     // Through which the rest of the program steers the window; null where nobody does.
     NotificationCenter* notifications = nullptr;
+    // The other windows of the program; null where this one is alone.
+    Scenes* scenes = nullptr;
     // The window's; null where there is none.
     PutBack* putBack = nullptr;
     // From the press of "Put Back" to its end, wherever it was asked for.

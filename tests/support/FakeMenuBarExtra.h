@@ -1,0 +1,63 @@
+#pragma once
+#include "MenuBarExtra.h"
+#include "TaskRunner.h"
+#include <string>
+#include <utility>
+
+namespace quillane {
+
+// An item in a panel that the test takes away and brings back, and that the test clicks. Main thread.
+class FakeMenuBarExtra final : public MenuBarExtra {
+  public:
+    // Handlers are called at a turn of this runner's main thread.
+    explicit FakeMenuBarExtra(TaskRunner& tasks)
+        : m_tasks(tasks) {}
+
+    bool isInserted = false;
+    std::string figure;
+
+    void setPanel(bool isThere) {
+        const bool before = isShown();
+        m_hasPanel = isThere;
+        tellOfChange(before);
+    }
+    // Nothing happens while the item does not show.
+    void press(const Press& press = {}) {
+        m_tasks.post([this, press] {
+            if (isShown() && m_handlers.pressed) {
+                m_handlers.pressed(press);
+            }
+        });
+    }
+
+    void insert() override {
+        const bool before = isShown();
+        isInserted = true;
+        tellOfChange(before);
+    }
+    void remove() override {
+        const bool before = isShown();
+        isInserted = false;
+        tellOfChange(before);
+    }
+    bool isShown() const override { return isInserted && m_hasPanel; }
+    void setFigure(const std::string& text) override { figure = text; }
+    void setHandlers(Handlers handlers) override { m_handlers = std::move(handlers); }
+
+  private:
+    void tellOfChange(bool before) {
+        if (before != isShown()) {
+            m_tasks.post([this] {
+                if (m_handlers.shownChanged) {
+                    m_handlers.shownChanged();
+                }
+            });
+        }
+    }
+
+    TaskRunner& m_tasks;
+    bool m_hasPanel = true;
+    Handlers m_handlers;
+};
+
+} // namespace quillane
