@@ -6,6 +6,7 @@
 #include "Components/Stepper.h"
 #include "Components/Switch.h"
 #include "Components/SymbolView.h"
+#include "Components/TextStyle.h"
 #include "DefaultsKeys.h"
 #include "ScanFrequency.h"
 #include "Settings/KeyBinding.h"
@@ -34,7 +35,7 @@ QLabel* makeMarkedText(const QString& text) {
     auto* const label = new QLabel(text);
     label->setTextFormat(Qt::RichText);
     label->setWordWrap(true);
-    Fonts::follow(label, [label] { label->setFont(Fonts::of(13)); });
+    Fonts::follow(label, [label] { label->setFont(TextStyle::row().font()); });
     return label;
 }
 

@@ -8,9 +8,11 @@ namespace quillane {
 
 namespace {
 
-constexpr int kInset = 14; // of heading and sentence
+constexpr int kInset = 14; // of heading and sentence, which may reach further at its end than it begins
+constexpr int kInsetAtEnd = 2;
 constexpr int kGap = 6;
 constexpr int kEdge = 1;
+constexpr int kShadow = 1; // below the card
 
 } // namespace
 
@@ -26,10 +28,10 @@ SettingsGroup::SettingsGroup(const QString& heading, const QString& footnote, QW
     column->addWidget(m_heading);
     column->addWidget(m_card);
     column->addWidget(m_footnote);
-    m_rows->setContentsMargins(kEdge, 0, kEdge, kEdge); // below lies its shadow
+    m_rows->setContentsMargins(kEdge, kEdge, kEdge, kEdge + kShadow);
     m_rows->setSpacing(0);
     for (auto* const label : {m_heading, m_footnote}) {
-        label->setContentsMargins(kInset, 0, kInset, 0);
+        label->setContentsMargins(kInset, 0, kInsetAtEnd, 0);
     }
     m_heading->setVisible(!heading.isEmpty());
     m_card->setAccessibleName(heading);

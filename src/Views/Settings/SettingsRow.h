@@ -8,14 +8,14 @@ namespace quillane {
 class Label;
 class Switch;
 
-// A row of a group of settings, 42 high: words at the left, controls at the right.
+// A row of a group of settings, 42 high with the line above it: words at the left, controls at the right.
 class SettingsRow : public QWidget {
     Q_OBJECT
   public:
     // With this control, if any. Others come left of it.
     explicit SettingsRow(const QString& words, QWidget* control = nullptr, QWidget* parent = nullptr);
 
-    static constexpr int kHeight = 42;
+    static constexpr int kHeight = 41;
 
     Label* label() const { return m_label; }
     // Puts a further control between the words and those that stand. Tab comes to it after them.

@@ -13,11 +13,11 @@ namespace {
 
 constexpr int kWidth = 92;
 constexpr int kGap = 4;
-constexpr int kAboveSymbol = 5;
-constexpr int kSymbol = 20;
-constexpr int kAboveWord = 3;
-constexpr int kBelowWord = 7;
-constexpr int kBesideWord = 16;
+constexpr int kAboveSymbol = 4;
+constexpr int kSymbol = 21;
+constexpr int kAboveWord = 4;
+constexpr int kBelowWord = 6;
+constexpr int kBesideWord = 12;
 constexpr double kRadius = 8;
 
 QFont fontOf(bool isCurrent) {

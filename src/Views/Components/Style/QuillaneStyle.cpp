@@ -164,12 +164,12 @@ int QuillaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const Q
     switch (hint) {
     case SH_ScrollBar_Transient:
     case SH_FocusFrame_AboveWidget:
+    case SH_ComboBox_Popup:
         return 1;
     case SH_FocusFrame_Mask: // it would cut square corners out of the round ring
     case SH_ItemView_ActivateItemOnSingleClick:
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
-    case SH_ComboBox_Popup:
         return 0;
     case SH_Menu_Mask: {
         auto* const mask = qstyleoption_cast<QStyleHintReturnMask*>(data);
