@@ -86,6 +86,8 @@ class SettingsTest : public testing::Test {
     Switch& switchOf(const QString& name) const { return named<Switch>(name); }
     Stepper& stepper(const QString& name) const { return named<Stepper>(name); }
     PushButton& button(const QString& name) const { return named<PushButton>(name); }
+    Stepper& threshold() const { return stepper("Reclaimable space passes a threshold"); }
+    Stepper& lowDisk() const { return stepper("Free disk space gets low"); }
     Picker& frequency() const { return named<Picker>("Frequency"); }
     // All that the tab in front says, from the top, as a person reads it.
     QStringList wordsOnTab() const {

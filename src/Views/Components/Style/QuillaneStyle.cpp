@@ -12,6 +12,7 @@
 #include "Components/Style/ToolTipDrawing.h"
 #include "Components/Symbols.h"
 #include "Components/SystemLook.h"
+#include "Components/Tokens.h"
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QFocusFrame>
@@ -94,6 +95,9 @@ void QuillaneStyle::drawMenuItem(const QStyleOptionMenuItem& item, QPainter& pai
         return;
     }
     painter.save();
+    if (qobject_cast<const QComboBox*>(widget) != nullptr) {
+        painter.fillRect(item.rect, Tokens::current().card); // its list has painted another ground
+    }
     const bool chosen = (item.state & State_Selected) && (item.state & State_Enabled);
     const QStyleOptionMenuItem plain = chosen ? MenuDrawing::drawChosen(item, painter) : item;
     QProxyStyle::drawControl(CE_MenuItem, &plain, &painter, widget);
