@@ -33,11 +33,16 @@ void QuillaneApp::showWindow(const std::string& activationToken) {
 }
 
 void QuillaneApp::showSettings(SettingsTab tab) {
-    if (!m_settings) {
+    const bool isNew = !m_settings;
+    if (isNew) {
         m_settings = new SettingsView(m_library, m_notifications, *this);
         m_settings->setAttribute(Qt::WA_DeleteOnClose);
     }
     m_settings->showTab(tab);
+    if (isNew) {
+        m_settings->placeOver(m_window);
+    }
+    m_settings->setWindowState(m_settings->windowState() & ~Qt::WindowMinimized);
     m_settings->show();
     WindowActivation::activate(*m_settings->windowHandle(), {});
 }
