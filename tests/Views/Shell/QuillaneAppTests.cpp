@@ -3,6 +3,7 @@
 #include "SamplePlatform.h"
 #include "Shell/ContentView.h"
 #include <QCoreApplication>
+#include <QTest>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <map>
@@ -89,9 +90,12 @@ TEST_F(WholeApp, AClickWhileNoWindowIsOpenOpensItFirstAndThenShowsTheSection) {
 TEST_F(WholeApp, AClickOnANotificationWithoutASectionOnlyBringsTheWindowForward) {
     app.showWindow();
     app.window()->showSection(LibrarySection::applications);
-    app.window()->hide();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
     click({});
-    EXPECT_TRUE(app.window()->isVisible());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(app.window()));
     EXPECT_EQ(app.window()->state().section.get(), LibrarySection::applications);
 }
 
