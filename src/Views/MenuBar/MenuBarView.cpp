@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace quillane {
 
@@ -37,6 +38,11 @@ PushButton* wideButton(const QString& text, const QString& symbol, PushButton::R
     return button;
 }
 
+// Larger text has its room, and takes it from the air between words and figures too.
+double widthFactor() {
+    return 1 + 0.6 * (std::clamp(Fonts::scale(), 1.0, 2.0) - 1);
+}
+
 } // namespace
 
 MenuBarView::MenuBarView(AppLibrary& library, QWidget* parent)
@@ -53,7 +59,7 @@ MenuBarView::MenuBarView(AppLibrary& library, QWidget* parent)
     , m_settings(new PushButton(QStringLiteral("Automation Settings…"), {}, PushButton::Role::Plain))
     , m_quit(new PushButton(QStringLiteral("Quit"), {}, PushButton::Role::Plain))
     , m_observer(new LibraryObserver([this] { render(); }, this)) {
-    setFixedWidth(kWidth);
+    Fonts::follow(this, [this] { setFixedWidth(static_cast<int>(kWidth * widthFactor())); });
     auto* const whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->setSpacing(0);
@@ -130,8 +136,16 @@ void MenuBarView::render() {
     const bool isReady = phase == Kind::ready;
     renderRows(isReady);
     renderFigure(isReady);
-    m_rescan->setEnabled(isReady || phase == Kind::idle);
-    m_review->setEnabled(isReady && m_library.selectedSweepBytes() != 0);
+    enable(*m_review, isReady && m_library.selectedSweepBytes() != 0);
+    enable(*m_rescan, isReady || phase == Kind::idle);
+}
+
+// Qt gives the keyboard of a button that is disabled to the next one as if Tab had moved it, ring and all.
+void MenuBarView::enable(PushButton& button, bool isEnabled) {
+    if (!isEnabled && focusWidget() == &button) {
+        m_window->setFocus(Qt::OtherFocusReason);
+    }
+    button.setEnabled(isEnabled);
 }
 
 void MenuBarView::renderFigure(bool isReady) {

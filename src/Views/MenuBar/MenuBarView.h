@@ -25,7 +25,7 @@ class MenuBarView : public QWidget {
     // The library outlives it.
     explicit MenuBarView(AppLibrary& library, QWidget* parent = nullptr);
 
-    static constexpr int kWidth = 308;
+    static constexpr int kWidth = 308; // at the usual text size
 
     Label* heading() const { return m_heading; }
     // What could be reclaimed; hidden until a scan has measured it, and the words that stand for it shown.
@@ -57,6 +57,7 @@ class MenuBarView : public QWidget {
     QWidget* makeMainButtons();
     QWidget* makeFoot();
     void render();
+    void enable(PushButton& button, bool isEnabled);
     void renderFigure(bool isReady);
     void renderRows(bool isReady);
     void showRowsOf(const std::vector<SweepCategory>& categories);

@@ -198,6 +198,14 @@ TEST_F(MenuBarViews, WithNothingToReviewItOpensWithTheKeyboardOnTheWayToTheWindo
     EXPECT_EQ(focused(), "Open Quillane");
 }
 
+TEST_F(MenuBarViews, AButtonThatIsDisabledHandsTheKeyboardOnWithoutARingForWhoCameByMouse) {
+    auto& view = open();
+    QTest::mouseClick(view.rescanButton(), Qt::LeftButton);
+    turn();
+    EXPECT_EQ(focused(), "Open Quillane");
+    EXPECT_FALSE(popover->testAttribute(Qt::WA_KeyboardFocusChange));
+}
+
 TEST_F(MenuBarViews, TabReachesEveryButtonFromTheTopAndComesRound) {
     open();
     QStringList order{focused()};
@@ -305,11 +313,13 @@ TEST_F(MenuBarViews, PicturesOfItAreKept) {
     EXPECT_TRUE(keepPicture(pictureOf(*popover), "menubar-popover-dark"));
 }
 
-TEST_F(MenuBarViews, WithLargeTextEveryButtonLiesInsideAndNoneOverAnother) {
+TEST_F(MenuBarViews, WithLargeTextEveryWordHasItsRoomAndEveryButtonLiesInsideAndNoneOverAnother) {
     Look::setTextScale(2);
     const auto& view = open();
     EXPECT_TRUE(keepPicture(pictureOf(*popover), "menubar-popover-large"));
-    EXPECT_EQ(popover->width(), 308);
+    EXPECT_EQ(popover->width(), 492);
+    for (const auto* const label : view.findChildren<ElidedLabel*>())
+        EXPECT_FALSE(label->isElided()) << label->text().toStdString();
     QList<QRect> places;
     for (auto* const button : view.findChildren<PushButton*>()) {
         const QRect place(button->mapTo(popover.get(), QPoint()), button->size());

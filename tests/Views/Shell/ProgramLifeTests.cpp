@@ -26,6 +26,17 @@ using Kind = AppLibrary::Phase::Kind;
 
 namespace {
 
+SampleMac macWithCaches() {
+    SampleMac mac;
+    mac.app("/Applications/Alder.app")
+        .identifier("org.alder.app")
+        .support("Library/Caches/org.alder.app", kilobytes(700));
+    mac.app("/Applications/Birch.app")
+        .identifier("org.birch.app")
+        .support("Library/Caches/org.birch.app", kilobytes(400));
+    return mac;
+}
+
 class LifeOfTheProgram : public testing::Test {
   protected:
     // One turn of everything: what is posted, what is drawn, what waits to be deleted.
@@ -86,7 +97,7 @@ class LifeOfTheProgram : public testing::Test {
         ASSERT_EQ(ends, 0);
     }
 
-    SamplePlatform sample{SampleMac::small(Date::fromUnix(1'700'000'000))};
+    SamplePlatform sample{macWithCaches()};
     int ends = 0;
     QuillaneApp app{sample.platform, [this] { ++ends; }};
 };
