@@ -1,4 +1,5 @@
 // The window over a sample Mac, which is laid beside this program and goes with it.
+#include "DesktopMenuBarExtra.h"
 #include "DesktopNotifications.h"
 #include "DrawingProgram.h"
 #include "QuillaneApp.h"
@@ -54,7 +55,8 @@ int main(int argc, char** argv) {
     const TreeOwner tree{volume.path().toStdString()};
     SampleSession session(desktop, SampleMac::full(desktop.clock().now()), tree.path);
     DesktopNotifications notifications(session.tasks());
-    QuillaneApp app(session.platform(notifications));
+    DesktopMenuBarExtra menuBarExtra(session.tasks());
+    QuillaneApp app(session.platform(notifications, menuBarExtra));
     app.showWindow();
     const int status = QApplication::exec();
     notifications.withdrawAll();
