@@ -36,6 +36,10 @@ class FakePanel : public QDBusVirtualObject {
         connect(&m_gone, &QDBusServiceWatcher::serviceUnregistered, this, [this](const QString& name) {
             items.removeAll(name + QStringLiteral("/StatusNotifierItem"));
         });
+        for (const char* signal : {"NewTitle", "NewToolTip", "NewIcon", "NewStatus"}) {
+            hear(signal, SLOT(hearItem(QDBusMessage)));
+        }
+        hear("XAyatanaNewLabel", SLOT(hearLabel(QString, QString, QDBusMessage)));
         if (takesName) {
             takeName();
         }
@@ -55,6 +59,8 @@ class FakePanel : public QDBusVirtualObject {
     QVariant hasHost = true; // what it answers with; an invalid one is an error
     int questions = 0;
     int registrations = 0;
+    QStringList news; // the names of the signals of items, in their order
+    QString label;    // that the last one of its signals told
 
     // Tells all who listen that a host has come or gone.
     void tellOfHost(bool isThere) {
@@ -116,7 +122,18 @@ class FakePanel : public QDBusVirtualObject {
 
     static constexpr int kPatience = 60'000; // milliseconds, after which what should have come never comes
 
+  private slots:
+    void hearItem(const QDBusMessage& signal) { news.append(signal.member()); }
+    void hearLabel(const QString& text, const QString& /*guide*/, const QDBusMessage& signal) {
+        label = text;
+        hearItem(signal);
+    }
+
   private:
+    void hear(const char* signal, const char* slot) {
+        m_bus.connect(QString(), QStringLiteral("/StatusNotifierItem"), QString::fromLatin1(kItem),
+                      QString::fromLatin1(signal), this, slot);
+    }
     void answer(const QDBusMessage& message) {
         const bool isRegistration = message.member() == QLatin1String("RegisterStatusNotifierItem");
         const bool isQuestion = message.member() == QLatin1String("Get");

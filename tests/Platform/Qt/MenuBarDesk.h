@@ -4,6 +4,10 @@
 #include "FakePanel.h"
 #include "PrivateBus.h"
 #include "StepTaskRunner.h"
+#include "TemporaryFolder.h"
+#include <QProcess>
+#include <QRect>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -19,6 +23,8 @@ class MenuBarDesk {
     virtual void setPanel(bool isThere) = 0;
     // What was said on either side has arrived at the other, and has been told.
     virtual void settle() = 0;
+    // Runs the program until then, or until that is not to be expected any more.
+    virtual bool until(const std::function<bool()>& condition) = 0;
     // Whether the panel has the item, or does not, now or before long.
     virtual bool panelHasIt(bool expected) = 0;
     // The figure that the panel knows.
@@ -37,6 +43,7 @@ class FakeMenuBarDesk final : public MenuBarDesk {
     StepTaskRunner& tasks() override { return m_tasks; }
     void setPanel(bool isThere) override { m_item.setPanel(isThere); }
     void settle() override { m_tasks.runAll(); }
+    bool until(const std::function<bool()>& condition) override { return m_tasks.runUntil(condition); }
     bool panelHasIt(bool expected) override { return m_item.isShown() == expected; }
     std::string figure() override { return m_item.figure; }
     void click(const MenuBarExtra::Press& press) override {
@@ -57,18 +64,9 @@ class BusMenuBarDesk : public MenuBarDesk {
     MenuBarExtra& item() override { return *m_item; }
     StepTaskRunner& tasks() override { return m_tasks; }
 
-  protected:
-    // Runs the program until then.
-    template <class Condition>
-    bool until(Condition condition) {
-        return QTest::qWaitFor(
-            [&] {
-                m_tasks.runAll();
-                return condition();
-            },
-            FakePanel::kPatience);
-    }
+    bool until(const std::function<bool()>& condition) override;
 
+  protected:
     PrivateBus m_bus;
     StepTaskRunner m_tasks;
     QString m_client; // the connection that the item has: its name, as one that is held is not closed
@@ -94,7 +92,35 @@ class FakePanelDesk final : public BusMenuBarDesk {
     MenuBarExtra::Press m_click;
 };
 
-// The one that QUILLANE_PANEL names, which is "xfce4-panel" or "tint2", or the test's own.
+// "xfce4-panel" on the display that there is, which a mouse clicks. Where it has a bus of its own, it and the item know
+// each other by the display alone.
+class XfcePanelDesk final : public BusMenuBarDesk {
+  public:
+    enum class Bus { same, other };
+
+    explicit XfcePanelDesk(Bus bus);
+    ~XfcePanelDesk() override;
+
+    void setPanel(bool isThere) override;
+    void settle() override;
+    bool panelHasIt(bool expected) override;
+    std::string figure() override { return {}; } // it shows none
+    void click(const MenuBarExtra::Press& press) override;
+    bool isThatClick(const MenuBarExtra::Press& press) const override;
+
+  private:
+    bool hasWatcher() const;
+
+    PrivateBus m_otherBus;
+    QDBusConnection m_connection; // on the panel's bus
+    TemporaryFolder m_home;
+    QProcess m_settings;
+    QProcess m_panel;
+    QRect m_icon; // that was clicked
+};
+
+// The one that QUILLANE_PANEL names, which is "xfce4-panel" with the item's bus or "xfce4-panel-tray" without it, or the
+// test's own.
 std::unique_ptr<MenuBarDesk> panelDesk();
 
 } // namespace quillane
