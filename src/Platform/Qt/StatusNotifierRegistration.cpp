@@ -3,6 +3,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
+#include <limits>
 #include <utility>
 
 namespace quillane {
@@ -12,6 +13,10 @@ const auto kWatcher = QStringLiteral("org.kde.StatusNotifierWatcher"); // the in
 const auto kWatcherPath = QStringLiteral("/StatusNotifierWatcher");
 const auto kBus = QStringLiteral("org.freedesktop.DBus");
 const auto kBusPath = QStringLiteral("/org/freedesktop/DBus");
+
+// An answer may take as long as it likes: one that came after an end of patience would be lost, and whoever ends without
+// an answer is told by the bus.
+constexpr int kForEver = std::numeric_limits<int>::max();
 
 // The one value of an answer. Invalid for an error, whoever it comes from, and where there was no answer.
 QVariant valueOf(const QDBusPendingCallWatcher& call) {
@@ -53,7 +58,7 @@ void StatusNotifierRegistration::hear(const char* signal, const char* slot) {
 
 template <class Answered>
 void StatusNotifierRegistration::ask(const QDBusMessage& question, Answered answered) {
-    auto* const watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
+    auto* const watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question, kForEver), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [answered = std::move(answered)](QDBusPendingCallWatcher* call) {
                 answered(*call);
@@ -125,9 +130,6 @@ void StatusNotifierRegistration::hearHosts(const QDBusMessage& signal) {
 void StatusNotifierRegistration::hearTaken(const QString& item, const QDBusMessage& signal) {
     if (m_owner == signal.service() && isOurs(item)) {
         m_isTaken = true;
-        if (m_hasHost == false) {
-            askForHost(); // it may not have answered in time
-        }
         emit changed();
     }
 }
