@@ -1,5 +1,6 @@
 // Quillane on Linux: the window over this machine.
 #include "BundleProcesses.h"
+#include "DesktopMenuBarExtra.h"
 #include "DesktopNotifications.h"
 #include "DesktopSession.h"
 #include "DesktopStorage.h"
@@ -47,6 +48,7 @@ int main(int argc, char** argv) {
     PosixDirectoryWatch directories(tasks);
     DesktopNotifications notifications(tasks);
     PowerProfile power(tasks);
+    DesktopMenuBarExtra menuBarExtra(tasks);
     storage.keepRoom(tasks);
     session.followDesktop(tasks);
 
@@ -62,7 +64,8 @@ int main(int argc, char** argv) {
                      .previews = previews,
                      .directories = directories,
                      .notifications = notifications,
-                     .power = power});
+                     .power = power,
+                     .menuBarExtra = menuBarExtra});
     app.showWindow();
     const int status = QApplication::exec();
     notifications.withdrawAll();

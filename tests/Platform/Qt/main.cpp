@@ -1,5 +1,5 @@
 #include "DrawingProgram.h"
-#include <QGuiApplication>
+#include <QApplication>
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
@@ -7,6 +7,6 @@ int main(int argc, char** argv) {
         return *code;
     }
     testing::InitGoogleTest(&argc, argv);
-    const QGuiApplication application(argc, argv);
+    const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }
