@@ -66,9 +66,9 @@ TEST_F(HttpsFeedTest, WhatIsTooLargeIsBrokenOff) {
               FeedSource::Answer(Failure::tooLarge));
     const auto endless = fetchFrom([](QTcpSocket& socket) {
         socket.write("HTTP/1.1 200 OK\r\n\r\n");
-        const auto more = [&socket] { socket.write(QByteArray(4'096, 'a')); };
-        QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket, more);
-        more();
+        auto* const timer = new QTimer(&socket);
+        QObject::connect(timer, &QTimer::timeout, &socket, [&socket] { socket.write(QByteArray(100, 'a')); });
+        timer->start(0ms);
     });
     EXPECT_EQ(endless, FeedSource::Answer(Failure::tooLarge));
 }
@@ -93,7 +93,7 @@ TEST_F(HttpsFeedTest, WhoSaysLittleByLittleForEverIsNotReached) {
         socket.write("HTTP/1.1 200 OK\r\n\r\n");
         auto* const timer = new QTimer(&socket);
         QObject::connect(timer, &QTimer::timeout, &socket, [&socket] { socket.write("a"); });
-        timer->start(1s / 50);
+        timer->start(20ms);
     });
     EXPECT_EQ(fetch(m_server.address("/slow"), 5 * kMoment), FeedSource::Answer(Failure::unreachable));
 }
