@@ -16,6 +16,7 @@
 #include "QuillaneApp.h"
 #include "RecentlyUsedFiles.h"
 #include "SearchingCommandRunner.h"
+#include "SessionInstance.h"
 #include "ThreadTaskRunner.h"
 #include <QApplication>
 #include <QFile>
@@ -25,6 +26,10 @@ int main(int argc, char** argv) {
     using namespace quillane;
     if (const auto code = DrawingProgram::answer(argc, argv)) {
         return *code;
+    }
+    SessionInstance instance(FileDefaults::userPath(PosixFileSystem().home().path()));
+    if (const auto code = instance.endOfSecond(argc, argv)) {
+        std::_Exit(*code); // a bus that has stopped is not waited for
     }
     QApplication application(argc, argv);
     DesktopSession session(application);
@@ -67,6 +72,12 @@ int main(int argc, char** argv) {
                      .power = power,
                      .menuBarExtra = menuBarExtra});
     app.showWindow();
+    instance.follow([&app](const SessionInstance::Request& request) {
+        app.showWindow(request.activationToken);
+        if (request.section) {
+            app.notifications().post(NotificationName::kShowSection, request.section);
+        }
+    });
     const int status = QApplication::exec();
     notifications.withdrawAll();
     // Work ends with the process: nobody who quits waits for a walk to come to its end. Everything that is
