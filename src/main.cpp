@@ -1,5 +1,6 @@
 // Quillane on Linux: the window over this machine.
 #include "BundleProcesses.h"
+#include "CommandLine.h"
 #include "DesktopNotifications.h"
 #include "DesktopSession.h"
 #include "DesktopStorage.h"
@@ -23,6 +24,9 @@
 int main(int argc, char** argv) {
     using namespace quillane;
     if (const auto code = DrawingProgram::answer(argc, argv)) {
+        return *code;
+    }
+    if (const auto code = CommandLine::answer(argc, argv)) {
         return *code;
     }
     QApplication application(argc, argv);
