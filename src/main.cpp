@@ -1,5 +1,6 @@
 // Quillane on Linux: the window over this machine.
 #include "BundleProcesses.h"
+#include "CommandLine.h"
 #include "DesktopMenuBarExtra.h"
 #include "DesktopNotifications.h"
 #include "DesktopSession.h"
@@ -25,6 +26,9 @@
 int main(int argc, char** argv) {
     using namespace quillane;
     if (const auto code = DrawingProgram::answer(argc, argv)) {
+        return *code;
+    }
+    if (const auto code = CommandLine::answer(argc, argv)) {
         return *code;
     }
     SessionInstance instance(FileDefaults::userPath(PosixFileSystem().home().path()));
