@@ -2,6 +2,7 @@
 // Usage: quillane-tour PICTURES [--small]
 #include "Defaults.h"
 #include "DefaultsKeys.h"
+#include "FakeMenuBarExtra.h"
 #include "QuillaneApp.h"
 #include "RecordingNotifications.h"
 #include "SampleSession.h"
@@ -33,7 +34,8 @@ int main(int argc, char** argv) {
     SampleSession session(desktop, mac, folder);
     const auto afterSample = sinceStart.elapsed();
     RecordingNotifications notifications(session.tasks());
-    QuillaneApp app(session.platform(notifications));
+    FakeMenuBarExtra menuBarExtra(session.tasks());
+    QuillaneApp app(session.platform(notifications, menuBarExtra));
     app.library().platform().defaults.set(DefaultsKeys::kHasSeenOnboarding, true);
     app.showWindow();
     Visitor::waitUntil([&] { return app.window()->window()->windowHandle()->isExposed(); });
