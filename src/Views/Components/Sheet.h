@@ -16,6 +16,8 @@ class Sheet : public QDialog {
     Sheet(QSize size, QWidget* over);
     ~Sheet() override;
 
+    // The one that lies open over this window; null while none does.
+    static Sheet* openOver(const QWidget& window);
     // Of the corners; 0 where the platform draws the sheet's edge.
     static double radius();
     // What dims the window; null while the sheet is closed and where the platform does it.

@@ -1,6 +1,6 @@
 #include "Components/Look.h"
-#include "Review/Scrim.h"
-#include "Review/Sheet.h"
+#include "Components/Scrim.h"
+#include "Components/Sheet.h"
 #include <QApplication>
 #include <QScreen>
 #include <QTest>
@@ -85,6 +85,14 @@ TEST_F(SheetOverWindow, WhatJoinsTheWindowMeanwhileIsDimmedToo) {
     late.show();
     QCoreApplication::processEvents();
     EXPECT_GT(window.children().indexOf(sheet->scrim()), window.children().indexOf(&late));
+}
+
+TEST_F(SheetOverWindow, TheWindowKnowsTheSheetThatLiesOpenOverIt) {
+    EXPECT_EQ(Sheet::openOver(window), nullptr);
+    sheet->open();
+    EXPECT_EQ(Sheet::openOver(window), sheet.get());
+    sheet->reject();
+    EXPECT_EQ(Sheet::openOver(window), nullptr);
 }
 
 TEST_F(SheetOverWindow, ItsWindowIsTheOneThatHoldsTheWidgetItWasOpenedFor) {

@@ -1,4 +1,4 @@
-#include "Review/Scrim.h"
+#include "Components/Scrim.h"
 #include "Components/Tokens.h"
 #include <QEvent>
 #include <QPainter>

@@ -1,9 +1,9 @@
-#include "Review/Sheet.h"
+#include "Components/Sheet.h"
 #include "Components/Hairline.h"
 #include "Components/RoundRegion.h"
 #include "Components/SystemLook.h"
 #include "Components/Tokens.h"
-#include "Review/Scrim.h"
+#include "Components/Scrim.h"
 #include <QEvent>
 #include <QPainter>
 #include <QScreen>
@@ -44,6 +44,12 @@ Sheet::Sheet(QSize size, QWidget* over)
 
 Sheet::~Sheet() {
     delete m_scrim;
+}
+
+Sheet* Sheet::openOver(const QWidget& window) {
+    const auto sheets = window.findChildren<Sheet*>(QString(), Qt::FindDirectChildrenOnly);
+    const auto open = std::ranges::find_if(sheets, [](const Sheet* sheet) { return sheet->isVisible(); });
+    return open == sheets.end() ? nullptr : *open;
 }
 
 double Sheet::radius() {
