@@ -2,6 +2,7 @@
 // with the welcome, unless started with --welcomed.
 #include "Defaults.h"
 #include "DefaultsKeys.h"
+#include "DesktopMenuBarExtra.h"
 #include "DesktopNotifications.h"
 #include "DrawingProgram.h"
 #include "QuillaneApp.h"
@@ -57,7 +58,8 @@ int main(int argc, char** argv) {
     const TreeOwner tree{volume.path().toStdString()};
     SampleSession session(desktop, SampleMac::full(desktop.clock().now()), tree.path);
     DesktopNotifications notifications(session.tasks());
-    QuillaneApp app(session.platform(notifications));
+    DesktopMenuBarExtra menuBarExtra(session.tasks());
+    QuillaneApp app(session.platform(notifications, menuBarExtra));
     if (QApplication::arguments().contains(QStringLiteral("--welcomed"))) {
         app.library().platform().defaults.set(DefaultsKeys::kHasSeenOnboarding, true);
     }

@@ -5,6 +5,7 @@
 #include "Shell/ContentView.h"
 #include "Welcomed.h"
 #include <QCoreApplication>
+#include <QTest>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <map>
@@ -107,9 +108,12 @@ TEST_F(WholeApp, AClickWhileNoWindowIsOpenOpensItFirstAndThenShowsTheSection) {
 TEST_F(WholeApp, AClickOnANotificationWithoutASectionOnlyBringsTheWindowForward) {
     app.showWindow();
     app.window()->showSection(LibrarySection::applications);
-    app.window()->hide();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
     click({});
-    EXPECT_TRUE(app.window()->isVisible());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(app.window()));
     EXPECT_EQ(app.window()->state().section.get(), LibrarySection::applications);
 }
 

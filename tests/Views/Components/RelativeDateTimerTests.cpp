@@ -1,5 +1,5 @@
+#include "Components/RelativeDateTimer.h"
 #include "ManualClock.h"
-#include "Overview/RelativeDateTimer.h"
 #include "StepTaskRunner.h"
 #include <gtest/gtest.h>
 

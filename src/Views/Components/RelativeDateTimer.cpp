@@ -1,4 +1,4 @@
-#include "Overview/RelativeDateTimer.h"
+#include "Components/RelativeDateTimer.h"
 #include <array>
 #include <utility>
 

@@ -3,7 +3,7 @@
 
 namespace quillane {
 
-// The part of a detail pane that scrolls. Tab stops at it only while it has something to scroll, and a ring
+// The part of a pane that scrolls. Tab stops at it only while it has something to scroll, and a ring
 // inside its edge shows that it did.
 class PaneScroll : public QScrollArea {
     Q_OBJECT

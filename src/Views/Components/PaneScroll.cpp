@@ -1,4 +1,4 @@
-#include "Panes/PaneScroll.h"
+#include "Components/PaneScroll.h"
 #include "Components/FocusRing.h"
 #include <QPainter>
 #include <QScrollBar>
