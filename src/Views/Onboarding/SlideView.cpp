@@ -49,10 +49,11 @@ SlideView::SlideView(Slide slide, bool showFeatureRow, bool showMark, QWidget* p
         column->addWidget(makeFeatureRow());
     }
     column->addStretch();
-    Fonts::follow(this, [column] {
+    const int below = m_showFeatureRow ? kAir - FeatureChip::kRise : kAir; // chips bring some of it
+    Fonts::follow(this, [column, below] {
         const auto grown = static_cast<int>(std::lround(kTextWidth * Fonts::scale()));
         const int aside = (kWidth - std::clamp(grown, kTextWidth, kWidestText)) / 2;
-        column->setContentsMargins(aside, kAir, aside, kAir);
+        column->setContentsMargins(aside, kAir, aside, below);
     });
 }
 

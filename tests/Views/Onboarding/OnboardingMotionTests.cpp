@@ -89,7 +89,8 @@ TEST_F(OnboardingMotion, ThePageThatLeavesFadesTheOtherWayAndIsGoneForAllButTheE
     at(0);
     EXPECT_FALSE(sheet->deck()->slide(0)->isVisible());
     EXPECT_TRUE(sheet->slide()->isVisible());
-    EXPECT_LE(difference(sheet->deck()->grab().toImage(), first), kRounding) << "as if nothing had happened yet";
+    EXPECT_LE(difference(sheet->deck()->grab().toImage(), first), kRounding)
+        << "as if nothing had happened yet";
     at(60);
     const QImage both = sheet->deck()->grab().toImage();
     EXPECT_TRUE(keepPicture(pictureOf(*sheet), "onboarding-turning"));
@@ -105,7 +106,8 @@ TEST_F(OnboardingMotion, ThePageThatLeavesFadesTheOtherWayAndIsGoneForAllButTheE
     sheet->deck()->slide(1)->hide(); // so that its chips have not come either
     Look::setReducedMotion(false);
     sheet->deck()->slide(1)->show();
-    EXPECT_LE(difference(sheet->deck()->grab().toImage(), second), kRounding) << "nothing of the first page is left";
+    EXPECT_LE(difference(sheet->deck()->grab().toImage(), second), kRounding)
+        << "nothing of the first page is left";
 }
 
 TEST_F(OnboardingMotion, PagesTurnedFasterThanTheyRunEndOnTheLastOne) {
