@@ -1,9 +1,9 @@
 #include "Components/Sheet.h"
 #include "Components/Hairline.h"
 #include "Components/RoundRegion.h"
+#include "Components/Scrim.h"
 #include "Components/SystemLook.h"
 #include "Components/Tokens.h"
-#include "Components/Scrim.h"
 #include <QEvent>
 #include <QPainter>
 #include <QScreen>

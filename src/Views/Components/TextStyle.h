@@ -65,7 +65,7 @@ constexpr TextStyle TextStyle::detailTitle() {
     return {17, QFont::DemiBold, Tint::Text, 0};
 }
 constexpr TextStyle TextStyle::welcomeTitle() {
-    return {26, QFont::Bold, Tint::Text, -0.6};
+    return {26, QFont::Bold, Tint::Text, -0.5};
 }
 constexpr TextStyle TextStyle::welcomeBody() {
     return {14, QFont::Normal, Tint::Secondary, 0};

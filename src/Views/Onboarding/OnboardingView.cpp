@@ -58,8 +58,8 @@ OnboardingView::OnboardingView(AppLibrary& library, QWidget* over)
     connectControls();
     Fonts::follow(this, [this, column] {
         const int controls = column->itemAt(2)->sizeHint().height() + 1;
-        setWantedSize({kSize.width(),
-                       std::max(kSize.height(), m_deck->heightForWidth(kSize.width()) + controls)});
+        setWantedSize(
+            {kSize.width(), std::max(kSize.height(), m_deck->heightForWidth(kSize.width()) + controls)});
     });
     renderControls();
     setAccessibleDescription(pages().front().body);

@@ -19,6 +19,7 @@ class SlideView;
 class OnboardingView : public Sheet {
     Q_OBJECT
   public:
+    // At the usual text size.
     static constexpr QSize kSize{680, 500};
 
     // `over` is any widget of the window that the sheet belongs to. The library outlives the sheet.

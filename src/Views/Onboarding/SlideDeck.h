@@ -33,8 +33,8 @@ class SlideDeck : public QStackedWidget {
     void settle();
 
     QVariantAnimation m_turning{this};
-    QPixmap m_leaving; // of the page before; null at rest
-    int m_leavingX = 0; // where it stood when it began to leave
+    QPixmap m_leaving;   // of the page before; null at rest
+    int m_leavingX = 0;  // where it stood when it began to leave
     int m_direction = 1; // 1 when the reader goes forward, else -1
 };
 

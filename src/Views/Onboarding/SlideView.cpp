@@ -36,10 +36,9 @@ SlideView::SlideView(Slide slide, bool showFeatureRow, bool showMark, QWidget* p
     , m_title(Label::wrapped(m_slide.title, TextStyle::welcomeTitle()))
     , m_body(new Paragraph(m_slide.body, TextStyle::welcomeBody(), kLineHeight)) {
     m_title->setAlignment(Qt::AlignCenter);
-    auto* const words = new QWidget;
-    auto* const column = new QVBoxLayout(words);
-    column->setContentsMargins(0, 0, 0, 0);
+    auto* const column = new QVBoxLayout(this);
     column->setSpacing(0);
+    column->addStretch();
     column->addWidget(makePicture(), 0, Qt::AlignHCenter);
     column->addSpacing(25);
     column->addWidget(m_title);
@@ -49,15 +48,12 @@ SlideView::SlideView(Slide slide, bool showFeatureRow, bool showMark, QWidget* p
         column->addSpacing(26);
         column->addWidget(makeFeatureRow());
     }
-    auto* const whole = new QVBoxLayout(this);
-    whole->setContentsMargins(0, kAir, 0, kAir);
-    whole->setSpacing(0);
-    whole->addStretch();
-    whole->addWidget(words, 0, Qt::AlignHCenter);
-    whole->addStretch();
-    Fonts::follow(this, [words] {
+    column->addStretch();
+    const int below = m_showFeatureRow ? kAir - FeatureChip::kRise : kAir; // chips bring some of it
+    Fonts::follow(this, [column, below] {
         const auto grown = static_cast<int>(std::lround(kTextWidth * Fonts::scale()));
-        words->setFixedWidth(std::clamp(grown, kTextWidth, kWidestText));
+        const int aside = (kWidth - std::clamp(grown, kTextWidth, kWidestText)) / 2;
+        column->setContentsMargins(aside, kAir, aside, below);
     });
 }
 

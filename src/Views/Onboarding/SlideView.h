@@ -20,6 +20,9 @@ class SlideView : public QWidget {
     explicit SlideView(Slide slide, bool showFeatureRow = false, bool showMark = false,
                        QWidget* parent = nullptr);
 
+    // What it is made for.
+    static constexpr int kWidth = 680;
+
     // Seconds until the first chip comes, and from each to the next.
     static constexpr double kFirstChip = 0.55;
     static constexpr double kNextChip = 0.08;

@@ -53,13 +53,13 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
     , m_showSection(
           notifications.observe(NotificationName::kShowSection,
                                 [this](const NotificationCenter::Object& title) { receive(title); }))
-    , m_showOverview(
-          notifications.observe(NotificationName::kShowOverview, [this](const NotificationCenter::Object&) {
-              showSection(LibrarySection::overview);
-          }))
+    , m_showOverview(notifications.observe(
+          NotificationName::kShowOverview,
+          [this](const NotificationCenter::Object&) { showSection(LibrarySection::overview); }))
     , m_showOnboarding(
-          notifications.observe(NotificationName::kShowOnboarding,
-                                [this](const NotificationCenter::Object&) { m_state.showOnboarding = true; })) {
+          notifications.observe(NotificationName::kShowOnboarding, [this](const NotificationCenter::Object&) {
+              m_state.showOnboarding = true;
+          })) {
     m_state.showOnboarding = !library.platform().defaults.boolean(DefaultsKeys::kHasSeenOnboarding);
     m_state.notifications = &notifications;
     m_state.scenes = scenes;
@@ -86,7 +86,8 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
 
 ContentView::~ContentView() {
     delete m_quickLook; // it reads and writes the state to its end
-    for (QDialog* const sheet : {static_cast<QDialog*>(m_removalSheet), static_cast<QDialog*>(m_onboarding)}) {
+    for (QDialog* const sheet :
+         {static_cast<QDialog*>(m_removalSheet), static_cast<QDialog*>(m_onboarding)}) {
         if (sheet != nullptr) {
             sheet->disconnect(this); // it goes after the state that its end would write to
         }
@@ -280,8 +281,10 @@ bool ContentView::mayWelcome() {
         return false;
     }
     if (auto* const sheet = Sheet::openOver(*this)) {
-        connect(sheet, &QDialog::finished, m_onboardingObserver, &LibraryObserver::schedule, Qt::UniqueConnection);
-        connect(sheet, &QObject::destroyed, m_onboardingObserver, &LibraryObserver::schedule, Qt::UniqueConnection);
+        connect(sheet, &QDialog::finished, m_onboardingObserver, &LibraryObserver::schedule,
+                Qt::UniqueConnection);
+        connect(sheet, &QObject::destroyed, m_onboardingObserver, &LibraryObserver::schedule,
+                Qt::UniqueConnection);
         return false;
     }
     return true;

@@ -1,11 +1,30 @@
 // How the pages of the welcome are turned and its chips come, and that nothing moves at rest.
+#include "Components/ContentPicture.h"
 #include "Onboarding/FeatureChip.h"
 #include "OnboardingTest.h"
 #include "WindowPicture.h"
 #include <QGraphicsEffect>
+#include <QPainter>
+#include <algorithm>
+#include <cstdlib>
 
 namespace quillane {
 namespace {
+
+// The largest difference of any pixel's channels, 0 to 255: drawing through a picture may round otherwise.
+int difference(const QImage& one, const QImage& other) {
+    int largest = one.size() == other.size() ? 0 : 255;
+    for (int y = 0; y < one.height() && largest < 255; ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            const QColor a = one.pixelColor(x, y);
+            const QColor b = other.pixelColor(x, y);
+            largest = std::max({largest, std::abs(a.red() - b.red()), std::abs(a.green() - b.green()),
+                                std::abs(a.blue() - b.blue())});
+        }
+    }
+    return largest;
+}
+constexpr int kRounding = 48; // of the edges of letters
 
 class OnboardingMotion : public OnboardingTest {
   protected:
@@ -34,7 +53,7 @@ class OnboardingMotion : public OnboardingTest {
         EXPECT_EQ(sheet->slide()->pos(), QPoint());
         for (int page = 0; page < kPages; ++page) {
             EXPECT_EQ(sheet->deck()->slide(page)->graphicsEffect(), nullptr);
-            EXPECT_EQ(sheet->deck()->slide(page)->isVisible(), page == sheet->page());
+            EXPECT_NE(sheet->deck()->slide(page)->isHidden(), page == sheet->page());
         }
     }
 };
@@ -65,20 +84,21 @@ TEST_F(OnboardingMotion, APageComesFromWhereTheReaderGoesAndFadesIn) {
 
 TEST_F(OnboardingMotion, ThePageThatLeavesFadesTheOtherWayAndIsGoneForAllButTheEye) {
     open();
-    const QImage first = pictureOf(*sheet->deck());
+    const QImage first = sheet->deck()->grab().toImage();
     click(sheet->mainButton());
     at(0);
     EXPECT_FALSE(sheet->deck()->slide(0)->isVisible());
     EXPECT_TRUE(sheet->slide()->isVisible());
-    EXPECT_EQ(pictureOf(*sheet->deck()), first) << "as if nothing had happened yet";
+    EXPECT_LE(difference(sheet->deck()->grab().toImage(), first), kRounding)
+        << "as if nothing had happened yet";
     at(60);
-    const QImage both = pictureOf(*sheet->deck());
+    const QImage both = sheet->deck()->grab().toImage();
     EXPECT_TRUE(keepPicture(pictureOf(*sheet), "onboarding-turning"));
-    EXPECT_NE(both, first);
+    EXPECT_GT(difference(both, first), 100);
     at(260);
     expectSettled();
-    const QImage second = pictureOf(*sheet->deck());
-    EXPECT_NE(both, second);
+    const QImage second = sheet->deck()->grab().toImage();
+    EXPECT_GT(difference(both, second), 100);
     sheet->close();
     turn();
     Look::setReducedMotion(true);
@@ -86,7 +106,8 @@ TEST_F(OnboardingMotion, ThePageThatLeavesFadesTheOtherWayAndIsGoneForAllButTheE
     sheet->deck()->slide(1)->hide(); // so that its chips have not come either
     Look::setReducedMotion(false);
     sheet->deck()->slide(1)->show();
-    EXPECT_EQ(pictureOf(*sheet->deck()), second) << "nothing of the first page is left";
+    EXPECT_LE(difference(sheet->deck()->grab().toImage(), second), kRounding)
+        << "nothing of the first page is left";
 }
 
 TEST_F(OnboardingMotion, PagesTurnedFasterThanTheyRunEndOnTheLastOne) {
@@ -109,17 +130,19 @@ TEST_F(OnboardingMotion, PagesTurnedFasterThanTheyRunEndOnTheLastOne) {
 TEST_F(OnboardingMotion, APageThatIsStillOnItsWayLeavesFromWhereItIs) {
     open();
     click(sheet->mainButton());
-    at(60);
-    const QImage onTheWay = pictureOf(*sheet->deck());
+    at(100);
     const int x = sheet->slide()->x();
     ASSERT_GT(x, 0);
+    const QImage alone = [&] { // the second page as it is seen now, without the first one
+        QImage picture = sheet->deck()->grab().toImage();
+        const auto before = contentPicture(*sheet->slide());
+        picture.fill(sheet->deck()->grab().toImage().pixelColor(0, 0));
+        QPainter(&picture).drawPixmap(x, 0, before);
+        return picture;
+    }();
     click(sheet->mainButton());
     at(0);
-    const QImage turnedOn = pictureOf(*sheet->deck());
-    // The title of the second page stands in the same place: the first page's picture alone is gone.
-    const auto* const title = sheet->deck()->slide(1);
-    EXPECT_EQ(title->x(), 0) << "the page itself rests";
-    EXPECT_NE(turnedOn, onTheWay);
+    EXPECT_LE(difference(sheet->deck()->grab().toImage(), alone), kRounding);
     at(260);
     expectSettled();
 }

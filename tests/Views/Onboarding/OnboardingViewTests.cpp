@@ -1,4 +1,3 @@
-#include "OnboardingTest.h"
 #include "Components/CategoryTint.h"
 #include "Components/Fonts.h"
 #include "Components/Label.h"
@@ -6,9 +5,11 @@
 #include "Onboarding/BrandMark.h"
 #include "Onboarding/FeatureChip.h"
 #include "Onboarding/Paragraph.h"
+#include "OnboardingTest.h"
 #include <QAccessible>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
 #include <set>
 
 namespace quillane {
@@ -299,6 +300,33 @@ TEST_F(Onboarding, TheArrowsTurnPagesAndEndNothing) {
     EXPECT_FALSE(sheet->goingForward());
 }
 
+// Hears how often the program is asked to end, and lets it go on.
+class QuitCounter : public QObject {
+  public:
+    QuitCounter() { qApp->installEventFilter(this); }
+    int asked = 0;
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override {
+        asked += event->type() == QEvent::Quit ? 1 : 0;
+        return event->type() == QEvent::Quit || QObject::eventFilter(object, event);
+    }
+};
+
+TEST_F(Onboarding, TheProgramCanBeLeftByItsKeyAndTheWelcomeIsNotDoneThen) {
+    open();
+    QuitCounter quits;
+    // A program hears of its end only while it runs.
+    QTimer::singleShot(0, sheet, [this] {
+        press(Qt::Key_Q, Qt::ControlModifier);
+        QCoreApplication::exit();
+    });
+    QApplication::exec();
+    EXPECT_EQ(quits.asked, 1);
+    EXPECT_TRUE(isOpen());
+    EXPECT_FALSE(isRecorded());
+}
+
 // Assistive tools
 
 TEST_F(Onboarding, EveryControlHasANameAndTheSheetIsATitledDialog) {
@@ -355,13 +383,16 @@ TEST_F(Onboarding, LargeTextMakesItHigherAndCutsNothing) {
         for (int page = 0; page < kPages; ++page) {
             goTo(page);
             const auto* const slide = sheet->slide();
-            EXPECT_GE(slide->body()->height(), slide->body()->heightForWidth(slide->body()->width())) << scale;
+            EXPECT_GE(slide->body()->height(), slide->body()->heightForWidth(slide->body()->width()))
+                << scale;
             EXPECT_GE(slide->title()->height(), slide->title()->heightForWidth(slide->title()->width()));
             for (const auto* const chip : slide->chips()) {
                 EXPECT_TRUE(chip->parentWidget()->rect().contains(chip->geometry())) << scale;
             }
-            for (const auto* const button : {sheet->backButton(), sheet->mainButton()}) {
-                EXPECT_TRUE(button->parentWidget()->rect().contains(button->geometry())) << scale;
+            for (const auto* const button :
+                 {sheet->skipButton(), sheet->backButton(), sheet->grantButton(), sheet->mainButton()}) {
+                EXPECT_TRUE(button->isHidden() || button->parentWidget()->rect().contains(button->geometry()))
+                    << scale;
             }
         }
         click(sheet->skipButton()->isVisible() ? sheet->skipButton() : sheet->mainButton());

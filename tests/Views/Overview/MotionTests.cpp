@@ -2,11 +2,11 @@
 #include "Components/CardSlot.h"
 #include "Components/Look.h"
 #include "Components/Note.h"
+#include "Moving.h"
 #include "Overview/CompositionBar.h"
 #include "Overview/Hero.h"
 #include "Overview/OverviewView.h"
 #include "Overview/PutBackCard.h"
-#include "Moving.h"
 #include "WindowPicture.h"
 #include "WindowTest.h"
 

@@ -13,6 +13,7 @@
 #include "SamplePlatform.h"
 #include "Shell/ContentView.h"
 
+#include "Welcomed.h"
 #include <QApplication>
 #include <QEvent>
 #include <QTest>
@@ -98,6 +99,7 @@ class LifeOfTheProgram : public testing::Test {
     }
 
     SamplePlatform sample{macWithCaches()};
+    Welcomed welcomed{sample.defaults};
     int ends = 0;
     QuillaneApp app{sample.platform, [this] { ++ends; }};
 };

@@ -1,3 +1,4 @@
+#include "Components/PushButton.h"
 #include "DefaultsKeys.h"
 #include "Onboarding/OnboardingView.h"
 #include "QuillaneApp.h"
@@ -84,6 +85,22 @@ TEST_F(WholeApp, AtTheFirstLaunchTheWelcomeIsUpAndTheScanRunsBehindIt) {
     app.showWindow();
     draw();
     EXPECT_NE(app.window()->onboarding(), nullptr);
+}
+
+TEST_F(WholeApp, TheSettingsShowTheWelcomeAgainAlsoWhenTheWindowIsClosed) {
+    app.showSettings(Scenes::SettingsTab::general);
+    for (auto* const button : app.settings()->findChildren<PushButton*>()) {
+        if (button->label() == "Show Welcome Again") {
+            button->click();
+        }
+    }
+    draw();
+    ASSERT_NE(app.window(), nullptr);
+    ASSERT_NE(app.window()->onboarding(), nullptr);
+    EXPECT_EQ(app.window()->onboarding()->page(), 0);
+    app.window()->onboarding()->skipButton()->click();
+    draw();
+    EXPECT_EQ(app.window()->onboarding(), nullptr);
 }
 
 TEST_F(WholeApp, ClosingAndOpeningTheWindowKeepsTheLibraryAndStartsNoSecondScan) {

@@ -271,15 +271,21 @@ TEST_F(Welcome, ARemovalOpensAtItsEnd) {
 TEST_F(Welcome, WhatIsAskedForWhileItWaitsItselfComesAfterIt) {
     launchLater();
     putBack();
+    finish();
+    publish(apps);
     askForIt();
     notifications.post(NotificationName::kOpenSweepPreview);
-    finish();
+    window->presentRemoval(library.removalForCache(apps.front()));
+    turn();
+    EXPECT_EQ(sheetsOpen(), 1) << "the report";
     window->putBack()->alert()->accept();
     turn();
     ASSERT_NE(sheet(), nullptr);
-    EXPECT_EQ(overview().review(), nullptr);
+    EXPECT_EQ(sheetsOpen(), 1);
     skip();
-    EXPECT_NE(overview().review(), nullptr);
+    EXPECT_NE(window->removalSheet(), nullptr);
+    EXPECT_EQ(overview().review(), nullptr) << "never two";
+    EXPECT_EQ(sheetsOpen(), 1);
 }
 
 TEST_F(Welcome, TheKeysOfTheWindowRestMeanwhile) {
