@@ -82,11 +82,16 @@ void QuillaneApp::showSettings(SettingsTab tab) {
     m_life.windowOpens();
     m_item.closePopover();
     forgetClosed(m_settings);
-    if (!m_settings) {
+    const bool isNew = !m_settings;
+    if (isNew) {
         m_settings = new SettingsView(m_library, m_notifications, *this);
         follow(*m_settings);
     }
     m_settings->showTab(tab);
+    if (isNew) {
+        m_settings->placeOver(m_window);
+    }
+    m_settings->setWindowState(m_settings->windowState() & ~Qt::WindowMinimized);
     m_settings->show();
     WindowActivation::activate(*m_settings->windowHandle(), {});
 }
