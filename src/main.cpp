@@ -12,6 +12,7 @@
 #include "PosixCommandRunner.h"
 #include "PosixDirectoryWatch.h"
 #include "PowerProfile.h"
+#include "ProgramUpdates.h"
 #include "QuillaneApp.h"
 #include "RecentlyUsedFiles.h"
 #include "SearchingCommandRunner.h"
@@ -47,6 +48,7 @@ int main(int argc, char** argv) {
     PosixDirectoryWatch directories(tasks);
     DesktopNotifications notifications(tasks);
     PowerProfile power(tasks);
+    ProgramUpdates updates(session.clock(), tasks, files.home().path());
     storage.keepRoom(tasks);
     session.followDesktop(tasks);
 
@@ -62,7 +64,8 @@ int main(int argc, char** argv) {
                      .previews = previews,
                      .directories = directories,
                      .notifications = notifications,
-                     .power = power});
+                     .power = power,
+                     .updater = updates.updater()});
     app.showWindow();
     const int status = QApplication::exec();
     notifications.withdrawAll();
