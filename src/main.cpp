@@ -1,5 +1,7 @@
 // Quillane on Linux: the window over this machine.
 #include "BundleProcesses.h"
+#include "CommandLine.h"
+#include "DesktopMenuBarExtra.h"
 #include "DesktopNotifications.h"
 #include "DesktopSession.h"
 #include "DesktopStorage.h"
@@ -24,6 +26,9 @@
 int main(int argc, char** argv) {
     using namespace quillane;
     if (const auto code = DrawingProgram::answer(argc, argv)) {
+        return *code;
+    }
+    if (const auto code = CommandLine::answer(argc, argv)) {
         return *code;
     }
     SessionInstance instance(FileDefaults::userPath(PosixFileSystem().home().path()));
@@ -52,6 +57,7 @@ int main(int argc, char** argv) {
     PosixDirectoryWatch directories(tasks);
     DesktopNotifications notifications(tasks);
     PowerProfile power(tasks);
+    DesktopMenuBarExtra menuBarExtra(tasks);
     storage.keepRoom(tasks);
     session.followDesktop(tasks);
 
@@ -67,7 +73,8 @@ int main(int argc, char** argv) {
                      .previews = previews,
                      .directories = directories,
                      .notifications = notifications,
-                     .power = power});
+                     .power = power,
+                     .menuBarExtra = menuBarExtra});
     app.showWindow();
     instance.follow([&app](const SessionInstance::Request& request) {
         app.showWindow(request.activationToken);

@@ -1,6 +1,6 @@
 #include "DrawingProgram.h"
 #include "RelaunchTrial.h"
-#include <QGuiApplication>
+#include <QApplication>
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
@@ -11,6 +11,6 @@ int main(int argc, char** argv) {
         return *code;
     }
     testing::InitGoogleTest(&argc, argv);
-    const QGuiApplication application(argc, argv);
+    const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -244,7 +244,8 @@ TEST_F(MainWindow, F10OpensTheMenuWithTheCommandsAndTheirKeys) {
         }
     }
     EXPECT_EQ(items, QStringList({"Rescan Applications Ctrl+R", "Put Back Last Cleanup Ctrl+Z",
-                                  "Grant Full Disk Access… ", "Quit Quillane Ctrl+Q"}));
+                                  "Settings… Ctrl+,", "Grant Full Disk Access… ", "Check for Updates… ",
+                                  "Welcome to Quillane ", "Quit Quillane Ctrl+Q"}));
     menu->close();
 }
 

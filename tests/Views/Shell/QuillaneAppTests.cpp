@@ -1,8 +1,11 @@
 #include "DefaultsKeys.h"
+#include "Onboarding/OnboardingView.h"
 #include "QuillaneApp.h"
 #include "SamplePlatform.h"
 #include "Shell/ContentView.h"
+#include "Welcomed.h"
 #include <QCoreApplication>
+#include <QTest>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <map>
@@ -29,6 +32,7 @@ class WholeApp : public testing::Test {
         draw();
     }
     SamplePlatform sample{SampleMac()};
+    Welcomed welcomed{sample.defaults};
     QuillaneApp app{sample.platform};
 };
 
@@ -49,6 +53,21 @@ TEST_F(WholeApp, TheWindowThatIsOpenIsNotOpenedTwice) {
     ContentView* const first = app.window();
     app.showWindow();
     EXPECT_EQ(app.window(), first);
+}
+
+TEST_F(WholeApp, AtTheFirstLaunchTheWelcomeIsUpAndTheScanRunsBehindIt) {
+    sample.defaults.clear(DefaultsKeys::kHasSeenOnboarding);
+    app.showWindow();
+    draw();
+    ASSERT_NE(app.window()->onboarding(), nullptr);
+    sample.runner.runAll();
+    EXPECT_EQ(app.library().phase.get().kind, Kind::ready);
+    app.window()->close();
+    draw();
+    EXPECT_FALSE(sample.defaults.isStored(DefaultsKeys::kHasSeenOnboarding));
+    app.showWindow();
+    draw();
+    EXPECT_NE(app.window()->onboarding(), nullptr);
 }
 
 TEST_F(WholeApp, ClosingAndOpeningTheWindowKeepsTheLibraryAndStartsNoSecondScan) {
@@ -89,9 +108,12 @@ TEST_F(WholeApp, AClickWhileNoWindowIsOpenOpensItFirstAndThenShowsTheSection) {
 TEST_F(WholeApp, AClickOnANotificationWithoutASectionOnlyBringsTheWindowForward) {
     app.showWindow();
     app.window()->showSection(LibrarySection::applications);
-    app.window()->hide();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
     click({});
-    EXPECT_TRUE(app.window()->isVisible());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(app.window()));
     EXPECT_EQ(app.window()->state().section.get(), LibrarySection::applications);
 }
 
