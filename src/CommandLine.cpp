@@ -20,6 +20,9 @@ constexpr std::string_view kHelp =
     "\n"
     "Options of Qt, such as -platform, are taken too. More: man quillane\n";
 
+// What the program says to itself when it starts anew; nobody needs to know of it.
+constexpr std::string_view kRelaunched = "--relaunched";
+
 struct QtOption {
     std::string_view name;
     bool takesValue = true; // in the next word, unless it stands behind a "="
@@ -64,7 +67,7 @@ std::optional<Reply> reply(const std::vector<std::string_view>& words) {
         if (word == "-v" || word == "--version") {
             return Reply{std::string(kVersionLine)};
         }
-        const auto taken = wordsOfQtOption(word);
+        const auto taken = word == kRelaunched ? std::optional<std::size_t>(1) : wordsOfQtOption(word);
         if (!taken) {
             return refusal(word);
         }

@@ -45,6 +45,10 @@ TEST(CommandLine, TheOptionsOfQtGoOnToIt) {
     EXPECT_EQ(reply({"-session", "10_20"}), std::nullopt);
 }
 
+TEST(CommandLine, AStartThatFollowsUponAnotherOpensTheWindow) {
+    EXPECT_EQ(reply({"--relaunched"}), std::nullopt);
+}
+
 TEST(CommandLine, AValueOfQtsIsNoWordOfOurs) {
     EXPECT_EQ(reply({"-title", "--version"}), std::nullopt);
     EXPECT_TRUE(reply({"-reverse", "10_20"}).value().isRefusal) << "which has no value";
