@@ -1,4 +1,5 @@
 #include "CommandLine.h"
+#include "SessionInstance.h"
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -19,9 +20,6 @@ constexpr std::string_view kHelp =
     "  -v, --version    prints the version and ends\n"
     "\n"
     "Options of Qt, such as -platform, are taken too. More: man quillane\n";
-
-// What the program says to itself when it starts anew; nobody needs to know of it.
-constexpr std::string_view kRelaunched = "--relaunched";
 
 struct QtOption {
     std::string_view name;
@@ -67,7 +65,11 @@ std::optional<Reply> reply(const std::vector<std::string_view>& words) {
         if (word == "-v" || word == "--version") {
             return Reply{std::string(kVersionLine)};
         }
-        const auto taken = word == kRelaunched ? std::optional<std::size_t>(1) : wordsOfQtOption(word);
+        if (word == SessionInstance::kRelaunched) { // said by the program itself
+            ++at;
+            continue;
+        }
+        const auto taken = wordsOfQtOption(word);
         if (!taken) {
             return refusal(word);
         }

@@ -1,6 +1,7 @@
 // Quillane on Linux: the window over this machine.
 #include "BundleProcesses.h"
 #include "CommandLine.h"
+#include "DesktopMenuBarExtra.h"
 #include "DesktopNotifications.h"
 #include "DesktopSession.h"
 #include "DesktopStorage.h"
@@ -16,6 +17,7 @@
 #include "QuillaneApp.h"
 #include "RecentlyUsedFiles.h"
 #include "SearchingCommandRunner.h"
+#include "SessionInstance.h"
 #include "ThreadTaskRunner.h"
 #include <QApplication>
 #include <QFile>
@@ -28,6 +30,10 @@ int main(int argc, char** argv) {
     }
     if (const auto code = CommandLine::answer(argc, argv)) {
         return *code;
+    }
+    SessionInstance instance(FileDefaults::userPath(PosixFileSystem().home().path()));
+    if (const auto code = instance.endOfSecond(argc, argv)) {
+        std::_Exit(*code); // a bus that has stopped is not waited for
     }
     QApplication application(argc, argv);
     DesktopSession session(application);
@@ -51,6 +57,7 @@ int main(int argc, char** argv) {
     PosixDirectoryWatch directories(tasks);
     DesktopNotifications notifications(tasks);
     PowerProfile power(tasks);
+    DesktopMenuBarExtra menuBarExtra(tasks);
     storage.keepRoom(tasks);
     session.followDesktop(tasks);
 
@@ -66,8 +73,15 @@ int main(int argc, char** argv) {
                      .previews = previews,
                      .directories = directories,
                      .notifications = notifications,
-                     .power = power});
+                     .power = power,
+                     .menuBarExtra = menuBarExtra});
     app.showWindow();
+    instance.follow([&app](const SessionInstance::Request& request) {
+        app.showWindow(request.activationToken);
+        if (request.section) {
+            app.notifications().post(NotificationName::kShowSection, request.section);
+        }
+    });
     const int status = QApplication::exec();
     notifications.withdrawAll();
     // Work ends with the process: nobody who quits waits for a walk to come to its end. Everything that is

@@ -8,6 +8,7 @@
 #include "FilePreviews.h"
 #include "FolderTrash.h"
 #include "MemoryDefaults.h"
+#include "MenuBarExtra.h"
 #include "MetadataSearch.h"
 #include "Platform.h"
 #include "PosixCommandRunner.h"
@@ -46,8 +47,8 @@ class SampleSession {
     SampleSession& operator=(const SampleSession&) = delete;
 
     TaskRunner& tasks() { return m_tasks; }
-    // `notifications` outlives whoever uses the platform.
-    Platform platform(UserNotifications& notifications) {
+    // These outlive whoever uses the platform.
+    Platform platform(UserNotifications& notifications, MenuBarExtra& menuBarExtra) {
         return {.files = m_files,
                 .commands = m_commands,
                 .metadata = m_metadata,
@@ -60,7 +61,8 @@ class SampleSession {
                 .previews = m_previews,
                 .directories = m_directories,
                 .notifications = notifications,
-                .power = m_power};
+                .power = m_power,
+                .menuBarExtra = menuBarExtra};
     }
 
   private:

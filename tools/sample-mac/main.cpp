@@ -1,4 +1,8 @@
-// The window over a sample Mac, which is laid beside this program and goes with it.
+// The window over a sample Mac, which is laid beside this program and goes with it. As at a first launch it begins
+// with the welcome, unless started with --welcomed.
+#include "Defaults.h"
+#include "DefaultsKeys.h"
+#include "DesktopMenuBarExtra.h"
 #include "DesktopNotifications.h"
 #include "DrawingProgram.h"
 #include "QuillaneApp.h"
@@ -54,7 +58,11 @@ int main(int argc, char** argv) {
     const TreeOwner tree{volume.path().toStdString()};
     SampleSession session(desktop, SampleMac::full(desktop.clock().now()), tree.path);
     DesktopNotifications notifications(session.tasks());
-    QuillaneApp app(session.platform(notifications));
+    DesktopMenuBarExtra menuBarExtra(session.tasks());
+    QuillaneApp app(session.platform(notifications, menuBarExtra));
+    if (QApplication::arguments().contains(QStringLiteral("--welcomed"))) {
+        app.library().platform().defaults.set(DefaultsKeys::kHasSeenOnboarding, true);
+    }
     app.showWindow();
     const int status = QApplication::exec();
     notifications.withdrawAll();

@@ -1,5 +1,8 @@
 // Opens the window over a sample Mac, walks through it and says what it saw.
 // Usage: quillane-tour PICTURES [--small]
+#include "Defaults.h"
+#include "DefaultsKeys.h"
+#include "FakeMenuBarExtra.h"
 #include "QuillaneApp.h"
 #include "RecordingNotifications.h"
 #include "SampleSession.h"
@@ -31,7 +34,9 @@ int main(int argc, char** argv) {
     SampleSession session(desktop, mac, folder);
     const auto afterSample = sinceStart.elapsed();
     RecordingNotifications notifications(session.tasks());
-    QuillaneApp app(session.platform(notifications));
+    FakeMenuBarExtra menuBarExtra(session.tasks());
+    QuillaneApp app(session.platform(notifications, menuBarExtra));
+    app.library().platform().defaults.set(DefaultsKeys::kHasSeenOnboarding, true);
     app.showWindow();
     Visitor::waitUntil([&] { return app.window()->window()->windowHandle()->isExposed(); });
     std::printf("The window stood %lld ms after the start, the laying of the sample not counted.\n",

@@ -21,7 +21,7 @@ namespace {
 constexpr mode_t kLockMode = 0600;
 // In the place of the first character of a key: the value counts no longer.
 constexpr char kCrossedOut = '~';
-constexpr std::string_view kFileName = "/quillane/defaults.plist";
+constexpr std::string_view kFolder = "/quillane/";
 
 PropertyList::Value toStored(const Defaults::Value& value) {
     return std::visit(
@@ -149,10 +149,10 @@ FileDefaults::FileDefaults(std::string path, PropertyList::Limits limits, SpaceR
     , m_limits(limits)
     , m_reserve(reserve) {}
 
-std::string FileDefaults::userPath(const std::string& home) {
+std::string FileDefaults::userPath(const std::string& home, std::string_view fileName) {
     const char* config = std::getenv("XDG_CONFIG_HOME"); // NOLINT(concurrency-mt-unsafe): nobody sets it
     const bool usable = config != nullptr && config[0] == '/'; // a relative path is to be ignored
-    return (usable ? std::string(config) : home + "/.config") + std::string(kFileName);
+    return (usable ? std::string(config) : home + "/.config").append(kFolder).append(fileName);
 }
 
 std::optional<FileDefaults::Stamp> FileDefaults::stampOfFile() const {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <sys/types.h>
 
 namespace quillane {
@@ -27,8 +28,10 @@ class FileDefaults final : public Defaults {
     // limits is read or written. The reserve, if any, outlives the settings.
     explicit FileDefaults(std::string path, PropertyList::Limits limits = {},
                           SpaceReserve* reserve = nullptr);
-    // The file of the user: below $XDG_CONFIG_HOME, else ~/.config.
-    static std::string userPath(const std::string& home);
+    // The program's own file.
+    static constexpr std::string_view kFileName = "defaults.plist";
+    // A file of the user's by this name: below $XDG_CONFIG_HOME, else ~/.config.
+    static std::string userPath(const std::string& home, std::string_view fileName = kFileName);
 
     std::optional<Value> value(std::string_view key) const override;
     void set(std::string_view key, Value value) override;

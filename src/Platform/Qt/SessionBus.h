@@ -1,5 +1,6 @@
 #pragma once
 #include <QDBusConnection>
+#include <atomic>
 #include <functional>
 
 namespace quillane {
@@ -10,6 +11,12 @@ using SessionBus = std::function<QDBusConnection()>;
 
 inline QDBusConnection sharedSessionBus() {
     return QDBusConnection::sessionBus();
+}
+
+// A new connection each time, which whoever asked for it closes by its name. Nobody shares it.
+inline QDBusConnection ownSessionBus() {
+    static std::atomic<int> count = 0; // names of connections are the process's
+    return QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("own %1").arg(++count));
 }
 
 } // namespace quillane

@@ -1,4 +1,5 @@
 #include "CommandLine.h"
+#include "SessionInstance.h"
 #include <gtest/gtest.h>
 #include <regex>
 #include <string>
@@ -47,8 +48,9 @@ TEST(CommandLine, TheOptionsOfQtGoOnToIt) {
     EXPECT_EQ(reply({"-session", "10_20"}), std::nullopt);
 }
 
-TEST(CommandLine, AStartThatFollowsUponAnotherOpensTheWindow) {
-    EXPECT_EQ(reply({"--relaunched"}), std::nullopt);
+TEST(CommandLine, AStartThatFollowsUponAnEndGoesOn) {
+    EXPECT_EQ(reply({SessionInstance::kRelaunched}), std::nullopt);
+    EXPECT_EQ(reply({SessionInstance::kRelaunched, "-platform", "offscreen"}), std::nullopt);
 }
 
 TEST(CommandLine, AValueOfQtsIsNoWordOfOurs) {

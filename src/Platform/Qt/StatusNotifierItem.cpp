@@ -1,0 +1,52 @@
+#include "StatusNotifierItem.h"
+#include "PanelIcon.h"
+#include <utility>
+
+namespace quillane {
+
+StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, Pressed pressed)
+    : m_bus(std::move(bus))
+    , m_pressed(std::move(pressed))
+    , m_iconName(PanelIcon::themeName())
+    , m_pixmaps(PanelIcon::pixmaps()) {
+    registerNotifierTypes();
+    m_bus.registerObject(QString::fromLatin1(kPath), this,
+                         QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals |
+                             QDBusConnection::ExportAllProperties);
+}
+
+StatusNotifierItem::~StatusNotifierItem() {
+    m_bus.unregisterObject(QString::fromLatin1(kPath));
+}
+
+QString StatusNotifierItem::titleWith(const QString& figure) {
+    const auto name = QStringLiteral("Quillane");
+    return figure.isEmpty() ? name : name + QStringLiteral(", ") + figure;
+}
+
+void StatusNotifierItem::setFigure(const QString& figure) {
+    if (figure == m_figure) {
+        return;
+    }
+    m_figure = figure;
+    emit NewTitle();
+    emit NewToolTip();
+    emit XAyatanaNewLabel(m_figure, QString());
+}
+
+void StatusNotifierItem::ProvideXdgActivationToken(const QString& token) {
+    m_token = token.size() <= kLongestToken ? token : QString();
+}
+
+void StatusNotifierItem::Scroll(int /*delta*/, const QString& /*orientation*/) {}
+
+void StatusNotifierItem::press(int x, int y) {
+    m_pressed(QPoint(x, y), std::exchange(m_token, QString()));
+}
+
+// Panels that look for a menu know this word for none.
+QDBusObjectPath StatusNotifierItem::menu() const {
+    return QDBusObjectPath(QStringLiteral("/NO_DBUSMENU"));
+}
+
+} // namespace quillane

@@ -1,0 +1,126 @@
+#pragma once
+#include "DesktopMenuBarExtra.h"
+#include "FakeMenuBarExtra.h"
+#include "FakePanel.h"
+#include "PrivateBus.h"
+#include "StepTaskRunner.h"
+#include "TemporaryFolder.h"
+#include <QProcess>
+#include <QRect>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace quillane {
+
+// A desktop with its panel, and a person who clicks.
+class MenuBarDesk {
+  public:
+    virtual ~MenuBarDesk() = default;
+    virtual MenuBarExtra& item() = 0;
+    virtual StepTaskRunner& tasks() = 0;
+    // There is none at first.
+    virtual void setPanel(bool isThere) = 0;
+    // What was said on either side has arrived at the other, and has been told.
+    virtual void settle() = 0;
+    // Runs the program until then, or until that is not to be expected any more.
+    virtual bool until(const std::function<bool()>& condition) = 0;
+    // Whether the panel has the item, or does not, now or before long.
+    virtual bool panelHasIt(bool expected) = 0;
+    // The figure that the panel knows.
+    virtual std::string figure() = 0;
+    // On the item, which has been heard and not been told when this returns.
+    virtual void click(const MenuBarExtra::Press& press) = 0;
+    // Whether it was the last click.
+    virtual bool isThatClick(const MenuBarExtra::Press& press) const = 0;
+};
+
+class FakeMenuBarDesk final : public MenuBarDesk {
+  public:
+    FakeMenuBarDesk() { m_item.setPanel(false); }
+
+    MenuBarExtra& item() override { return m_item; }
+    StepTaskRunner& tasks() override { return m_tasks; }
+    void setPanel(bool isThere) override { m_item.setPanel(isThere); }
+    void settle() override { m_tasks.runAll(); }
+    bool until(const std::function<bool()>& condition) override { return m_tasks.runUntil(condition); }
+    bool panelHasIt(bool expected) override { return m_item.isShown() == expected; }
+    std::string figure() override { return m_item.figure; }
+    void click(const MenuBarExtra::Press& press) override {
+        m_click = press;
+        m_item.press(press);
+    }
+    bool isThatClick(const MenuBarExtra::Press& press) const override { return press == m_click; }
+
+  private:
+    StepTaskRunner m_tasks;
+    FakeMenuBarExtra m_item{m_tasks};
+    MenuBarExtra::Press m_click;
+};
+
+// The adapter over a panel on a bus of their own.
+class BusMenuBarDesk : public MenuBarDesk {
+  public:
+    MenuBarExtra& item() override { return *m_item; }
+    StepTaskRunner& tasks() override { return m_tasks; }
+
+    bool until(const std::function<bool()>& condition) override;
+
+  protected:
+    PrivateBus m_bus;
+    StepTaskRunner m_tasks;
+    QString m_client; // the connection that the item has: its name, as one that is held is not closed
+    std::unique_ptr<DesktopMenuBarExtra> m_item = std::make_unique<DesktopMenuBarExtra>(m_tasks, [this] {
+        const auto connection = m_bus.connect();
+        m_client = connection.name();
+        return connection;
+    });
+};
+
+// A panel of the test's own.
+class FakePanelDesk final : public BusMenuBarDesk {
+  public:
+    void setPanel(bool isThere) override;
+    void settle() override;
+    bool panelHasIt(bool expected) override;
+    std::string figure() override;
+    void click(const MenuBarExtra::Press& press) override;
+    bool isThatClick(const MenuBarExtra::Press& press) const override { return press == m_click; }
+
+  private:
+    std::unique_ptr<FakePanel> m_panel;
+    MenuBarExtra::Press m_click;
+};
+
+// "xfce4-panel" on the display that there is, which a mouse clicks. Where it has a bus of its own, it and the item know
+// each other by the display alone.
+class XfcePanelDesk final : public BusMenuBarDesk {
+  public:
+    enum class Bus { same, other };
+
+    explicit XfcePanelDesk(Bus bus);
+    ~XfcePanelDesk() override;
+
+    void setPanel(bool isThere) override;
+    void settle() override;
+    bool panelHasIt(bool expected) override;
+    std::string figure() override { return {}; } // it shows none
+    void click(const MenuBarExtra::Press& press) override;
+    bool isThatClick(const MenuBarExtra::Press& press) const override;
+
+  private:
+    bool hasWatcher() const;
+
+    PrivateBus m_otherBus;
+    QDBusConnection m_connection; // on the panel's bus
+    TemporaryFolder m_home;
+    QProcess m_settings;
+    QProcess m_panel;
+    QRect m_icon; // that was clicked
+};
+
+// The one that QUILLANE_PANEL names, which is "xfce4-panel" with the item's bus or "xfce4-panel-tray" without it, or the
+// test's own.
+std::unique_ptr<MenuBarDesk> panelDesk();
+
+} // namespace quillane

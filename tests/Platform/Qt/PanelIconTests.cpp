@@ -1,0 +1,91 @@
+#include "PanelIcon.h"
+#include "TemporaryFolder.h"
+#include <QImage>
+#include <QSize>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace quillane {
+namespace {
+
+constexpr auto kDesktop = "XDG_CURRENT_DESKTOP";
+
+// A theme of icons, in which ours is unless the test says otherwise, and what the desktop calls itself.
+class PanelIconTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        QIcon::setThemeSearchPaths({QString::fromStdString(m_folder.path())});
+        QIcon::setFallbackSearchPaths({});
+    }
+    void TearDown() override {
+        QIcon::setThemeName(QString());
+        QIcon::setThemeSearchPaths(m_before);
+        QIcon::setFallbackSearchPaths(m_fallbackBefore);
+        qputenv(kDesktop, m_desktopBefore);
+    }
+    void layTheme(const std::string& name, bool hasIcon) {
+        m_folder.file(name + "/index.theme", "[Icon Theme]\nName=" + name +
+                                                 "\nDirectories=symbolic/apps\n[symbolic/apps]\nSize=16\n"
+                                                 "MinSize=8\nMaxSize=512\nType=Scalable\n");
+        m_folder.file(name + "/symbolic/apps/" +
+                          (hasIcon ? "org.quillane.Quillane-symbolic.svg" : "org.quillane.Quillane.svg"),
+                      "<svg xmlns=\"http://www.w3.org/2000/svg\"/>");
+        QIcon::setThemeName(QString::fromStdString(name));
+    }
+    static std::string nameOn(const char* desktop) {
+        qputenv(kDesktop, desktop);
+        return PanelIcon::themeName().toStdString();
+    }
+
+  private:
+    TemporaryFolder m_folder;
+    QStringList m_before = QIcon::themeSearchPaths();
+    QStringList m_fallbackBefore = QIcon::fallbackSearchPaths();
+    QByteArray m_desktopBefore = qgetenv(kDesktop);
+};
+
+TEST_F(PanelIconTest, HasANameOnDesktopsThatGiveItTheirColour) {
+    layTheme("with", true);
+    for (const char* desktop : {"XFCE", "MATE", "GNOME", "KDE", "ubuntu:GNOME", "GNOME:GNOME-Classic"}) {
+        EXPECT_EQ(nameOn(desktop), "org.quillane.Quillane-symbolic") << desktop;
+    }
+    for (const char* desktop : {"", "LXQt", "XFCEX", "xfce", "sway"}) {
+        EXPECT_EQ(nameOn(desktop), "") << desktop;
+    }
+}
+
+TEST_F(PanelIconTest, HasNoNameThatTheThemeDoesNotKnow) {
+    layTheme("without", false);
+    EXPECT_EQ(nameOn("XFCE"), "");
+}
+
+TEST_F(PanelIconTest, PixelsAreAlphaRedGreenBlueInThisOrder) {
+    for (const auto& pixmap : PanelIcon::pixmaps()) {
+        int drawn = 0;
+        for (qsizetype i = 0; i + 3 < pixmap.bytes.size(); i += 4) {
+            if (pixmap.bytes[i] == '\xFF') {
+                ++drawn;
+                EXPECT_EQ(pixmap.bytes.mid(i, 4), QByteArray("\xFF\x5C\x7A\xEB"));
+            }
+        }
+        EXPECT_GT(drawn, pixmap.width) << "the drawing is missing";
+        EXPECT_EQ(pixmap.bytes.first(4), QByteArray(4, '\0')) << "its corner is empty";
+    }
+}
+
+TEST_F(PanelIconTest, TheIconHasTheSameDrawing) {
+    const QIcon icon = PanelIcon::icon();
+    EXPECT_EQ(icon.availableSizes(), (QList{QSize(22, 22), QSize(44, 44)}));
+    const QImage image = icon.pixmap(QSize(22, 22)).toImage().convertToFormat(QImage::Format_ARGB32);
+    int drawn = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            drawn += image.pixel(x, y) == 0xFF5C7AEB ? 1 : 0;
+        }
+    }
+    EXPECT_GT(drawn, image.width());
+}
+
+} // namespace
+} // namespace quillane
