@@ -10,7 +10,9 @@
 #include "MenuBar/MenuBarPopover.h"
 #include "MenuBar/MenuBarView.h"
 #include "Onboarding/OnboardingView.h"
+#include "Overview/OverviewView.h"
 #include "QuillaneApp.h"
+#include "RecordingNotifications.h"
 #include "Review/SweepPreviewSheet.h"
 #include "Settings/SettingsView.h"
 #include "Shell/ContentView.h"
@@ -122,7 +124,8 @@ void Tour::changeSettings() {
 void Tour::pressItem() {
     auto& library = m_app.library();
     const auto figure = words(Formatting::byteCount(library.selectedSweepBytes()));
-    check(words(m_panel.figure) == figure, QStringLiteral("beside the item stands ") + words(m_panel.figure));
+    check(m_panel.figure == Formatting::byteCountInMegabytesOrGigabytes(library.selectedSweepBytes()),
+          QStringLiteral("beside the item stands ") + words(m_panel.figure));
     auto* const popover = openPopover();
     if (popover == nullptr) {
         return;
@@ -148,6 +151,8 @@ void Tour::pressItem() {
 }
 
 MenuBarPopover* Tour::openPopover() {
+    QTest::qWait(
+        static_cast<int>(MenuBarItem::kAfterClosing.count())); // or it counts as the press that closed it
     m_panel.press({.place = kInPanel, .activationToken = {}});
     check(Visitor::waitUntil([this] { return m_app.menuBarItem().popover() != nullptr; }, 20),
           QStringLiteral("a press on the item opens nothing"));
