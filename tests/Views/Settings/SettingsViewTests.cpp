@@ -68,6 +68,7 @@ TEST_F(SettingsWindow, OpensWithTheTabThatWasAskedFor) {
         open(tab);
         EXPECT_EQ(settings->tab(), tab);
         EXPECT_TRUE(settings->page(tab)->isVisible());
+        EXPECT_TRUE(settings->tabs()->tab(static_cast<int>(tab))->hasFocus());
         EXPECT_FALSE(settings->page(tab == Tab::general ? Tab::automation : Tab::general)->isVisible());
     }
 }
