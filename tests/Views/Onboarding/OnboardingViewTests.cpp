@@ -317,7 +317,7 @@ TEST_F(Onboarding, TheProgramCanBeLeftByItsKeyAndTheWelcomeIsNotDoneThen) {
     open();
     QuitCounter quits;
     // A program hears of its end only while it runs.
-    QTimer::singleShot(0, sheet, [this] {
+    QTimer::singleShot(0, sheet, [] {
         press(Qt::Key_Q, Qt::ControlModifier);
         QCoreApplication::exit();
     });
