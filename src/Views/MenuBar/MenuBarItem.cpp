@@ -121,17 +121,13 @@ void MenuBarItem::noticeShown() {
 
 void MenuBarItem::showOverview() {
     closePopover();
-    m_scenes.showWindow(takeToken());
+    m_scenes.showWindow(m_token);
     m_notifications.post(NotificationName::kShowOverview);
 }
 
 void MenuBarItem::review() {
     showOverview();
     m_notifications.post(NotificationName::kOpenSweepPreview);
-}
-
-std::string MenuBarItem::takeToken() {
-    return std::exchange(m_token, {});
 }
 
 } // namespace quillane

@@ -48,8 +48,6 @@ class MenuBarItem : public QObject {
     void noticeShown();
     void review();
     void showOverview();
-    // For the window that is opened next.
-    std::string takeToken();
 
     AppLibrary& m_library;
     NotificationCenter& m_notifications;
@@ -59,7 +57,7 @@ class MenuBarItem : public QObject {
     Defaults::SubscriptionId m_subscription = 0;
     bool m_isInserted = false;
     std::string m_figure; // as the item was last told
-    std::string m_token;  // of the press that opened the popover, until it is used
+    std::string m_token;  // of the press that opened the popover
     QPointer<MenuBarPopover> m_popover;
     std::optional<Instant> m_closedAt;
     LibraryObserver* m_observer;

@@ -56,7 +56,7 @@ SettingsView::SettingsView(AppLibrary& library, NotificationCenter& notification
            new GeneralSettings(library, notifications, scenes));
     addTab(QStringLiteral("clock.arrow.2.circlepath"), QStringLiteral("Automation"),
            new AutomationSettingsView(library));
-    connect(m_tabs, &QTabBar::currentChanged, this, &SettingsView::enter);
+    connect(m_tabs, &SettingsTabs::currentChanged, this, &SettingsView::enter);
     makeShortcuts();
     Fonts::follow(this, [this] { fit(); });
     m_tabs->setFocus();
@@ -126,8 +126,8 @@ void SettingsView::placeOver(const QWidget* window) {
     setScreen(isOver ? window->screen() : screenOfPointer());
     fit();
     const QRect within = screen()->availableGeometry().adjusted(0, kTitleBar, 0, 0);
-    QRect rect(QPoint(), size());
-    rect.moveCenter(isOver ? window->geometry().center() : within.center());
+    QRect rect(QPoint(), frameGeometry().size());
+    rect.moveCenter(isOver ? window->frameGeometry().center() : within.center());
     move(clampedInto(within, rect).topLeft());
 }
 

@@ -30,6 +30,13 @@ class MenuBarViews : public MenuBarTest {
         turn();
         return *popover->view();
     }
+    // As where there are no popups of its kind.
+    void openAsWindow() {
+        popover = std::make_unique<MenuBarPopover>(desk, QPoint(700, 10));
+        popover->setWindowFlags(MenuBarPopover::typeOn("wayland") | Qt::FramelessWindowHint);
+        popover->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(popover.get()));
+    }
     static QStringList titles(const MenuBarView& view) {
         QStringList all;
         for (const auto* const row : view.rows())
@@ -255,6 +262,22 @@ TEST_F(MenuBarViews, AHeldReturnPressesNothing) {
 TEST_F(MenuBarViews, EscapeClosesIt) {
     open();
     press(Qt::Key_Escape);
+    EXPECT_FALSE(popover->isVisible());
+}
+
+TEST_F(MenuBarViews, WhereItIsNoPopupEscapeClosesItToo) {
+    openAsWindow();
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(popover->isVisible());
+}
+
+TEST_F(MenuBarViews, WhereItIsNoPopupItClosesWhenAnotherWindowGetsTheKeyboard) {
+    openAsWindow();
+    EXPECT_EQ(focused(), "Review and Clean…");
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
     EXPECT_FALSE(popover->isVisible());
 }
 

@@ -48,10 +48,15 @@ class SettingsTest : public testing::Test {
 
     MemoryDefaults& defaults() { return sample.defaults; }
 
-    SettingsView& open(Tab tab) {
+    // Not shown yet.
+    SettingsView& make(Tab tab) {
         scenes = std::make_unique<RecordingScenes>(sample.updater, events);
         settings = std::make_unique<SettingsView>(library, notifications, *scenes);
         settings->showTab(tab);
+        return *settings;
+    }
+    SettingsView& open(Tab tab) {
+        make(tab);
         settings->show();
         settings->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(settings.get()));

@@ -249,6 +249,14 @@ TEST_F(MainWindow, F10OpensTheMenuWithTheCommandsAndTheirKeys) {
     menu->close();
 }
 
+TEST_F(MainWindow, AloneItOffersNoWayToTheOtherWindows) {
+    openReady(two());
+    for (const auto* const action : window->sidebar()->brand()->menu()->actions()) {
+        const bool leadsElsewhere = action->text() == "Settings…" || action->text() == "Check for Updates…";
+        EXPECT_FALSE(leadsElsewhere && action->isEnabled()) << qPrintable(action->text());
+    }
+}
+
 TEST_F(MainWindow, TheBrandRowOpensTheMenuByMouse) {
     openReady(two());
     QTest::mouseClick(window->sidebar()->brand(), Qt::LeftButton);
