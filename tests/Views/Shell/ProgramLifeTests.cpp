@@ -1,10 +1,8 @@
 // When the program ends, and what goes on without a window.
 #include "Components/PushButton.h"
-#include "Defaults.h"
 #include "DefaultsKeys.h"
 #include "MenuBar/MenuBarPopover.h"
 #include "MenuBar/MenuBarView.h"
-#include "Overview/OverviewView.h"
 #include "ProgramLife.h"
 #include "QuillaneApp.h"
 #include "Review/PutBack.h"
@@ -12,7 +10,7 @@
 #include "Review/SweepReviewStage.h"
 #include "SamplePlatform.h"
 #include "Shell/ContentView.h"
-
+#include "Welcomed.h"
 #include <QApplication>
 #include <QEvent>
 #include <QTest>
@@ -82,9 +80,6 @@ class LifeOfTheProgram : public testing::Test {
         QCoreApplication::sendEvent(qApp, &quit);
         return quit.isAccepted();
     }
-    OverviewView& overview() {
-        return *qobject_cast<OverviewView*>(app.window()->content(LibrarySection::overview));
-    }
     // Up to where the first rows have moved and others have not.
     void startSweep() {
         app.library().tasks().start([this](StopToken) -> Task<> {
@@ -98,6 +93,7 @@ class LifeOfTheProgram : public testing::Test {
     }
 
     SamplePlatform sample{macWithCaches()};
+    Welcomed welcomed{sample.defaults};
     int ends = 0;
     QuillaneApp app{sample.platform, [this] { ++ends; }};
 };
