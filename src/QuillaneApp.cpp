@@ -89,7 +89,7 @@ void QuillaneApp::showSettings(SettingsTab tab) {
     }
     m_settings->showTab(tab);
     if (isNew) {
-        m_settings->placeOver(m_window);
+        m_settings->placeOver(window());
     }
     m_settings->setWindowState(m_settings->windowState() & ~Qt::WindowMinimized);
     m_settings->show();
