@@ -3,15 +3,47 @@
 #include "IconCache.h"
 #include "Shell/ContentView.h"
 #include "WindowActivation.h"
+#include <QApplication>
 #include <QWindow>
+#include <utility>
 
 namespace quillane {
 
-QuillaneApp::QuillaneApp(const Platform& platform)
-    : m_platform(platform)
-    , m_library(m_platform) {
+namespace {
+
+// A window is hidden only once it is closed, and then waits for its deletion. What is posted meanwhile is not for it.
+template <class Window>
+void forgetClosed(QPointer<Window>& window) {
+    if (window && window->isHidden()) {
+        delete window;
+    }
+}
+
+bool isOpen(const QWidget* window) {
+    return window != nullptr && !window->isHidden();
+}
+
+// Before anything reads the settings.
+const Platform& withDefaults(const Platform& platform) {
+    AutomationSettings::registerDefaults(platform.defaults);
+    return platform;
+}
+
+} // namespace
+
+void QuillaneApp::endProgram() {
+    QCoreApplication::exit();
+}
+
+QuillaneApp::QuillaneApp(const Platform& platform, std::function<void()> end)
+    : m_platform(withDefaults(platform))
+    , m_library(m_platform)
+    , m_life(
+          m_library, [this] { return isOpen(m_window) || isOpen(m_settings); }, std::move(end))
+    , m_item(m_library, m_notifications, *this, [this] { m_life.quit(); }) {
     IconCache::shared().attach(&m_platform);
-    AutomationSettings::registerDefaults(m_platform.defaults);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QObject::connect(&m_item, &MenuBarItem::standingChanged, &m_life, [this] { m_life.itemHasChanged(); });
 }
 
 QuillaneApp::~QuillaneApp() {
@@ -20,12 +52,26 @@ QuillaneApp::~QuillaneApp() {
     IconCache::shared().attach(nullptr);
 }
 
+// The last word on a closed window comes with its deletion, and by then another may be open.
+void QuillaneApp::follow(QWidget& window) {
+    window.setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(
+        &window, &QObject::destroyed, &m_life, [this] { m_life.windowHasClosed(); }, Qt::QueuedConnection);
+}
+
+void QuillaneApp::makeWindow() {
+    m_window = new ContentView(m_library, m_notifications, this);
+    follow(*m_window);
+    m_library.startAutomationLoop();
+    m_library.syncUninstallWatcher();
+}
+
 void QuillaneApp::showWindow(const std::string& activationToken) {
+    m_life.windowOpens();
+    m_item.closePopover();
+    forgetClosed(m_window);
     if (!m_window) {
-        m_window = new ContentView(m_library, m_notifications, this);
-        m_window->setAttribute(Qt::WA_DeleteOnClose);
-        m_library.startAutomationLoop();
-        m_library.syncUninstallWatcher();
+        makeWindow();
     }
     m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
     m_window->show();
@@ -33,21 +79,29 @@ void QuillaneApp::showWindow(const std::string& activationToken) {
 }
 
 void QuillaneApp::showSettings(SettingsTab tab) {
-    if (!m_settings) {
+    m_life.windowOpens();
+    m_item.closePopover();
+    forgetClosed(m_settings);
+    const bool isNew = !m_settings;
+    if (isNew) {
         m_settings = new SettingsView(m_library, m_notifications, *this);
-        m_settings->setAttribute(Qt::WA_DeleteOnClose);
+        follow(*m_settings);
     }
     m_settings->showTab(tab);
+    if (isNew) {
+        m_settings->placeOver(m_window);
+    }
+    m_settings->setWindowState(m_settings->windowState() & ~Qt::WindowMinimized);
     m_settings->show();
     WindowActivation::activate(*m_settings->windowHandle(), {});
 }
 
 ContentView* QuillaneApp::window() const {
-    return m_window;
+    return isOpen(m_window) ? m_window.get() : nullptr;
 }
 
 SettingsView* QuillaneApp::settings() const {
-    return m_settings;
+    return isOpen(m_settings) ? m_settings.get() : nullptr;
 }
 
 } // namespace quillane

@@ -1,23 +1,29 @@
 #pragma once
 #include "AppLibrary.h"
+#include "MenuBar/MenuBarItem.h"
 #include "NotificationCenter.h"
 #include "Notifier.h"
 #include "Platform.h"
+#include "ProgramLife.h"
 #include "Settings/SettingsView.h"
 #include "Shell/ContentView.h"
 #include "State/Scenes.h"
 #include "UpdaterController.h"
 #include <QPointer>
+#include <functional>
 #include <string>
 
 namespace quillane {
 
-// The application: the one library, what steers the window, what answers the desktop's notifications, and the
-// windows, which may be closed and opened again while the library lives on. Main thread only; there is one at a time.
+// The application: the one library, what steers the window, what answers the desktop's notifications, the item in the
+// menu bar, and the windows, which may be closed and opened again while the library lives on. Main thread only; there
+// is one at a time.
 class QuillaneApp final : public Scenes {
   public:
-    // The ports outlive the application.
-    explicit QuillaneApp(const Platform& platform);
+    // Ends the event loop of the program.
+    static void endProgram();
+    // The ports outlive the application. It calls `end` when the program is to end: ProgramLife says when.
+    explicit QuillaneApp(const Platform& platform, std::function<void()> end = endProgram);
     ~QuillaneApp();
 
     void showWindow(const std::string& activationToken = {}) override;
@@ -25,12 +31,19 @@ class QuillaneApp final : public Scenes {
     UpdaterController& updater() override { return m_updater; }
     // Null while it is closed.
     ContentView* window() const;
+    MenuBarItem& menuBarItem() { return m_item; }
     SettingsView* settings() const;
 
     AppLibrary& library() { return m_library; }
     NotificationCenter& notifications() { return m_notifications; }
 
+    void quit() { m_life.quit(); }
+
   private:
+    void makeWindow();
+    // Of a window that is about to open, and that deletes itself when it is closed.
+    void follow(QWidget& window);
+
     // What the library reads goes after it, what reads the library goes before it.
     const Platform m_platform;
     NotificationCenter m_notifications;
@@ -39,6 +52,8 @@ class QuillaneApp final : public Scenes {
     Notifier m_notifier{m_platform.notifications, m_notifications,
                         [this](const std::string& token) { showWindow(token); }};
     UpdaterController m_updater{m_platform.updater};
+    ProgramLife m_life;
+    MenuBarItem m_item;
     QPointer<ContentView> m_window;    // deletes itself when it is closed
     QPointer<SettingsView> m_settings; // so does this
 };

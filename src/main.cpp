@@ -1,5 +1,6 @@
 // Quillane on Linux: the window over this machine.
 #include "BundleProcesses.h"
+#include "CommandLine.h"
 #include "DesktopMenuBarExtra.h"
 #include "DesktopNotifications.h"
 #include "DesktopSession.h"
@@ -13,9 +14,11 @@
 #include "PosixCommandRunner.h"
 #include "PosixDirectoryWatch.h"
 #include "PowerProfile.h"
+#include "ProgramUpdates.h"
 #include "QuillaneApp.h"
 #include "RecentlyUsedFiles.h"
 #include "SearchingCommandRunner.h"
+#include "SessionInstance.h"
 #include "ThreadTaskRunner.h"
 #include <QApplication>
 #include <QFile>
@@ -25,6 +28,13 @@ int main(int argc, char** argv) {
     using namespace quillane;
     if (const auto code = DrawingProgram::answer(argc, argv)) {
         return *code;
+    }
+    if (const auto code = CommandLine::answer(argc, argv)) {
+        return *code;
+    }
+    SessionInstance instance(FileDefaults::userPath(PosixFileSystem().home().path()));
+    if (const auto code = instance.endOfSecond(argc, argv)) {
+        std::_Exit(*code); // a bus that has stopped is not waited for
     }
     QApplication application(argc, argv);
     DesktopSession session(application);
@@ -49,6 +59,7 @@ int main(int argc, char** argv) {
     DesktopNotifications notifications(tasks);
     PowerProfile power(tasks);
     DesktopMenuBarExtra menuBarExtra(tasks);
+    ProgramUpdates updates(session.clock(), tasks, files.home().path());
     storage.keepRoom(tasks);
     session.followDesktop(tasks);
 
@@ -65,8 +76,15 @@ int main(int argc, char** argv) {
                      .directories = directories,
                      .notifications = notifications,
                      .power = power,
-                     .menuBarExtra = menuBarExtra});
+                     .menuBarExtra = menuBarExtra,
+                     .updater = updates.updater()});
     app.showWindow();
+    instance.follow([&app](const SessionInstance::Request& request) {
+        app.showWindow(request.activationToken);
+        if (request.section) {
+            app.notifications().post(NotificationName::kShowSection, request.section);
+        }
+    });
     const int status = QApplication::exec();
     notifications.withdrawAll();
     // Work ends with the process: nobody who quits waits for a walk to come to its end. Everything that is

@@ -114,6 +114,7 @@ class Shown {
     Shown(LibrarySection section, std::size_t count)
         : m_section(section)
         , m_count(count) {
+        m_window.state().showOnboarding = false; // nobody is to be welcomed here
         library.phase = AppLibrary::Phase{AppLibrary::Phase::Kind::ready};
         library.apps = applications(m_count);
         library.orphans = orphans(m_count);

@@ -397,6 +397,11 @@ class Table {
     ByExtension m_folders;
 };
 
+// Those that are longer than it has bits share the last one.
+std::uint64_t bitOfLength(std::string_view identifier) {
+    return std::uint64_t{1} << std::min<std::size_t>(identifier.size(), 63);
+}
+
 const Table& table() {
     static const Table instance;
     return instance;
@@ -404,13 +409,22 @@ const Table& table() {
 
 } // namespace
 
+ContentType::ContentType(std::vector<std::string_view> tree)
+    : m_tree(std::move(tree)) {
+    for (const auto member : m_tree) {
+        m_lengths |= bitOfLength(member);
+    }
+    m_isPackage = conformsTo("com.apple.package");
+}
+
 bool ContentType::is(std::string_view identifier) const {
     return equalIgnoringAsciiCase(m_tree.front(), identifier);
 }
 
 bool ContentType::conformsTo(std::string_view identifier) const {
-    return std::ranges::any_of(
-        m_tree, [&](std::string_view member) { return equalIgnoringAsciiCase(member, identifier); });
+    return (m_lengths & bitOfLength(identifier)) != 0 &&
+           std::ranges::any_of(
+               m_tree, [&](std::string_view member) { return equalIgnoringAsciiCase(member, identifier); });
 }
 
 namespace ContentTypes {

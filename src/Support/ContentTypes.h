@@ -1,4 +1,5 @@
 #pragma once
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -9,8 +10,7 @@ namespace quillane {
 class ContentType {
   public:
     // Takes the identifiers from the type itself to the most general.
-    explicit ContentType(std::vector<std::string_view> tree)
-        : m_tree(std::move(tree)) {}
+    explicit ContentType(std::vector<std::string_view> tree);
 
     // Such as "public.jpeg".
     std::string_view identifier() const { return m_tree.front(); }
@@ -24,7 +24,8 @@ class ContentType {
 
   private:
     std::vector<std::string_view> m_tree;
-    bool m_isPackage = conformsTo("com.apple.package");
+    std::uint64_t m_lengths = 0; // a bit for each length of an identifier in the tree
+    bool m_isPackage = false;
 };
 
 // The types that the bare system declares; types that applications would add are not known. Extensions are

@@ -23,12 +23,11 @@ const icu::Normalizer2* composer() {
     return U_SUCCESS(status) ? found : nullptr;
 }
 
-// Without asking for its folding: most points of the plane are of scripts that have no case and no accents.
-bool foldsToItself(UChar32 point) {
-    return u_charType(point) != U_NON_SPACING_MARK &&
-           u_hasBinaryProperty(point, UCHAR_CHANGES_WHEN_CASEFOLDED) == 0 &&
-           u_getIntPropertyValue(point, UCHAR_NFD_QUICK_CHECK) == UNORM_YES &&
-           u_getIntPropertyValue(point, UCHAR_NFC_QUICK_CHECK) == UNORM_YES;
+// Whether neither case nor composition has anything to do with it, but for what stands before a mark. Asks for no more
+// than it must: of the plane most points are of scripts that have neither.
+bool isPlain(UChar32 point, const icu::Normalizer2& normalizer, icu::UnicodeString& decomposition) {
+    return u_hasBinaryProperty(point, UCHAR_CASED) == 0 &&
+           normalizer.getDecomposition(point, decomposition) == 0;
 }
 
 // Syllables are taken apart and put together again.
@@ -55,12 +54,23 @@ const FoldTable& FoldTable::shared() {
 
 FoldTable::FoldTable()
     : m_simple(kPlane) {
+    const auto* const normalizer = composer();
+    icu::UnicodeString decomposition;
     for (char32_t point = 0; point < kPlane; ++point) {
         m_simple[point] = static_cast<std::uint16_t>(point);
         const bool isSurrogate = point >= kFirstSpecial && point <= kLastSpecial;
-        if (isSurrogate || isHangulSyllable(point) || isInPlaneAndFoldsToItself(point) ||
-            foldsToItself(static_cast<UChar32>(point))) {
+        if (isSurrogate || isHangulSyllable(point) || isInPlaneAndFoldsToItself(point)) {
             continue;
+        }
+        const auto asked = static_cast<UChar32>(point);
+        if (isPlain(asked, *normalizer, decomposition)) {
+            if (u_charType(asked) == U_NON_SPACING_MARK) {
+                addSpecial(point, {});
+                continue;
+            }
+            if (normalizer->hasBoundaryBefore(asked)) {
+                continue;
+            }
         }
         auto made = special(point);
         if (made.points.size() == 1 && made.points.front() < kPlane && !made.composes) {

@@ -217,5 +217,127 @@ TEST(FoldedNeedleProperties, ALongNeedleIsFoundThoughEachOfItsLettersBearsTwoMar
     }
 }
 
+// Runs of text of one kind, each of any length up to fifty blocks, so that every way of passing over a block follows
+// every other.
+std::string randomRuns(std::mt19937& random) {
+    static const std::vector<std::string> kinds = {
+        "plain words of nothing. ",
+        "d\u00E9j\u00E0 vu, caf\u00E9 ",
+        "\u043F\u0440\u0438\u0432\u0435\u0442, (\u043C\u0438\u0440) ",
+        "\u4E2D\u6587\uFF0C2023\u5E74\u3002",
+        "\u05E9\u05B8\u05DC\u05D5\u05DD ",
+        "\u00AB\u0434\u0430\u00BB \u2013 ",
+        "\U0001F600 "};
+    std::string text;
+    for (std::size_t runs = random() % 4; runs > 0; --runs) {
+        const auto& kind = kinds[random() % kinds.size()];
+        const auto length = random() % (50 * ByteFilter::kBlock);
+        for (const auto end = text.size() + length; text.size() < end;) {
+            text += kind;
+        }
+        text.append(random() % 8, ' ');
+    }
+    return text;
+}
+
+struct Spelling {
+    std::string needle;
+    std::string text;
+};
+
+TEST(FoldedNeedleProperties, ANeedleIsFoundBehindAndBeforeLongRunsOfEveryKind) {
+    const std::vector<Spelling> spellings = {
+        {"quit", "quit"},       {"quit", "QU\u00CFT"},  {"kile", "\u1E31ile"},
+        {"quit", "q\u05B8uit"}, {"quit", "qui\u0301t"}, {"quit", "quit\u05B8"},
+        {"sses", "\u00DFes"},   {"fixe", "\uFB01xe"},   {"quit", "qu\u00EF\u093Ct"},
+        {"nkel", "n\u212Ael"}};
+    std::mt19937 random(17);
+    for (int round = 0; round < 4000; ++round) {
+        const auto& [needle, spelt] = spellings[random() % spellings.size()];
+        ASSERT_TRUE(occurs(needle, spelt)) << spelt;
+        const auto text = randomRuns(random) + spelt + randomRuns(random);
+        const FoldedNeedle made(folded(needle));
+        ASSERT_TRUE(made.occursIn(text)) << spelt << " in " << text;
+        ASSERT_TRUE(made.mayOccurInUnknown(text)) << spelt << " in " << text;
+    }
+}
+
+TEST(FoldedNeedleProperties, ANeedleIsFoundAtEveryPlaceOfABlockWhateverTheBlocksBeforeItHold) {
+    const std::string plain(150, '#');
+    const std::vector<std::string> kinds = {
+        "#", "caf\u00E9 # ", "\u00E9" + plain, "\u0434" + plain, "\u043C\u0438\u0440 ", "\u4E2D"};
+    const std::vector<Spelling> spellings = {
+        {"quit", "quit"},       {"ekil", "\u00E9kil"},  {"kile", "kil\u00E9"},
+        {"kile", "\u1E31ile"},  {"quit", "q\u05B8uit"}, {"quit", "qui\u05B8t"},
+        {"quit", "q\u093Cuit"}, {"nkel", "n\u212Ael"},  {"quit", "q\u0361uit"}};
+    for (const auto& [needle, spelt] : spellings) {
+        ASSERT_TRUE(occurs(needle, spelt)) << spelt;
+        const FoldedNeedle made(folded(needle));
+        for (const auto& kind : kinds) {
+            std::string before;
+            while (before.size() < 12 * ByteFilter::kBlock) {
+                before += kind;
+            }
+            for (std::size_t shift = 0; shift < 3 * ByteFilter::kBlock; ++shift) {
+                const auto text = before + std::string(shift, '#') + spelt + plain;
+                EXPECT_TRUE(made.occursIn(text)) << spelt << " behind " << kind << shift;
+                EXPECT_TRUE(made.mayOccurInUnknown(text)) << spelt << " behind " << kind << shift;
+            }
+        }
+    }
+}
+
+TEST(FoldedNeedleProperties, WhatOnlyLooksLikeTheNeedleHidesNoneBehindIt) {
+    const FoldedNeedle needle(folded("quittung nadel"));
+    for (const std::string decoy : {"\u00E9it", "quit", "quittung nade"}) {
+        for (std::size_t gap = 0; gap < 20 * ByteFilter::kBlock; gap += 7) {
+            const auto text =
+                "####" + decoy + std::string(gap, '#') + "Quittung Nadel" + std::string(200, '#');
+            EXPECT_TRUE(needle.occursIn(text)) << decoy << gap;
+            EXPECT_TRUE(needle.mayOccurInUnknown(text)) << decoy << gap;
+        }
+    }
+}
+
+TEST(FoldedNeedleProperties, ANeedleInLatin1IsNotPassedOverBehindLongRunsOfEveryKind) {
+    std::mt19937 random(19);
+    for (const auto& [written, spelt] : std::vector<Spelling>{{"quit", "qu\xEFt"},
+                                                              {"quit", "QU\xCFT"},
+                                                              {"quit", "q\xFCit"},
+                                                              {"qui2", "qu\xCE"
+                                                                       "2"}}) {
+        const FoldedNeedle needle(folded(written));
+        for (int round = 0; round < 700; ++round) {
+            const auto text = randomRuns(random) + spelt + randomRuns(random);
+            ASSERT_TRUE(needle.mayOccurInUnknown(text)) << text;
+        }
+    }
+}
+
+TEST(FoldedNeedleProperties, RunsWithoutTheNeedleAreToldFromThoseWithIt) {
+    std::mt19937 random(23);
+    const FoldedNeedle needle(folded("quit"));
+    for (int round = 0; round < 300; ++round) {
+        const auto text = randomRuns(random) + "qu\u00EF T" + randomRuns(random);
+        ASSERT_FALSE(needle.occursIn(text)) << text;
+        ASSERT_FALSE(needle.mayOccurInUnknown(text)) << text;
+    }
+}
+
+TEST(FoldedNeedleProperties, TheRestOfALongNeedleIsLookedForOnBothSidesOfItsRarestLetters) {
+    const std::string needle =
+        std::string(40, 'e') + "quiz" + std::string(40, 'a'); // in which those stand in the middle
+    const FoldedNeedle made(folded(needle));
+    const std::string filler(300, '#');
+    for (std::size_t shift = 0; shift < ByteFilter::kBlock; ++shift) {
+        const auto before = filler + std::string(shift, '#');
+        EXPECT_TRUE(made.occursIn(before + needle + filler)) << shift;
+        EXPECT_FALSE(made.occursIn(before + needle.substr(1) + filler)) << shift;
+        EXPECT_FALSE(made.occursIn(before + needle.substr(0, needle.size() - 1) + filler)) << shift;
+        // Four letters of its own stand nearby, and only the second ones belong to it.
+        EXPECT_TRUE(made.occursIn(before + "quiz" + std::string(150, '#') + needle)) << shift;
+    }
+}
+
 } // namespace
 } // namespace quillane

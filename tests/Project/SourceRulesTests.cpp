@@ -346,6 +346,21 @@ TEST(SourceRules, WhatCanBeCheckedIsHeardByItsTogglesAndNotByClicks) {
     EXPECT_TRUE(found.empty()) << joined(found);
 }
 
+// What is told of a release stands in the files of the package too, and nothing builds them from one another.
+TEST(SourceRules, TheVersionIsTheSameWhereverItStands) {
+    const fs::path root = QUILLANE_SOURCE_DIR;
+    const auto first = [&](const char* file, const char* pattern) {
+        const auto found = groupsIn(readFile(root / file), std::regex(pattern));
+        return found.empty() ? std::string("none in ") + file : found.front();
+    };
+    const std::string version = first("CMakeLists.txt", R"(project\(Quillane VERSION ([\d.]+))");
+    EXPECT_TRUE(std::regex_match(version, std::regex(R"(\d+(\.\d+)+)"))) << version;
+    EXPECT_EQ(first("packaging/changelog", R"(quillane \(([^)]*)\))"), version);
+    EXPECT_EQ(first("packaging/quillane.1", R"(\.TH QUILLANE 1 "[^"]*" "Quillane ([^"]*)\")"), version);
+    EXPECT_EQ(first("packaging/org.quillane.Quillane.metainfo.xml", R"re(<release version="([^"]*)")re"),
+              version);
+}
+
 TEST(SourceRules, EverySymbolFileIsAnImageOfItsOwnAndHoldsNoScript) {
     std::size_t count = 0;
     for (const auto& entry : fs::directory_iterator(fs::path(QUILLANE_SOURCE_DIR) / "resources/symbols")) {

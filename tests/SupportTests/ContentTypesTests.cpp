@@ -164,5 +164,18 @@ TEST(ContentTypes, AnExtensionLongerThanAnyDeclaredOneIsUnknown) {
     EXPECT_EQ(ContentTypes::ofFile(std::string(100000, 'x')).identifier(), "public.data");
 }
 
+TEST(ContentTypes, IdentifiersOfAnyLengthAreToldApart) {
+    const std::string longer(80, 'a');
+    const std::string longest(200, 'a');
+    const ContentType type({longer, "public.data"});
+    EXPECT_TRUE(type.conformsTo(longer));
+    EXPECT_TRUE(type.conformsTo("PUBLIC.data"));
+    EXPECT_FALSE(type.conformsTo(longest));
+    EXPECT_FALSE(type.conformsTo(std::string(80, 'b')));
+    EXPECT_FALSE(type.conformsTo("public.item"));
+    EXPECT_FALSE(type.conformsTo("public.executable"));
+    EXPECT_FALSE(type.conformsTo(""));
+}
+
 } // namespace
 } // namespace quillane

@@ -15,6 +15,7 @@
 #include "StepTaskRunner.h"
 #include "Tables/TableView.h"
 #include "TemporaryFolder.h"
+#include "Welcomed.h"
 #include <QApplication>
 #include <QHeaderView>
 #include <QTest>
@@ -86,6 +87,7 @@ class WindowTest : public testing::Test {
                       .runningApplications = fakes.running,
                       .defaults = fakes.defaults,
                       .previews = previews};
+    Welcomed welcomed{fakes.defaults};
     AppLibrary library{platform};
     NotificationCenter notifications;
     LibrarySection startsIn = LibrarySection::applications; // where open() goes

@@ -15,6 +15,7 @@ class FakeMenuBarExtra final : public MenuBarExtra {
 
     bool isInserted = false;
     std::string figure;
+    int figuresSet = 0; // how often, whatever they were
 
     void setPanel(bool isThere) {
         const bool before = isShown();
@@ -41,7 +42,10 @@ class FakeMenuBarExtra final : public MenuBarExtra {
         tellOfChange(before);
     }
     bool isShown() const override { return isInserted && m_hasPanel; }
-    void setFigure(const std::string& text) override { figure = text; }
+    void setFigure(const std::string& text) override {
+        figure = text;
+        ++figuresSet;
+    }
     void setHandlers(Handlers handlers) override { m_handlers = std::move(handlers); }
 
   private:

@@ -49,7 +49,7 @@ void removeBelow(Descriptor folder) {
             struct stat status = {};
             if (::fstatat(folder.get(), left.back().c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
                 S_ISDIR(status.st_mode)) {
-                ::fchmodat(folder.get(), left.back().c_str(), S_IRWXU, 0);
+                (void)::fchmodat(folder.get(), left.back().c_str(), S_IRWXU, 0);
             }
             Descriptor child(::openat(folder.get(), left.back().c_str(), kFolderFlags));
             if (child) {

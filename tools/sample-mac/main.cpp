@@ -1,4 +1,7 @@
-// The window over a sample Mac, which is laid beside this program and goes with it.
+// The window over a sample Mac, which is laid beside this program and goes with it. As at a first launch it begins
+// with the welcome, unless started with --welcomed.
+#include "Defaults.h"
+#include "DefaultsKeys.h"
 #include "DesktopMenuBarExtra.h"
 #include "DesktopNotifications.h"
 #include "DrawingProgram.h"
@@ -57,6 +60,9 @@ int main(int argc, char** argv) {
     DesktopNotifications notifications(session.tasks());
     DesktopMenuBarExtra menuBarExtra(session.tasks());
     QuillaneApp app(session.platform(notifications, menuBarExtra));
+    if (QApplication::arguments().contains(QStringLiteral("--welcomed"))) {
+        app.library().platform().defaults.set(DefaultsKeys::kHasSeenOnboarding, true);
+    }
     app.showWindow();
     const int status = QApplication::exec();
     notifications.withdrawAll();

@@ -1,5 +1,6 @@
 // Opens the window over a sample Mac, walks through it and says what it saw.
 // Usage: quillane-tour PICTURES [--small]
+#include "FakeMenuBarExtra.h"
 #include "QuillaneApp.h"
 #include "RecordingNotifications.h"
 #include "SampleSession.h"
@@ -31,10 +32,11 @@ int main(int argc, char** argv) {
     SampleSession session(desktop, mac, folder);
     const auto afterSample = sinceStart.elapsed();
     RecordingNotifications notifications(session.tasks());
-    QuillaneApp app(session.platform(notifications));
+    FakeMenuBarExtra menuBarExtra(session.tasks());
+    QuillaneApp app(session.platform(notifications, menuBarExtra));
     app.showWindow();
     Visitor::waitUntil([&] { return app.window()->window()->windowHandle()->isExposed(); });
     std::printf("The window stood %lld ms after the start, the laying of the sample not counted.\n",
                 static_cast<long long>(sinceStart.elapsed() - (afterSample - beforeSample)));
-    return Tour(app, notifications, mac, folder, arguments.at(1)).run() ? 0 : 1;
+    return Tour(app, notifications, menuBarExtra, mac, folder, arguments.at(1)).run() ? 0 : 1;
 }

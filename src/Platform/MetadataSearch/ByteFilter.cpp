@@ -27,6 +27,7 @@ enum class Encoding { utf8, unknown };
 // how they do that.
 constexpr std::size_t kLane = 32;
 using Lane = signed char __attribute__((vector_size(kLane)));
+using Octets = unsigned char __attribute__((vector_size(kLane))); // as the characters of UTF-8 count them
 using Words = std::uint64_t __attribute__((vector_size(kLane)));
 
 // Bytes as the lanes count them: first those that continue a character, then those that begin one, then ASCII.
@@ -38,11 +39,13 @@ constexpr auto kCaseBit = counted(0x20);
 constexpr auto kLigature = counted(0xEF); // with which those begin that stand for ASCII letters...
 constexpr auto kOfLatin = counted(0xAC);  // ...and what follows then
 
-QUILLANE_ALWAYS_INLINE void load(Lane& lane, const Byte* bytes) {
+template <class Any>
+QUILLANE_ALWAYS_INLINE void load(Any& lane, const Byte* bytes) {
     std::memcpy(&lane, bytes, sizeof lane);
 }
 
-QUILLANE_ALWAYS_INLINE bool isAny(const Lane& answers) {
+template <class Answers>
+QUILLANE_ALWAYS_INLINE bool isAny(const Answers& answers) {
     return __builtin_reduce_or(__builtin_bit_cast(Words, answers)) != 0;
 }
 
@@ -84,8 +87,8 @@ QUILLANE_ALWAYS_INLINE void lookForOthers(const Byte* bytes, Lane& spelling, Lan
     }
 }
 
-// Three of the four letters in ASCII, and the bits of all bytes.
-QUILLANE_ALWAYS_INLINE void lookForLetters(const Byte* bytes, const Quad& quad, Lane& found, Lane& bits) {
+// Three of the four letters in ASCII.
+QUILLANE_ALWAYS_INLINE void lookForLetters(const Byte* bytes, const Quad& quad, Lane& found) {
     for (std::size_t i = 0; i < kBlock; i += kLane) {
         Lane at;
         Lane next;
@@ -95,20 +98,109 @@ QUILLANE_ALWAYS_INLINE void lookForLetters(const Byte* bytes, const Quad& quad, 
         load(afterNext, bytes + i + 2);
         found |= ((at | kCaseBit) == counted(quad[0])) & ((next | kCaseBit) == counted(quad[1])) &
                  ((afterNext | kCaseBit) == counted(quad[2]));
-        bits |= at | next; // a mark that begins the next block belongs to the letter before it
     }
 }
 
-// The next block with three of the letters, which it tells, or with anything beside ASCII.
+// What the loops below gather of a block, with fewer steps than an answer for each byte would take. Each begins with
+// what stands for no.
+constexpr Byte kWithoutCase = 0xDF;
+
+// Zero where three of the four letters stand in ASCII.
+QUILLANE_ALWAYS_INLINE void gatherLetters(const Byte* bytes, const Quad& quad, Octets& least) {
+    Octets at;
+    Octets next;
+    Octets afterNext;
+    load(at, bytes);
+    load(next, bytes + 1);
+    load(afterNext, bytes + 2);
+    least = __builtin_elementwise_min(least, ((at ^ quad[0]) | (next ^ quad[1]) | (afterNext ^ quad[2])) &
+                                                 Octets(Octets{} + kWithoutCase));
+}
+
+// At most kMostOfWide where four letters may begin, as mayHoldWidely() tells.
+constexpr Byte kMostOfWide = 0x80;
+QUILLANE_ALWAYS_INLINE void gatherWide(const Byte* bytes, const Quad& quad, Octets& least) {
+    Octets four = {};
+    for (std::size_t j = 0; j < quad.size(); ++j) {
+        Octets at;
+        load(at, bytes + j);
+        const Byte other =
+            quad[j] ^ 0x80U; // what is not ASCII comes out lower than a letter, and all else higher
+        four = __builtin_elementwise_max(four, (at ^ other) & kWithoutCase);
+    }
+    least = __builtin_elementwise_min(least, four);
+}
+
+// At most kMostOfTwo where characters of two bytes begin that can be part of letters.
+constexpr Byte kFirstOfTwo = 0xC0;
+constexpr Byte kMostOfTwo = 0xCD - kFirstOfTwo;
+QUILLANE_ALWAYS_INLINE void gatherSpelling(const Octets& at, Octets& least) {
+    least = __builtin_elementwise_min(least, at - kFirstOfTwo);
+}
+
+// This bit where a character begins that does not go on.
+constexpr Byte kIsBroken = 0x40;
+QUILLANE_ALWAYS_INLINE void gatherBroken(const Octets& at, const Octets& next, Octets& bits) {
+    const Octets begins = __builtin_elementwise_sub_sat(at, Octets(Octets{} + Byte{0x80}));
+    bits |= __builtin_elementwise_min(begins, next ^ Byte{0x80});
+}
+
+// From here on bytes begin marks, or characters of three bytes and more.
+constexpr Byte kFirstOfMany = 0xD2;
+
+// The next block with three of the letters, or with anything beside ASCII in it or right behind it: a mark that begins
+// the next block belongs to the letter before it.
 QUILLANE_ALWAYS_INLINE std::size_t skipPlain(const Byte* bytes, std::size_t block, std::size_t blocks,
-                                             const Quad& quad, Lane& letters) {
+                                             const Quad& quad) {
     for (; block < blocks; ++block) {
-        Lane found = {};
+        const auto* const begin = bytes + block * kBlock;
+        Octets letters = ~Octets{};
         Lane bits = {};
-        lookForLetters(bytes + block * kBlock, quad, found, bits);
-        if (isAnyHigh(found | bits)) {
-            letters = found;
+        for (std::size_t i = 0; i < kBlock; i += kLane) {
+            Lane at;
+            load(at, begin + i);
+            bits |= at;
+            gatherLetters(begin + i, quad, letters);
+        }
+        if (isAnyHigh(bits | (letters == 0)) || (begin[kBlock] & 0x80U) != 0) {
             break;
+        }
+    }
+    return block;
+}
+
+// The next block with three of the letters, with what can be part of letters, with a mark or with what is broken.
+template <Encoding encoding>
+QUILLANE_ALWAYS_INLINE std::size_t skipForeign(const Byte* bytes, std::size_t block, std::size_t blocks,
+                                               const Quad& quad) {
+    for (; block < blocks; ++block) {
+        const auto* const begin = bytes + block * kBlock;
+        Octets letters = ~Octets{};
+        Octets spelling = ~Octets{};
+        Octets highest = {};
+        Octets broken = {};
+        for (std::size_t i = 0; i < kBlock; i += kLane) {
+            Octets at;
+            load(at, begin + i);
+            gatherLetters(begin + i, quad, letters);
+            gatherSpelling(at, spelling);
+            highest = __builtin_elementwise_max(highest, at);
+            if constexpr (encoding == Encoding::unknown) {
+                Octets next;
+                load(next, begin + i + 1);
+                gatherBroken(at, next, broken);
+            }
+        }
+        if (isAny((letters == 0) | (spelling <= kMostOfTwo) | ((broken & kIsBroken) != 0))) {
+            break;
+        }
+        if (isAny(highest >= kFirstOfMany) || begin[kBlock] >= kFirstOfMany) {
+            Lane others = {};
+            Lane marking = {};
+            lookForOthers<encoding>(begin, others, marking);
+            if (isAnyHigh(others | marking)) {
+                break;
+            }
         }
     }
     return block;
@@ -190,27 +282,71 @@ struct Place {
     bool isLookedAt = true;  // that block need not be looked at again
 };
 
+// How many blocks are looked at for more than ASCII before ASCII alone is expected again.
+constexpr std::size_t kAWhile = 32;
+constexpr std::size_t kAfterSpelling = 8;
+
+// Goes behind blocks that are no reason for a closer look, among such that can be part of letters: their neighbours need
+// no second look. Stops where there is none of those for long.
+template <Encoding encoding>
+QUILLANE_ALWAYS_INLINE void skipSpelt(const Byte* bytes, std::size_t blocks, const Quad& quad, Place& place) {
+    for (std::size_t plain = 0; place.next < blocks && plain < kAfterSpelling; ++place.next) {
+        const auto* const begin = bytes + place.next * kBlock;
+        Octets letters = ~Octets{};
+        Octets spelling = ~Octets{};
+        Octets highest = {};
+        Octets broken = {};
+        for (std::size_t i = 0; i < kBlock; i += kLane) {
+            Octets at;
+            load(at, begin + i);
+            gatherWide(begin + i, quad, letters);
+            gatherSpelling(at, spelling);
+            highest = __builtin_elementwise_max(highest, at);
+            if constexpr (encoding == Encoding::unknown) {
+                Octets next;
+                load(next, begin + i + 1);
+                gatherBroken(at, next, broken);
+            }
+        }
+        if (isAny((letters <= kMostOfWide) | (highest >= kFirstOfMany) | ((broken & kIsBroken) != 0)) ||
+            begin[kBlock] >= kFirstOfMany) {
+            break;
+        }
+        place.isLookedAt = true;
+        place.isSpelling = isAny(spelling <= kMostOfTwo);
+        plain = place.isSpelling ? 0 : plain + 1;
+    }
+}
+
+// Goes behind blocks that are no reason for a closer look, nor for one at their neighbours.
+template <Encoding encoding>
+QUILLANE_ALWAYS_INLINE void skip(const Byte* bytes, std::size_t blocks, const Quad& quad, Place& place) {
+    if (place.isSpelling) {
+        skipSpelt<encoding>(bytes, blocks, quad, place);
+    }
+    if (!place.isSpelling) {
+        auto next = skipPlain(bytes, place.next, blocks, quad);
+        next = skipForeign<encoding>(bytes, next, std::min(blocks, next + kAWhile), quad);
+        place.isLookedAt = place.isLookedAt && next == place.next;
+        place.next = next;
+    }
+}
+
 // The next block that is worth a closer look; `blocks` where there is none. A character lies in two blocks at most, and
 // so do four letters: what may spell letters in one block is a reason to look at its neighbours too.
 template <Encoding encoding>
 QUILLANE_ALWAYS_INLINE std::size_t nextWorthALook(const Byte* bytes, std::size_t blocks, const Quad& quad,
                                                   Place& place) {
-    while (place.next < blocks) {
-        Lane letters = {};
-        Lane bits = {};
-        if (place.isSpelling) {
-            lookForLetters(bytes + place.next * kBlock, quad, letters, bits);
-        } else {
-            const auto next = skipPlain(bytes, place.next, blocks, quad, letters);
-            place.isLookedAt = place.isLookedAt && next == place.next;
-            place.next = next;
-            if (next == blocks) {
-                break;
-            }
+    while (true) {
+        skip<encoding>(bytes, blocks, quad, place);
+        if (place.next >= blocks) {
+            return blocks;
         }
         const auto* const block = bytes + place.next * kBlock;
+        Lane letters = {};
         Lane spelling = {};
         Lane marking = {};
+        lookForLetters(block, quad, letters);
         lookForOthers<encoding>(block, spelling, marking);
         if (!place.isSpelling && !isAnyHigh(letters | spelling | marking)) {
             place.isLookedAt = false;
@@ -230,7 +366,6 @@ QUILLANE_ALWAYS_INLINE std::size_t nextWorthALook(const Byte* bytes, std::size_t
             return place.next - 1;
         }
     }
-    return blocks;
 }
 
 // The closer look.

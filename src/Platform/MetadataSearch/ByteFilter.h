@@ -19,8 +19,9 @@ using Quad = std::array<unsigned char, 4>;
 // A letter may be spelt as itself in either case, with accents of its own behind it, or in as many bytes as letters
 // or more. Such bytes are all of one kind, so four letters in a row lie in some four bytes in a row that are each
 // their letter or of that kind. Marks of other scripts begin with bytes of which their script is full; they show
-// behind a letter, accented or not. The letters of other scripts begin with none of those bytes, so most text needs one look: a closer
-// one is for blocks with three of the letters in ASCII, and where characters begin that can be part of letters.
+// behind a letter, accented or not. The letters of other scripts begin with none of those bytes, so most text needs one
+// look, in one of three loops: for ASCII, for other scripts, and for text in which characters begin that can be part of
+// letters. A closer one is for blocks at which they stop.
 std::size_t firstBlock(const unsigned char* bytes, std::size_t blocks, const Quad& quad);
 
 // The same for text of which nobody has found out yet whether it is UTF-8 or Latin-1; the block may lie behind what was

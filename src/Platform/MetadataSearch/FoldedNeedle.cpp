@@ -76,18 +76,49 @@ std::string_view withoutCutCharacters(std::string_view text, FoldedNeedle::Porti
 // A letter of three bytes and two marks that fold away, of three bytes each: pointed Hebrew, vocalised Arabic, Thai.
 constexpr std::size_t kMostBytesOfPoint = 9;
 
+// The next blocks that `next` tells, and those behind them that lie no farther apart than so many. `next` is asked for the
+// next ones from here to there and tells what is empty and ends there where there are none.
+template <class Next>
+auto merged(const Next& next, std::size_t begin, std::size_t end, std::size_t apart) {
+    auto run = next(begin, end);
+    while (run.end < end) {
+        const auto limit = std::min(run.end + apart, end);
+        const auto more = next(run.end, limit);
+        if (more.begin == limit) {
+            break;
+        }
+        run.end = more.end;
+    }
+    return run;
+}
+
+// How far apart blocks must lie for their surroundings not to overlap.
+std::size_t blocksApart(std::size_t margin) {
+    return 2 * margin / ByteFilter::kBlock + 1;
+}
+
+std::u32string pointsOf(const std::optional<ByteFilter::Quad>& quad, std::u32string_view points) {
+    const auto isOne = [&](char32_t point, unsigned char letter) { return (point | 0x20U) == letter; };
+    const auto at = quad ? std::ranges::search(points, *quad, isOne).begin() : points.end();
+    return quad ? std::u32string(at, at + quad->size()) : std::u32string();
+}
+
 } // namespace
 
+FoldedNeedle::Sought::Sought(std::u32string folded)
+    : points(std::move(folded))
+    , margin(points.size() * kMostBytesOfPoint + 32) {}
+
 FoldedNeedle::FoldedNeedle(std::u32string points)
-    : m_points(std::move(points))
-    , m_margin(m_points.size() * kMostBytesOfPoint + 32)
-    , m_quad(rarestQuad(m_points)) {}
+    : m_sought(std::move(points))
+    , m_quad(rarestQuad(m_sought.points))
+    , m_soughtQuad(pointsOf(m_quad, m_sought.points)) {}
 
 bool FoldedNeedle::occursIn(std::string_view text, Portion portion) const {
     const auto whole = withoutCutCharacters(text, portion);
     return m_quad ? occursByFilter(whole, isLast(portion),
                                    {ByteFilter::firstBlock, &FoldedNeedle::occursInFolded})
-                  : occursInFolded(whole, isLast(portion));
+                  : occursInFolded(m_sought, whole, isLast(portion));
 }
 
 bool FoldedNeedle::mayOccurInUnknown(std::string_view text, Portion portion) const {
@@ -98,7 +129,8 @@ bool FoldedNeedle::mayOccurInUnknown(std::string_view text, Portion portion) con
 bool FoldedNeedle::occursByFilter(std::string_view text, bool isEnd, const Reading& reading) const {
     const auto blocks =
         text.size() < ByteFilter::kReach ? 0 : (text.size() - ByteFilter::kReach) / ByteFilter::kBlock;
-    if (occursInRuns(text, blocks, isEnd, reading)) {
+    const Look look{text, isEnd, reading};
+    if (occursInRuns(look, blocks)) {
         return true;
     }
     // What is left is less than two blocks and gets the bytes beyond it that a block needs.
@@ -106,65 +138,76 @@ bool FoldedNeedle::occursByFilter(std::string_view text, bool isEnd, const Readi
     std::array<unsigned char, 2 * ByteFilter::kBlock + ByteFilter::kReach> rest{};
     std::ranges::copy(text.substr(begin), rest.begin());
     return m_quad && reading.firstBlock(rest.data(), 2, *m_quad) < 2 &&
-           occursAround(text, begin, text.size(), isEnd, reading);
+           occursAround(m_soughtQuad, look, begin, text.size()) &&
+           occursAround(m_sought, look, begin, text.size());
 }
 
 // Blocks whose surroundings overlap are folded together, and each only once.
-bool FoldedNeedle::occursInRuns(std::string_view text, std::size_t blocks, bool isEnd,
-                                const Reading& reading) const {
-    const auto* const bytes = reinterpret_cast<const unsigned char*>(text.data());
-    const auto apart = 2 * m_margin / ByteFilter::kBlock + 1;
-    const auto firstFrom = [&](std::size_t block, std::size_t count) {
-        return block + reading.firstBlock(bytes + block * ByteFilter::kBlock, count, *m_quad);
-    };
-    for (auto begin = firstFrom(0, blocks); begin < blocks;) {
-        auto end = begin + 1;
-        while (end < blocks) {
-            const auto near = std::min(apart, blocks - end);
-            const auto next = firstFrom(end, near);
-            if (next == end + near) {
-                break;
-            }
-            end = next + 1;
-        }
-        if (occursAround(text, begin * ByteFilter::kBlock, end * ByteFilter::kBlock + ByteFilter::kReach,
-                         isEnd, reading)) {
+bool FoldedNeedle::occursInRuns(const Look& look, std::size_t blocks) const {
+    const auto next = [&](std::size_t begin, std::size_t end) { return nextWithQuad(look, begin, end); };
+    const auto apart = blocksApart(m_sought.margin);
+    for (std::size_t at = 0; at < blocks;) {
+        const auto run = merged(next, at, blocks, apart);
+        if (run.begin < blocks && occursAround(m_sought, look, run.begin * ByteFilter::kBlock,
+                                               run.end * ByteFilter::kBlock + ByteFilter::kReach)) {
             return true;
         }
-        const auto after = std::min(end + apart, blocks);
-        begin = firstFrom(after, blocks - after);
+        at = run.end + apart;
     }
     return false;
 }
 
-bool FoldedNeedle::occursAround(std::string_view text, std::size_t begin, std::size_t end, bool isEnd,
-                                const Reading& reading) const {
-    const auto from = begin > m_margin ? borderFrom(text, begin - m_margin) : 0;
-    const auto to = std::min(end + m_margin, text.size());
-    return (this->*reading.occurs)(text.substr(from, borderFrom(text, to) - from),
-                                   isEnd && to == text.size());
+// The four letters are looked for in their own surroundings first, which are small: most of what may spell them does
+// not. Empty, at the end, where there is nothing.
+FoldedNeedle::Run FoldedNeedle::nextWithQuad(const Look& look, std::size_t begin, std::size_t end) const {
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(look.text.data());
+    const auto next = [&](std::size_t from, std::size_t to) {
+        const auto found =
+            from + look.reading.firstBlock(bytes + from * ByteFilter::kBlock, to - from, *m_quad);
+        return Run{found, std::min(found + 1, to)};
+    };
+    const auto apart = blocksApart(m_soughtQuad.margin);
+    while (begin < end) {
+        const auto run = merged(next, begin, end, apart);
+        if (run.begin < end && occursAround(m_soughtQuad, look, run.begin * ByteFilter::kBlock,
+                                            run.end * ByteFilter::kBlock + ByteFilter::kReach)) {
+            return run;
+        }
+        begin = run.end + apart;
+    }
+    return {end, end};
+}
+
+bool FoldedNeedle::occursAround(const Sought& sought, const Look& look, std::size_t begin,
+                                std::size_t end) const {
+    const auto text = look.text;
+    const auto from = begin > sought.margin ? borderFrom(text, begin - sought.margin) : 0;
+    const auto to = std::min(end + sought.margin, text.size());
+    return (this->*look.reading.occurs)(sought, text.substr(from, borderFrom(text, to) - from),
+                                        look.isEnd && to == text.size());
 }
 
 // What is broken as UTF-8 decides for the other one. In what is not, no letter of Latin-1 stands before a plain one, so
 // of the four that were looked for at least two are ASCII.
-bool FoldedNeedle::mayOccurInEither(std::string_view stretch, bool isEnd) const {
-    if (!ByteFilter::isUtf8(stretch) || occursInFolded(stretch, isEnd)) {
+bool FoldedNeedle::mayOccurInEither(const Sought& sought, std::string_view stretch, bool isEnd) const {
+    if (!ByteFilter::isUtf8(stretch) || occursInFolded(sought, stretch, isEnd)) {
         return true;
     }
-    return (!m_quad || holdsPair(stretch, *m_quad)) && occursInFolded(Utf8::fromLatin1(stretch), isEnd);
+    return (!m_quad || holdsPair(stretch, *m_quad)) &&
+           occursInFolded(sought, Utf8::fromLatin1(stretch), isEnd);
 }
 
 constexpr std::size_t kMostKeptPoints = std::size_t{1} << 20U;
 
 // The last point of what goes on may yet become another one, by what follows it.
-bool FoldedNeedle::occursInFolded(std::string_view stretch, bool isEnd) const {
+bool FoldedNeedle::occursInFolded(const Sought& sought, std::string_view stretch, bool isEnd) const {
     thread_local std::u32string points;
     points.clear();
     Text::FoldTable::shared().append(stretch, points);
     if (!isEnd && !points.empty()) {
         points.pop_back();
     }
-    const bool occurs = points.find(m_points) != std::u32string::npos;
+    const bool occurs = points.find(sought.points) != std::u32string::npos;
     if (points.capacity() > kMostKeptPoints) {
         std::u32string().swap(points); // a thread of the pool lives as long as the program
     }

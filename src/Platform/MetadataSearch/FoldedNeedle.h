@@ -25,28 +25,45 @@ class FoldedNeedle {
     // The same for text of which nobody has found out whether it is UTF-8 or Latin-1. False only where it does not
     // occur in either; where it may, that must be found out.
     bool mayOccurInUnknown(std::string_view text, Portion portion = Portion::whole) const;
-    std::size_t overlap() const { return 2 * m_margin + 2 * ByteFilter::kBlock; }
+    std::size_t overlap() const { return 2 * m_sought.margin + 2 * ByteFilter::kBlock; }
 
     // Whether bytes are looked at; otherwise all is folded, as for a needle without four ASCII characters in a row.
     bool hasFilter() const { return m_quad.has_value(); }
 
   private:
+    // What is looked for in folded text, and how many bytes it may lie to each side of what the filter found.
+    struct Sought {
+        explicit Sought(std::u32string folded);
+        std::u32string points;
+        std::size_t margin;
+    };
     // How bytes are looked at: first many at a time, then what was found there.
     struct Reading {
         std::size_t (*firstBlock)(const unsigned char*, std::size_t, const ByteFilter::Quad&);
-        bool (FoldedNeedle::*occurs)(std::string_view stretch, bool isEnd) const;
+        bool (FoldedNeedle::*occurs)(const Sought& sought, std::string_view stretch, bool isEnd) const;
+    };
+    // A text as it is looked at.
+    struct Look {
+        std::string_view text;
+        bool isEnd;
+        const Reading& reading;
+    };
+    // Blocks in a row.
+    struct Run {
+        std::size_t begin;
+        std::size_t end;
     };
 
     bool occursByFilter(std::string_view text, bool isEnd, const Reading& reading) const;
-    bool occursInFolded(std::string_view stretch, bool isEnd) const;
-    bool mayOccurInEither(std::string_view stretch, bool isEnd) const;
-    bool occursInRuns(std::string_view text, std::size_t blocks, bool isEnd, const Reading& reading) const;
-    bool occursAround(std::string_view text, std::size_t begin, std::size_t end, bool isEnd,
-                      const Reading& reading) const;
+    bool occursInFolded(const Sought& sought, std::string_view stretch, bool isEnd) const;
+    bool mayOccurInEither(const Sought& sought, std::string_view stretch, bool isEnd) const;
+    bool occursInRuns(const Look& look, std::size_t blocks) const;
+    Run nextWithQuad(const Look& look, std::size_t begin, std::size_t end) const;
+    bool occursAround(const Sought& sought, const Look& look, std::size_t begin, std::size_t end) const;
 
-    std::u32string m_points;
-    std::size_t m_margin; // bytes that an occurrence may lie to each side of what the filter found
+    Sought m_sought;
     std::optional<ByteFilter::Quad> m_quad;
+    Sought m_soughtQuad; // its letters; empty where there is none
 };
 
 } // namespace quillane

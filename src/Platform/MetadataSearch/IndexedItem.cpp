@@ -116,8 +116,15 @@ bool IndexedItem::isMarkedAsScreenCapture() const {
            ScreenCapture::isMarkedPng(m_source.files.read(url, ScreenCapture::kHead).valueOr(""));
 }
 
+DocumentKind IndexedItem::kind() {
+    if (!m_kind) {
+        m_kind = findKind();
+    }
+    return *m_kind;
+}
+
 // Without a reader of documents those that are also text, such as web pages, are read as it.
-DocumentKind IndexedItem::kind() const {
+DocumentKind IndexedItem::findKind() const {
     if (m_entryType != EntryType::regular) {
         return DocumentKind::none;
     }
@@ -126,10 +133,6 @@ DocumentKind IndexedItem::kind() const {
         return kind;
     }
     return m_contentType.conformsTo("public.text") ? DocumentKind::plainText : DocumentKind::none;
-}
-
-bool IndexedItem::isCostly() const {
-    return quillane::isCostly(kind());
 }
 
 MetadataAnswer IndexedItem::occursInContent(const TextPattern& pattern) {

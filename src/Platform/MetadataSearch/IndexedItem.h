@@ -31,23 +31,25 @@ class IndexedItem final : public MetadataItem {
     // For a pattern that is more than a text to be found, content is read from the start of a file alone.
     static constexpr std::size_t kMostDecoded = std::size_t{4} << 20U;
 
-    // `source`, `path` and `walked` must outlive the item.
+    // `source`, `path` and `walked` must outlive the item. `kind` is what another item of this path has told.
     IndexedItem(const ItemSource& source, std::string_view path, EntryType entryType,
-                const ContentType& contentType, Content content, const WalkEntry* walked = nullptr)
+                const ContentType& contentType, Content content, const WalkEntry* walked = nullptr,
+                std::optional<DocumentKind> kind = {})
         : m_source(source)
         , m_path(path)
         , m_entryType(entryType)
         , m_contentType(contentType)
         , m_content(content)
-        , m_walked(walked) {}
+        , m_walked(walked)
+        , m_kind(kind) {}
 
     // Absent where the platform has none: the size of a plain folder, the content of what is no text. The size
     // of a package is the sum of its files, which costs a walk. Content is searched and never told.
     MetadataValue value(MetadataAttribute attribute) override;
 
     MetadataAnswer occursInContent(const TextPattern& pattern) override;
-    // Whether its content is a document's that is searched after all others.
-    bool isCostly() const;
+    // How its content is read. Costs a look at type and name once.
+    DocumentKind kind();
 
   private:
     std::string_view fileName() const;
@@ -56,7 +58,7 @@ class IndexedItem final : public MetadataItem {
     MetadataValue size();
     MetadataValue screenCapture() const;
     bool isMarkedAsScreenCapture() const;
-    DocumentKind kind() const;
+    DocumentKind findKind() const;
     bool isText() const;
     bool occursInPlainText(const TextPattern& pattern, DocumentKind kind) const;
     bool occursInDocument(const TextPattern& pattern, DocumentKind kind) const;
@@ -67,6 +69,7 @@ class IndexedItem final : public MetadataItem {
     const ContentType& m_contentType;
     Content m_content;
     const WalkEntry* m_walked; // null behind the walk
+    std::optional<DocumentKind> m_kind;
     bool m_hasAskedResources = false;
     std::optional<ResourceValues> m_resources;
     std::optional<Bytes> m_packageSize;

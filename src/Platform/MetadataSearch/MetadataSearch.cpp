@@ -126,6 +126,7 @@ struct MetadataSearch::Undecided {
     std::string path;
     EntryType type;
     const ContentType* contentType;
+    DocumentKind kind;
 };
 
 struct MetadataSearch::Search {
@@ -146,7 +147,8 @@ struct MetadataSearch::Search {
 
     // Empty where the item does not answer the query.
     std::string decidedLine(const Undecided& found) const {
-        IndexedItem item(source, found.path, found.type, *found.contentType, IndexedItem::Content::now);
+        IndexedItem item(source, found.path, found.type, *found.contentType, IndexedItem::Content::now,
+                         nullptr, found.kind);
         return query.matches(item) ? line(item, found.path) : std::string();
     }
 
@@ -230,7 +232,8 @@ WalkAnswer MetadataSearch::look(const WalkEntry& entry, const std::string& path,
     if (answer == MetadataAnswer::yes) {
         search.lines.push_back(search.line(item, path));
     } else if (answer == MetadataAnswer::later) {
-        (item.isCostly() ? search.costly : search.undecided).push_back({path, entry.type, &type});
+        auto& later = isCostly(item.kind()) ? search.costly : search.undecided;
+        later.push_back({path, entry.type, &type, item.kind()});
     }
     return type.isPackage() ? WalkAnswer::skipBelow : WalkAnswer::proceed;
 }

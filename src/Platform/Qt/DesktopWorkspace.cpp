@@ -3,6 +3,7 @@
 #include "ContentTypes.h"
 #include "IcnsReader.h"
 #include "Pictures.h"
+#include "SessionInstance.h"
 #include <QCoreApplication>
 #include <QDBusMessage>
 #include <QProcess>
@@ -114,7 +115,8 @@ void DesktopWorkspace::reveal(const std::vector<FileURL>& urls) {
 }
 
 void DesktopWorkspace::relaunch() {
-    QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
+    QProcess::startDetached(QCoreApplication::applicationFilePath(),
+                            {QString::fromLatin1(SessionInstance::kRelaunched)});
     QCoreApplication::quit();
 }
 

@@ -27,7 +27,7 @@ class DesktopWorkspace final : public Workspace {
     void reveal(const std::vector<FileURL>& urls) override;
     // Linux has no such page: nothing happens.
     void openFullDiskAccessSettings() override {}
-    // Ends by the event loop's ordinary way.
+    // Ends by the event loop's ordinary way; the new one waits for that before it counts itself as the first.
     void relaunch() override;
 
   private:

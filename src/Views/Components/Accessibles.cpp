@@ -1,5 +1,6 @@
 #include "Components/Accessibles.h"
 #include "Components/Card.h"
+#include "Components/FigureRow.h"
 #include "Components/ListRow.h"
 #include "Components/Stat.h"
 #include <QAccessibleWidget>
@@ -32,7 +33,7 @@ QAccessibleInterface* accessibleOf(const QString& className, QObject* object) {
     if (isNameOf<Card>(className)) {
         return new QAccessibleWidget(widget, QAccessible::Grouping);
     }
-    if (isNameOf<Stat>(className) || isNameOf<ListRow>(className)) {
+    if (isNameOf<Stat>(className) || isNameOf<ListRow>(className) || isNameOf<FigureRow>(className)) {
         return new SpokenAsOne(widget);
     }
     return nullptr;

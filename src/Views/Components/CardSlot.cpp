@@ -1,4 +1,5 @@
 #include "Components/CardSlot.h"
+#include "Components/ContentPicture.h"
 #include "Components/Look.h"
 #include <QPainter>
 #include <QVBoxLayout>
@@ -6,19 +7,6 @@
 #include <cmath>
 
 namespace quillane {
-
-namespace {
-
-QPixmap pictureOf(QWidget& card) {
-    const double ratio = card.devicePixelRatioF();
-    QPixmap picture(card.size() * ratio);
-    picture.setDevicePixelRatio(ratio);
-    picture.fill(Qt::transparent);
-    card.render(&picture, {}, {}, QWidget::DrawChildren);
-    return picture;
-}
-
-} // namespace
 
 CardSlot::CardSlot(QWidget* card, int gap, QWidget* parent)
     : QWidget(parent)
@@ -70,7 +58,7 @@ void CardSlot::setShown(bool shown) {
 }
 
 void CardSlot::depart() {
-    m_picture = pictureOf(*m_card);
+    m_picture = contentPicture(*m_card);
     m_opacity = 1;
     m_fullHeight = height();
     setFixedHeight(m_fullHeight);

@@ -1,15 +1,44 @@
 #include "Components/FlowLayout.h"
 #include <algorithm>
+#include <span>
 
 namespace quillane {
 
+namespace {
+
+void moveToTheMiddle(std::span<QRect> row, int width) {
+    QRect whole;
+    for (const QRect& place : row) {
+        whole |= place;
+    }
+    for (QRect& place : row) {
+        if (place.isEmpty()) {
+            continue; // hidden: it has no place
+        }
+        place.translate((width - whole.width()) / 2, 0);
+    }
+}
+
+} // namespace
+
 FlowLayout::FlowLayout(QWidget* parent, int spacing)
-    : QLayout(parent) {
+    : QLayout(parent)
+    , m_rowSpacing(spacing) {
     setContentsMargins(0, 0, 0, 0);
     setSpacing(spacing);
 }
 
 FlowLayout::~FlowLayout() = default;
+
+void FlowLayout::setCentred(bool centred) {
+    m_centred = centred;
+    invalidate();
+}
+
+void FlowLayout::setRowSpacing(int spacing) {
+    m_rowSpacing = spacing;
+    invalidate();
+}
 
 void FlowLayout::addItem(QLayoutItem* item) {
     m_items.emplace_back(item);
@@ -30,6 +59,13 @@ QLayoutItem* FlowLayout::takeAt(int index) {
 
 std::vector<QRect> FlowLayout::places(int width) const {
     std::vector<QRect> result;
+    std::size_t rowBegin = 0;
+    const auto endRow = [&] {
+        if (m_centred) {
+            moveToTheMiddle(std::span(result).subspan(rowBegin), width);
+        }
+        rowBegin = result.size();
+    };
     int x = 0;
     int y = 0;
     int rowHeight = 0;
@@ -40,14 +76,16 @@ std::vector<QRect> FlowLayout::places(int width) const {
         }
         const QSize size = item->sizeHint();
         if (x > 0 && x + size.width() > width) {
+            endRow();
             x = 0;
-            y += rowHeight + spacing();
+            y += rowHeight + m_rowSpacing;
             rowHeight = 0;
         }
         result.emplace_back(QPoint(x, y), size);
         x += size.width() + spacing();
         rowHeight = std::max(rowHeight, size.height());
     }
+    endRow();
     return result;
 }
 

@@ -5,12 +5,17 @@
 
 namespace quillane {
 
-// One row from the left; what does not fit goes on in the next. Hidden widgets take no room.
+// One row from the left, or in the middle; what does not fit goes on in the next. Hidden widgets take no room.
 class FlowLayout : public QLayout {
   public:
     // `spacing` stands between neighbours and between rows.
     explicit FlowLayout(QWidget* parent, int spacing);
     ~FlowLayout() override;
+
+    // Each row stands in the middle of the width.
+    void setCentred(bool centred);
+    // Between rows, in place of what stands between neighbours.
+    void setRowSpacing(int spacing);
 
     void addItem(QLayoutItem* item) override;
     int count() const override { return static_cast<int>(m_items.size()); }
@@ -29,6 +34,8 @@ class FlowLayout : public QLayout {
     // The places of all items, those that are hidden included, which get none.
     std::vector<QRect> places(int width) const;
 
+    bool m_centred = false;
+    int m_rowSpacing;
     std::vector<std::unique_ptr<QLayoutItem>> m_items;
 };
 

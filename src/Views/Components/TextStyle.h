@@ -25,6 +25,8 @@ struct TextStyle {
     static constexpr TextStyle heading();       // 13 600: heads of cards, banners and groups
     static constexpr TextStyle columnTitle();   // 15 600: titles of columns, figures of rows
     static constexpr TextStyle detailTitle();   // 17 600: titles of detail panes, values of statistics
+    static constexpr TextStyle welcomeTitle();  // 26 700
+    static constexpr TextStyle welcomeBody();   // 14, secondary
     static constexpr TextStyle figure();        // 40 700: sheets
     static constexpr TextStyle heroFigure();    // 50 700
 };
@@ -61,6 +63,12 @@ constexpr TextStyle TextStyle::columnTitle() {
 }
 constexpr TextStyle TextStyle::detailTitle() {
     return {17, QFont::DemiBold, Tint::Text, 0};
+}
+constexpr TextStyle TextStyle::welcomeTitle() {
+    return {26, QFont::Bold, Tint::Text, -0.5};
+}
+constexpr TextStyle TextStyle::welcomeBody() {
+    return {14, QFont::Normal, Tint::Secondary, 0};
 }
 constexpr TextStyle TextStyle::figure() {
     return {40, QFont::Bold, Tint::Text, -1};

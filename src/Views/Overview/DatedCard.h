@@ -1,6 +1,6 @@
 #pragma once
+#include "Components/LivingDate.h"
 #include "Overview/ActionCard.h"
-#include "Overview/RelativeDateTimer.h"
 
 namespace quillane {
 
@@ -13,17 +13,14 @@ class DatedCard : public ActionCard {
     DatedCard(const QString& symbol, Tint tint, Clock& clock, QWidget* parent);
 
     // This date from now on; the card is told anew.
-    void follow(Date date);
+    void follow(Date date) { m_date->follow(date); }
     // "3 minutes ago".
-    QString when() const;
+    QString when() const { return m_date->words(); }
     // Puts the words of now on the card.
     virtual void tell() = 0;
-    bool event(QEvent* event) override;
 
   private:
-    Clock& m_clock;
-    Date m_date;
-    RelativeDateTimer m_timer;
+    LivingDate* m_date;
 };
 
 } // namespace quillane

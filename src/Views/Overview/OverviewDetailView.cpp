@@ -4,12 +4,12 @@
 #include "Components/EmptyState.h"
 #include "Components/LibraryObserver.h"
 #include "Components/ListRow.h"
+#include "Components/PaneScroll.h"
 #include "Components/Panel.h"
 #include "Components/ShownText.h"
 #include "Components/ToolbarRow.h"
 #include "Formatting.h"
 #include "Overview/OverviewCategories.h"
-#include "Panes/PaneScroll.h"
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <algorithm>

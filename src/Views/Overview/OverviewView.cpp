@@ -90,6 +90,7 @@ OverviewView::OverviewView(AppLibrary& library, ContentState& state, QWidget* pa
     m_observer->renderNow();
     (new LibraryObserver([this] { renderGranted(); }, this))
         ->renderNow(); // is announced wherever the user is
+    (new LibraryObserver([this] { renderWaiting(); }, this))->renderNow();
 }
 
 OverviewView::~OverviewView() = default;
@@ -195,12 +196,22 @@ bool OverviewView::isReviewing() const {
 void OverviewView::openReview() {
     if (isReviewing() || !Hero::canSweep(m_library))
         return;
+    if (m_state.showOnboarding.get()) {
+        m_reviewWaits = true;
+        return;
+    }
     m_review = SweepPreviewSheet::present(m_library, BulkRemoval::make(kLabel, m_library.fullPlan()), this);
+}
+
+// At another turn, so that nothing that the review reads is observed from here.
+void OverviewView::renderWaiting() {
+    if (!m_state.showOnboarding.get() && std::exchange(m_reviewWaits, false))
+        QMetaObject::invokeMethod(this, &OverviewView::openReview, Qt::QueuedConnection);
 }
 
 // Opens for nothing too: the card says what was left then, and the review that none of it is there any more.
 void OverviewView::reviewLeftovers(const RecentUninstall& record) {
-    if (isReviewing())
+    if (isReviewing() || m_state.showOnboarding.get())
         return;
     auto removal = m_library.removalForRecentUninstall(record);
     auto sweep = [&library = m_library, label = removal.label](std::vector<SweepEntry> entries) {

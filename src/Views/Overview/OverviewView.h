@@ -31,7 +31,8 @@ class OverviewView : public ColumnGround {
     OverviewView(AppLibrary& library, ContentState& state, QWidget* parent = nullptr);
     ~OverviewView() override;
 
-    // Opens the review of all that is ticked; without effect when there is nothing to review.
+    // Opens the review of all that is ticked; without effect when there is nothing to review. During the welcome it
+    // waits for its end.
     void openReview();
 
     Hero* hero() const { return m_hero; }
@@ -57,6 +58,7 @@ class OverviewView : public ColumnGround {
     void renderAccessNotice();
     void renderPutBack();
     bool isReviewing() const;
+    void renderWaiting();
     void reviewLeftovers(const RecentUninstall& record);
     void tick(SweepCategory category, bool isOn);
     void grantAccess() const;
@@ -73,6 +75,7 @@ class OverviewView : public ColumnGround {
     CardSlot* m_accessSlot;
     CardSlot* m_putBackSlot;
     LibraryObserver* m_observer = nullptr;
+    bool m_reviewWaits = false; // for the end of the welcome
     QPointer<SweepPreviewSheet> m_review;
     QPointer<SweepPreviewSheet> m_leftoverReview;
     NotificationCenter::Subscription m_openPreview;

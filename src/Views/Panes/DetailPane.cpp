@@ -1,7 +1,7 @@
 #include "Panes/DetailPane.h"
+#include "Components/PaneScroll.h"
 #include "Components/PushButton.h"
 #include "Components/ToolbarRow.h"
-#include "Panes/PaneScroll.h"
 #include <QScrollBar>
 #include <QVBoxLayout>
 

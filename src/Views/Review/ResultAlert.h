@@ -1,5 +1,5 @@
 #pragma once
-#include "Review/Sheet.h"
+#include "Components/Sheet.h"
 #include "UninstallerReport.h"
 #include <functional>
 

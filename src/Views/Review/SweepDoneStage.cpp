@@ -7,7 +7,7 @@
 #include "Formatting.h"
 #include "Review/FailuresView.h"
 #include "Review/ResultMark.h"
-#include "Review/Sheet.h"
+#include "Components/Sheet.h"
 #include "Review/SweepResultRow.h"
 #include <QHBoxLayout>
 #include <QScrollArea>

@@ -4,7 +4,7 @@
 #include "Components/Rule.h"
 #include "Components/ShownText.h"
 #include "Components/Tile.h"
-#include "Review/Sheet.h"
+#include "Components/Sheet.h"
 #include "Review/SweepReviewList.h"
 #include "Review/SweepReviewModel.h"
 #include <QHBoxLayout>

@@ -2,12 +2,17 @@
 #include "State/Scenes.h"
 #include <QWidget>
 
+class QStackedWidget;
+
 namespace quillane {
 
 class AppLibrary;
 class NotificationCenter;
+class SettingsPage;
+class SettingsTabs;
 
-// The settings. Every control is bound to its key, so that a change holds from the next time the key is read.
+// The settings: a window of its own with two tabs. Every control is bound to its key, so that a change holds from the
+// next time the key is read. It is as high as its tab needs and the screen allows.
 class SettingsView : public QWidget {
     Q_OBJECT
   public:
@@ -15,11 +20,33 @@ class SettingsView : public QWidget {
     SettingsView(AppLibrary& library, NotificationCenter& notifications, Scenes& scenes,
                  QWidget* parent = nullptr);
 
+    static constexpr int kWidth = 560;
+
     void showTab(Scenes::SettingsTab tab);
-    Scenes::SettingsTab tab() const { return m_tab; }
+    Scenes::SettingsTab tab() const;
+    SettingsTabs* tabs() const { return m_tabs; }
+    // What the tab shows.
+    SettingsPage* page(Scenes::SettingsTab tab) const;
+
+    // Before it is shown: in the middle of this window, or of the screen with the pointer where it is null or can't be
+    // seen; all of it on the screen.
+    void placeOver(const QWidget* window);
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
-    Scenes::SettingsTab m_tab = Scenes::SettingsTab::general;
+    void addTab(const QString& symbol, const QString& words, SettingsPage* page);
+    void makeStrip();
+    void makeShortcuts();
+    void enter(int index);
+    void step(int by);
+    void fit();
+
+    SettingsTabs* m_tabs;
+    QWidget* m_strip;
+    QStackedWidget* m_pages;
 };
 
 } // namespace quillane

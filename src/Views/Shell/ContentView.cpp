@@ -8,6 +8,9 @@
 #include "Components/ShownText.h"
 #include "Components/SidebarView.h"
 #include "Components/ToolbarRow.h"
+#include "Defaults.h"
+#include "DefaultsKeys.h"
+#include "Onboarding/OnboardingView.h"
 #include "Panes/SectionDetail.h"
 #include "Preview/QuickLookPanel.h"
 #include "Review/PutBack.h"
@@ -50,10 +53,14 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
     , m_showSection(
           notifications.observe(NotificationName::kShowSection,
                                 [this](const NotificationCenter::Object& title) { receive(title); }))
-    , m_showOverview(
-          notifications.observe(NotificationName::kShowOverview, [this](const NotificationCenter::Object&) {
-              showSection(LibrarySection::overview);
+    , m_showOverview(notifications.observe(
+          NotificationName::kShowOverview,
+          [this](const NotificationCenter::Object&) { showSection(LibrarySection::overview); }))
+    , m_showOnboarding(
+          notifications.observe(NotificationName::kShowOnboarding, [this](const NotificationCenter::Object&) {
+              m_state.showOnboarding = true;
           })) {
+    m_state.showOnboarding = !library.platform().defaults.boolean(DefaultsKeys::kHasSeenOnboarding);
     m_state.notifications = &notifications;
     m_state.scenes = scenes;
     m_state.putBack = new PutBack(library, m_state, *this);
@@ -69,6 +76,8 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
     m_sectionObserver->renderNow();
     m_removalObserver = new LibraryObserver([this] { renderRemoval(); }, this);
     m_removalObserver->renderNow();
+    m_onboardingObserver = new LibraryObserver([this] { renderOnboarding(); }, this);
+    m_onboardingObserver->renderNow();
     m_bannerObserver = new LibraryObserver([this] { renderBanner(); }, this);
     m_bannerObserver->renderNow();
     m_quickLook = new QuickLookPanel(m_library, m_state, *this, [this] { return listToMoveIn(); });
@@ -77,8 +86,11 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
 
 ContentView::~ContentView() {
     delete m_quickLook; // it reads and writes the state to its end
-    if (m_removalSheet) {
-        m_removalSheet->disconnect(this); // it goes after the state that its end would write to
+    for (QDialog* const sheet :
+         {static_cast<QDialog*>(m_removalSheet), static_cast<QDialog*>(m_onboarding)}) {
+        if (sheet != nullptr) {
+            sheet->disconnect(this); // it goes after the state that its end would write to
+        }
     }
 }
 
@@ -242,7 +254,7 @@ SweepPreviewSheet* ContentView::removalSheet() const {
 
 void ContentView::renderRemoval() {
     const auto removal = m_state.removal.get(); // a copy: opening the sheet may change the field
-    if (!removal || m_removalSheet) {
+    if (m_state.showOnboarding.get() || !removal || m_removalSheet) {
         return;
     }
     if (removal->entries.empty() || m_library.isSweeping.get()) {
@@ -259,8 +271,42 @@ void ContentView::endRemoval() {
     m_state.removal = std::nullopt;
 }
 
+OnboardingView* ContentView::onboarding() const {
+    return m_onboarding;
+}
+
+// Two sheets never lie over each other: whichever is open, and the report of a put back that still runs, comes first.
+bool ContentView::mayWelcome() {
+    if (!isVisible() || m_state.isPuttingBack.get()) {
+        return false;
+    }
+    if (auto* const sheet = Sheet::openOver(*this)) {
+        connect(sheet, &QDialog::finished, m_onboardingObserver, &LibraryObserver::schedule,
+                Qt::UniqueConnection);
+        connect(sheet, &QObject::destroyed, m_onboardingObserver, &LibraryObserver::schedule,
+                Qt::UniqueConnection);
+        return false;
+    }
+    return true;
+}
+
+void ContentView::renderOnboarding() {
+    if (!m_state.showOnboarding.get() || m_onboarding || !mayWelcome()) {
+        return;
+    }
+    m_state.quickLookURL = std::nullopt; // a sheet would lock the panel
+    m_onboarding = OnboardingView::present(m_library, this);
+    connect(m_onboarding, &QDialog::finished, this, &ContentView::endOnboarding);
+}
+
+void ContentView::endOnboarding() {
+    m_onboarding.clear();
+    m_state.showOnboarding = false;
+}
+
 void ContentView::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
+    m_onboardingObserver->schedule(); // only over a window that has its place
     if (m_library.phase.get().kind == AppLibrary::Phase::Kind::idle) {
         m_library.refresh(AppLibrary::ScanReason::user);
     }

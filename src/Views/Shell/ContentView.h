@@ -15,6 +15,7 @@ class AccessBanner;
 class AppLibrary;
 class ColumnGround;
 class LibraryObserver;
+class OnboardingView;
 class PutBack;
 class QuickLookPanel;
 class Scenes;
@@ -54,11 +55,13 @@ class ContentView : public QWidget {
     // The same at once, and the keyboard goes to what the section shows, also when the window was there already.
     void enterSection(LibrarySection section);
 
-    // Opens the review sheet for a request. Nothing opens for a request without rows, while another sheet is
-    // open, and while a sweep runs: the request is dropped then.
+    // Opens the review sheet for a request. Nothing opens for a request without rows, while another review is
+    // open, and while a sweep runs: the request is dropped then. One that comes during the welcome waits for its end.
     void presentRemoval(BulkRemoval removal);
     // Null while no review is open.
     SweepPreviewSheet* removalSheet() const;
+    // Null while the welcome is not up. It waits until the window is shown and no other sheet lies over it.
+    OnboardingView* onboarding() const;
     // Open while a file is looked at, and hidden otherwise.
     QuickLookPanel* quickLook() const { return m_quickLook; }
     PutBack* putBack() const { return m_state.putBack; }
@@ -77,6 +80,9 @@ class ContentView : public QWidget {
     void renderSection();
     void renderRemoval();
     void endRemoval();
+    bool mayWelcome();
+    void renderOnboarding();
+    void endOnboarding();
     void renderBanner();
     void noticeActivation();
     int indexOf(LibrarySection section) const; // into m_screens; -1 for none
@@ -96,10 +102,13 @@ class ContentView : public QWidget {
     LibraryObserver* m_searchObserver = nullptr;
     LibraryObserver* m_removalObserver = nullptr;
     QPointer<SweepPreviewSheet> m_removalSheet;
+    LibraryObserver* m_onboardingObserver = nullptr;
+    QPointer<OnboardingView> m_onboarding;
     LibraryObserver* m_bannerObserver = nullptr;
     QuickLookPanel* m_quickLook = nullptr;
     NotificationCenter::Subscription m_showSection;
     NotificationCenter::Subscription m_showOverview;
+    NotificationCenter::Subscription m_showOnboarding;
 };
 
 } // namespace quillane

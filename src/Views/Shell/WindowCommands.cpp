@@ -4,10 +4,13 @@
 #include "Components/SearchField.h"
 #include "Components/ShownText.h"
 #include "Components/SystemLook.h"
+#include "NotificationCenter.h"
 #include "Review/PutBack.h"
 #include "Shell/BrandButton.h"
 #include "Shell/ContentView.h"
 #include "Shell/Sidebar.h"
+#include "State/Scenes.h"
+#include "UpdaterController.h"
 #include <QAction>
 #include <QApplication>
 #include <QKeySequence>
@@ -19,22 +22,10 @@ namespace quillane {
 WindowCommands::WindowCommands(ContentView& window)
     : QObject(&window)
     , m_window(window) {
-    auto* const rescan = command(QStringLiteral("Rescan Applications"), QKeySequence(Qt::CTRL | Qt::Key_R));
-    connect(rescan, &QAction::triggered, this,
-            [this] { m_window.library().refresh(AppLibrary::ScanReason::user); });
-
-    auto* const search = command(QStringLiteral("Search"), QKeySequence(Qt::CTRL | Qt::Key_F));
-    connect(search, &QAction::triggered, this, [this] {
-        m_window.searchField()->setFocus(Qt::ShortcutFocusReason);
-        m_window.searchField()->selectAll();
-    });
-
-    auto* const quit = command(QStringLiteral("Quit Quillane"), QKeySequence(Qt::CTRL | Qt::Key_Q));
-    quit->setMenuRole(QAction::QuitRole);
-    connect(quit, &QAction::triggered, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
-
+    makeSearchKey();
     makeSectionKeys();
-    makeMenu({rescan, makePutBack(), makeGrantAccess(), quit});
+    makeMenu({makeRescan(), makePutBack(), makeSettings(), makeGrantAccess(), makeCheckForUpdates(),
+              makeWelcome(), makeQuit()});
 }
 
 // An action of the window, so that its keys work whatever has the focus.
@@ -43,6 +34,14 @@ QAction* WindowCommands::command(const QString& text, const QKeySequence& keys) 
     action->setShortcut(keys);
     m_window.addAction(action);
     return action;
+}
+
+void WindowCommands::makeSearchKey() {
+    auto* const search = command(QStringLiteral("Search"), QKeySequence(Qt::CTRL | Qt::Key_F));
+    connect(search, &QAction::triggered, this, [this] {
+        m_window.searchField()->setFocus(Qt::ShortcutFocusReason);
+        m_window.searchField()->selectAll();
+    });
 }
 
 // The number is the section's place among all sections, so that it stays the same for good.
@@ -56,6 +55,13 @@ void WindowCommands::makeSectionKeys() {
             command(words(rawValue(section)), QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + i)));
         connect(go, &QAction::triggered, this, [this, section] { m_window.enterSection(section); });
     }
+}
+
+QAction* WindowCommands::makeRescan() {
+    auto* const action = command(QStringLiteral("Rescan Applications"), QKeySequence(Qt::CTRL | Qt::Key_R));
+    connect(action, &QAction::triggered, this,
+            [this] { m_window.library().refresh(AppLibrary::ScanReason::user); });
+    return action;
 }
 
 // A text field with the focus keeps the keys while it has typing to take back; the menu's entry does not ask.
@@ -81,24 +87,69 @@ QAction* WindowCommands::makeGrantAccess() {
     return action;
 }
 
+QAction* WindowCommands::makeSettings() {
+    auto* const action = command(QStringLiteral("Settings…"), QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    action->setMenuRole(QAction::PreferencesRole);
+    auto* const scenes = m_window.state().scenes;
+    action->setEnabled(scenes != nullptr);
+    connect(action, &QAction::triggered, this,
+            [scenes] { scenes->showSettings(Scenes::SettingsTab::general); });
+    return action;
+}
+
+QAction* WindowCommands::makeCheckForUpdates() {
+    auto* const action = command(QStringLiteral("Check for Updates…"), {});
+    action->setMenuRole(QAction::ApplicationSpecificRole);
+    auto* const scenes = m_window.state().scenes;
+    connect(action, &QAction::triggered, this, [scenes] { scenes->updater().checkForUpdates(); });
+    auto* const observer = new LibraryObserver(
+        [scenes, action] {
+            action->setEnabled(scenes != nullptr && scenes->updater().canCheckForUpdates.get());
+        },
+        this);
+    observer->renderNow();
+    return action;
+}
+
+QAction* WindowCommands::makeWelcome() {
+    auto* const action = command(QStringLiteral("Welcome to Quillane"), {});
+    connect(action, &QAction::triggered, this,
+            [this] { m_window.state().notifications->post(NotificationName::kShowOnboarding); });
+    return action;
+}
+
+QAction* WindowCommands::makeQuit() {
+    auto* const action = command(QStringLiteral("Quit Quillane"), QKeySequence(Qt::CTRL | Qt::Key_Q));
+    action->setMenuRole(QAction::QuitRole);
+    connect(action, &QAction::triggered, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    return action;
+}
+
 void WindowCommands::makeMenu(const Commands& commands) {
     if (SystemLook::hasMenuBar()) {
-        auto* const bar = new QMenuBar(&m_window);
-        auto* const file = bar->addMenu(QStringLiteral("File"));
-        file->addAction(commands.rescan);
-        bar->addMenu(QStringLiteral("Edit"))->addAction(commands.putBack);
-        file->addAction(commands.grantAccess); // both of these
-        file->addAction(commands.quit);        // the system moves to the application's menu
-    } else {
-        m_windowMenu = new QMenu(&m_window);
-        m_windowMenu->addAction(commands.rescan);
-        m_windowMenu->addAction(commands.putBack);
-        m_windowMenu->addAction(commands.grantAccess);
-        m_windowMenu->addSeparator();
-        m_windowMenu->addAction(commands.quit);
-        auto* const open = command(QStringLiteral("Menu"), QKeySequence(Qt::Key_F10));
-        connect(open, &QAction::triggered, this, [this] { m_window.sidebar()->brand()->openMenu(); });
+        makeMenuBar(commands);
+        return;
     }
+    m_windowMenu = new QMenu(&m_window);
+    m_windowMenu->addActions({commands.rescan, commands.putBack});
+    m_windowMenu->addSeparator();
+    m_windowMenu->addActions({commands.settings, commands.grantAccess});
+    m_windowMenu->addSeparator();
+    m_windowMenu->addActions({commands.checkForUpdates, commands.welcome});
+    m_windowMenu->addSeparator();
+    m_windowMenu->addAction(commands.quit);
+    auto* const open = command(QStringLiteral("Menu"), QKeySequence(Qt::Key_F10));
+    connect(open, &QAction::triggered, this, [this] { m_window.sidebar()->brand()->openMenu(); });
+}
+
+// What has a role the system moves to the application's own menu, wherever it was added.
+void WindowCommands::makeMenuBar(const Commands& commands) {
+    auto* const bar = new QMenuBar(&m_window);
+    bar->addMenu(QStringLiteral("File"))
+        ->addActions({commands.rescan, commands.checkForUpdates, commands.settings, commands.grantAccess,
+                      commands.quit});
+    bar->addMenu(QStringLiteral("Edit"))->addAction(commands.putBack);
+    bar->addMenu(QStringLiteral("Help"))->addAction(commands.welcome);
 }
 
 } // namespace quillane

@@ -23,15 +23,25 @@ class WindowCommands : public QObject {
     struct Commands {
         QAction* rescan;
         QAction* putBack;
+        QAction* settings;
         QAction* grantAccess;
+        QAction* checkForUpdates;
+        QAction* welcome;
         QAction* quit;
     };
 
     QAction* command(const QString& text, const QKeySequence& keys);
     void makeSectionKeys();
+    QAction* makeRescan();
     QAction* makePutBack();
+    QAction* makeSettings();
     QAction* makeGrantAccess();
+    QAction* makeCheckForUpdates();
+    QAction* makeWelcome();
+    QAction* makeQuit();
+    void makeSearchKey();
     void makeMenu(const Commands& commands);
+    void makeMenuBar(const Commands& commands);
 
     ContentView& m_window;
     QMenu* m_windowMenu = nullptr;

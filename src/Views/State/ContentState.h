@@ -49,6 +49,9 @@ struct ContentState {
     // What waits for its review or is being reviewed: a section stores a request here, the window opens the
     // sheet for it and takes it away when the sheet closes.
     Published<std::optional<BulkRemoval>> removal;
+    // Whether the welcome is up, or waits for another sheet to close. Nothing else opens over the window meanwhile:
+    // what is asked for waits for its end.
+    Published<bool> showOnboarding{false};
 };
 
 } // namespace quillane

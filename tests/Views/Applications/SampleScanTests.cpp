@@ -12,6 +12,7 @@
 #include "Shell/ContentView.h"
 #include "Tables/TableRole.h"
 #include "Tables/TableView.h"
+#include "Welcomed.h"
 #include <QApplication>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -71,6 +72,7 @@ class SampleScan : public testing::Test {
     }
 
     SamplePlatform sample{SampleMac::small()};
+    Welcomed welcomed{sample.defaults};
     AppLibrary library{sample.platform};
     NotificationCenter notifications;
     std::unique_ptr<ContentView> window;

@@ -9,6 +9,7 @@
 #include "State/ContentState.h"
 #include "Tables/SectionTable.h"
 #include "Tables/TableView.h"
+#include "Welcomed.h"
 #include <QApplication>
 #include <QTest>
 #include <algorithm>
@@ -71,6 +72,7 @@ class DuplicatesKeyboard : public testing::Test {
     }
 
     SamplePlatform sample{twoPairs(), SampleSpotlight::embedded};
+    Welcomed welcomed{sample.defaults};
     AppLibrary library{sample.platform};
     NotificationCenter notifications;
     ContentView window{library, notifications};

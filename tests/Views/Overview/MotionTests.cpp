@@ -2,14 +2,13 @@
 #include "Components/CardSlot.h"
 #include "Components/Look.h"
 #include "Components/Note.h"
+#include "Moving.h"
 #include "Overview/CompositionBar.h"
 #include "Overview/Hero.h"
 #include "Overview/OverviewView.h"
 #include "Overview/PutBackCard.h"
 #include "WindowPicture.h"
 #include "WindowTest.h"
-#include <QAbstractAnimation>
-#include <QAbstractEventDispatcher>
 
 namespace quillane {
 namespace {
@@ -28,26 +27,9 @@ class Motion : public WindowTest {
     }
     ~Motion() override { Look::setReducedMotion(false); }
 
-    // Objects below this one that the event loop wakes for.
-    static QStringList timed(const QObject& root) {
-        QStringList names;
-        for (auto* const object : root.findChildren<QObject*>()) {
-            if (!QAbstractEventDispatcher::instance()->registeredTimers(object).isEmpty())
-                names << object->metaObject()->className();
-        }
-        return names;
-    }
-    QStringList timed() const { return timed(*window); }
-    QList<QAbstractAnimation*> moving() const {
-        auto all = window->findChildren<QAbstractAnimation*>();
-        all.removeIf([](auto* animation) { return animation->state() != QAbstractAnimation::Running; });
-        return all;
-    }
-    // As if the time had passed that all motion takes.
-    void letMotionEnd() const {
-        for (auto* const animation : moving())
-            animation->setCurrentTime(animation->totalDuration());
-    }
+    QStringList timed() const { return quillane::timed(*window); }
+    QList<QAbstractAnimation*> moving() const { return quillane::moving(*window); }
+    void letMotionEnd() const { quillane::letMotionEnd(*window); }
     OverviewView& view() const {
         return *qobject_cast<OverviewView*>(window->content(LibrarySection::overview));
     }
@@ -82,7 +64,7 @@ TEST_F(Motion, OutOfSightTheOverviewRests) {
     window->showSection(LibrarySection::applications);
     turn();
     EXPECT_EQ(clock.sleepers(), 0U);
-    EXPECT_EQ(timed(view()), QStringList());
+    EXPECT_EQ(quillane::timed(view()), QStringList());
 }
 
 TEST_F(Motion, WithReducedMotionOnlyTimePasses) {

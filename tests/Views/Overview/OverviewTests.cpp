@@ -863,6 +863,7 @@ class OverviewOnDisk : public testing::Test {
 
     const FileURL cache{"/Users/alex/Library/Caches/Alder"};
     RemovalWorld world;
+    Welcomed welcomed{world.defaults};
     AppLibrary library{world.platform};
     NotificationCenter notifications;
     ContentView window{library, notifications};

@@ -123,6 +123,7 @@ TEST_F(PutBackCardTest, ACleanupThatTakesTheOldOnesPlaceIsFollowedFromThenOn) {
 TEST_F(PutBackCardTest, ACardThatGoesTakesItsTimerAlong) {
     {
         PutBackCard card(m_clock);
+        card.setOperation({"Clean Now", m_clock.now(), {}, 0});
         card.show();
         EXPECT_EQ(m_clock.sleepers(), 1U);
     }

@@ -244,8 +244,17 @@ TEST_F(MainWindow, F10OpensTheMenuWithTheCommandsAndTheirKeys) {
         }
     }
     EXPECT_EQ(items, QStringList({"Rescan Applications Ctrl+R", "Put Back Last Cleanup Ctrl+Z",
-                                  "Grant Full Disk Access… ", "Quit Quillane Ctrl+Q"}));
+                                  "Settings… Ctrl+,", "Grant Full Disk Access… ", "Check for Updates… ",
+                                  "Welcome to Quillane ", "Quit Quillane Ctrl+Q"}));
     menu->close();
+}
+
+TEST_F(MainWindow, AloneItOffersNoWayToTheOtherWindows) {
+    openReady(two());
+    for (const auto* const action : window->sidebar()->brand()->menu()->actions()) {
+        const bool leadsElsewhere = action->text() == "Settings…" || action->text() == "Check for Updates…";
+        EXPECT_FALSE(leadsElsewhere && action->isEnabled()) << qPrintable(action->text());
+    }
 }
 
 TEST_F(MainWindow, TheBrandRowOpensTheMenuByMouse) {

@@ -12,6 +12,7 @@
 #include "Shell/Sidebar.h"
 #include "Tables/SectionTable.h"
 #include "Tables/TableView.h"
+#include "Welcomed.h"
 #include <QApplication>
 #include <QItemSelectionModel>
 #include <QTest>
@@ -94,6 +95,7 @@ class Keyboard : public testing::TestWithParam<LibrarySection> {
     }
 
     SamplePlatform sample{twoOfEach()};
+    Welcomed welcomed{sample.defaults};
     AppLibrary library{sample.platform};
     NotificationCenter notifications;
     ContentView window{library, notifications};

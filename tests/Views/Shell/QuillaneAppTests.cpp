@@ -1,8 +1,17 @@
+#include "Components/PushButton.h"
 #include "DefaultsKeys.h"
+#include "Onboarding/OnboardingView.h"
 #include "QuillaneApp.h"
 #include "SamplePlatform.h"
+#include "Settings/SettingsView.h"
+#include "Shell/BrandButton.h"
 #include "Shell/ContentView.h"
-#include <QCoreApplication>
+#include "Shell/Sidebar.h"
+#include "Welcomed.h"
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QTest>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <map>
@@ -28,7 +37,19 @@ class WholeApp : public testing::Test {
         sample.runner.settle();
         draw();
     }
+    // An entry of the brand row's menu, where all commands stand.
+    QAction& command(const QString& words) {
+        for (auto* const action : app.window()->sidebar()->brand()->menu()->actions()) {
+            if (action->text() == words) {
+                return *action;
+            }
+        }
+        ADD_FAILURE() << "no command " << qPrintable(words);
+        static QAction none;
+        return none;
+    }
     SamplePlatform sample{SampleMac()};
+    Welcomed welcomed{sample.defaults};
     QuillaneApp app{sample.platform};
 };
 
@@ -49,6 +70,37 @@ TEST_F(WholeApp, TheWindowThatIsOpenIsNotOpenedTwice) {
     ContentView* const first = app.window();
     app.showWindow();
     EXPECT_EQ(app.window(), first);
+}
+
+TEST_F(WholeApp, AtTheFirstLaunchTheWelcomeIsUpAndTheScanRunsBehindIt) {
+    sample.defaults.clear(DefaultsKeys::kHasSeenOnboarding);
+    app.showWindow();
+    draw();
+    ASSERT_NE(app.window()->onboarding(), nullptr);
+    sample.runner.runAll();
+    EXPECT_EQ(app.library().phase.get().kind, Kind::ready);
+    app.window()->close();
+    draw();
+    EXPECT_FALSE(sample.defaults.isStored(DefaultsKeys::kHasSeenOnboarding));
+    app.showWindow();
+    draw();
+    EXPECT_NE(app.window()->onboarding(), nullptr);
+}
+
+TEST_F(WholeApp, TheSettingsShowTheWelcomeAgainAlsoWhenTheWindowIsClosed) {
+    app.showSettings(Scenes::SettingsTab::general);
+    for (auto* const button : app.settings()->findChildren<PushButton*>()) {
+        if (button->label() == "Show Welcome Again") {
+            button->click();
+        }
+    }
+    draw();
+    ASSERT_NE(app.window(), nullptr);
+    ASSERT_NE(app.window()->onboarding(), nullptr);
+    EXPECT_EQ(app.window()->onboarding()->page(), 0);
+    app.window()->onboarding()->skipButton()->click();
+    draw();
+    EXPECT_EQ(app.window()->onboarding(), nullptr);
 }
 
 TEST_F(WholeApp, ClosingAndOpeningTheWindowKeepsTheLibraryAndStartsNoSecondScan) {
@@ -89,9 +141,12 @@ TEST_F(WholeApp, AClickWhileNoWindowIsOpenOpensItFirstAndThenShowsTheSection) {
 TEST_F(WholeApp, AClickOnANotificationWithoutASectionOnlyBringsTheWindowForward) {
     app.showWindow();
     app.window()->showSection(LibrarySection::applications);
-    app.window()->hide();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
     click({});
-    EXPECT_TRUE(app.window()->isVisible());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(app.window()));
     EXPECT_EQ(app.window()->state().section.get(), LibrarySection::applications);
 }
 
@@ -163,4 +218,100 @@ TEST_F(WholeApp, TheWindowsStartWatchesTheApplicationsFoldersOnceAndForAsLongAsT
     app.showWindow();
     sample.runner.runAll();
     EXPECT_EQ(sample.directories.watched(), folders);
+}
+
+// The settings
+
+TEST_F(WholeApp, TheSettingsThatAreOpenAreNotOpenedTwiceAndShowTheTabThatIsAskedFor) {
+    app.showSettings(Scenes::SettingsTab::general);
+    SettingsView* const first = app.settings();
+    ASSERT_NE(first, nullptr);
+    EXPECT_TRUE(first->isVisible());
+    app.showSettings(Scenes::SettingsTab::automation);
+    EXPECT_EQ(app.settings(), first);
+    EXPECT_EQ(first->tab(), Scenes::SettingsTab::automation);
+}
+
+TEST_F(WholeApp, SettingsThatWereClosedOpenAnew) {
+    app.showSettings(Scenes::SettingsTab::automation);
+    app.settings()->close();
+    draw();
+    EXPECT_EQ(app.settings(), nullptr);
+    app.showSettings(Scenes::SettingsTab::general);
+    ASSERT_NE(app.settings(), nullptr);
+    EXPECT_TRUE(app.settings()->isVisible());
+    EXPECT_EQ(app.settings()->tab(), Scenes::SettingsTab::general);
+}
+
+TEST_F(WholeApp, TheSettingsAndTheMainWindowLiveWithoutEachOther) {
+    app.showWindow();
+    app.showSettings(Scenes::SettingsTab::general);
+    app.window()->close();
+    draw();
+    ASSERT_NE(app.settings(), nullptr);
+    EXPECT_TRUE(app.settings()->isVisible());
+    app.showWindow();
+    app.settings()->close();
+    draw();
+    EXPECT_EQ(app.settings(), nullptr);
+    EXPECT_TRUE(app.window()->isVisible());
+}
+
+TEST_F(WholeApp, TheSettingsOpenOverTheMiddleOfTheMainWindow) {
+    app.showWindow();
+    app.window()->move(-300, 0);
+    app.showSettings(Scenes::SettingsTab::general);
+    constexpr int kEdges = 4; // of the windows
+    EXPECT_NEAR(app.settings()->geometry().center().x(), app.window()->geometry().center().x(), kEdges);
+}
+
+TEST_F(WholeApp, ShowWelcomeAgainOpensTheMainWindowWhereThereIsNone) {
+    app.showSettings(Scenes::SettingsTab::general);
+    int asked = 0;
+    const auto hearing =
+        app.notifications().observe(NotificationName::kShowOnboarding, [&](const auto&) { ++asked; });
+    for (auto* const button : app.settings()->findChildren<QAbstractButton*>()) {
+        if (button->accessibleName() == "Show Welcome Again") {
+            QTest::mouseClick(button, Qt::LeftButton);
+        }
+    }
+    ASSERT_NE(app.window(), nullptr);
+    EXPECT_TRUE(app.window()->isVisible());
+    EXPECT_EQ(asked, 1);
+}
+
+// The commands that lead to other windows
+
+TEST_F(WholeApp, CtrlCommaOpensTheSettingsWithTheirFirstTab) {
+    app.showWindow();
+    app.window()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(app.window()));
+    QTest::keyClick(app.window(), Qt::Key_Comma, Qt::ControlModifier);
+    ASSERT_NE(app.settings(), nullptr);
+    EXPECT_EQ(app.settings()->tab(), Scenes::SettingsTab::general);
+    EXPECT_EQ(command("Settings…").menuRole(), QAction::PreferencesRole);
+}
+
+TEST_F(WholeApp, CheckForUpdatesAsksTheUpdaterAndCanBeChosenOnlyWhileACheckCanStart) {
+    app.showWindow();
+    QAction& check = command("Check for Updates…");
+    EXPECT_TRUE(check.isEnabled());
+    check.trigger();
+    EXPECT_EQ(sample.updater.checks, 1);
+    for (const bool can : {false, true}) {
+        sample.updater.canCheck = can;
+        sample.updater.tellOfChange();
+        sample.runner.settle();
+        draw();
+        EXPECT_EQ(check.isEnabled(), can);
+    }
+}
+
+TEST_F(WholeApp, WelcomeToQuillaneAsksTheWindowForTheWelcome) {
+    app.showWindow();
+    int asked = 0;
+    const auto hearing =
+        app.notifications().observe(NotificationName::kShowOnboarding, [&](const auto&) { ++asked; });
+    command("Welcome to Quillane").trigger();
+    EXPECT_EQ(asked, 1);
 }

@@ -12,6 +12,7 @@
 #include "Components/Style/ToolTipDrawing.h"
 #include "Components/Symbols.h"
 #include "Components/SystemLook.h"
+#include "Components/Tokens.h"
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QFocusFrame>
@@ -94,6 +95,9 @@ void QuillaneStyle::drawMenuItem(const QStyleOptionMenuItem& item, QPainter& pai
         return;
     }
     painter.save();
+    if (qobject_cast<const QComboBox*>(widget) != nullptr) {
+        painter.fillRect(item.rect, Tokens::current().card); // its list has painted another ground
+    }
     const bool chosen = (item.state & State_Selected) && (item.state & State_Enabled);
     const QStyleOptionMenuItem plain = chosen ? MenuDrawing::drawChosen(item, painter) : item;
     QProxyStyle::drawControl(CE_MenuItem, &plain, &painter, widget);
@@ -164,12 +168,12 @@ int QuillaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const Q
     switch (hint) {
     case SH_ScrollBar_Transient:
     case SH_FocusFrame_AboveWidget:
+    case SH_ComboBox_Popup:
         return 1;
     case SH_FocusFrame_Mask: // it would cut square corners out of the round ring
     case SH_ItemView_ActivateItemOnSingleClick:
     case SH_EtchDisabledText:
     case SH_DitherDisabledText:
-    case SH_ComboBox_Popup:
         return 0;
     case SH_Menu_Mask: {
         auto* const mask = qstyleoption_cast<QStyleHintReturnMask*>(data);

@@ -16,7 +16,7 @@ constexpr double kStepperRadius = 5;
 
 void drawArrow(const QStyleOptionSpinBox& option, QPainter& painter, QStyle::SubControl part,
                const QString& symbol, QAbstractSpinBox::StepEnabledFlag step) {
-    const QColor& color = Tokens::current().text;
+    const QColor& color = Tokens::current().text2;
     const bool can = (option.state & QStyle::State_Enabled) && (option.stepEnabled & step);
     ControlGround::drawChevron(painter, SpinBoxDrawing::partOf(option.rect, part).value_or(QRect()), symbol,
                                can ? color : faded(color, ControlGround::kDisabledShare));
@@ -33,7 +33,7 @@ std::optional<QRect> SpinBoxDrawing::partOf(const QRect& box, QStyle::SubControl
     case QStyle::SC_SpinBoxDown:
         return QRect(left, box.top() + half, kStepperWidth, half - 2);
     case QStyle::SC_SpinBoxEditField:
-        return box.adjusted(8, 2, -kStepperWidth - 10, -2);
+        return box.adjusted(8, 2, -kStepperWidth - 6, -2);
     case QStyle::SC_SpinBoxFrame:
         return box;
     default:
@@ -42,7 +42,7 @@ std::optional<QRect> SpinBoxDrawing::partOf(const QRect& box, QStyle::SubControl
 }
 
 QSize SpinBoxDrawing::sizeAround(const QSize& figure) {
-    return {figure.width() + kStepperWidth + 18, Fonts::rowHeight(28)};
+    return {figure.width() + kStepperWidth + 14, Fonts::rowHeight(28)};
 }
 
 void SpinBoxDrawing::draw(const QStyleOptionSpinBox& option, QPainter& painter) {

@@ -1,0 +1,38 @@
+#include "Components/Picker.h"
+#include "Components/Fonts.h"
+#include <QAbstractItemView>
+#include <QStyleOptionComboBox>
+#include <QWheelEvent>
+
+namespace quillane {
+
+Picker::Picker(const QString& name, const QStringList& choices, QWidget* parent)
+    : QComboBox(parent) {
+    setAccessibleName(name);
+    addItems(choices);
+    setCurrentIndex(-1);
+    setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    Fonts::follow(this, [this] { setFont(Fonts::of(13, QFont::Medium)); });
+    connect(this, &QComboBox::currentIndexChanged, this, [this] { updateGeometry(); });
+}
+
+QSize Picker::sizeHint() const {
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QSize words(fontMetrics().horizontalAdvance(currentText()), fontMetrics().height());
+    return style()->sizeFromContents(QStyle::CT_ComboBox, &option, words, this);
+}
+
+// The list is as wide as its longest choice, whichever is chosen now.
+void Picker::showPopup() {
+    constexpr int kSides = 24;
+    view()->setMinimumWidth(view()->sizeHintForColumn(0) + kSides);
+    QComboBox::showPopup();
+}
+
+void Picker::wheelEvent(QWheelEvent* event) {
+    event->ignore();
+}
+
+} // namespace quillane

@@ -1,0 +1,288 @@
+#include "Components/PushButton.h"
+#include "Components/SymbolButton.h"
+#include "DefaultsKeys.h"
+#include "MenuBar/MenuBarItem.h"
+#include "MenuBar/MenuBarPopover.h"
+#include "MenuBar/MenuBarView.h"
+#include "MenuBarTest.h"
+#include <QSignalSpy>
+#include <chrono>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+using namespace quillane;
+using namespace std::chrono_literals;
+
+namespace {
+
+// Writes down which windows were asked for.
+class RecordingScenes final : public Scenes {
+  public:
+    explicit RecordingScenes(std::vector<std::string>& log)
+        : m_log(log) {}
+    void showWindow(const std::string& token) override { m_log.push_back("window " + token); }
+    void showSettings(SettingsTab tab) override {
+        m_log.push_back(tab == SettingsTab::automation ? "automation settings" : "general settings");
+    }
+    UpdaterController& updater() override { throw std::logic_error("nobody asks for it here"); }
+
+  private:
+    std::vector<std::string>& m_log;
+};
+
+class MenuBarItems : public MenuBarTest {
+  protected:
+    MenuBarItems() { wish(true); }
+
+    MenuBarItem& make() {
+        item.emplace(desk, notifications, scenes, [this] { log.emplace_back("quit"); });
+        turn();
+        return *item;
+    }
+    void wish(bool isShown) { fakes.defaults.set(DefaultsKeys::kShowMenuBarExtra, isShown); }
+    void pressIcon(MenuBarExtra::Press press = {}) {
+        extra.press(press);
+        turn();
+    }
+    // The buttons of the popover, by its open way in.
+    void choose(PushButton* (MenuBarView::*button)() const) {
+        QTest::mouseClick((item->popover()->view()->*button)(), Qt::LeftButton);
+        turn();
+    }
+    NotificationCenter::Subscription noted(std::string_view name) {
+        return notifications.observe(name, [this, name](const auto&) { log.emplace_back(name); });
+    }
+
+    std::vector<std::string> log;
+    RecordingScenes scenes{log};
+    NotificationCenter::Subscription overview = noted(NotificationName::kShowOverview);
+    NotificationCenter::Subscription preview = noted(NotificationName::kOpenSweepPreview);
+    std::optional<MenuBarItem> item;
+};
+
+} // namespace
+
+// The item
+
+TEST_F(MenuBarItems, ItStandsFromTheStartWhenTheSettingWantsIt) {
+    make();
+    EXPECT_TRUE(extra.isInserted);
+}
+
+TEST_F(MenuBarItems, ItDoesNotStandWhenTheSettingIsOff) {
+    wish(false);
+    make();
+    EXPECT_FALSE(extra.isInserted);
+    EXPECT_EQ(extra.figure, "");
+}
+
+TEST_F(MenuBarItems, TurningTheSettingOffTakesItAwayAtOnceAndTheOpenPopoverWithIt) {
+    make();
+    pressIcon();
+    ASSERT_NE(item->popover(), nullptr);
+    wish(false);
+    EXPECT_FALSE(extra.isInserted) << "within the change of the setting";
+    EXPECT_EQ(item->popover(), nullptr);
+}
+
+TEST_F(MenuBarItems, TurningTheSettingOnBringsItAtOnceWithItsFigure) {
+    wish(false);
+    make();
+    wish(true);
+    EXPECT_TRUE(extra.isInserted);
+    EXPECT_EQ(extra.figure, "24.86 GB");
+}
+
+TEST_F(MenuBarItems, AnotherSettingLeavesItAlone) {
+    make();
+    const QSignalSpy changes(&*item, &MenuBarItem::standingChanged);
+    fakes.defaults.set(DefaultsKeys::kThresholdGB, std::int64_t{7});
+    EXPECT_EQ(changes.count(), 0);
+    EXPECT_TRUE(extra.isInserted);
+}
+
+TEST_F(MenuBarItems, ItGoesWithTheProgram) {
+    make();
+    item.reset();
+    EXPECT_FALSE(extra.isInserted);
+    pressIcon(); // nobody is there to hear of it
+}
+
+// The figure
+
+TEST_F(MenuBarItems, TheFigureStandsBesideTheIconWhenAScanHasMeasuredIt) {
+    make();
+    EXPECT_EQ(extra.figure, "24.86 GB");
+}
+
+TEST_F(MenuBarItems, InEveryOtherPhaseTheIconStandsAlone) {
+    make();
+    for (const auto kind :
+         {Kind::idle, Kind::scanning, Kind::measuring, Kind::findingOrphans, Kind::findingDeveloperCaches}) {
+        desk.phase = AppLibrary::Phase{kind};
+        turn();
+        EXPECT_EQ(extra.figure, "");
+    }
+    desk.phase = AppLibrary::Phase{Kind::ready};
+    turn();
+    EXPECT_EQ(extra.figure, "24.86 GB");
+}
+
+TEST_F(MenuBarItems, WithNothingToReclaimTheIconStandsAlone) {
+    empty();
+    make();
+    EXPECT_EQ(extra.figure, "");
+}
+
+TEST_F(MenuBarItems, TheFigureKnowsMegabytesAndGigabytesOnly) {
+    empty();
+    make();
+    for (const auto& [bytes, words] : {std::pair<Bytes, const char*>{1, "0 MB"},
+                                       {999'999, "1 MB"},
+                                       {1'500'000, "1.5 MB"},
+                                       {577'700'000, "577.7 MB"},
+                                       {1'500'000'000'000, "1,500 GB"}}) {
+        desk.orphans = std::vector{orphan("org.birch", "Birch", bytes)};
+        turn();
+        EXPECT_EQ(extra.figure, words) << bytes;
+    }
+}
+
+TEST_F(MenuBarItems, ACategoryThatIsTurnedOffDoesNotCountInTheFigure) {
+    make();
+    desk.sweepSelection = std::set{SweepCategory::caches};
+    turn();
+    EXPECT_EQ(extra.figure, "9.42 GB");
+    desk.sweepSelection = std::set<SweepCategory>();
+    turn();
+    EXPECT_EQ(extra.figure, "");
+}
+
+TEST_F(MenuBarItems, TheItemIsToldTheFigureOnlyWhenItHasChanged) {
+    make();
+    const int once = extra.figuresSet;
+    desk.sweepSelection.modify([](auto&) {});
+    desk.apps.modify([](auto&) {});
+    turn();
+    EXPECT_EQ(extra.figuresSet, once);
+    desk.sweepSelection = std::set{SweepCategory::caches};
+    turn();
+    EXPECT_EQ(extra.figuresSet, once + 1);
+}
+
+// The popover
+
+TEST_F(MenuBarItems, APressOpensThePopoverAndTheNextOneClosesIt) {
+    make();
+    EXPECT_EQ(item->popover(), nullptr);
+    pressIcon();
+    ASSERT_NE(item->popover(), nullptr);
+    EXPECT_TRUE(item->popover()->isVisible());
+    pressIcon();
+    EXPECT_EQ(item->popover(), nullptr);
+}
+
+TEST_F(MenuBarItems, ThePressThatClosedItBesideThePopoverDoesNotOpenItAgain) {
+    make();
+    pressIcon();
+    item->popover()->close(); // as a popup does on a press anywhere else
+    clock.advance(299ms);
+    pressIcon();
+    EXPECT_EQ(item->popover(), nullptr);
+    clock.advance(1ms);
+    pressIcon();
+    EXPECT_NE(item->popover(), nullptr);
+}
+
+TEST_F(MenuBarItems, ThePopoverStandsWhereTheIconWasPressed) {
+    make();
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    pressIcon({.place = MenuBarExtra::Place{screen.center().x(), screen.bottom()}, .activationToken = ""});
+    ASSERT_NE(item->popover(), nullptr);
+    EXPECT_EQ(item->popover()->geometry().bottom(), screen.bottom() - 8);
+    EXPECT_LT(item->popover()->x(), screen.center().x());
+}
+
+TEST_F(MenuBarItems, ItClosesWhenThePanelGoes) {
+    make();
+    pressIcon();
+    extra.setPanel(false);
+    turn();
+    EXPECT_EQ(item->popover(), nullptr);
+}
+
+TEST_F(MenuBarItems, ReviewOpensTheWindowThenTheOverviewThenTheReview) {
+    make();
+    pressIcon({.place = {}, .activationToken = "token"});
+    choose(&MenuBarView::reviewButton);
+    EXPECT_EQ(log, (std::vector<std::string>{"window token", "Quillane.showOverview",
+                                             "Quillane.openSweepPreview"}));
+    EXPECT_EQ(item->popover(), nullptr);
+}
+
+TEST_F(MenuBarItems, OpenQuillaneOpensTheWindowThenTheOverview) {
+    make();
+    pressIcon({.place = {}, .activationToken = "token"});
+    choose(&MenuBarView::windowButton);
+    EXPECT_EQ(log, (std::vector<std::string>{"window token", "Quillane.showOverview"}));
+    EXPECT_EQ(item->popover(), nullptr);
+}
+
+TEST_F(MenuBarItems, TheTokenOfOnePressIsNotUsedForTheNext) {
+    make();
+    pressIcon({.place = {}, .activationToken = "token"});
+    item->closePopover();
+    clock.advance(1s);
+    pressIcon();
+    choose(&MenuBarView::windowButton);
+    EXPECT_EQ(log.front(), "window ");
+}
+
+TEST_F(MenuBarItems, AutomationSettingsOpensTheSettingsWithThatTabInFront) {
+    make();
+    pressIcon();
+    choose(&MenuBarView::settingsButton);
+    EXPECT_EQ(log, std::vector<std::string>{"automation settings"});
+    EXPECT_EQ(item->popover(), nullptr);
+}
+
+TEST_F(MenuBarItems, QuitEndsTheProgram) {
+    make();
+    pressIcon();
+    choose(&MenuBarView::quitButton);
+    EXPECT_EQ(log, std::vector<std::string>{"quit"});
+    EXPECT_EQ(item->popover(), nullptr);
+}
+
+TEST_F(MenuBarItems, RescanLeavesThePopoverOpen) {
+    make();
+    pressIcon();
+    QTest::mouseClick(item->popover()->view()->rescanButton(), Qt::LeftButton);
+    turn();
+    EXPECT_EQ(desk.phase->kind, Kind::scanning);
+    EXPECT_NE(item->popover(), nullptr);
+    EXPECT_EQ(extra.figure, "");
+}
+
+TEST_F(MenuBarItems, NothingInThePopoverRemovesAnything) {
+    make();
+    for (auto button : {&MenuBarView::reviewButton, &MenuBarView::windowButton, &MenuBarView::settingsButton,
+                        &MenuBarView::quitButton}) {
+        pressIcon();
+        ASSERT_NE(item->popover(), nullptr);
+        choose(button);
+        finish();
+        EXPECT_FALSE(desk.isSweeping.get());
+        EXPECT_FALSE(desk.lastOperation->has_value());
+        clock.advance(1s);
+    }
+    EXPECT_EQ(desk.selectedSweepBytes(), 24'860'000'000);
+}
+
+TEST_F(MenuBarItems, AtRestNothingWaitsAndNothingIsWorkedOut) {
+    make();
+    EXPECT_EQ(clock.sleepers(), 0U);
+    EXPECT_EQ(runner.waitingJobs(), 0U);
+}
