@@ -1,6 +1,7 @@
 #include "Updates/UpdateWindow.h"
 #include "Components/Announcement.h"
 #include "Components/Card.h"
+#include "Components/FocusRing.h"
 #include "Components/Fonts.h"
 #include "Components/Label.h"
 #include "Components/PushButton.h"
@@ -8,6 +9,7 @@
 #include "Components/Spinner.h"
 #include "Components/SymbolView.h"
 #include "Components/Tokens.h"
+#include <QApplication>
 #include <QDateTime>
 #include <QDesktopServices>
 #include <QHBoxLayout>
@@ -30,6 +32,27 @@ constexpr int kMargin = 20;
 constexpr int kIconSide = 48;
 constexpr int kNotesHeight = 168;
 constexpr int kNotesMargin = 10;
+
+// The ground of the notes, with a ring while the keyboard is in them.
+class NotesCard final : public Card {
+  public:
+    explicit NotesCard(const QWidget* notes)
+        : m_notes(notes) {
+        connect(qApp, &QApplication::focusChanged, this, qOverload<>(&QWidget::update));
+    }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        Card::paintEvent(event);
+        if (m_notes->hasFocus() && FocusRing::isShownFor(m_notes)) {
+            QPainter painter(this);
+            FocusRing::drawInside(painter, rect(), kRadius);
+        }
+    }
+
+  private:
+    const QWidget* m_notes;
+};
 
 // The day in UTC, so that everyone is told the same.
 QString dayOf(Date date) {
@@ -64,8 +87,8 @@ UpdateWindow::UpdateWindow(QWidget* parent)
     , m_spinner(new Spinner(16))
     , m_title(Label::wrapped({}, TextStyle::columnTitle()))
     , m_sentence(Label::wrapped({}, TextStyle::bodySecondary()))
-    , m_card(new Card)
     , m_notes(new QPlainTextEdit)
+    , m_card(new NotesCard(m_notes))
     , m_promise(Label::wrapped(
           QStringLiteral(
               "Quillane downloads and installs nothing by itself. Get the new version from its page, "
@@ -113,13 +136,21 @@ QVBoxLayout* UpdateWindow::makeWords() {
     column->addWidget(m_title);
     column->addSpacing(6);
     column->addLayout(line);
-    column->addSpacing(14);
-    column->addWidget(m_card);
-    column->addSpacing(10);
-    column->addWidget(m_promise);
-    column->addSpacing(14);
+    column->addWidget(makeDetails());
+    column->addSpacing(16);
     column->addWidget(makeButtons());
     return column;
+}
+
+// Of an update alone.
+QWidget* UpdateWindow::makeDetails() {
+    m_details = new QWidget;
+    auto* const column = new QVBoxLayout(m_details);
+    column->setContentsMargins(0, 14, 0, 0);
+    column->setSpacing(10); // none for notes that are not there
+    column->addWidget(m_card);
+    column->addWidget(m_promise);
+    return m_details;
 }
 
 QWidget* UpdateWindow::makeButtons() {
@@ -176,7 +207,7 @@ void UpdateWindow::enter(Stage stage, const QString& title, const QString& sente
     m_sentence->setText(sentence);
     m_spinner->setVisible(isChecking);
     m_card->setVisible(!m_notes->document()->isEmpty());
-    m_promise->setVisible(isUpdate);
+    m_details->setVisible(isUpdate);
     m_other->setVisible(isChecking || isUpdate);
     m_main->setVisible(!isChecking);
     auto* const first = isChecking ? m_other : m_main;

@@ -46,6 +46,7 @@ class UpdateWindow : public QDialog {
   private:
     void makeNotes();
     QVBoxLayout* makeWords();
+    QWidget* makeDetails();
     QWidget* makeButtons();
     void enter(Stage stage, const QString& title, const QString& sentence);
     void fit();
@@ -57,9 +58,10 @@ class UpdateWindow : public QDialog {
     Spinner* m_spinner;
     Label* m_title;
     Label* m_sentence;
-    Card* m_card; // holds the notes
     QPlainTextEdit* m_notes;
+    Card* m_card; // holds the notes
     Label* m_promise;
+    QWidget* m_details = nullptr; // card and promise
     PushButton* m_other;
     PushButton* m_main;
 };

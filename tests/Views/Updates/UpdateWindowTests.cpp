@@ -145,6 +145,9 @@ TEST_F(UpdateWindowTest, TheKeyboardReachesNotesAndButtons) {
     for (int i = 0; i < 3; ++i) {
         QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
         reached.push_back(window().focusWidget());
+        if (i == 0) {
+            EXPECT_TRUE(keep("keyboard-in-notes"));
+        }
     }
     const std::vector<QWidget*> expected = {window().notes(), window().otherButton(), window().mainButton()};
     EXPECT_EQ(reached, expected);
