@@ -14,6 +14,7 @@
 #include "PosixCommandRunner.h"
 #include "PosixDirectoryWatch.h"
 #include "PowerProfile.h"
+#include "ProgramUpdates.h"
 #include "QuillaneApp.h"
 #include "RecentlyUsedFiles.h"
 #include "SearchingCommandRunner.h"
@@ -58,6 +59,7 @@ int main(int argc, char** argv) {
     DesktopNotifications notifications(tasks);
     PowerProfile power(tasks);
     DesktopMenuBarExtra menuBarExtra(tasks);
+    ProgramUpdates updates(session.clock(), tasks, files.home().path());
     storage.keepRoom(tasks);
     session.followDesktop(tasks);
 
@@ -74,7 +76,8 @@ int main(int argc, char** argv) {
                      .directories = directories,
                      .notifications = notifications,
                      .power = power,
-                     .menuBarExtra = menuBarExtra});
+                     .menuBarExtra = menuBarExtra,
+                     .updater = updates.updater()});
     app.showWindow();
     instance.follow([&app](const SessionInstance::Request& request) {
         app.showWindow(request.activationToken);

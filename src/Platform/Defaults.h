@@ -18,6 +18,8 @@ class Defaults {
     using Data = std::vector<std::uint8_t>;
     using Value = std::variant<bool, std::int64_t, double, std::string, Date, Data, std::vector<std::string>>;
     using SubscriptionId = std::uint64_t;
+    // What becomes of the value that is stored; nothing for a key without one, on both sides.
+    using Change = std::function<std::optional<Value>(const std::optional<Value>& stored)>;
 
     virtual ~Defaults() = default;
 
@@ -28,6 +30,13 @@ class Defaults {
     // As set(), for a value that misleads once it is old: when the new one can't be written, the older one is not
     // found at the next launch, as far as the disk can be made to say so.
     virtual void setOrForget(std::string_view key, Value value) = 0;
+    // As set(), or as clear(), for a value that depends on what is stored, by another instance too: what stands there is
+    // read, changed and stored without anybody storing anything in between. A change that could not be written is made
+    // anew of what is stored by then, once it can be, or once another instance has stored something: it may be called
+    // at any later time, and says the same each time. A change that leaves the value as it is stores nothing.
+    virtual void update(std::string_view key, Change change) = 0;
+    // The same for a value that misleads once it is old; as setOrForget().
+    virtual void updateOrForget(std::string_view key, Change change) = 0;
     // Takes the stored value away; a registered one shows again.
     virtual void clear(std::string_view key) = 0;
     // Values for keys that are not stored. In memory only; later calls win key by key.

@@ -9,6 +9,10 @@
 #include "Sleep.h"
 #include "TrashSweeper.h"
 #include "Workspace.h"
+#include <optional>
+#include <set>
+#include <utility>
+#include <variant>
 #include <vector>
 
 namespace quillane {
@@ -21,6 +25,29 @@ constexpr Duration kLaterInterval = 30s;
 constexpr Duration kFirstIntervalLasts = 60s;
 constexpr Duration kGrantedShows = 8s;
 
+using Paths = std::set<std::string>;
+
+// Nothing where no list of text is stored.
+std::optional<Paths> pathsIn(const std::optional<Defaults::Value>& stored) {
+    const auto* texts = stored ? std::get_if<std::vector<std::string>>(&*stored) : nullptr;
+    return texts == nullptr ? std::nullopt : std::optional(Paths(texts->begin(), texts->end()));
+}
+
+Paths changed(Paths paths, const std::vector<FileURL>& urls, bool isProtected) {
+    for (const auto& url : urls) {
+        if (isProtected) {
+            paths.insert(url.path());
+        } else {
+            paths.erase(url.path());
+        }
+    }
+    return paths;
+}
+
+std::vector<std::string> sorted(const Paths& paths) {
+    return {paths.begin(), paths.end()};
+}
+
 } // namespace
 
 bool AppLibrary::isProtected(const FileURL& url) const {
@@ -32,17 +59,21 @@ void AppLibrary::setProtected(const FileURL& url, bool isProtected) {
 }
 
 void AppLibrary::setProtected(const std::vector<FileURL>& urls, bool isProtected) {
-    auto paths = *protectedPaths;
-    for (const auto& url : urls) {
-        if (isProtected) {
-            paths.insert(url.path());
-        } else {
-            paths.erase(url.path());
+    m_platform.defaults.update(DefaultsKeys::kProtectedPaths,
+                               [urls, isProtected, known = *protectedPaths](const auto& stored) {
+                                   // Where they were lost, those that are known are stored again.
+                                   return std::optional<Defaults::Value>(
+                                       sorted(changed(pathsIn(stored).value_or(known), urls, isProtected)));
+                               });
+    followProtection();
+}
+
+void AppLibrary::followProtection() {
+    if (isStoredAnew(DefaultsKeys::kProtectedPaths, m_knownPaths)) {
+        if (auto paths = pathsIn(m_knownPaths)) { // nobody takes them away: what is lost is still known
+            protectedPaths = std::move(*paths);
         }
     }
-    protectedPaths = paths;
-    m_platform.defaults.set(DefaultsKeys::kProtectedPaths,
-                            std::vector<std::string>(paths.begin(), paths.end()));
 }
 
 Task<> AppLibrary::measureTrash(int generation) {
@@ -103,6 +134,9 @@ Task<> AppLibrary::reprobeAccess() {
 }
 
 void AppLibrary::appBecameActive() {
+    followProtection();
+    followOperation();
+    followUninstalls();
     m_tasks.start([this](const StopToken&) { return reprobeAccess(); });
 }
 

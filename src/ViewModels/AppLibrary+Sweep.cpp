@@ -115,6 +115,7 @@ Task<> AppLibrary::quitWhatGoes(const std::vector<SweepEntry>& entries) {
 }
 
 Task<> AppLibrary::moveOne(const SweepEntry& entry, SweepReport& report, std::vector<TrashMove>& moves) {
+    followProtection();
     if (isProtected(entry.url)) {
         co_return; // protected while the sheet stood open: neither counted nor reported
     }
@@ -199,15 +200,39 @@ void AppLibrary::forgetApps(const std::unordered_set<FileURL>& gone) {
     }
 }
 
-void AppLibrary::record(std::optional<UndoableOperation> operation) {
-    lastOperation = operation;
-    const auto data = operation ? StoredRecords::encode(*operation) : std::nullopt;
+void AppLibrary::record(UndoableOperation operation) {
+    auto& defaults = m_platform.defaults;
+    const auto data = StoredRecords::encode(operation);
+    lastOperation = std::move(operation);
     if (data) {
-        // Of two cleanups the earlier would be put back after a restart.
-        m_platform.defaults.setOrForget(DefaultsKeys::kLastOperation, *data);
+        // Of two cleanups the earlier would be put back after a restart. What another start has recorded by the time
+        // that this can be written is the later one.
+        defaults.updateOrForget(
+            DefaultsKeys::kLastOperation,
+            [data, known = defaults.value(DefaultsKeys::kLastOperation)](const auto& stored) {
+                return !stored || stored == known ? std::optional<Defaults::Value>(*data) : stored;
+            });
+        m_knownOperation = *data;
     } else {
-        m_platform.defaults.clear(DefaultsKeys::kLastOperation);
+        defaults.clear(DefaultsKeys::kLastOperation);
+        m_knownOperation = std::nullopt;
     }
+}
+
+void AppLibrary::forgetOperation() {
+    m_platform.defaults.updateOrForget(
+        DefaultsKeys::kLastOperation,
+        [undone = m_knownOperation](const auto& stored) { return stored == undone ? std::nullopt : stored; });
+    m_knownOperation = std::nullopt;
+    lastOperation = std::optional<UndoableOperation>();
+}
+
+void AppLibrary::followOperation() {
+    if (*isSweeping || *isPuttingBack || !isStoredAnew(DefaultsKeys::kLastOperation, m_knownOperation)) {
+        return;
+    }
+    const auto data = m_platform.defaults.data(DefaultsKeys::kLastOperation);
+    lastOperation = data ? StoredRecords::decodeUndoableOperation(*data) : std::nullopt;
 }
 
 void AppLibrary::noteComeBack(const std::vector<FileURL>& urls) {
@@ -223,6 +248,7 @@ void AppLibrary::noteComeBack(const std::vector<FileURL>& urls) {
 }
 
 Task<Uninstaller::Report> AppLibrary::undoLastOperation() {
+    followOperation();
     const auto operation = *lastOperation;
     if (!operation) {
         co_return Uninstaller::Report{};
@@ -236,8 +262,9 @@ Task<Uninstaller::Report> AppLibrary::undoLastOperation() {
         co_await detached(platform.tasks, Priority::userInitiated, [platform, moves = operation->moves] {
             return Uninstaller::putBack(platform, moves);
         });
-    record(std::nullopt); // an operation can be tried once
+    forgetOperation(); // an operation can be tried once
     isPuttingBack = false;
+    followOperation();
     noteComeBack(report.trashed);
     refresh(ScanReason::user);
     co_return report;

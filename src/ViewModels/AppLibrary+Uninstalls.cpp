@@ -12,8 +12,10 @@
 #include "StoredRecords.h"
 #include "UserNotifications.h"
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <utility>
+#include <variant>
 
 namespace quillane {
 namespace {
@@ -25,6 +27,12 @@ RecentUninstall recordOf(const InstalledApp& app, const std::vector<LeftoverItem
             {item.url, item.category, item.bytes, item.confidence == LeftoverItem::Confidence::high});
     }
     return record;
+}
+
+// Nothing where no list of records is stored.
+std::optional<std::vector<RecentUninstall>> recordsIn(const std::optional<Defaults::Value>& stored) {
+    const auto* data = stored ? std::get_if<Defaults::Data>(&*stored) : nullptr;
+    return data == nullptr ? std::nullopt : StoredRecords::decodeRecentUninstalls(*data);
 }
 
 void eraseID(std::vector<RecentUninstall>& records, const std::string& id) {
@@ -112,10 +120,10 @@ Task<> AppLibrary::recordUninstall(InstalledApp app, StopToken stop) {
                                              return LeftoverFinder::leftovers(platform, app, stop);
                                          });
     const auto record = recordOf(app, items, m_platform.clock.now());
-    auto records = *recentUninstalls;
-    eraseID(records, record.id());
-    records.insert(records.begin(), record);
-    setRecentUninstalls(std::move(records));
+    changeRecentUninstalls([record](std::vector<RecentUninstall>& records) {
+        eraseID(records, record.id());
+        records.insert(records.begin(), record);
+    });
     notify(record);
 }
 
@@ -131,18 +139,35 @@ void AppLibrary::notify(const RecentUninstall& record) const {
                                   {{"section", std::string(rawValue(LibrarySection::overview))}}});
 }
 
-void AppLibrary::setRecentUninstalls(std::vector<RecentUninstall> records) {
+void AppLibrary::changeRecentUninstalls(const std::function<void(std::vector<RecentUninstall>&)>& change) {
+    followUninstalls();
+    auto records = *recentUninstalls;
+    m_platform.defaults.update(DefaultsKeys::kRecentUninstalls,
+                               [change, known = records](const std::optional<Defaults::Value>& stored) {
+                                   auto all = recordsIn(stored).value_or(known);
+                                   change(all);
+                                   const auto data = StoredRecords::encode(all);
+                                   return data ? std::optional<Defaults::Value>(*data) : stored;
+                               });
+    change(records);
     if (const auto data = StoredRecords::encode(records)) {
-        m_platform.defaults.set(DefaultsKeys::kRecentUninstalls, *data);
+        m_knownUninstalls = *data;
     }
     recentUninstalls = std::move(records);
+    followUninstalls(); // another start may have been quicker
+}
+
+void AppLibrary::followUninstalls() {
+    if (isStoredAnew(DefaultsKeys::kRecentUninstalls, m_knownUninstalls) && m_knownUninstalls) {
+        recentUninstalls = recordsIn(m_knownUninstalls).value_or(std::vector<RecentUninstall>());
+    }
 }
 
 void AppLibrary::dismissRecentUninstall(const RecentUninstall& record) {
-    auto records = *recentUninstalls;
-    eraseID(records, record.id());
-    if (records.size() != recentUninstalls->size()) {
-        setRecentUninstalls(std::move(records));
+    const std::string id = record.id(); // the record may be one of those that are about to change
+    followUninstalls();
+    if (std::ranges::find(*recentUninstalls, id, &RecentUninstall::id) != recentUninstalls->end()) {
+        changeRecentUninstalls([id](std::vector<RecentUninstall>& records) { eraseID(records, id); });
     }
 }
 

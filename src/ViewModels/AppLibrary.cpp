@@ -1,25 +1,23 @@
 #include "AppLibrary.h"
-#include "Defaults.h"
-#include "DefaultsKeys.h"
-#include "StoredRecords.h"
+#include <utility>
 
 namespace quillane {
 
 AppLibrary::AppLibrary(const Platform& platform)
     : m_platform(platform)
     , m_tasks(platform.tasks) {
-    const auto& defaults = platform.defaults;
-    if (const auto paths = defaults.stringArray(DefaultsKeys::kProtectedPaths)) {
-        protectedPaths = std::set<std::string>(paths->begin(), paths->end());
+    followProtection();
+    followOperation();
+    followUninstalls();
+}
+
+bool AppLibrary::isStoredAnew(std::string_view key, std::optional<Defaults::Value>& known) const {
+    auto stored = m_platform.defaults.value(key);
+    if (stored == known) {
+        return false;
     }
-    // Data that can't be read counts as none and stays until it is overwritten.
-    if (const auto data = defaults.data(DefaultsKeys::kLastOperation)) {
-        lastOperation = StoredRecords::decodeUndoableOperation(*data);
-    }
-    if (const auto data = defaults.data(DefaultsKeys::kRecentUninstalls)) {
-        recentUninstalls =
-            StoredRecords::decodeRecentUninstalls(*data).value_or(std::vector<RecentUninstall>());
-    }
+    known = std::move(stored);
+    return true;
 }
 
 } // namespace quillane

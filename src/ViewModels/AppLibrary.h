@@ -1,6 +1,7 @@
 #pragma once
 #include "AppFilter.h"
 #include "BulkRemoval.h"
+#include "Defaults.h"
 #include "DevCacheItem.h"
 #include "DuplicateGroup.h"
 #include "FilesMode.h"
@@ -29,6 +30,7 @@
 #include <set>
 #include <span>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -78,13 +80,14 @@ class AppLibrary {
     Published<std::unordered_set<FileURL>> inaccessible;
 
     bool isProtected(const FileURL& url) const;
-    // Takes effect at once and is stored at once.
+    // Takes effect at once and is stored at once, beside what another start of the program has stored.
     void setProtected(const FileURL& url, bool isProtected);
     // The same for each of them, stored once.
     void setProtected(const std::vector<FileURL>& urls, bool isProtected);
     // One look whether the Trash can be read by now; only while it can't and no scan runs.
     Task<> reprobeAccess();
-    // The application came to the front: the user may have been in the system's settings.
+    // The application came to the front: the user may have been in the system's settings, or in another start of the
+    // program over the same ones.
     void appBecameActive();
     static void quit(const Platform& platform, const std::optional<std::string>& bundleIdentifier);
     static void relaunch(const Platform& platform);
@@ -311,6 +314,8 @@ class AppLibrary {
 
     // Access
 
+    // Protection as it is stored by now.
+    void followProtection();
     // Measures the Trash; a result that a newer scan has overtaken is dropped.
     Task<> measureTrash(int generation);
     void watchForAccess();
@@ -478,8 +483,12 @@ class AppLibrary {
     void forgetApps(const std::unordered_set<FileURL>& gone);
     // Marks the lists that no scan finds and that may lack what has come back; their screens load them anew.
     void noteComeBack(const std::vector<FileURL>& urls);
-    // Stores the operation, or takes the stored one away.
-    void record(std::optional<UndoableOperation> operation);
+    // Stores the operation, in the place of whichever is stored.
+    void record(UndoableOperation operation);
+    // Takes the operation away that was put back; one that another start has recorded meanwhile stays.
+    void forgetOperation();
+    // The operation as it is stored by now. Not while this library makes one or puts one back.
+    void followOperation();
 
     // Which applications hold a leftover. Made at need; empty when applications or leftovers may have joined since.
     std::optional<LeftoverIndex> m_holders;
@@ -499,14 +508,25 @@ class AppLibrary {
     Task<> recordUninstall(InstalledApp app, StopToken stop);
     // Tells the user what was left behind, if anything was and the user wants to be told.
     void notify(const RecentUninstall& record) const;
-    // Stores them too. The stored ones stay when these can't be told in JSON.
-    void setRecentUninstalls(std::vector<RecentUninstall> records);
+    // Changes the records, and the stored ones with what another start has recorded. Those stay when they can't be told
+    // in JSON.
+    void changeRecentUninstalls(const std::function<void(std::vector<RecentUninstall>&)>& change);
+    // The records as they are stored by now.
+    void followUninstalls();
     // The applications of this id that are still listed and no longer there.
     std::vector<InstalledApp> vanishedApps(const std::string& id) const;
 
     // What all of them work with
 
+    // Whether something else is stored than was known, which is known from now on. Another start of the program over
+    // the same settings stores there too.
+    bool isStoredAnew(std::string_view key, std::optional<Defaults::Value>& known) const;
+
     const Platform m_platform; // references: copying it is cheap
+    // As they were last seen, or stored, in the settings.
+    std::optional<Defaults::Value> m_knownPaths;
+    std::optional<Defaults::Value> m_knownOperation;
+    std::optional<Defaults::Value> m_knownUninstalls;
     std::unique_ptr<UninstallWatcher> m_uninstallWatcher;
     TaskScope m_tasks; // last: its suspended frames go before what they use
 };

@@ -98,6 +98,15 @@ class AppLibraryUninstalls : public LibraryTest {
                            .notifications = notifications};
 };
 
+TEST_F(AppLibraryUninstalls, WhatAnotherStartHasRecordedStaysBesideANewRecord) {
+    begin();
+    defaults.set(DefaultsKeys::kRecentUninstalls, *StoredRecords::encode(std::vector{record("other")}));
+    trash("Alpha.app");
+    comeDue();
+    EXPECT_THAT(recorded(), ElementsAre("Alpha", "other"));
+    EXPECT_EQ(stored(), *library->recentUninstalls);
+}
+
 // The watcher and its setting
 
 TEST_F(AppLibraryUninstalls, TheApplicationsFoldersAreWatchedUnlessTheSettingIsOff) {

@@ -12,9 +12,13 @@
 #include <iterator>
 #include <limits>
 #include <memory>
+#include <set>
+#include <string>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <variant>
+#include <vector>
 
 namespace quillane {
 namespace {
@@ -105,6 +109,48 @@ TYPED_TEST(DefaultsContract, AValueThatMisleadsOnceItIsOldIsStoredAndToldAsAnyOt
     this->defaults->setOrForget("a", Defaults::Data{2});
     EXPECT_EQ(this->defaults->data("a"), Defaults::Data{2});
     EXPECT_EQ(heard, (std::vector<std::string>{"a", "a"}));
+}
+
+// What is stored, with this added.
+Defaults::Change adding(const std::string& text) {
+    return [text](const std::optional<Defaults::Value>& stored) {
+        auto texts = stored ? std::get<std::vector<std::string>>(*stored) : std::vector<std::string>();
+        texts.push_back(text);
+        return std::optional<Defaults::Value>(texts);
+    };
+}
+
+std::optional<Defaults::Value> nothing(const std::optional<Defaults::Value>& /*stored*/) {
+    return std::nullopt;
+}
+
+TYPED_TEST(DefaultsContract, AChangeIsMadeOfWhatIsStoredAndTold) {
+    std::vector<std::string> heard;
+    this->defaults->subscribe([&](const std::string& key) { heard.push_back(key); });
+    this->defaults->update("a", adding("1"));
+    this->defaults->update("a", adding("2"));
+    this->defaults->updateOrForget("a", adding("3"));
+    EXPECT_EQ(this->defaults->stringArray("a"), (std::vector<std::string>{"1", "2", "3"}));
+    EXPECT_EQ(heard, (std::vector<std::string>{"a", "a", "a"}));
+}
+
+TYPED_TEST(DefaultsContract, AChangeSeesNoRegisteredValueAndMayTakeTheStoredOneAway) {
+    this->defaults->registerDefaults({{"a", std::vector<std::string>{"registered"}}});
+    this->defaults->update("a", adding("1"));
+    EXPECT_EQ(this->defaults->stringArray("a"), std::vector<std::string>{"1"});
+    this->defaults->update("a", nothing);
+    EXPECT_EQ(this->defaults->stringArray("a"), std::vector<std::string>{"registered"});
+}
+
+TYPED_TEST(DefaultsContract, AChangeThatLeavesTheValueAsItIsIsNotTold) {
+    this->defaults->set("a", true);
+    int heard = 0;
+    this->defaults->subscribe([&](const std::string&) { ++heard; });
+    this->defaults->update("a", [](const auto& stored) { return stored; });
+    this->defaults->update("b", nothing);
+    this->defaults->updateOrForget("b", nothing);
+    EXPECT_EQ(heard, 0);
+    EXPECT_TRUE(this->defaults->boolean("a"));
 }
 
 struct Coercion {
@@ -416,6 +462,78 @@ TEST_F(FileDefaultsTest, LinksThatLeadInACircleAreLeftAlone) {
     struct stat status = {};
     ASSERT_EQ(::lstat(path.c_str(), &status), 0);
     EXPECT_TRUE(S_ISLNK(status.st_mode));
+}
+
+TEST_F(FileDefaultsTest, AChangeIsMadeOfWhatAnotherInstanceHasStored) {
+    FileDefaults defaults(path);
+    defaults.update("a", adding("1"));
+    FileDefaults(path).update("a", adding("2"));
+    defaults.update("a", adding("3"));
+    EXPECT_EQ(FileDefaults(path).stringArray("a"), (std::vector<std::string>{"1", "2", "3"}));
+}
+
+TEST_F(FileDefaultsTest, AChangeThatLeavesTheValueAsItIsWritesNothing) {
+    FileDefaults(path).set("a", true);
+    struct stat before = {};
+    ASSERT_EQ(::stat(path.c_str(), &before), 0);
+    FileDefaults(path).update("a", [](const auto& stored) { return stored; });
+    struct stat after = {};
+    ASSERT_EQ(::stat(path.c_str(), &after), 0);
+    EXPECT_EQ(after.st_ino, before.st_ino); // each writing makes a new file
+}
+
+// A folder in the place of the file can be neither read nor written.
+TEST_F(FileDefaultsTest, ChangesThatCouldNotBeWrittenAreMadeAnewOfWhatIsStoredByThen) {
+    FileDefaults defaults(path);
+    folder.folder("quillane/defaults.plist");
+    defaults.update("a", adding("1"));
+    defaults.update("a", adding("2"));
+    EXPECT_EQ(defaults.stringArray("a"), (std::vector<std::string>{"1", "2"}));
+    folder.remove("quillane/defaults.plist");
+    FileDefaults(path).update("a", adding("other"));
+    EXPECT_EQ(defaults.stringArray("a"), (std::vector<std::string>{"other", "1", "2"}));
+    defaults.set("b", true);
+    EXPECT_EQ(FileDefaults(path).stringArray("a"), (std::vector<std::string>{"other", "1", "2"}));
+    FileDefaults(path).update("a", adding("more"));
+    EXPECT_EQ(defaults.stringArray("a"), (std::vector<std::string>{"other", "1", "2", "more"})); // once
+}
+
+TEST_F(FileDefaultsTest, AChangeOfAValueThatCouldNotBeWrittenGoesWithIt) {
+    FileDefaults defaults(path);
+    folder.folder("quillane/defaults.plist");
+    defaults.set("a", std::vector<std::string>{"whole"});
+    defaults.update("a", adding("1"));
+    folder.remove("quillane/defaults.plist");
+    FileDefaults(path).set("a", std::vector<std::string>{"other"});
+    defaults.set("b", true);
+    EXPECT_EQ(FileDefaults(path).stringArray("a"), (std::vector<std::string>{"whole", "1"}));
+}
+
+// Processes change one value at once, each adding its own.
+TEST_F(FileDefaultsTest, OfChangesThatProcessesMakeAtOnceNoneIsLost) {
+    constexpr int kProcesses = 4;
+    constexpr int kChanges = 40;
+    std::vector<pid_t> children;
+    for (int process = 0; process < kProcesses; ++process) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            FileDefaults defaults(path);
+            for (int i = 0; i < kChanges; ++i) {
+                defaults.update("a", adding(std::to_string(process) + "/" + std::to_string(i)));
+            }
+            ::_exit(0);
+        }
+        ASSERT_GT(child, 0);
+        children.push_back(child);
+    }
+    for (const auto child : children) {
+        int status = 1;
+        ASSERT_EQ(::waitpid(child, &status, 0), child);
+        EXPECT_EQ(status, 0);
+    }
+    const auto texts = FileDefaults(path).stringArray("a").value_or(std::vector<std::string>());
+    EXPECT_EQ(texts.size(), std::size_t{kProcesses * kChanges});
+    EXPECT_EQ(std::set<std::string>(texts.begin(), texts.end()).size(), texts.size());
 }
 
 // Several processes store at once, and each is killed at a moment that is as good as any.

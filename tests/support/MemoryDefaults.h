@@ -20,6 +20,20 @@ class MemoryDefaults final : public Defaults {
         tell(std::string(key));
     }
     void setOrForget(std::string_view key, Value value) override { set(key, std::move(value)); }
+    void update(std::string_view key, Change change) override {
+        const auto found = m_stored.find(key);
+        const auto before = found == m_stored.end() ? std::nullopt : std::optional(found->second);
+        auto after = change(before);
+        if (after == before) {
+            return;
+        }
+        if (after) {
+            set(key, std::move(*after));
+        } else {
+            clear(key);
+        }
+    }
+    void updateOrForget(std::string_view key, Change change) override { update(key, std::move(change)); }
     void clear(std::string_view key) override {
         m_stored.erase(std::string(key));
         tell(std::string(key));

@@ -42,6 +42,14 @@ PropertyList::Value toStored(const Defaults::Value& value) {
         value);
 }
 
+std::optional<PropertyList::Value> toStored(const std::optional<Defaults::Value>& value) {
+    return value ? std::optional(toStored(*value)) : std::nullopt;
+}
+
+Defaults::Change becoming(std::optional<Defaults::Value> value) {
+    return [value = std::move(value)](const std::optional<Defaults::Value>&) { return value; };
+}
+
 // Nothing for kinds that settings don't have.
 std::optional<Defaults::Value> fromStored(const PropertyList::Value& value) {
     return std::visit(
@@ -174,7 +182,19 @@ bool FileDefaults::reloadIfChanged() const {
     }
     m_stamp = stamp;
     m_stored = valuesIn(*bytes);
+    makeAnew();
     return true;
+}
+
+void FileDefaults::makeAnew() const {
+    for (const auto& [key, changes] : m_told) {
+        const auto stored = m_stored.find(key);
+        auto value = stored == m_stored.end() ? std::nullopt : fromStored(stored->second);
+        for (const auto& change : changes) {
+            value = change(value);
+        }
+        m_unwritten.insert_or_assign(key, toStored(value));
+    }
 }
 
 FileDefaults::Stored FileDefaults::valuesIn(const std::string& bytes) const {
@@ -190,14 +210,19 @@ FileDefaults::Stored FileDefaults::valuesIn(const std::string& bytes) const {
     return values;
 }
 
+std::optional<Defaults::Value> FileDefaults::ownValue(std::string_view key) const {
+    if (const auto unwritten = m_unwritten.find(key); unwritten != m_unwritten.end()) {
+        return unwritten->second ? fromStored(*unwritten->second) : std::nullopt;
+    }
+    const auto stored = m_stored.find(key);
+    return stored == m_stored.end() ? std::nullopt : fromStored(stored->second);
+}
+
 std::optional<Defaults::Value> FileDefaults::value(std::string_view key) const {
     (void)reloadIfChanged();
-    if (const auto unwritten = m_unwritten.find(key); unwritten != m_unwritten.end()) {
-        if (const auto& value = unwritten->second) {
-            return fromStored(*value);
-        }
-    } else if (const auto stored = m_stored.find(key); stored != m_stored.end()) {
-        return fromStored(stored->second);
+    const auto unwritten = m_unwritten.find(key);
+    if (unwritten == m_unwritten.end() ? m_stored.contains(key) : unwritten->second.has_value()) {
+        return ownValue(key);
     }
     const auto found = m_registered.find(key);
     return found == m_registered.end() ? std::nullopt : std::optional(found->second);
@@ -262,6 +287,7 @@ bool FileDefaults::store() {
     m_stamp = stampOfFile();
     m_stored = std::move(wanted->values);
     m_unwritten = std::move(wanted->heldBack);
+    std::erase_if(m_told, [&](const auto& told) { return !m_unwritten.contains(told.first); });
     return true;
 }
 
@@ -287,7 +313,7 @@ void FileDefaults::crossOut(const std::string& key) {
     }
 }
 
-void FileDefaults::change(const std::string& key, std::optional<PropertyList::Value> value, Older older) {
+bool FileDefaults::change(const std::string& key, Change change, Older older, Basis basis) {
     AtomicFile::makeFoldersAbove(m_path);
     // The lock is a file of its own, as the list itself is replaced. It goes when it is closed, also by a crash.
     const std::string lockPath = m_path + ".lock";
@@ -296,7 +322,22 @@ void FileDefaults::change(const std::string& key, std::optional<PropertyList::Va
         while (::flock(lock.get(), LOCK_EX) != 0 && errno == EINTR) {
         }
     }
-    m_unwritten.insert_or_assign(key, std::move(value));
+    if (basis == Basis::stored) {
+        (void)reloadIfChanged();
+    }
+    const auto before = basis == Basis::stored ? ownValue(key) : std::nullopt;
+    auto after = change(before);
+    if (basis == Basis::stored && after == before) {
+        return false;
+    }
+    if (basis == Basis::none) {
+        m_told.erase(key);
+    }
+    if (!after) {
+        older = Older::goes;
+    }
+    m_told[key].push_back(std::move(change));
+    m_unwritten.insert_or_assign(key, toStored(after));
     if (older == Older::goes) {
         m_misleading.insert(key);
     } else {
@@ -305,21 +346,34 @@ void FileDefaults::change(const std::string& key, std::optional<PropertyList::Va
     if (!store() && older == Older::goes) {
         crossOut(key);
     }
+    return true;
 }
 
 void FileDefaults::set(std::string_view key, Value value) {
-    change(std::string(key), toStored(value), Older::stays);
+    (void)change(std::string(key), becoming(std::move(value)), Older::stays, Basis::none);
     tell(std::string(key));
 }
 
 void FileDefaults::setOrForget(std::string_view key, Value value) {
-    change(std::string(key), toStored(value), Older::goes);
+    (void)change(std::string(key), becoming(std::move(value)), Older::goes, Basis::none);
     tell(std::string(key));
 }
 
 void FileDefaults::clear(std::string_view key) {
-    change(std::string(key), std::nullopt, Older::goes);
+    (void)change(std::string(key), becoming(std::nullopt), Older::goes, Basis::none);
     tell(std::string(key));
+}
+
+void FileDefaults::update(std::string_view key, Change change) {
+    if (this->change(std::string(key), std::move(change), Older::stays, Basis::stored)) {
+        tell(std::string(key));
+    }
+}
+
+void FileDefaults::updateOrForget(std::string_view key, Change change) {
+    if (this->change(std::string(key), std::move(change), Older::goes, Basis::stored)) {
+        tell(std::string(key));
+    }
 }
 
 void FileDefaults::registerDefaults(const std::map<std::string, Value>& values) {

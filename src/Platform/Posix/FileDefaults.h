@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <sys/types.h>
+#include <vector>
 
 namespace quillane {
 
@@ -36,6 +37,8 @@ class FileDefaults final : public Defaults {
     std::optional<Value> value(std::string_view key) const override;
     void set(std::string_view key, Value value) override;
     void setOrForget(std::string_view key, Value value) override;
+    void update(std::string_view key, Change change) override;
+    void updateOrForget(std::string_view key, Change change) override;
     void clear(std::string_view key) override;
     void registerDefaults(const std::map<std::string, Value>& values) override;
     SubscriptionId subscribe(std::function<void(const std::string& key)> changed) override;
@@ -69,7 +72,13 @@ class FileDefaults final : public Defaults {
     Stored valuesIn(const std::string& bytes) const;
     // What becomes of the older value in the file when the new one can't be written.
     enum class Older { stays, goes };
-    void change(const std::string& key, std::optional<PropertyList::Value> value, Older older);
+    // False when there is nothing to change: where a change may leave the value as it is.
+    enum class Basis { none, stored };
+    bool change(const std::string& key, Change change, Older older, Basis basis);
+    // As this process knows it: what is stored, or what is to be. No registered value.
+    std::optional<Value> ownValue(std::string_view key) const;
+    // The unwritten values, made of what is stored now.
+    void makeAnew() const;
     // Writes what is unwritten and has room. False when nothing was written.
     bool store();
     bool write(const std::string& text) const;
@@ -84,8 +93,10 @@ class FileDefaults final : public Defaults {
     PropertyList::Limits m_limits;
     SpaceReserve* m_reserve;
     mutable Stored m_stored;
-    mutable std::optional<Stamp> m_stamp = Stamp();  // of what is stored; nothing when it is not known
-    Changes m_unwritten;                             // not in the file yet
+    mutable std::optional<Stamp> m_stamp = Stamp(); // of what is stored; nothing when it is not known
+    // Not in the file yet: what is to become of its values, by key and in the order of telling, and what that comes to.
+    std::map<std::string, std::vector<Change>, std::less<>> m_told;
+    mutable Changes m_unwritten;
     std::set<std::string, std::less<>> m_misleading; // of these, whose older values are to go
     std::map<std::string, Value, std::less<>> m_registered;
     std::map<SubscriptionId, std::function<void(const std::string&)>> m_subscribers;

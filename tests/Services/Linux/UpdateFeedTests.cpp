@@ -1,6 +1,8 @@
 #include "FeedSigner.h"
 #include "UpdateFeed.h"
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
 #include <variant>
 
@@ -102,6 +104,13 @@ TEST_F(SignedFeed, WhatIsSignedAndNoAnnouncementIsUnreadable) {
           std::string(UpdateFeed::kMostBytes - 100, '[')}) {
         EXPECT_EQ(fault(m_signer.feed(text)), Fault::unreadable) << text.substr(0, 100);
     }
+}
+
+// By the program of the library, as tools/sign-feed calls it.
+TEST_F(SignedFeed, WhatTheToolOfTheMakersSignedIsRead) {
+    std::ifstream file(QUILLANE_FUZZ_CORPUS "/update-feed/feed", std::ios::binary);
+    const std::string text((std::istreambuf_iterator<char>(file)), {});
+    EXPECT_TRUE(std::holds_alternative<AppUpdate>(UpdateFeed::read(text, m_signer.publicKey())));
 }
 
 TEST(UpdateFeed, MayLackNotesAndHoldMore) {

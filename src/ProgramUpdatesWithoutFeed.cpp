@@ -1,0 +1,25 @@
+#include "FileDefaults.h"
+#include "ProgramUpdates.h"
+#include "UpdateSettings.h"
+#include "UpdaterWithoutFeed.h"
+
+namespace quillane {
+
+struct ProgramUpdates::Parts {
+    explicit Parts(const std::string& home)
+        : settings(FileDefaults::userPath(home, UpdateSettings::kFileName)) {}
+
+    FileDefaults settings;
+    UpdaterWithoutFeed updater{VersionNumber::parse(QUILLANE_VERSION).value(), settings};
+};
+
+ProgramUpdates::ProgramUpdates(Clock& /*clock*/, TaskRunner& /*tasks*/, const std::string& home)
+    : m_parts(std::make_unique<Parts>(home)) {}
+
+ProgramUpdates::~ProgramUpdates() = default;
+
+Updater& ProgramUpdates::updater() {
+    return m_parts->updater;
+}
+
+} // namespace quillane

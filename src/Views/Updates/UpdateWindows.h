@@ -1,0 +1,32 @@
+#pragma once
+#include "UpdatePresenter.h"
+#include <QPointer>
+
+namespace quillane {
+
+class UpdateWindow;
+
+// Shows updates in a window of their own, of which there is one at most. Main thread only.
+class UpdateWindows final : public UpdatePresenter {
+  public:
+    UpdateWindows() = default;
+    ~UpdateWindows() override;
+    UpdateWindows(const UpdateWindows&) = delete;
+    UpdateWindows& operator=(const UpdateWindows&) = delete;
+
+    void showChecking(std::function<void()> cancel) override;
+    void showUpdate(const AppUpdate& update, const VersionNumber& installed, Asked asked) override;
+    void showUpToDate(const VersionNumber& installed) override;
+    void showFailure(Failure failure) override;
+
+    // Null while it is closed.
+    UpdateWindow* window() const;
+
+  private:
+    UpdateWindow& opened();
+    void present(Asked asked);
+
+    QPointer<UpdateWindow> m_window; // deletes itself when it is closed
+};
+
+} // namespace quillane
