@@ -315,11 +315,15 @@ TEST_F(SettingsWindow, AClickOnATabShowsIt) {
 }
 
 TEST_F(SettingsWindow, TabsStandStillWhicheverIsInFront) {
-    Look::setTextScale(2); // which makes them as wide as their words
-    open(Tab::general);
-    const QRect second = settings->tabs()->tab(1)->geometry();
-    open(Tab::automation);
-    EXPECT_EQ(settings->tabs()->tab(1)->geometry(), second);
+    QList<QRect> places;
+    for (const auto front : {Tab::general, Tab::automation}) {
+        Look::setTextScale(1);
+        open(front);
+        Look::setTextScale(2); // lays them out anew, as wide as their words
+        turn();
+        places << settings->tabs()->tab(1)->geometry();
+    }
+    EXPECT_EQ(places[0], places[1]);
 }
 
 // Assistive tools
