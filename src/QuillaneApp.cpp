@@ -15,7 +15,9 @@ namespace {
 template <class Window>
 void forgetClosed(QPointer<Window>& window) {
     if (window && window->isHidden()) {
-        delete window;
+        Window* const closed = window.data();
+        window.clear();
+        delete closed;
     }
 }
 
@@ -24,7 +26,7 @@ bool isOpen(const QWidget* window) {
 }
 
 // Before anything reads the settings.
-const Platform& withDefaults(const Platform& platform) {
+Platform withDefaults(const Platform& platform) {
     AutomationSettings::registerDefaults(platform.defaults);
     return platform;
 }
