@@ -57,7 +57,8 @@ void ProgramLife::waitForPanel() {
 
 void ProgramLife::stopWaiting() {
     if (m_wait) {
-        m_library.platform().clock.cancel(*std::exchange(m_wait, std::nullopt));
+        m_library.platform().clock.cancel(*m_wait);
+        m_wait.reset();
     }
 }
 

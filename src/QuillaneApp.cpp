@@ -15,7 +15,9 @@ namespace {
 template <class Window>
 void forgetClosed(QPointer<Window>& window) {
     if (window && window->isHidden()) {
-        delete window;
+        Window* const closed = window.data();
+        window.clear();
+        delete closed;
     }
 }
 
@@ -24,7 +26,7 @@ bool isOpen(const QWidget* window) {
 }
 
 // Before anything reads the settings.
-const Platform& withDefaults(const Platform& platform) {
+Platform withDefaults(const Platform& platform) {
     AutomationSettings::registerDefaults(platform.defaults);
     return platform;
 }
@@ -89,7 +91,7 @@ void QuillaneApp::showSettings(SettingsTab tab) {
     }
     m_settings->showTab(tab);
     if (isNew) {
-        m_settings->placeOver(m_window);
+        m_settings->placeOver(window());
     }
     m_settings->setWindowState(m_settings->windowState() & ~Qt::WindowMinimized);
     m_settings->show();

@@ -166,6 +166,70 @@ TEST(OfficeArchive, ReadsNoDirectoryWithoutEnd) {
     EXPECT_LE(file.read, limits.directory + (std::size_t{64} << 10U));
 }
 
+void appendNumber(std::string& bytes, std::size_t value, int size) {
+    for (int i = 0; i < size; ++i) {
+        bytes += static_cast<char>(value >> (8 * i) & 0xFFU);
+    }
+}
+
+// What the header of a member and its entry in the directory share: stored, of so many bytes.
+void appendMember(std::string& bytes, const std::string& name, std::size_t size) {
+    appendNumber(bytes, 20, 2);        // the version that unpacks it
+    bytes.append(2 + 2 + 4 + 4, '\0'); // nothing special, stored, no date, no checksum
+    appendNumber(bytes, size, 4);
+    appendNumber(bytes, size, 4);
+    appendNumber(bytes, name.size(), 2);
+    bytes.append(2, '\0');
+}
+
+// An archive in which the bytes of each member are all that follows up to the directory: the headers of the others, and
+// at last these words.
+std::string zipOfQuotes(int count, const std::string& words) {
+    const auto nameOf = [](int i) { return "ppt/slides/slide" + std::to_string(1000 + i) + ".xml"; };
+    const auto header = 30 + nameOf(0).size();
+    const auto end = static_cast<std::size_t>(count) * header + words.size();
+    std::string zip;
+    std::string directory;
+    for (int i = 0; i < count; ++i) {
+        const auto begin = zip.size();
+        const auto size = end - begin - header;
+        zip += "PK\x03\x04";
+        appendMember(zip, nameOf(i), size);
+        zip += nameOf(i);
+        directory += "PK\x01\x02";
+        appendNumber(directory, 20, 2);
+        appendMember(directory, nameOf(i), size);
+        directory.append(2 + 2 + 2 + 4, '\0');
+        appendNumber(directory, begin, 4);
+        directory += nameOf(i);
+    }
+    zip += words + directory + "PK\x05\x06";
+    zip.append(2 + 2, '\0');
+    appendNumber(zip, static_cast<std::size_t>(count), 2);
+    appendNumber(zip, static_cast<std::size_t>(count), 2);
+    appendNumber(zip, directory.size(), 4);
+    appendNumber(zip, end, 4);
+    zip.append(2, '\0'); // no comment
+    return zip;
+}
+
+TEST(OfficeArchive, MembersThatQuoteEachOtherAreReadOnceInAll) {
+    constexpr int kMembers = 60;
+    constexpr std::size_t kStep = std::size_t{64} << 10U;
+    static_assert(kMembers * 8 > 4 + 9 + kMembers + 2, "read for each member it would be more");
+    const auto zip = zipOfQuotes(kMembers, run("quoted") + std::string(8 * kStep, ' '));
+    OfficeArchive::Limits limits;
+    limits.file = zip.size();
+    limits.directory = 4 * kStep;
+    limits.members = kMembers;
+    BytesFile file(zip);
+    TextSink sink(std::size_t{1} << 20U);
+    OfficeArchive::add(file, limits, {}, sink);
+    EXPECT_TRUE(sink.text().starts_with("quoted")) << "the first of them are read";
+    EXPECT_GT(file.read, zip.size());
+    EXPECT_LE(file.read, limits.directory + limits.file + (kMembers + 2) * kStep);
+}
+
 TEST(OfficeArchive, OfAFileBeyondTheLimitIsNotReadAtAll) {
     BytesFile file(docxOf("words"));
     OfficeArchive::Limits limits;

@@ -113,6 +113,15 @@ TEST_F(SettingsFaults, WhicheverCallFailsAValueThatIsTakenAwayIsGoneFromTheFile)
     EXPECT_TRUE(harmful.empty());
 }
 
+TEST_F(SettingsFaults, WhicheverCallFailsAValueThatAChangeTakesAwayIsGoneFromTheFile) {
+    const auto harmful = failEachCall(
+        [](FileDefaults& defaults) {
+            defaults.update("key", [](const auto&) { return std::optional<Defaults::Value>(); });
+        },
+        std::nullopt, std::nullopt);
+    EXPECT_TRUE(harmful.empty());
+}
+
 // As on a full disk without a reserve.
 int refuseNewFiles(const SystemCall& call) {
     return call.name == "renameat" ? ENOSPC : 0;

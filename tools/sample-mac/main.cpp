@@ -1,5 +1,5 @@
 // The window over a sample Mac, which is laid beside this program and goes with it. As at a first launch it begins
-// with the welcome, unless started with --welcomed.
+// with the welcome, unless started with --welcomed. With `--applications COUNT` that many applications are all there is.
 #include "Defaults.h"
 #include "DefaultsKeys.h"
 #include "DesktopMenuBarExtra.h"
@@ -40,6 +40,12 @@ struct TreeOwner {
     ~TreeOwner() { removeTree(path); }
 };
 
+SampleMac macFor(const QStringList& arguments, Date now) {
+    const auto option = arguments.indexOf(QStringLiteral("--applications"));
+    const auto count = option < 0 ? 0 : arguments.value(option + 1).toInt();
+    return count > 0 ? SampleMac::manyApplications(count, now) : SampleMac::full(now);
+}
+
 } // namespace
 } // namespace quillane
 
@@ -56,7 +62,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     const TreeOwner tree{volume.path().toStdString()};
-    SampleSession session(desktop, SampleMac::full(desktop.clock().now()), tree.path);
+    SampleSession session(desktop, macFor(QApplication::arguments(), desktop.clock().now()), tree.path);
     DesktopNotifications notifications(session.tasks());
     DesktopMenuBarExtra menuBarExtra(session.tasks());
     QuillaneApp app(session.platform(notifications, menuBarExtra));

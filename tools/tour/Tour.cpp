@@ -96,10 +96,11 @@ std::string fingerprint(const std::string& hostFolder) {
 
 } // namespace
 
-Tour::Tour(QuillaneApp& app, RecordingNotifications& notifications, const SampleMac& mac,
-           std::string hostFolder, QString pictures)
+Tour::Tour(QuillaneApp& app, RecordingNotifications& notifications, FakeMenuBarExtra& panel,
+           const SampleMac& mac, std::string hostFolder, QString pictures)
     : m_app(app)
     , m_notifications(notifications)
+    , m_panel(panel)
     , m_mac(mac)
     , m_hostFolder(std::move(hostFolder))
     , m_pictures(std::move(pictures)) {
@@ -112,6 +113,7 @@ Tour::Tour(QuillaneApp& app, RecordingNotifications& notifications, const Sample
 
 bool Tour::run() {
     say(QStringLiteral("A sample Mac with %1 applications of others is laid out.").arg(m_shown.size()));
+    beWelcomed();
     waitForScan();
     if (m_complaints.isEmpty()) {
         visitSections();
@@ -131,6 +133,7 @@ bool Tour::run() {
         visitStartup();
         visitAutomation();
         cleanAndPutBack();
+        visitDesktop();
     }
     for (const auto& complaint : std::as_const(m_complaints)) {
         say(QStringLiteral("WRONG: ") + complaint);

@@ -16,6 +16,8 @@ class QWidget;
 namespace quillane {
 
 class ContentView;
+class FakeMenuBarExtra;
+class MenuBarPopover;
 class OverviewView;
 class QuillaneApp;
 class RecentUninstallCard;
@@ -26,10 +28,10 @@ struct UserNotification;
 // compared with what lies on disk, which is read here without the program's own services.
 class Tour {
   public:
-    // `notifications` is where the application tells things; `hostFolder` is where the Mac was laid; pictures go to
+    // `notifications` is where the application tells things, `panel` where its item stands; `hostFolder` is where the Mac was laid; pictures go to
     // `pictures`.
-    Tour(QuillaneApp& app, RecordingNotifications& notifications, const SampleMac& mac,
-         std::string hostFolder, QString pictures);
+    Tour(QuillaneApp& app, RecordingNotifications& notifications, FakeMenuBarExtra& panel,
+         const SampleMac& mac, std::string hostFolder, QString pictures);
 
     // Visits everything that stands. The findings are printed; true when there was nothing to complain of.
     bool run();
@@ -94,6 +96,17 @@ class Tour {
     void compareCard(const RecentUninstallCard& card, const ExpectedApp& app);
     void reviewLeftovers(OverviewView& screen, const RecentUninstallCard& card, const ExpectedApp& app);
 
+    // Tour+Desktop.cpp: the windows beside the main one, and the item in the panel.
+    void beWelcomed();
+    // Reads the welcome that is up to its end.
+    void readWelcome();
+    void visitDesktop();
+    void changeSettings();
+    void pressItem();
+    // Null, and a complaint, when it does not open.
+    MenuBarPopover* openPopover();
+    void closeAndComeBack();
+
     // The main job: review, keep one row, move the rest, look into the Trash on disk, and put it all back.
     void cleanAndPutBack();
     // Nothing in its place, everything in the Trash.
@@ -121,6 +134,7 @@ class Tour {
 
     QuillaneApp& m_app;
     RecordingNotifications& m_notifications;
+    FakeMenuBarExtra& m_panel;
     const SampleMac& m_mac;
     const std::string m_hostFolder;
     const QString m_pictures;

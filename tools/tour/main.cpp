@@ -1,7 +1,5 @@
 // Opens the window over a sample Mac, walks through it and says what it saw.
 // Usage: quillane-tour PICTURES [--small]
-#include "Defaults.h"
-#include "DefaultsKeys.h"
 #include "FakeMenuBarExtra.h"
 #include "QuillaneApp.h"
 #include "RecordingNotifications.h"
@@ -36,10 +34,9 @@ int main(int argc, char** argv) {
     RecordingNotifications notifications(session.tasks());
     FakeMenuBarExtra menuBarExtra(session.tasks());
     QuillaneApp app(session.platform(notifications, menuBarExtra));
-    app.library().platform().defaults.set(DefaultsKeys::kHasSeenOnboarding, true);
     app.showWindow();
     Visitor::waitUntil([&] { return app.window()->window()->windowHandle()->isExposed(); });
     std::printf("The window stood %lld ms after the start, the laying of the sample not counted.\n",
                 static_cast<long long>(sinceStart.elapsed() - (afterSample - beforeSample)));
-    return Tour(app, notifications, mac, folder, arguments.at(1)).run() ? 0 : 1;
+    return Tour(app, notifications, menuBarExtra, mac, folder, arguments.at(1)).run() ? 0 : 1;
 }

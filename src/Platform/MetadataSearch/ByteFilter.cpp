@@ -145,6 +145,28 @@ QUILLANE_ALWAYS_INLINE void gatherBroken(const Octets& at, const Octets& next, O
     bits |= __builtin_elementwise_min(begins, next ^ Byte{0x80});
 }
 
+// What is gathered of a block that is not all ASCII. Without initialisers: the constructor of a class would not be made
+// for each processor.
+struct Gathered {
+    Octets letters;  // the least
+    Octets spelling; // the least
+    Octets highest;
+    Octets broken; // the bits of all
+};
+
+template <Encoding encoding>
+QUILLANE_ALWAYS_INLINE void gatherOthers(const Byte* bytes, Gathered& gathered) {
+    Octets at;
+    load(at, bytes);
+    gatherSpelling(at, gathered.spelling);
+    gathered.highest = __builtin_elementwise_max(gathered.highest, at);
+    if constexpr (encoding == Encoding::unknown) {
+        Octets next;
+        load(next, bytes + 1);
+        gatherBroken(at, next, gathered.broken);
+    }
+}
+
 // From here on bytes begin marks, or characters of three bytes and more.
 constexpr Byte kFirstOfMany = 0xD2;
 
@@ -175,26 +197,16 @@ QUILLANE_ALWAYS_INLINE std::size_t skipForeign(const Byte* bytes, std::size_t bl
                                                const Quad& quad) {
     for (; block < blocks; ++block) {
         const auto* const begin = bytes + block * kBlock;
-        Octets letters = ~Octets{};
-        Octets spelling = ~Octets{};
-        Octets highest = {};
-        Octets broken = {};
+        Gathered gathered{~Octets{}, ~Octets{}, {}, {}};
         for (std::size_t i = 0; i < kBlock; i += kLane) {
-            Octets at;
-            load(at, begin + i);
-            gatherLetters(begin + i, quad, letters);
-            gatherSpelling(at, spelling);
-            highest = __builtin_elementwise_max(highest, at);
-            if constexpr (encoding == Encoding::unknown) {
-                Octets next;
-                load(next, begin + i + 1);
-                gatherBroken(at, next, broken);
-            }
+            gatherLetters(begin + i, quad, gathered.letters);
+            gatherOthers<encoding>(begin + i, gathered);
         }
-        if (isAny((letters == 0) | (spelling <= kMostOfTwo) | ((broken & kIsBroken) != 0))) {
+        if (isAny((gathered.letters == 0) | (gathered.spelling <= kMostOfTwo) |
+                  ((gathered.broken & kIsBroken) != 0))) {
             break;
         }
-        if (isAny(highest >= kFirstOfMany) || begin[kBlock] >= kFirstOfMany) {
+        if (isAny(gathered.highest >= kFirstOfMany) || begin[kBlock] >= kFirstOfMany) {
             Lane others = {};
             Lane marking = {};
             lookForOthers<encoding>(begin, others, marking);
@@ -292,28 +304,18 @@ template <Encoding encoding>
 QUILLANE_ALWAYS_INLINE void skipSpelt(const Byte* bytes, std::size_t blocks, const Quad& quad, Place& place) {
     for (std::size_t plain = 0; place.next < blocks && plain < kAfterSpelling; ++place.next) {
         const auto* const begin = bytes + place.next * kBlock;
-        Octets letters = ~Octets{};
-        Octets spelling = ~Octets{};
-        Octets highest = {};
-        Octets broken = {};
+        Gathered gathered{~Octets{}, ~Octets{}, {}, {}};
         for (std::size_t i = 0; i < kBlock; i += kLane) {
-            Octets at;
-            load(at, begin + i);
-            gatherWide(begin + i, quad, letters);
-            gatherSpelling(at, spelling);
-            highest = __builtin_elementwise_max(highest, at);
-            if constexpr (encoding == Encoding::unknown) {
-                Octets next;
-                load(next, begin + i + 1);
-                gatherBroken(at, next, broken);
-            }
+            gatherWide(begin + i, quad, gathered.letters);
+            gatherOthers<encoding>(begin + i, gathered);
         }
-        if (isAny((letters <= kMostOfWide) | (highest >= kFirstOfMany) | ((broken & kIsBroken) != 0)) ||
+        if (isAny((gathered.letters <= kMostOfWide) | (gathered.highest >= kFirstOfMany) |
+                  ((gathered.broken & kIsBroken) != 0)) ||
             begin[kBlock] >= kFirstOfMany) {
             break;
         }
         place.isLookedAt = true;
-        place.isSpelling = isAny(spelling <= kMostOfTwo);
+        place.isSpelling = isAny(gathered.spelling <= kMostOfTwo);
         plain = place.isSpelling ? 0 : plain + 1;
     }
 }

@@ -17,14 +17,15 @@ const auto kClickAction = QStringLiteral("default"); // what a click does, by th
 constexpr int kServersChoice = -1;                   // how long a notification shows
 constexpr uchar kNormalUrgency = 1;
 
-QDBusMessage callOf(const char* method) {
-    return QDBusMessage::createMethodCall(kService, kPath, kService, QString::fromLatin1(method));
+QDBusMessage callOf(const char* method, const QString& server = kService) {
+    return QDBusMessage::createMethodCall(server, kPath, kService, QString::fromLatin1(method));
 }
 
-QDBusMessage endOf(uint number) {
-    auto call = callOf("CloseNotification");
+// For the server that gave the number: with another one it is another program's.
+QDBusMessage endOf(const NotificationServer::Number& number) {
+    auto call = callOf("CloseNotification", number.server);
     call.setAutoStartService(false); // nothing stands where there is no server
-    call << number;
+    call << number.value;
     return call;
 }
 
@@ -116,8 +117,7 @@ void NotificationServer::show(const Words& words, uint replaced, Shown answer) {
 // To the server that is known, so that it is known whose number comes back; one that has gone meanwhile leaves it to
 // whoever has the name then, or is started for it.
 void NotificationServer::post(const QString& server, const Words& words, uint replaced, Shown answer) {
-    auto call = QDBusMessage::createMethodCall(server.isEmpty() ? kService : server, kPath, kService,
-                                               QStringLiteral("Notify"));
+    auto call = callOf("Notify", server.isEmpty() ? kService : server);
     call << QStringLiteral("Quillane") << replaced << kDesktopFile << words.title << words.body
          << QStringList({kClickAction, QStringLiteral("Open Quillane")}) << hints() << kServersChoice;
     await(m_bus.asyncCall(call, m_patience),
@@ -133,14 +133,14 @@ void NotificationServer::post(const QString& server, const Words& words, uint re
 }
 
 void NotificationServer::close(const Number& number) {
-    m_bus.asyncCall(endOf(number.value), m_patience);
+    m_bus.asyncCall(endOf(number), m_patience);
 }
 
 void NotificationServer::closeAll(const std::vector<Number>& numbers, std::chrono::milliseconds patience) {
     std::vector<QDBusPendingCall> calls;
     calls.reserve(numbers.size());
     for (const auto& number : numbers) {
-        calls.push_back(m_bus.asyncCall(endOf(number.value), static_cast<int>(patience.count())));
+        calls.push_back(m_bus.asyncCall(endOf(number), static_cast<int>(patience.count())));
     }
     for (auto& call : calls) {
         call.waitForFinished();

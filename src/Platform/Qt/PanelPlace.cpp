@@ -40,7 +40,7 @@ std::optional<QPoint> placeOf(QPoint told, const std::vector<Screen>& screens,
         return std::nullopt;
     }
     const auto plain = asTold(told, screens);
-    if (!pointer || !isScaled(screens)) {
+    if (!pointer) {
         return plain;
     }
     const auto other = unscaled(told, screens);

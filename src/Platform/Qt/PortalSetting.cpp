@@ -2,6 +2,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <utility>
 
@@ -37,27 +38,54 @@ PortalSetting::PortalSetting(TaskRunner& tasks, SessionBus bus, QString group, Q
     });
 }
 
+// Changes first, so that none is missed between the answer and the first of them: from whoever sends them, and sifted
+// here, as Qt waits for the bus when it is to listen to one name.
 void PortalSetting::listen(QDBusConnection bus) {
     if (!bus.isConnected()) {
         return;
     }
-    // Changes first, so that none is missed between the answer and the first of them.
-    bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), this,
-                SLOT(settingChanged(QString, QString, QDBusVariant)));
-    auto message = QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Read"));
-    message << m_group << m_key;
-    auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* call) {
-        const QDBusPendingReply<QDBusVariant> reply = *call;
+    bus.connect(QString(), kPath, kInterface, QStringLiteral("SettingChanged"), this,
+                SLOT(settingChanged(QString, QString, QDBusVariant, QDBusMessage)));
+    followOwner(bus);
+    auto question = QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Read"));
+    question << m_group << m_key;
+    ask(bus, question, [this](const QDBusPendingReply<QDBusVariant>& reply) {
         if (reply.isValid()) {
             emit told(unwrapped(reply.value().variant()));
         }
-        call->deleteLater();
     });
 }
 
-void PortalSetting::settingChanged(const QString& group, const QString& key, const QDBusVariant& value) {
-    if (group == m_group && key == m_key) {
+// Who has the portal's name is known before the portal can have said anything.
+void PortalSetting::followOwner(const QDBusConnection& bus) {
+    auto* const watcher =
+        new QDBusServiceWatcher(kService, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString&, const QString&, const QString& owner) { m_owner = owner; });
+    const auto name = QStringLiteral("org.freedesktop.DBus");
+    auto question = QDBusMessage::createMethodCall(name, QStringLiteral("/org/freedesktop/DBus"), name,
+                                                   QStringLiteral("GetNameOwner"));
+    question << kService;
+    ask(bus, question, [this](const QDBusPendingReply<QString>& reply) {
+        if (!m_owner) { // else it has changed hands meanwhile
+            m_owner = reply.isValid() ? reply.value() : QString();
+        }
+    });
+}
+
+template <class Answered>
+void PortalSetting::ask(const QDBusConnection& bus, const QDBusMessage& question, Answered answered) {
+    auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [answered = std::move(answered)](QDBusPendingCallWatcher* call) {
+                answered(*call);
+                call->deleteLater();
+            });
+}
+
+void PortalSetting::settingChanged(const QString& group, const QString& key, const QDBusVariant& value,
+                                   const QDBusMessage& signal) {
+    if (signal.service() == m_owner && group == m_group && key == m_key) {
         emit told(unwrapped(value.variant()));
     }
 }

@@ -3,7 +3,9 @@
 #include "TaskRunner.h"
 #include <QObject>
 #include <memory>
+#include <optional>
 
+class QDBusMessage;
 class QDBusVariant;
 
 namespace quillane {
@@ -22,13 +24,19 @@ class PortalSetting final : public QObject {
     void told(const QVariant& value);
 
   private slots:
-    void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+    void settingChanged(const QString& group, const QString& key, const QDBusVariant& value,
+                        const QDBusMessage& signal);
 
   private:
     void listen(QDBusConnection bus);
+    void followOwner(const QDBusConnection& bus);
+    template <class Answered>
+    void ask(const QDBusConnection& bus, const QDBusMessage& question, Answered answered);
 
     QString m_group;
     QString m_key;
+    std::optional<QString>
+        m_owner; // the portal's unique name; empty for nobody, absent while that is not known
     // Jobs hold it weakly and look at it on the main thread, where this is destroyed.
     std::shared_ptr<PortalSetting*> m_self = std::make_shared<PortalSetting*>(this);
 };

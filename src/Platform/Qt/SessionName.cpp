@@ -42,6 +42,7 @@ QVariantMap platformData(const std::string& token) {
     return {{QStringLiteral("desktop-startup-id"), text}, {QStringLiteral("activation-token"), text}};
 }
 
+// Nobody is told anything once nobody waits for it any more.
 bool isHeard(const QDBusConnection& bus, const std::string& token,
              std::chrono::steady_clock::time_point end) {
     const auto left =
@@ -86,11 +87,9 @@ SessionName::Standing SessionName::ask(Wish wish, const std::string& token,
         m_thread.join(); // it has said its last
     }
     m_isTalking = true;
-    m_isAwaited = true;
     m_standing = Standing::absent;
     m_thread = std::thread([this, wish, token, end] { talk(wish, token, end); });
     m_changed.wait_until(lock, end, [this] { return !m_isTalking; });
-    m_isAwaited = false;
     return m_standing;
 }
 
@@ -116,9 +115,6 @@ void SessionName::talkTo(QDBusConnection& bus, Wish wish, const std::string& tok
             return;
         }
         note(Standing::taken);
-        if (!isAwaited()) {
-            return;
-        }
         if (isHeard(bus, token, end)) {
             note(Standing::heard);
             return;
@@ -129,11 +125,6 @@ void SessionName::talkTo(QDBusConnection& bus, Wish wish, const std::string& tok
 void SessionName::note(Standing standing) {
     const std::lock_guard lock(m_mutex);
     m_standing = standing;
-}
-
-bool SessionName::isAwaited() {
-    const std::lock_guard lock(m_mutex);
-    return m_isAwaited;
 }
 
 } // namespace quillane

@@ -44,7 +44,6 @@ class SessionName {
     void talk(Wish wish, const std::string& token, Moment end);
     void talkTo(QDBusConnection& bus, Wish wish, const std::string& token, Moment end);
     void note(Standing standing);
-    bool isAwaited();
 
     SessionBus m_bus;
     QObject& m_object;
@@ -52,7 +51,6 @@ class SessionName {
     std::condition_variable m_changed;
     Standing m_standing = Standing::absent;
     bool m_isTalking = false;
-    bool m_isAwaited = false; // once it is not, nobody is told anything any more
     std::thread m_thread;
 };
 

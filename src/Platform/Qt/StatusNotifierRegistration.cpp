@@ -93,8 +93,8 @@ void StatusNotifierRegistration::askForHost() {
         *m_owner, kWatcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     question << kWatcher << QStringLiteral("IsStatusNotifierHostRegistered");
     question.setAutoStartService(false);
-    ask(question, [this, owners = m_owners, questions = ++m_questions](const QDBusPendingCallWatcher& call) {
-        if (owners == m_owners && questions == m_questions) {
+    ask(question, [this, questions = ++m_questions](const QDBusPendingCallWatcher& call) {
+        if (questions == m_questions) {
             const auto told = valueOf(call).value<QDBusVariant>().variant();
             m_hasHost = told.userType() == QMetaType::Bool && told.toBool();
             emit changed();

@@ -55,7 +55,7 @@ class StatusNotifierRegistration final : public QObject {
     std::optional<bool> m_hasHost;  // absent while that is not known, as is the other
     std::optional<bool> m_isTaken;
     unsigned m_owners = 0;    // that have come and gone: an answer of an earlier one is too late
-    unsigned m_questions = 0; // for a host: the answer to an earlier one is older
+    unsigned m_questions = 0; // for a host: the answer to an earlier one is older, or of an earlier owner
 };
 
 } // namespace quillane

@@ -193,7 +193,7 @@ void OnboardingView::keyPressEvent(QKeyEvent* event) {
 bool OnboardingView::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::KeyPress && object != parent()) {
         const auto& key = static_cast<const QKeyEvent&>(*event);
-        if ((key.isAutoRepeat() && isReturn(key)) || pressed(key.key())) {
+        if ((key.isAutoRepeat() && isReturn(key)) || turnOrScroll(key.key())) {
             return true;
         }
     }
@@ -201,7 +201,7 @@ bool OnboardingView::eventFilter(QObject* object, QEvent* event) {
 }
 
 // True where the key has done its work.
-bool OnboardingView::pressed(int key) {
+bool OnboardingView::turnOrScroll(int key) {
     switch (key) {
     case Qt::Key_Left:
         goBack();

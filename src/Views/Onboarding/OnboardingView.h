@@ -57,7 +57,7 @@ class OnboardingView : public Sheet {
     void renderControls();
     void tellPage();
     void finish();
-    bool pressed(int key);
+    bool turnOrScroll(int key);
     bool scroll(int key);
 
     AppLibrary& m_library;

@@ -157,7 +157,8 @@ void SettingsTabs::add(const QString& symbol, const QString& words) {
 // Only the one in front is a stop of Tab.
 void SettingsTabs::noticeTab(int index, bool isCurrent) {
     QAbstractButton* const button = tab(index);
-    const bool hadKeyboard = focusWidget() != nullptr && focusWidget()->hasFocus();
+    // Or would have it, once the window is in front.
+    const bool hadKeyboard = isAncestorOf(window()->focusWidget());
     button->setFocusPolicy(isCurrent ? Qt::StrongFocus : Qt::ClickFocus);
     if (!isCurrent) {
         return;

@@ -547,6 +547,15 @@ TEST_F(DesktopNotificationsTest, AtTheEndWhatStandsIsWithdrawnAndWhatWasClosedIs
     EXPECT_EQ(m_server->withdrawn.size(), 2U);
 }
 
+TEST_F(DesktopNotificationsTest, WhatIsWithdrawnIsWithdrawnFromWhoGaveTheNumber) {
+    show(notification("a", "A"));
+    m_server->giveNameAway();
+    FakeNotificationServer next(m_bus.connect());
+    m_notifications.withdrawAll(); // nobody has heard yet that the name has another owner
+    EXPECT_TRUE(until([&] { return m_server->withdrawn.size() + next.withdrawn.size() == 1; }));
+    EXPECT_EQ(m_server->withdrawn, std::vector{1U});
+}
+
 TEST_F(DesktopNotificationsTest, TheEndMayComeBeforeTheBusIsReachedAndBeforeAnAnswer) {
     DesktopNotifications early(m_tasks, m_bus.reach());
     early.add(notification("early", "A"));

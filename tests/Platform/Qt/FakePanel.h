@@ -55,7 +55,8 @@ class FakePanel : public QDBusVirtualObject {
 
     QStringList items; // the name of the connection and the path of each, as they were registered
     bool takes = true; // else it refuses
-    bool answers = true;
+    bool answersQuestions = true;
+    bool answersRegistrations = true;
     QVariant hasHost = true; // what it answers with; an invalid one is an error
     int questions = 0;
     int registrations = 0;
@@ -74,7 +75,7 @@ class FakePanel : public QDBusVirtualObject {
         m_bus.send(message);
     }
     void answerAll() {
-        answers = true;
+        answersQuestions = answersRegistrations = true;
         for (const auto& call : std::exchange(m_waiting, {})) {
             answer(call);
         }
@@ -112,7 +113,7 @@ class FakePanel : public QDBusVirtualObject {
 
     QString introspect(const QString& /*path*/) const override { return {}; }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& /*bus*/) override {
-        if (answers) {
+        if (isRegistration(message) ? answersRegistrations : answersQuestions) {
             answer(message);
         } else {
             m_waiting.append(message);
@@ -134,14 +135,16 @@ class FakePanel : public QDBusVirtualObject {
         m_bus.connect(QString(), QStringLiteral("/StatusNotifierItem"), QString::fromLatin1(kItem),
                       QString::fromLatin1(signal), this, slot);
     }
+    static bool isRegistration(const QDBusMessage& message) {
+        return message.member() == QLatin1String("RegisterStatusNotifierItem");
+    }
     void answer(const QDBusMessage& message) {
-        const bool isRegistration = message.member() == QLatin1String("RegisterStatusNotifierItem");
         const bool isQuestion = message.member() == QLatin1String("Get");
         questions += isQuestion ? 1 : 0;
-        registrations += isRegistration ? 1 : 0;
+        registrations += isRegistration(message) ? 1 : 0;
         if (isQuestion && hasHost.isValid()) {
             m_bus.send(message.createReply(QVariant::fromValue(QDBusVariant(hasHost))));
-        } else if (isRegistration && takes) {
+        } else if (isRegistration(message) && takes) {
             take(message);
         } else {
             m_bus.send(message.createErrorReply(QDBusError::Failed, QStringLiteral("no")));

@@ -213,17 +213,6 @@ TEST_F(SessionInstanceTest, OneThatHasTheLockAndCanNotBeToldAnythingIsTheFirstAl
     EXPECT_EQ(owner(), QString());
 }
 
-TEST_F(SessionInstanceTest, OneThatWasRelaunchedWaitsForTheEndOfTheOther) {
-    auto old = first(bus.reach());
-    const auto instance = start(noBus());
-    Standing standing = Standing::secondUnheard;
-    std::thread relaunched([&] { standing = instance->stand({}, true); });
-    old.reset();
-    relaunched.join();
-    EXPECT_EQ(standing, Standing::first);
-    EXPECT_TRUE(heard.empty());
-}
-
 TEST_F(SessionInstanceTest, OneThatWasRelaunchedAndWaitsInVainHasTheOtherComeForward) {
     const auto old = first(bus.reach());
     const auto instance = start(noBus(), {.answer = 1min, .end = 1ms});

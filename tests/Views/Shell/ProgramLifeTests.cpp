@@ -1,10 +1,8 @@
 // When the program ends, and what goes on without a window.
 #include "Components/PushButton.h"
-#include "Defaults.h"
 #include "DefaultsKeys.h"
 #include "MenuBar/MenuBarPopover.h"
 #include "MenuBar/MenuBarView.h"
-#include "Overview/OverviewView.h"
 #include "ProgramLife.h"
 #include "QuillaneApp.h"
 #include "Review/PutBack.h"
@@ -12,7 +10,6 @@
 #include "Review/SweepReviewStage.h"
 #include "SamplePlatform.h"
 #include "Shell/ContentView.h"
-
 #include "Welcomed.h"
 #include <QApplication>
 #include <QEvent>
@@ -82,9 +79,6 @@ class LifeOfTheProgram : public testing::Test {
         QEvent quit(QEvent::Quit);
         QCoreApplication::sendEvent(qApp, &quit);
         return quit.isAccepted();
-    }
-    OverviewView& overview() {
-        return *qobject_cast<OverviewView*>(app.window()->content(LibrarySection::overview));
     }
     // Up to where the first rows have moved and others have not.
     void startSweep() {
