@@ -13,6 +13,7 @@ import time
 
 from gi.repository import Gio, GLib
 
+import desktop
 import loop
 import sections
 import walk
@@ -52,7 +53,7 @@ def try_all(reader, program, complaints):
     say(walk.walk(reader, complaints))
     volume = program.volume()
     say(loop.run(reader, complaints, volume))
-    for attempt in sections.ALL:
+    for attempt in sections.ALL + desktop.ALL:
         say(attempt(reader, complaints, volume))
 
 
