@@ -1,33 +1,39 @@
 #pragma once
 #include <QAccessible>
+#include <QCoreApplication>
+#include <QEvent>
 #include <QStringList>
+#include <QWidget>
 
 namespace quillane {
 
-// What is announced to assistive tools while one lives, as they hear it: a notification that comes to be shown.
-class Announced {
+// What is announced to assistive tools while it lives, as they hear it: a notification that comes to be shown. Qt
+// tells nobody anything on a platform without such tools, so it is seen at the widget.
+class Announced : public QObject {
   public:
-    Announced() {
-        said().clear();
-        m_before = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
-            if (event->type() == QAccessible::ObjectShow &&
-                event->accessibleInterface()->role() == QAccessible::Notification) {
-                said() << event->accessibleInterface()->text(QAccessible::Name);
-            }
-        });
-    }
-    ~Announced() { QAccessible::installUpdateHandler(m_before); }
-    Announced(const Announced&) = delete;
-    Announced& operator=(const Announced&) = delete;
+    Announced() { QCoreApplication::instance()->installEventFilter(this); }
 
-    static QStringList texts() { return said(); }
+    QStringList texts() const { return m_texts; }
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override {
+        auto* const widget = qobject_cast<QWidget*>(object);
+        if (widget != nullptr && event->type() == QEvent::Show && isNotification(*widget)) {
+            m_texts << widget->accessibleName();
+        }
+        return false;
+    }
 
   private:
-    static QStringList& said() { // the handler is a plain function
-        static QStringList texts;
-        return texts;
+    static bool isNotification(QWidget& widget) {
+        if (widget.objectName() != QLatin1String("announcement")) {
+            return false; // and is met by nobody because of us
+        }
+        auto* const met = QAccessible::queryAccessibleInterface(&widget);
+        return met != nullptr && met->role() == QAccessible::Notification;
     }
-    QAccessible::UpdateHandler m_before;
+
+    QStringList m_texts;
 };
 
 } // namespace quillane

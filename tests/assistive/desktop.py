@@ -87,4 +87,23 @@ def be_welcomed(reader, complaints, volume):
     return f"Welcomed, on {PAGES} pages."
 
 
+def open_popover(reader, complaints, panel):
+    """By the item in the panel, as panels open it for whoever works them by keys."""
+    reader.wait(lambda: panel.items, "an item in the panel")
+    title = panel.title()
+    reader.go_to("Overview")
+    if reader.figure() not in title:
+        complaints.append(f"the item says {title}, the window {reader.figure()}")
+    panel.activate()
+    popover = reader.meet("Quillane", "dialog")
+    met = look_around(reader, complaints, "the popover")
+    if reader.find(reader.figure(), "label", popover) is None:
+        complaints.append(f"the popover does not say {reader.figure()}")
+    reader.press("Review and Clean…", within=popover)
+    reader.meet("Items to review", "list")
+    reader.press("Cancel")
+    reader.wait(lambda: reader.find("Items to review") is None, "the review to close")
+    return f"The item says “{title}”; its popover leads to the review. {met} things met."
+
+
 ALL = (set_up, be_welcomed)

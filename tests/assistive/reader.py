@@ -145,6 +145,11 @@ class Reader:
         """The same, awaited."""
         return self.wait(lambda: self.find(name, role, within), f"{role or 'something'} “{name}”")
 
+    def figure(self):
+        """The number of the Overview, which stands below its words."""
+        labels = [label.name for label in self.all("label")]
+        return labels[labels.index("RECLAIMABLE NOW") + 1]
+
     def press(self, name, within=None):
         act(self.meet(name, "push button", within), "Press")
 

@@ -28,8 +28,8 @@ class Plain : public QAccessibleWidget {
     using QAccessibleWidget::QAccessibleWidget;
 
     QAccessible::Role role() const override {
-        if (widget()->windowType() == Qt::Window) {
-            return QAccessible::Window;
+        if (widget()->isWindow()) {
+            return widget()->windowType() == Qt::Window ? QAccessible::Window : QAccessible::Dialog;
         }
         if (widget()->focusPolicy() != Qt::NoFocus) {
             return QAccessible::Grouping;

@@ -161,6 +161,11 @@ TEST(Accessibility, AWindowIsToldFromWhatMerelyHoldsOthers) {
     EXPECT_EQ(roleOf(*inner), QAccessible::Grouping) << "the focus can come to it";
 }
 
+TEST(Accessibility, APopoverIsADialog) {
+    QWidget popover(nullptr, Qt::Popup);
+    EXPECT_EQ(roleOf(popover), QAccessible::Dialog);
+}
+
 TEST(Accessibility, WhatHoldsOthersAndHasANameIsAGroup) {
     QWidget window;
     auto* const group = new QWidget(&window);
@@ -325,7 +330,7 @@ TEST(Accessibility, WhatIsAnnouncedComesToBeShownAsANotificationOfItsWindow) {
     EXPECT_EQ(stage->accessibleName(), "1 GB reclaimed");
     speak(*stage, "Scan finished");
     EXPECT_EQ(stage->accessibleName(), "1 GB reclaimed") << "it keeps its name";
-    EXPECT_EQ(Announced::texts(), QStringList({"1 GB reclaimed", "Scan finished"}));
+    EXPECT_EQ(announced.texts(), QStringList({"1 GB reclaimed", "Scan finished"}));
     EXPECT_EQ(window.findChildren<QWidget*>().size(), 2) << "one for all";
 }
 

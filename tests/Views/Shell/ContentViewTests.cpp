@@ -74,20 +74,20 @@ TEST_F(MainWindow, TheEndOfAScanIsAnnouncedInWhateverSection) {
     open({Kind::idle}, {});
     library.phase = {.kind = Kind::measuring, .done = 1, .total = 2};
     turn();
-    EXPECT_EQ(Announced::texts(), QStringList());
+    EXPECT_EQ(announced.texts(), QStringList());
     publish(two());
     library.phase = {.kind = Kind::ready};
     turn();
-    EXPECT_EQ(Announced::texts(), QStringList{"Scan finished. 2 apps"});
+    EXPECT_EQ(announced.texts(), QStringList{"Scan finished. 2 apps"});
     library.searchText = "Alder";
     turn();
-    EXPECT_EQ(Announced::texts().size(), 1) << "once";
+    EXPECT_EQ(announced.texts().size(), 1) << "once";
 }
 
 TEST_F(MainWindow, AWindowThatComesAfterAScanAnnouncesNone) {
     const Announced announced;
     openReady(two());
-    EXPECT_EQ(Announced::texts(), QStringList());
+    EXPECT_EQ(announced.texts(), QStringList());
 }
 
 // A scan that somebody waits for begins at this priority, and one that nobody asked for far below.
