@@ -11,6 +11,7 @@ namespace quillane {
 struct ProgramUpdates::Parts {
     Parts(Clock& clock, TaskRunner& tasks, const std::string& home)
         : settings(FileDefaults::userPath(home, UpdateSettings::kFileName))
+        // NOLINTNEXTLINE(bugprone-unchecked-optional-access): a build without a version ends here
         , updater(VersionNumber::parse(QUILLANE_VERSION).value(), Base64::decoded(QUILLANE_UPDATE_KEY),
                   {source, windows, settings, clock, tasks}) {}
 

@@ -10,6 +10,7 @@ struct ProgramUpdates::Parts {
         : settings(FileDefaults::userPath(home, UpdateSettings::kFileName)) {}
 
     FileDefaults settings;
+    // NOLINTNEXTLINE(bugprone-unchecked-optional-access): a build without a version ends here
     UpdaterWithoutFeed updater{VersionNumber::parse(QUILLANE_VERSION).value(), settings};
 };
 

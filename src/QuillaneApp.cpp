@@ -14,8 +14,9 @@ namespace {
 // A window is hidden only once it is closed, and then waits for its deletion. What is posted meanwhile is not for it.
 template <class Window>
 void forgetClosed(QPointer<Window>& window) {
-    if (window && window->isHidden()) {
-        delete window;
+    if (auto* const closed = window.data(); closed != nullptr && closed->isHidden()) {
+        window.clear();
+        delete closed;
     }
 }
 
@@ -24,7 +25,7 @@ bool isOpen(const QWidget* window) {
 }
 
 // Before anything reads the settings.
-const Platform& withDefaults(const Platform& platform) {
+Platform withDefaults(Platform platform) {
     AutomationSettings::registerDefaults(platform.defaults);
     return platform;
 }

@@ -31,7 +31,7 @@ class AbsentPower final : public Power {
 class AbsentMenuBarExtra final : public MenuBarExtra {
   public:
     void insert() override {}
-    void remove() override {}
+    void withdraw() override {}
     bool isShown() const override { return false; }
     void setFigure(const std::string&) override {}
     void setHandlers(Handlers) override {}

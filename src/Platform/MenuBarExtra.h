@@ -31,7 +31,7 @@ class MenuBarExtra {
     // From now on the item stands wherever there is a panel that takes it, also one that comes later or comes again.
     virtual void insert() = 0;
     // Takes it away at once.
-    virtual void remove() = 0;
+    virtual void withdraw() = 0;
     // Whether it is inserted and a panel shows it, as far as panels tell.
     virtual bool isShown() const = 0;
     // What stands beside the icon, as it is to be read; empty for the icon alone. Kept while the item is not inserted.

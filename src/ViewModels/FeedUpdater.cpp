@@ -189,8 +189,8 @@ void FeedUpdater::plan(Duration wait) {
 }
 
 void FeedUpdater::drop() {
-    if (m_timer) {
-        m_ports.clock.cancel(*std::exchange(m_timer, std::nullopt));
+    if (const auto timer = std::exchange(m_timer, std::nullopt)) {
+        m_ports.clock.cancel(*timer);
     }
 }
 

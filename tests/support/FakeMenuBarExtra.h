@@ -36,7 +36,7 @@ class FakeMenuBarExtra final : public MenuBarExtra {
         isInserted = true;
         tellOfChange(before);
     }
-    void remove() override {
+    void withdraw() override {
         const bool before = isShown();
         isInserted = false;
         tellOfChange(before);

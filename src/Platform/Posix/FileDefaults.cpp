@@ -322,12 +322,11 @@ bool FileDefaults::change(const std::string& key, Change change, Older older, Ba
         while (::flock(lock.get(), LOCK_EX) != 0 && errno == EINTR) {
         }
     }
-    if (basis == Basis::stored) {
-        (void)reloadIfChanged();
-    }
+    // What is not known to stand there can't be told to be no change.
+    const bool isKnown = basis == Basis::stored && reloadIfChanged();
     const auto before = basis == Basis::stored ? ownValue(key) : std::nullopt;
     auto after = change(before);
-    if (basis == Basis::stored && after == before) {
+    if (isKnown && after == before) {
         return false;
     }
     if (basis == Basis::none) {

@@ -38,7 +38,7 @@ DesktopMenuBarExtra::DesktopMenuBarExtra(TaskRunner& tasks, SessionBus bus)
     , m_bus(std::move(bus)) {}
 
 DesktopMenuBarExtra::~DesktopMenuBarExtra() {
-    remove();
+    withdraw();
 }
 
 void DesktopMenuBarExtra::insert() {
@@ -47,7 +47,7 @@ void DesktopMenuBarExtra::insert() {
     }
 }
 
-void DesktopMenuBarExtra::remove() {
+void DesktopMenuBarExtra::withdraw() {
     if (!std::exchange(m_isInserted, false)) {
         return;
     }

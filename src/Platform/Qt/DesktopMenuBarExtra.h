@@ -28,7 +28,7 @@ class DesktopMenuBarExtra final : public MenuBarExtra {
     DesktopMenuBarExtra& operator=(const DesktopMenuBarExtra&) = delete;
 
     void insert() override;
-    void remove() override;
+    void withdraw() override;
     bool isShown() const override;
     void setFigure(const std::string& figure) override;
     void setHandlers(Handlers handlers) override;

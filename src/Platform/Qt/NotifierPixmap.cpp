@@ -14,7 +14,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, NotifierPixmap& p
     argument.beginStructure();
     argument >> pixmap.width >> pixmap.height >> pixmap.bytes;
     argument.endStructure();
-    return argument;
+    return argument; // NOLINT(bugprone-return-const-ref-from-parameter): the form that Qt calls
 }
 
 QDBusArgument& operator<<(QDBusArgument& argument, const NotifierToolTip& tip) {
@@ -28,7 +28,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, NotifierToolTip& 
     argument.beginStructure();
     argument >> tip.iconName >> tip.pixmaps >> tip.title >> tip.text;
     argument.endStructure();
-    return argument;
+    return argument; // NOLINT(bugprone-return-const-ref-from-parameter): the form that Qt calls
 }
 
 void registerNotifierTypes() {

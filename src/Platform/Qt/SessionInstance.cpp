@@ -135,15 +135,19 @@ void SessionInstance::follow(std::function<void(const Request&)> handler) {
     }
     if (m_socket && m_socket->descriptor() >= 0 && m_notifier == nullptr) {
         m_notifier = new QSocketNotifier(m_socket->descriptor(), QSocketNotifier::Read, this);
-        connect(m_notifier, &QSocketNotifier::activated, this, [this] { readSocket(); });
+        connect(m_notifier, &QSocketNotifier::activated, this, [this] {
+            if (m_socket) {
+                read(*m_socket);
+            }
+        });
     }
 }
 
-void SessionInstance::readSocket() {
-    while (const auto message = m_socket->next()) {
+void SessionInstance::read(const InstanceSocket& socket) {
+    while (const auto message = socket.next()) {
         if (message->text.starts_with(kActivate)) {
             hear({usable(message->text.substr(kActivate.size())), std::nullopt});
-            m_socket->answer(*message);
+            socket.answer(*message);
         }
     }
 }

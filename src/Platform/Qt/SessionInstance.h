@@ -77,7 +77,7 @@ class SessionInstance final : public QObject {
     Standing standByName(const std::string& token, bool hasLock);
     std::chrono::milliseconds left() const;
     void hear(Request request);
-    void readSocket();
+    void read(const InstanceSocket& socket);
 
     Patience m_patience;
     std::chrono::steady_clock::time_point m_end; // of the wait for answers

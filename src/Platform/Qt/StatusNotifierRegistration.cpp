@@ -82,15 +82,15 @@ void StatusNotifierRegistration::setOwner(const QString& owner) {
     m_hasHost.reset();
     m_isTaken.reset();
     if (!owner.isEmpty()) {
-        askForHost();
-        enroll();
+        askForHost(owner);
+        enroll(owner);
     }
     emit changed();
 }
 
-void StatusNotifierRegistration::askForHost() {
+void StatusNotifierRegistration::askForHost(const QString& owner) {
     auto question = QDBusMessage::createMethodCall(
-        *m_owner, kWatcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+        owner, kWatcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     question << kWatcher << QStringLiteral("IsStatusNotifierHostRegistered");
     question.setAutoStartService(false);
     ask(question, [this, questions = ++m_questions](const QDBusPendingCallWatcher& call) {
@@ -102,8 +102,8 @@ void StatusNotifierRegistration::askForHost() {
     });
 }
 
-void StatusNotifierRegistration::enroll() {
-    auto call = QDBusMessage::createMethodCall(*m_owner, kWatcherPath, kWatcher,
+void StatusNotifierRegistration::enroll(const QString& owner) {
+    auto call = QDBusMessage::createMethodCall(owner, kWatcherPath, kWatcher,
                                                QStringLiteral("RegisterStatusNotifierItem"));
     call << m_path; // who it is that registers it the bus says
     call.setAutoStartService(false);
@@ -121,9 +121,9 @@ void StatusNotifierRegistration::hearHosts(const QDBusMessage& signal) {
     if (m_owner != signal.service()) {
         return;
     }
-    askForHost();
+    askForHost(signal.service());
     if (m_isTaken == false) {
-        enroll();
+        enroll(signal.service());
     }
 }
 

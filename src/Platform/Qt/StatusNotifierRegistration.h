@@ -44,8 +44,8 @@ class StatusNotifierRegistration final : public QObject {
     void ask(const QDBusMessage& question, Answered answered);
     void askForOwner();
     void setOwner(const QString& owner);
-    void askForHost();
-    void enroll();
+    void askForHost(const QString& owner);
+    void enroll(const QString& owner);
     bool isOurs(const QString& item) const;
 
     QDBusConnection m_bus;

@@ -31,7 +31,7 @@ MenuBarItem::MenuBarItem(AppLibrary& library, NotificationCenter& notifications,
 MenuBarItem::~MenuBarItem() {
     m_library.platform().defaults.unsubscribe(m_subscription);
     m_extra.setHandlers({});
-    m_extra.remove();
+    m_extra.withdraw();
     delete m_popover;
 }
 
@@ -63,7 +63,7 @@ void MenuBarItem::followSetting() {
     if (isWanted) {
         m_extra.insert();
     } else {
-        m_extra.remove();
+        m_extra.withdraw();
         closePopover();
     }
     emit standingChanged();

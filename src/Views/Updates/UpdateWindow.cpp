@@ -220,6 +220,7 @@ void UpdateWindow::enter(Stage stage, const QString& title, const QString& sente
 void UpdateWindow::fit() {
     m_notes->setFont(TextStyle::body().font());
     m_card->setFixedHeight(static_cast<int>(kNotesHeight * Fonts::scale()));
+    m_details->layout()->activate(); // the one outside asks what it knows of this one
     layout()->activate();
     setFixedSize(kWidth, layout()->totalHeightForWidth(kWidth));
 }

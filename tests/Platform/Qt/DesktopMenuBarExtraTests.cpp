@@ -75,7 +75,7 @@ TEST_F(DesktopMenuBarExtraTest, TheBusIsReachedByAJobOnceForEachInsertion) {
     EXPECT_EQ(m_tasks.waitingJobs(), 1U);
     settle();
     EXPECT_EQ(m_reached, 1);
-    m_extra->remove();
+    m_extra->withdraw();
     m_extra->insert();
     settle();
     EXPECT_EQ(m_reached, 2);
@@ -85,7 +85,7 @@ TEST_F(DesktopMenuBarExtraTest, ABusThatIsReachedTooLateIsLeftAgain) {
     m_extra->insert();
     m_tasks.runJob();
     const auto first = m_client;
-    m_extra->remove();
+    m_extra->withdraw();
     m_extra->insert();
     settle();
     EXPECT_TRUE(m_extra->isShown());
@@ -138,7 +138,7 @@ TEST_F(DesktopMenuBarExtraTest, WhatIsNoAnswerIsNoPanel) {
         settle();
         EXPECT_GT(std::exchange(m_panel->questions, 0), 0);
         EXPECT_FALSE(m_extra->isShown()) << answer.typeName();
-        m_extra->remove();
+        m_extra->withdraw();
     }
 }
 
@@ -165,7 +165,7 @@ TEST_F(DesktopMenuBarExtraTest, WhileOneAnswerIsMissingItDoesNotShow) {
         m_panel->answerAll();
         settle();
         EXPECT_TRUE(m_extra->isShown());
-        m_extra->remove();
+        m_extra->withdraw();
         EXPECT_TRUE(until([this] { return m_panel->items.isEmpty(); }));
     }
     EXPECT_EQ(m_shown, (std::vector{true, false, true, false}));
@@ -245,7 +245,7 @@ TEST_F(DesktopMenuBarExtraTest, ABusThatGoesTakesItAlong) {
     EXPECT_EQ(m_shown, std::vector{false});
     EXPECT_FALSE(m_extra->isShown());
     m_extra->setFigure("1 GB");
-    m_extra->remove();
+    m_extra->withdraw();
     m_tasks.runAll();
     EXPECT_EQ(m_shown.size(), 1U);
 }
@@ -271,7 +271,7 @@ TEST_F(DesktopMenuBarExtraTest, ABusThatHasStoppedHoldsNobodyUp) {
     extra.insert();
     m_tasks.runAll();
     extra.setFigure("1 GB");
-    extra.remove();
+    extra.withdraw();
     m_tasks.runAll();
     wentOn.set_value();
     EXPECT_TRUE(watchdog.get()) << "the main thread stood still until the bus went on";

@@ -79,9 +79,9 @@ TEST_P(MenuBarExtraContract, FollowsAPanelThatComesLaterGoesAndComesAgain) {
     EXPECT_EQ(m_shown, (std::vector{true, false, true, false}));
 }
 
-TEST_P(MenuBarExtraContract, IsGoneAtOnceWhenItIsRemovedAndThatIsToldAfterwards) {
+TEST_P(MenuBarExtraContract, IsGoneAtOnceWhenItIsWithdrawnAndThatIsToldAfterwards) {
     show();
-    item().remove();
+    item().withdraw();
     EXPECT_FALSE(item().isShown());
     EXPECT_EQ(m_shown, std::vector<bool>());
     EXPECT_TRUE(m_desk->panelHasIt(false));
@@ -91,7 +91,7 @@ TEST_P(MenuBarExtraContract, IsGoneAtOnceWhenItIsRemovedAndThatIsToldAfterwards)
 
 TEST_P(MenuBarExtraContract, ComesBackWhenItIsInsertedAgain) {
     show();
-    item().remove();
+    item().withdraw();
     EXPECT_TRUE(m_desk->panelHasIt(false));
     m_desk->settle();
     item().insert();
@@ -101,22 +101,22 @@ TEST_P(MenuBarExtraContract, ComesBackWhenItIsInsertedAgain) {
     EXPECT_EQ(m_shown, (std::vector{false, true}));
 }
 
-TEST_P(MenuBarExtraContract, InsertedTwiceItIsRemovedByOneWord) {
+TEST_P(MenuBarExtraContract, InsertedTwiceItIsWithdrawnByOneWord) {
     show();
     item().insert();
     m_desk->settle();
-    item().remove();
+    item().withdraw();
     EXPECT_TRUE(m_desk->panelHasIt(false));
-    item().remove();
+    item().withdraw();
     m_desk->settle();
     EXPECT_FALSE(item().isShown());
     EXPECT_EQ(m_shown, std::vector{false});
 }
 
-TEST_P(MenuBarExtraContract, RemovedBeforeAnybodyHeardOfItItNeverShows) {
+TEST_P(MenuBarExtraContract, WithdrawnBeforeAnybodyHeardOfItItNeverShows) {
     m_desk->setPanel(true);
     item().insert();
-    item().remove();
+    item().withdraw();
     m_desk->settle();
     EXPECT_FALSE(item().isShown());
     EXPECT_TRUE(m_desk->panelHasIt(false));
@@ -145,7 +145,7 @@ TEST_P(MenuBarExtraContract, AClickIsToldAtALaterTurnAndNotAfterTheItemHasGone) 
     m_desk->tasks().turn();
     EXPECT_EQ(m_presses.size(), 1U);
     m_desk->click(kPress);
-    item().remove();
+    item().withdraw();
     m_desk->settle();
     EXPECT_EQ(m_presses.size(), 1U);
 }
@@ -154,17 +154,17 @@ TEST_P(MenuBarExtraContract, OnlyTheHandlersThatWereSetLastAreTold) {
     show();
     item().setHandlers({});
     m_desk->click(kPress);
-    item().remove();
+    item().withdraw();
     m_desk->settle();
     EXPECT_TRUE(m_presses.empty());
     EXPECT_TRUE(m_shown.empty());
 }
 
-TEST_P(MenuBarExtraContract, AHandlerMaySetOthersAndRemoveTheItem) {
+TEST_P(MenuBarExtraContract, AHandlerMaySetOthersAndWithdrawTheItem) {
     show();
     item().setHandlers({.pressed =
                             [this](const auto&) {
-                                item().remove();
+                                item().withdraw();
                                 hear();
                             },
                         .shownChanged = {}});
@@ -183,7 +183,7 @@ TEST_P(MenuBarExtraContract, ThePanelKnowsTheFigureThatStandsAlsoWhereItWasSetBe
         EXPECT_EQ(m_desk->figure(), figure);
     }
     item().setFigure("3 MB");
-    item().remove();
+    item().withdraw();
     EXPECT_TRUE(m_desk->panelHasIt(false));
     item().insert();
     EXPECT_TRUE(m_desk->panelHasIt(true));

@@ -124,6 +124,23 @@ TEST_F(SettingsWindow, WithLargeTextItScrollsWhereTheScreenEndsAndTabBringsWhatI
     EXPECT_EQ(last.visibleRegion().boundingRect(), last.rect());
 }
 
+// What another screen would have room for is not to be had here, so the window is told that something has changed.
+TEST_F(SettingsWindow, FitsAnewWhereItsScreenHasChangedOrIsAnother) {
+    open(Tab::automation);
+    const int fitting = settings->height();
+    settings->setFixedHeight(fitting - 100);
+    emit settings->screen()->availableGeometryChanged(settings->screen()->availableGeometry());
+    EXPECT_EQ(settings->height(), fitting);
+    settings->setFixedHeight(fitting - 100);
+    emit settings->windowHandle()->screenChanged(settings->screen());
+    EXPECT_EQ(settings->height(), fitting);
+    settings->hide();
+    settings->show(); // and is not followed twice
+    settings->setFixedHeight(fitting - 100);
+    emit settings->screen()->availableGeometryChanged(settings->screen()->availableGeometry());
+    EXPECT_EQ(settings->height(), fitting);
+}
+
 TEST_F(SettingsWindow, NothingIsCutAtAnySizeOfText) {
     for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
         Look::setTextScale(scale);
@@ -226,6 +243,17 @@ TEST_F(SettingsWindow, ArrowsOnTheTabsMoveAmongThem) {
     EXPECT_TRUE(settings->tabs()->hasFocus());
 }
 
+TEST_F(SettingsWindow, OnlyTheTabInFrontIsAStopOfTab) {
+    open(Tab::general);
+    for (const auto front : {Tab::automation, Tab::general, Tab::automation}) {
+        settings->showTab(front);
+        for (int i = 0; i < settings->tabs()->count(); ++i) {
+            const bool isStop = (settings->tabs()->tab(i)->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
+            EXPECT_EQ(isStop, i == static_cast<int>(front));
+        }
+    }
+}
+
 TEST_F(SettingsWindow, CtrlTabGoesRoundTheTabsWhereverTheKeyboardIs) {
     open(Tab::general);
     switchOf("Show in menu bar").setFocus(Qt::TabFocusReason);
@@ -304,11 +332,15 @@ TEST_F(SettingsWindow, AClickOnATabShowsIt) {
 }
 
 TEST_F(SettingsWindow, TabsStandStillWhicheverIsInFront) {
-    open(Tab::general);
-    const QRect second = settings->tabs()->tab(1)->geometry();
-    settings->showTab(Tab::automation);
-    turn();
-    EXPECT_EQ(settings->tabs()->tab(1)->geometry(), second);
+    QList<QRect> places;
+    for (const auto front : {Tab::general, Tab::automation}) {
+        Look::setTextScale(1);
+        open(front);
+        Look::setTextScale(2); // lays them out anew, as wide as their words
+        turn();
+        places << settings->tabs()->tab(1)->geometry();
+    }
+    EXPECT_EQ(places[0], places[1]);
 }
 
 // Assistive tools

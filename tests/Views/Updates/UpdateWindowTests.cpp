@@ -179,7 +179,7 @@ TEST_F(UpdateWindowTest, ACheckThatHasEndedIsNotCancelled) {
     int cancels = 0;
     m_windows.showChecking([&] { ++cancels; });
     m_windows.showUpToDate(kInstalled);
-    QTest::mouseClick(window().mainButton(), Qt::LeftButton);
+    QTest::keyClick(&window(), Qt::Key_Escape);
     expectClosed();
     EXPECT_EQ(cancels, 0);
 }

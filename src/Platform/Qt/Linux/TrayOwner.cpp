@@ -1,4 +1,5 @@
 #include "TrayOwner.h"
+#include "XcbReply.h"
 #include <QAbstractNativeEventFilter>
 #include <QByteArray>
 #include <QGuiApplication>
@@ -10,17 +11,6 @@
 
 namespace quillane {
 namespace {
-
-template <typename Reply>
-using Owned = std::unique_ptr<Reply, decltype(&std::free)>;
-
-xcb_atom_t atomOf(xcb_connection_t* display, const QByteArray& name) {
-    const auto length = static_cast<std::uint16_t>(name.size());
-    const Owned<xcb_intern_atom_reply_t> reply(
-        xcb_intern_atom_reply(display, xcb_intern_atom(display, 0, length, name.constData()), nullptr),
-        &std::free);
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
 
 xcb_connection_t* displayOfApplication() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
@@ -35,8 +25,8 @@ class TrayOwner::Watch final : public QAbstractNativeEventFilter {
   public:
     Watch(xcb_connection_t* display, std::function<void()> changed)
         : m_display(display)
-        , m_selection(atomOf(display, "_NET_SYSTEM_TRAY_S0"))
-        , m_manager(atomOf(display, "MANAGER"))
+        , m_selection(xcbAtomOf(display, "_NET_SYSTEM_TRAY_S0"))
+        , m_manager(xcbAtomOf(display, "MANAGER"))
         , m_changed(std::move(changed)) {
         qGuiApp->installNativeEventFilter(this);
         m_owner = findOwner();
@@ -77,7 +67,7 @@ class TrayOwner::Watch final : public QAbstractNativeEventFilter {
         }
     }
     xcb_window_t ask() const {
-        const Owned<xcb_get_selection_owner_reply_t> reply(
+        const XcbReply<xcb_get_selection_owner_reply_t> reply(
             xcb_get_selection_owner_reply(m_display, xcb_get_selection_owner(m_display, m_selection),
                                           nullptr),
             &std::free);

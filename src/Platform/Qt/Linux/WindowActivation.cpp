@@ -1,5 +1,6 @@
 #include "WindowActivation.h"
 #include "ActivationToken.h"
+#include "XcbReply.h"
 #include <QByteArray>
 #include <QGuiApplication>
 #include <QWindow>
@@ -12,19 +13,8 @@
 namespace quillane::WindowActivation {
 namespace {
 
-template <typename Reply>
-using Owned = std::unique_ptr<Reply, decltype(&std::free)>;
-
-xcb_atom_t atomOf(xcb_connection_t* display, const QByteArray& name) {
-    const auto length = static_cast<std::uint16_t>(name.size());
-    const Owned<xcb_intern_atom_reply_t> reply(
-        xcb_intern_atom_reply(display, xcb_intern_atom(display, 0, length, name.constData()), nullptr),
-        &std::free);
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
-
 xcb_window_t rootOf(xcb_connection_t* display, xcb_window_t window) {
-    const Owned<xcb_get_geometry_reply_t> reply(
+    const XcbReply<xcb_get_geometry_reply_t> reply(
         xcb_get_geometry_reply(display, xcb_get_geometry(display, window), nullptr), &std::free);
     return reply ? reply->root : xcb_window_t{XCB_WINDOW_NONE};
 }
@@ -32,13 +22,13 @@ xcb_window_t rootOf(xcb_connection_t* display, xcb_window_t window) {
 // Asks the window manager, as from an application, for what the user did at that time.
 void askManager(xcb_connection_t* display, xcb_window_t window, std::uint32_t time) {
     constexpr std::uint32_t kFromApplication = 1;
-    xcb_change_property(display, XCB_PROP_MODE_REPLACE, window, atomOf(display, "_NET_WM_USER_TIME"),
+    xcb_change_property(display, XCB_PROP_MODE_REPLACE, window, xcbAtomOf(display, "_NET_WM_USER_TIME"),
                         XCB_ATOM_CARDINAL, 32, 1, &time);
     xcb_client_message_event_t message = {};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
     message.window = window;
-    message.type = atomOf(display, "_NET_ACTIVE_WINDOW");
+    message.type = xcbAtomOf(display, "_NET_ACTIVE_WINDOW");
     message.data.data32[0] = kFromApplication;
     message.data.data32[1] = time;
     std::array<char, 32> event = {}; // the size of every event on the wire
