@@ -20,8 +20,4 @@ def contents(volume):
 
 def uppermost(paths):
     """Without those that lie in another of them."""
-    found = []
-    for path in sorted(paths):
-        if not found or not path.startswith(found[-1] + "/"):
-            found.append(path)
-    return found
+    return sorted(path for path in paths if os.path.dirname(path) not in paths)

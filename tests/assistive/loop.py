@@ -12,16 +12,10 @@ LEFT_OUT = "Developer Caches…"
 MAIN_BUTTON = "Review and Clean…"
 
 
-def figure(reader):
-    """The number of the Overview, which stands below its words."""
-    labels = [label.name for label in reader.all("label")]
-    return labels[labels.index("RECLAIMABLE NOW") + 1]
-
-
 def leave_out_category(reader, complaints):
-    before = figure(reader)
+    before = reader.figure()
     reader.toggle(reader.meet(LEFT_OUT, "check box"))
-    reader.wait(lambda: figure(reader) != before, f"another figure than {before}")
+    reader.wait(lambda: reader.figure() != before, f"another figure than {before}")
     reader.press(MAIN_BUTTON)
     review = reader.meet("Items to review", "list")
     categories = [category.name for category in children(review)]
@@ -106,4 +100,4 @@ def put_back(reader, complaints, count):
         complaints.append(f"{words(told)} says {told.description}")
     look_around(reader, complaints, "the end of the put back")
     reader.press("OK")
-    reader.wait(lambda: any("apps" in text for text in reader.announced), "the end of the scan to be announced")
+    reader.wait(lambda: any(text.startswith("Scan finished") for text in reader.announced), "the end of the scan to be announced")

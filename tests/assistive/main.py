@@ -13,15 +13,16 @@ import time
 
 from gi.repository import Gio, GLib
 
+import desktop
 import loop
+import panel
 import sections
 import walk
 from reader import Reader, Wrong
 
 
-def switch_on():
+def switch_on(bus):
     """As a screen reader does when it starts: programs look whether somebody listens."""
-    bus = Gio.bus_get_sync(Gio.BusType.SESSION)
     value = GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True)))
     bus.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set", value, None, 0, -1, None)
 
@@ -40,7 +41,7 @@ class Program:
         return self._process.wait(60)
 
 
-def try_all(reader, program, complaints):
+def try_all(reader, program, shelf, complaints):
     began = time.monotonic()
 
     def say(line):
@@ -52,17 +53,20 @@ def try_all(reader, program, complaints):
     say(walk.walk(reader, complaints))
     volume = program.volume()
     say(loop.run(reader, complaints, volume))
-    for attempt in sections.ALL:
+    for attempt in sections.ALL + desktop.ALL:
         say(attempt(reader, complaints, volume))
+    say(desktop.open_popover(reader, complaints, shelf))
 
 
 def main():
-    switch_on()
+    bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+    switch_on(bus)
+    shelf = panel.Panel(bus)
     reader = Reader("Quillane")
     complaints = []
     program = Program(sys.argv[1], "--welcomed")
     try:
-        try_all(reader, program, complaints)
+        try_all(reader, program, shelf, complaints)
     except Wrong as wrong:
         complaints.append(str(wrong))
     finally:

@@ -13,6 +13,7 @@ HEARD = (
     "object:state-changed",
     "object:children-changed",
     "object:property-change",
+    "object:property-change:accessible-value",
     "object:text-changed",
     "object:selection-changed",
     "object:visible-data-changed",
@@ -29,6 +30,13 @@ class Wrong(Exception):
 
 def has(what, state):
     return what.getState().contains(state)
+
+
+def is_shown(what):
+    try:
+        return has(what, pyatspi.STATE_SHOWING)
+    except GLib.Error:
+        return False  # gone
 
 
 def children(what):
@@ -69,6 +77,7 @@ class Reader:
     def __init__(self, application):
         self.announced = []  # what is to be spoken without having been asked for, in order
         self.progress = []  # values of bars as they change, from 0 to 1
+        self._popups = []  # what opens without being told as a window of the program
         self._name = application
         self._application = None
         for kind in HEARD:
@@ -77,13 +86,18 @@ class Reader:
     def _hear(self, event):
         try:
             if event.type == "object:state-changed:showing" and event.detail1:
-                if event.source.getRole() in (pyatspi.ROLE_NOTIFICATION, pyatspi.ROLE_ALERT):
-                    self.announced.append(event.source.name)
+                self._hear_shown(event.source)
             elif event.type == "object:property-change:accessible-value":
                 value = event.source.queryValue()
                 self.progress.append(value.currentValue / value.maximumValue)
         except (GLib.Error, NotImplementedError):
             pass  # gone by now
+
+    def _hear_shown(self, what):
+        if what.getRole() in (pyatspi.ROLE_NOTIFICATION, pyatspi.ROLE_ALERT):
+            self.announced.append(what.name)
+        elif what.parent is not None and what.parent.getRole() == pyatspi.ROLE_APPLICATION:
+            self._popups = [popup for popup in self._popups if popup != what] + [what]
 
     def wait(self, condition, what, seconds=PATIENCE):
         """The first true thing that the condition returns. It is asked now and after each event."""
@@ -114,7 +128,9 @@ class Reader:
         self._application = self.wait(found, f"a program called {self._name}")
 
     def windows(self):
-        return [w for w in children(self._application) if has(w, pyatspi.STATE_SHOWING)]
+        windows = children(self._application)
+        popups = [popup for popup in self._popups if popup not in windows]
+        return [w for w in windows + popups if is_shown(w)]
 
     def all(self, role=None, within=None):
         roots = [within] if within is not None else self.windows()
@@ -128,6 +144,11 @@ class Reader:
     def meet(self, name, role=None, within=None):
         """The same, awaited."""
         return self.wait(lambda: self.find(name, role, within), f"{role or 'something'} “{name}”")
+
+    def figure(self):
+        """The number of the Overview, which stands below its words."""
+        labels = [label.name for label in self.all("label")]
+        return labels[labels.index("RECLAIMABLE NOW") + 1]
 
     def press(self, name, within=None):
         act(self.meet(name, "push button", within), "Press")

@@ -45,7 +45,7 @@ def search_files(reader, complaints, volume):
     found = lambda: [name for name in names_in(reader.table()) if "holiday" in name.lower()]
     names = reader.wait(found, "files with holiday in their names")
     reader.toggle(reader.meet("Large & Old", "radio button"))
-    return f"A search for holiday found {len(names)} files by their names."
+    return f"A search for holiday found {len(names)} by the name."
 
 
 def filter_applications(reader, complaints, volume):

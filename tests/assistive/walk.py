@@ -17,9 +17,11 @@ def faults(what):
     works = has(what, pyatspi.STATE_FOCUSABLE) or offered
     if role in NOTHING_SAID and (works or what.name):
         yield f"{words(what)} has no role"
-    if works and not what.name:
+    if works and not what.name and role != "scroll bar":  # which belongs to what it scrolls
         yield f"{words(what)} has no name"
-    if has(what, pyatspi.STATE_FOCUSABLE) and has(what, pyatspi.STATE_ENABLED) and not offered:
+    is_worked_by_its_parts = role in TABLES or role == "list"
+    can_be_reached = has(what, pyatspi.STATE_FOCUSABLE) and has(what, pyatspi.STATE_ENABLED)
+    if can_be_reached and not offered and not is_worked_by_its_parts:
         yield f"{words(what)} can be reached and offers nothing"
     if "<" in what.name + what.description:
         yield f"{words(what)} reads markup: {what.description}"
@@ -44,7 +46,7 @@ def faults_of_table(table):
                 yield f"{place}: {words(cell)} offers {actions(cell)}"
             if not any(letter.isalnum() for letter in cell.name) and cell.name != "—":
                 if cell.name or title not in MAY_BE_EMPTY:
-                    yield f"{place} says “{cell.name}”"
+                    yield f"{place} says {ascii(cell.name)}"
             index = cell.getIndexInParent()
             if (rows.getRowAtIndex(index), rows.getColumnAtIndex(index)) != (row, column):
                 yield f"{place} does not know where it is"

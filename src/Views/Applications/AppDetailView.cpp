@@ -45,7 +45,7 @@ ListRow* leftoverRow(const LeftoverItem& item) {
         new ListRow(item.requiresAdmin ? QStringLiteral("lock.fill") : QStringLiteral("doc"),
                     shownName(item.url.lastPathComponent()), AppDetailView::leftoverSubtitle(item),
                     words(Formatting::byteCount(item.bytes)));
-    row->setToolTip(toolTipText(shownName(item.url.path())));
+    setToolTipText(*row, shownName(item.url.path()));
     if (item.requiresAdmin) {
         row->setSymbolHelp(DetailPane::lockHelp());
     }

@@ -64,6 +64,8 @@ QVariant ApplicationsTableModel::nameData(const AppRow& row, int role) const {
     switch (role) {
     case Qt::DisplayRole:
         return shownName(row.name);
+    case Qt::AccessibleTextRole: // a name may be empty, and then something has to be read all the same
+        return shownName(row.name.empty() ? row.url.lastPathComponent() : row.name);
     case Qt::DecorationRole:
         return m_icons.at(row.url, qGuiApp->devicePixelRatio());
     case kTrailingSymbolRole:

@@ -4,7 +4,6 @@
 #include "Components/ShownText.h"
 #include "Components/Spinner.h"
 #include "Formatting.h"
-#include <QAccessible>
 
 namespace quillane {
 
@@ -29,11 +28,6 @@ void StatusLine::show(const AppLibrary::Phase& phase, std::size_t visibleApps, B
     m_bar->setVisible(phase.kind == Kind::measuring);
     m_bar->setRange(0, std::max(phase.total, 1));
     m_bar->setValue(phase.done);
-    if (isReady && m_shown != Kind::ready) { // the scan is over: say so to who can't see it
-        QAccessibleEvent announcement(left(), QAccessible::Alert);
-        QAccessible::updateAccessibility(&announcement);
-    }
-    m_shown = phase.kind;
 }
 
 QString StatusLine::words(const AppLibrary::Phase& phase, std::size_t visibleApps) {

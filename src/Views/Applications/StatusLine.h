@@ -25,7 +25,6 @@ class StatusLine : public StatusRow {
   private:
     Spinner* m_spinner;
     ProgressBar* m_bar;
-    AppLibrary::Phase::Kind m_shown = AppLibrary::Phase::Kind::idle;
 };
 
 } // namespace quillane

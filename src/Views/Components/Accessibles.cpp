@@ -1,7 +1,10 @@
 #include "Components/Accessibles.h"
+#include "Components/Badge.h"
 #include "Components/Card.h"
 #include "Components/FigureRow.h"
 #include "Components/ListRow.h"
+#include "Components/PaneScroll.h"
+#include "Components/Sheet.h"
 #include "Components/Stat.h"
 #include <QAccessibleWidget>
 
@@ -19,6 +22,38 @@ class SpokenAsOne : public QAccessibleWidget {
     int indexOfChild(const QAccessibleInterface*) const override { return -1; }
 };
 
+// The base tells a window, a group with a name and a drawing as it tells what merely holds others.
+class Plain : public QAccessibleWidget {
+  public:
+    using QAccessibleWidget::QAccessibleWidget;
+
+    QAccessible::Role role() const override {
+        if (widget()->isWindow()) {
+            return widget()->windowType() == Qt::Window ? QAccessible::Window : QAccessible::Dialog;
+        }
+        if (widget()->focusPolicy() != Qt::NoFocus) {
+            return QAccessible::Grouping;
+        }
+        if (widget()->accessibleName().isEmpty()) {
+            return QAccessible::Client;
+        }
+        return childCount() == 0 ? QAccessible::Graphic : QAccessible::Grouping;
+    }
+};
+
+// The base does not tell that nothing else can be worked meanwhile.
+class ModalDialog : public QAccessibleWidget {
+  public:
+    explicit ModalDialog(QWidget* dialog)
+        : QAccessibleWidget(dialog, QAccessible::Dialog) {}
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.modal = widget()->isModal();
+        return state;
+    }
+};
+
 template <class Widget>
 bool isNameOf(const QString& className) {
     return className == QLatin1String(Widget::staticMetaObject.className());
@@ -30,13 +65,17 @@ QAccessibleInterface* accessibleOf(const QString& className, QObject* object) {
     if (widget == nullptr) {
         return nullptr;
     }
-    if (isNameOf<Card>(className)) {
+    if (isNameOf<Card>(className) || isNameOf<PaneScroll>(className)) {
         return new QAccessibleWidget(widget, QAccessible::Grouping);
     }
-    if (isNameOf<Stat>(className) || isNameOf<ListRow>(className) || isNameOf<FigureRow>(className)) {
+    if (isNameOf<Stat>(className) || isNameOf<ListRow>(className) || isNameOf<FigureRow>(className) ||
+        isNameOf<Badge>(className)) {
         return new SpokenAsOne(widget);
     }
-    return nullptr;
+    if (isNameOf<Sheet>(className)) {
+        return new ModalDialog(widget);
+    }
+    return isNameOf<QWidget>(className) ? new Plain(widget) : nullptr;
 }
 
 } // namespace

@@ -1,5 +1,4 @@
 #include "Components/Card.h"
-#include "Components/Accessibles.h"
 #include "Components/Tokens.h"
 #include <QLinearGradient>
 #include <QPainter>
@@ -8,9 +7,7 @@ namespace quillane {
 
 Card::Card(QWidget* parent, Kind kind)
     : QWidget(parent)
-    , m_kind(kind) {
-    installAccessibles();
-}
+    , m_kind(kind) {}
 
 void Card::paintEvent(QPaintEvent*) {
     const Tokens& tokens = Tokens::current();

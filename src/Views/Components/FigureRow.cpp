@@ -1,5 +1,4 @@
 #include "Components/FigureRow.h"
-#include "Components/Accessibles.h"
 #include "Components/ElidedLabel.h"
 #include "Components/Fonts.h"
 #include "Components/SymbolView.h"
@@ -18,7 +17,6 @@ FigureRow::FigureRow(const QString& symbol, const QString& title, Tint tint, QWi
     , m_symbol(symbol)
     , m_title(new ElidedLabel(title, TextStyle::body()))
     , m_figure(new Label({}, kFigureStyle)) {
-    installAccessibles();
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(10);

@@ -1,5 +1,4 @@
 #include "Components/ListRow.h"
-#include "Components/Accessibles.h"
 #include "Components/ElidedLabel.h"
 #include "Components/SymbolView.h"
 #include <QHBoxLayout>
@@ -13,7 +12,6 @@ ListRow::ListRow(const QString& symbol, const QString& title, const QString& sub
     , m_title(new ElidedLabel(title, TextStyle::row()))
     , m_subtitle(new ElidedLabel(subtitle, TextStyle::caption(), Qt::ElideMiddle))
     , m_size(new Label(size, TextStyle::secondary())) {
-    installAccessibles();
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 6, 0, 6);
     row->setSpacing(9);

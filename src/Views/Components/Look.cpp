@@ -1,4 +1,5 @@
 #include "Components/Look.h"
+#include "Components/Accessibles.h"
 #include "Components/FocusRing.h"
 #include "Components/Fonts.h"
 #include "Components/Style/QuillaneStyle.h"
@@ -44,6 +45,7 @@ void applyFonts() {
 } // namespace
 
 void Look::install(QApplication& app) {
+    installAccessibles();
     if (SystemLook::isNative()) {
         return;
     }

@@ -6,14 +6,32 @@
 
 namespace quillane {
 
+// In the next turn, as whoever moves through the list selects first and makes current then.
+void chooseWhatIsSelected(QComboBox& box) {
+    const auto choose = [&box] {
+        const auto selected = box.view()->selectionModel()->selectedIndexes();
+        const bool isOpen = box.view()->isVisible();
+        if (isOpen && !selected.isEmpty() && selected.front() != box.view()->currentIndex()) {
+            const int row = selected.front().row();
+            box.setCurrentIndex(row);
+            box.hidePopup();
+            emit box.activated(row);
+        }
+    };
+    QObject::connect(box.view()->selectionModel(), &QItemSelectionModel::selectionChanged, &box, choose,
+                     Qt::QueuedConnection);
+}
+
 Picker::Picker(const QString& name, const QStringList& choices, QWidget* parent)
     : QComboBox(parent) {
     setAccessibleName(name);
+    setAccessibleDescription(name); // on Linux its name is what is chosen
     addItems(choices);
     setCurrentIndex(-1);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     Fonts::follow(this, [this] { setFont(Fonts::of(13, QFont::Medium)); });
+    chooseWhatIsSelected(*this);
     connect(this, &QComboBox::currentIndexChanged, this, [this] { updateGeometry(); });
 }
 

@@ -3,6 +3,10 @@
 
 namespace quillane {
 
+// Assistive tools select in the open list and do no more, where a click and the keys choose: from now on what they
+// select is chosen too.
+void chooseWhatIsSelected(QComboBox& box);
+
 // One choice of a few, shown as a button with the chosen words, as wide as they are. It may have none chosen. The
 // wheel goes to whatever scrolls round it.
 class Picker : public QComboBox {

@@ -2,6 +2,7 @@
 #include "Components/Fonts.h"
 #include "Components/Tokens.h"
 #include <QAbstractButton>
+#include <QAccessibleWidget>
 #include <QButtonGroup>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -54,11 +55,46 @@ class Segment : public QAbstractButton {
     QString m_label;
 };
 
+// One of several, and no box that is checked on its own, as the base would have it.
+class SegmentAccessible : public QAccessibleWidget {
+  public:
+    explicit SegmentAccessible(Segment* segment)
+        : QAccessibleWidget(segment, QAccessible::RadioButton)
+        , m_segment(*segment) {}
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.checkable = true;
+        state.checked = m_segment.isChecked();
+        return state;
+    }
+    QStringList actionNames() const override {
+        return m_segment.isEnabled() ? QStringList{toggleAction()} + QAccessibleWidget::actionNames()
+                                     : QStringList();
+    }
+    void doAction(const QString& name) override {
+        if (name == toggleAction()) {
+            m_segment.setChecked(true);
+        } else {
+            QAccessibleWidget::doAction(name);
+        }
+    }
+
+  private:
+    Segment& m_segment;
+};
+
+QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
+    auto* const segment = dynamic_cast<Segment*>(object);
+    return segment != nullptr ? new SegmentAccessible(segment) : nullptr;
+}
+
 } // namespace
 
 SegmentedControl::SegmentedControl(const QString& name, const QStringList& segments, QWidget* parent)
     : QWidget(parent)
     , m_group(new QButtonGroup(this)) {
+    QAccessible::installFactory(makeAccessible); // which leaves out what is installed
     setAccessibleName(name);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     auto* row = new QHBoxLayout(this);

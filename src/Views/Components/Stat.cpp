@@ -1,5 +1,4 @@
 #include "Components/Stat.h"
-#include "Components/Accessibles.h"
 #include "Components/FittedLabel.h"
 #include <QVBoxLayout>
 
@@ -9,7 +8,6 @@ Stat::Stat(const QString& label, const QString& value, bool emphasized, QWidget*
     : QWidget(parent)
     , m_label(new ElidedLabel(label, TextStyle::statLabel()))
     , m_value(new FittedLabel(value, TextStyle::detailTitle().tinted(emphasized ? Tint::Link : Tint::Text))) {
-    installAccessibles();
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(1);

@@ -67,8 +67,9 @@ class CopiesModel : public RowModel<CopiesList::Row, FileURL> {
 };
 
 CopiesList::CopiesList(const QString& name, QWidget* parent)
-    : PaneList(name, parent) {
+    : PaneList(parent) {
     CopiesAccessible::install(); // first, as whoever asks before is given another one for good
+    setAccessibleName(name);
     m_model = new CopiesModel(this);
     setModel(m_model);
     setItemDelegate(new CopiesDelegate(this));

@@ -3,6 +3,7 @@
 #include "Components/FocusRing.h"
 #include "Components/Hairline.h"
 #include "Components/LibraryObserver.h"
+#include "Components/Picker.h"
 #include "Components/PushButton.h"
 #include "Components/SegmentedControl.h"
 #include "Components/ShownText.h"
@@ -59,7 +60,7 @@ LensBar::LensBar(AppLibrary& library, QWidget* parent)
     column->addWidget(m_lenses, 0, Qt::AlignHCenter);
     column->addWidget(m_searchRow);
     connect(m_lenses, &SegmentedControl::currentChanged, this, &LensBar::choose);
-    connect(m_text, &QLineEdit::textEdited, this,
+    connect(m_text, &QLineEdit::textChanged, this,
             [this](const QString& text) { m_library.fileSearchText = text.toStdString(); });
     connect(m_text, &QLineEdit::returnPressed, this, [this] { m_library.loadFiles(); });
     connect(m_kind, &QComboBox::activated, this, &LensBar::chooseKind);
@@ -73,9 +74,11 @@ QWidget* LensBar::makeSearchRow() {
     m_text->setAccessibleName(QStringLiteral("Name, or text inside the file"));
     m_text->setMinimumHeight(kFieldHeight);
     m_kind->setAccessibleName(QStringLiteral("Kind"));
+    m_kind->setAccessibleDescription(QStringLiteral("Kind")); // on Linux its name is what is chosen
     m_kind->setMinimumHeight(kFieldHeight);
     m_search->setMinimumHeight(kFieldHeight);
     fillKinds();
+    chooseWhatIsSelected(*m_kind);
     auto* const searchRow = new QWidget;
     auto* const row = new QHBoxLayout(searchRow);
     row->setContentsMargins(0, 0, 0, 0);

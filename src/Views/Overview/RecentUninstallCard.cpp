@@ -39,7 +39,7 @@ void RecentUninstallCard::tell() {
     setTexts(titleWith(fitting), sentenceOfRecord());
     setAccessibleName(whole);
     title()->setAccessibleName(whole);
-    title()->setToolTip(fitting == name ? QString() : toolTipText(whole));
+    setToolTipText(*title(), fitting == name ? QString() : whole);
 }
 
 QString RecentUninstallCard::titleWith(const QString& name) const {

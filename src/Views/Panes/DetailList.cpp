@@ -58,8 +58,9 @@ class DetailListModel : public RowModel<DetailList::Row, FileURL> {
 };
 
 DetailList::DetailList(const QString& name, QWidget* parent)
-    : PaneList(name, parent)
+    : PaneList(parent)
     , m_model(new DetailListModel(this)) {
+    setAccessibleName(name);
     setModel(m_model);
     setItemDelegate(new DetailListDelegate(this));
 }

@@ -5,12 +5,10 @@
 
 namespace quillane {
 
-PaneList::PaneList(const QString& name, QWidget* parent)
-    : QListView(parent) {
-    setAccessibleName(name);
+PaneList::PaneList(QWidget* parent)
+    : ReadingList(parent) {
     setUniformItemSizes(true);
     setFrameShape(NoFrame);
-    setSelectionMode(NoSelection);
     setEditTriggers(NoEditTriggers);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -42,7 +40,7 @@ void PaneList::scrollTo(const QModelIndex& index, ScrollHint) {
 }
 
 void PaneList::focusInEvent(QFocusEvent* event) {
-    QListView::focusInEvent(event);
+    ReadingList::focusInEvent(event);
     if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason) {
         scrollTo(currentIndex());
     }
@@ -51,7 +49,7 @@ void PaneList::focusInEvent(QFocusEvent* event) {
 QModelIndex PaneList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     const int last = model()->rowCount() - 1;
     if ((action != MovePageUp && action != MovePageDown) || last < 0) {
-        return QListView::moveCursor(action, modifiers);
+        return ReadingList::moveCursor(action, modifiers);
     }
     // A page is what the pane shows, and not the whole list.
     const int seen = viewport()->visibleRegion().boundingRect().height();

@@ -1,12 +1,12 @@
 #pragma once
-#include <QListView>
+#include "Components/ReadingList.h"
 #include <QString>
 
 namespace quillane {
 
 // A list in a panel of a pane. It is as high as its rows and scrolls with the pane; rows are drawn and have no
 // widgets, so that thousands cost as little as three.
-class PaneList : public QListView {
+class PaneList : public ReadingList {
     Q_OBJECT
   public:
     // Between the edges of a row and what it shows: room for the focus ring, taken from the panel's padding.
@@ -18,8 +18,8 @@ class PaneList : public QListView {
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
   protected:
-    // `name` is what assistive tools call the list. Its model and its delegate are set once, right after.
-    PaneList(const QString& name, QWidget* parent);
+    // Its name, its model and its delegate are set once, right after.
+    explicit PaneList(QWidget* parent);
 
     // Of every row, in pixels.
     virtual int rowHeight() const = 0;

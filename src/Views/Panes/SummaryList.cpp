@@ -12,7 +12,6 @@
 #include "IconCache.h"
 #include <QAbstractListModel>
 #include <QGuiApplication>
-#include <QListView>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
@@ -145,13 +144,12 @@ class SummaryListModel : public QAbstractListModel {
 SummaryList::SummaryList(const QString& name, QWidget* parent)
     : Card(parent)
     , m_model(new SummaryListModel(this))
-    , m_list(new QListView) {
+    , m_list(new ReadingList) {
     m_list->setAccessibleName(name);
     m_list->setModel(m_model);
     m_list->setItemDelegate(new SummaryDelegate(m_list));
     m_list->setUniformItemSizes(true);
     m_list->setFrameShape(QFrame::NoFrame);
-    m_list->setSelectionMode(QAbstractItemView::NoSelection);
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -1,12 +1,11 @@
 #pragma once
 #include "Bytes.h"
 #include "Components/Card.h"
+#include "Components/ReadingList.h"
 #include "FileURL.h"
 #include <QString>
 #include <optional>
 #include <vector>
-
-class QListView;
 
 namespace quillane {
 
@@ -29,14 +28,14 @@ class SummaryList : public Card {
 
     // In any order; rows of equal size keep theirs.
     void setRows(const std::vector<Row>& rows);
-    QListView* list() const { return m_list; }
+    ReadingList* list() const { return m_list; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
   private:
     SummaryListModel* m_model;
-    QListView* m_list;
+    ReadingList* m_list;
 };
 
 } // namespace quillane

@@ -1,5 +1,6 @@
 #include "Shell/ColumnSplitter.h"
 #include "Components/Tokens.h"
+#include <QAccessibleWidget>
 #include <QPainter>
 
 namespace quillane {
@@ -17,10 +18,17 @@ class LineHandle : public QSplitterHandle {
     }
 };
 
+// The base takes it for a grip of something.
+QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
+    auto* const handle = dynamic_cast<LineHandle*>(object);
+    return handle != nullptr ? new QAccessibleWidget(handle, QAccessible::Separator) : nullptr;
+}
+
 } // namespace
 
 ColumnSplitter::ColumnSplitter(QWidget* parent)
     : QSplitter(Qt::Horizontal, parent) {
+    QAccessible::installFactory(makeAccessible); // which leaves out what is installed
     setChildrenCollapsible(false);
     setHandleWidth(1);
 }

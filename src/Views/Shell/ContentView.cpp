@@ -1,6 +1,8 @@
 #include "Shell/ContentView.h"
 #include "AppLibrary.h"
+#include "Applications/StatusLine.h"
 #include "Components/AccessBanner.h"
+#include "Components/Announcement.h"
 #include "Components/ColumnGround.h"
 #include "Components/LibraryObserver.h"
 #include "Components/Rule.h"
@@ -80,6 +82,8 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
     m_onboardingObserver->renderNow();
     m_bannerObserver = new LibraryObserver([this] { renderBanner(); }, this);
     m_bannerObserver->renderNow();
+    m_scanObserver = new LibraryObserver([this] { announceScan(); }, this);
+    m_scanObserver->renderNow();
     m_quickLook = new QuickLookPanel(m_library, m_state, *this, [this] { return listToMoveIn(); });
     m_sections->currentWidget()->setFocus();
 }
@@ -184,6 +188,17 @@ void ContentView::noticeActivation() {
 void ContentView::renderBanner() {
     m_banner->setVisible(m_library.phase->kind == AppLibrary::Phase::Kind::ready &&
                          m_library.trashState->needsFullDiskAccess);
+}
+
+// Whatever the window shows, as somebody may wait for it in any section.
+void ContentView::announceScan() {
+    const auto& phase = m_library.phase.get();
+    const bool isOver = phase.kind == AppLibrary::Phase::Kind::ready;
+    if (isOver && m_isScanning) {
+        speak(*this,
+              QStringLiteral("Scan finished. ") + StatusLine::words(phase, m_library.visibleApps().size()));
+    }
+    m_isScanning = !isOver && phase.kind != AppLibrary::Phase::Kind::idle;
 }
 
 void ContentView::makeCommands() {

@@ -84,6 +84,7 @@ class ContentView : public QWidget {
     void renderOnboarding();
     void endOnboarding();
     void renderBanner();
+    void announceScan();
     void noticeActivation();
     int indexOf(LibrarySection section) const; // into m_screens; -1 for none
 
@@ -105,6 +106,8 @@ class ContentView : public QWidget {
     LibraryObserver* m_onboardingObserver = nullptr;
     QPointer<OnboardingView> m_onboarding;
     LibraryObserver* m_bannerObserver = nullptr;
+    LibraryObserver* m_scanObserver = nullptr;
+    bool m_isScanning = false;
     QuickLookPanel* m_quickLook = nullptr;
     NotificationCenter::Subscription m_showSection;
     NotificationCenter::Subscription m_showOverview;

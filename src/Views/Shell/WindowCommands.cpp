@@ -131,6 +131,7 @@ void WindowCommands::makeMenu(const Commands& commands) {
         return;
     }
     m_windowMenu = new QMenu(&m_window);
+    m_windowMenu->setAccessibleName(QStringLiteral("Menu"));
     m_windowMenu->addActions({commands.rescan, commands.putBack});
     m_windowMenu->addSeparator();
     m_windowMenu->addActions({commands.settings, commands.grantAccess});

@@ -93,8 +93,8 @@ StartupDetailView::StartupDetailView(AppLibrary& library, PushButton* stop, QWid
     , m_program(new PathLabel(TextStyle::row()))
     , m_programGap(new QWidget)
     , m_definedIn(new PathLabel(TextStyle::row())) {
-    m_stop->setToolTip(toolTipText(
-        QStringLiteral("Unloads it now. It comes back at next login unless the file is removed.")));
+    setToolTipText(*m_stop,
+                   QStringLiteral("Unloads it now. It comes back at next login unless the file is removed."));
     connect(m_stop, &QPushButton::clicked, this, [this] { stopItem(); });
     addBlocks();
 }

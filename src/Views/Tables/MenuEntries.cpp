@@ -15,6 +15,7 @@ namespace quillane::MenuEntries {
 QMenu* makeMenu(QWidget* parent) {
     auto* const menu = new QMenu(parent);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setAccessibleName(QStringLiteral("Menu"));
     return menu;
 }
 

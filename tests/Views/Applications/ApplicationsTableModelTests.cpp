@@ -73,6 +73,14 @@ TEST_F(ApplicationsTableModelTest, ANameThatWouldDeceiveTheEyeIsShownAsItIs) {
     EXPECT_EQ(at(0, Column::kVersion).toString(), QStringLiteral("1‹U+000A›2"));
 }
 
+TEST_F(ApplicationsTableModelTest, WhatHasNoNameIsReadByThatOfItsBundle) {
+    auto nameless = measuredApp("Alder", 1);
+    nameless.name.clear();
+    show({nameless, measuredApp("Birch", 1)});
+    EXPECT_EQ(at(0, Column::kName, Qt::AccessibleTextRole).toString(), "Alder.app");
+    EXPECT_EQ(at(1, Column::kName, Qt::AccessibleTextRole).toString(), "Birch");
+}
+
 TEST_F(ApplicationsTableModelTest, AnUnmeasuredSizeIsASpinner) {
     show({unmeasuredApp("Waiting"), measuredApp("Done", 2'000'000)});
     EXPECT_TRUE(at(0, Column::kSize, kBusyRole).toBool());

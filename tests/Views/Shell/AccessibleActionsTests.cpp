@@ -222,6 +222,23 @@ TEST_F(AccessibleActions, PressingAHeadingThatHasTheFocusSortsByItsColumn) {
     EXPECT_EQ(window->state().sortOrder.get(), (std::vector<AppComparator>{{AppSortKey::name, false}}));
 }
 
+TEST_F(AccessibleActions, WhatIsWrittenIntoTheSearchOfFilesIsSearchedFor) {
+    openFilled(LibrarySection::files);
+    library.setFilesMode(FilesMode::search);
+    turn();
+    QAccessibleInterface* field = nullptr;
+    for (auto* const edit : window->content(LibrarySection::files)->findChildren<QLineEdit*>()) {
+        if (edit->isVisible()) {
+            field = met(*edit);
+        }
+    }
+    ASSERT_NE(field, nullptr);
+    field->editableTextInterface()->replaceText(0, 0, "invoice");
+    EXPECT_EQ(library.fileSearchText.get(), "invoice");
+    field->setText(QAccessible::Value, "receipt");
+    EXPECT_EQ(library.fileSearchText.get(), "receipt");
+}
+
 // The panes
 
 TEST_F(AccessibleActions, TogglingACopyKeepsItAndPressingTheButtonReviewsTheOthers) {

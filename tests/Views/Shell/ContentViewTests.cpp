@@ -1,3 +1,4 @@
+#include "Announced.h"
 #include "Applications/ApplicationsDetail.h"
 #include "Applications/ApplicationsTable.h"
 #include "Components/Look.h"
@@ -65,6 +66,28 @@ TEST_F(MainWindow, OpeningTheWindowStartsTheFirstScan) {
     EXPECT_NE(library.phase.get().kind, Kind::idle);
     finish();
     EXPECT_EQ(library.phase.get().kind, Kind::ready);
+}
+
+TEST_F(MainWindow, TheEndOfAScanIsAnnouncedInWhateverSection) {
+    const Announced announced;
+    startsIn = LibrarySection::startup;
+    open({Kind::idle}, {});
+    library.phase = {.kind = Kind::measuring, .done = 1, .total = 2};
+    turn();
+    EXPECT_EQ(announced.texts(), QStringList());
+    publish(two());
+    library.phase = {.kind = Kind::ready};
+    turn();
+    EXPECT_EQ(announced.texts(), QStringList{"Scan finished. 2 apps"});
+    library.searchText = "Alder";
+    turn();
+    EXPECT_EQ(announced.texts().size(), 1) << "once";
+}
+
+TEST_F(MainWindow, AWindowThatComesAfterAScanAnnouncesNone) {
+    const Announced announced;
+    openReady(two());
+    EXPECT_EQ(announced.texts(), QStringList());
 }
 
 // A scan that somebody waits for begins at this priority, and one that nobody asked for far below.
