@@ -10,6 +10,7 @@
 #include "DocumentText.h"
 #include "DrawingProgram.h"
 #include "FilePreviews.h"
+#include "MessageBus.h"
 #include "MetadataSearch.h"
 #include "PosixCommandRunner.h"
 #include "PosixDirectoryWatch.h"
@@ -32,6 +33,7 @@ int main(int argc, char** argv) {
     if (const auto code = CommandLine::answer(argc, argv)) {
         return *code;
     }
+    MessageBus::leaveStoppedSessionBus();
     SessionInstance instance(FileDefaults::userPath(PosixFileSystem().home().path()));
     if (const auto code = instance.endOfSecond(argc, argv)) {
         std::_Exit(*code); // a bus that has stopped is not waited for

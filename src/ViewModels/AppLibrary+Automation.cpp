@@ -33,6 +33,12 @@ double scanPeriod(const Defaults& defaults) {
     return static_cast<double>(hours) * kSecondsPerHour;
 }
 
+// When it was last. One that lies further ahead than a whole period was noted by a clock that was wrong, and would put
+// everything off until then: it counts as none.
+Date lastBefore(Date now, std::optional<Date> noted, double period) {
+    return noted && *noted <= now.addingSeconds(period) ? *noted : Date::distantPast();
+}
+
 } // namespace
 
 std::optional<Date> AppLibrary::lastAutomaticScan() const {
@@ -75,8 +81,9 @@ Task<> AppLibrary::automationTick(StopToken stop) {
 
 bool AppLibrary::isAutomaticScanDue(Date now) const {
     const auto& defaults = m_platform.defaults;
-    const auto last = lastAutomaticScan().value_or(Date::distantPast());
-    return defaults.boolean(DefaultsKeys::kScheduledScans) && last.addingSeconds(scanPeriod(defaults)) <= now;
+    const double period = scanPeriod(defaults);
+    const auto last = lastBefore(now, lastAutomaticScan(), period);
+    return defaults.boolean(DefaultsKeys::kScheduledScans) && last.addingSeconds(period) <= now;
 }
 
 // What does not come to its end is not waited for for ever, and its moment is noted all the same: a scan that is
@@ -100,7 +107,7 @@ void AppLibrary::remindWeekly(Date now) {
     if (!defaults.boolean(DefaultsKeys::kWeeklyReminder)) {
         return;
     }
-    const auto last = defaults.date(DefaultsKeys::kLastReminder).value_or(Date::distantPast());
+    const auto last = lastBefore(now, defaults.date(DefaultsKeys::kLastReminder), kSecondsPerWeek);
     const double elapsed = now.secondsSinceReferenceDate - last.secondsSinceReferenceDate;
     if (elapsed <= kSecondsPerWeek) {
         return;

@@ -26,11 +26,13 @@ std::string labelForDeveloperItems(const std::vector<DevCacheItem>& items) {
 
 } // namespace
 
-// An empty list is walked again every time.
+// An empty list is walked again every time, and so is one that a clock which has been set back tells to be of a time
+// to come.
 bool AppLibrary::mayReuseDeveloperCaches(ScanReason reason) const {
+    const Date now = m_platform.clock.now();
     return reason == ScanReason::automatic && m_developerCachesMeasuredAt &&
-           m_platform.clock.now() < m_developerCachesMeasuredAt->addingSeconds(developerCacheTTL) &&
-           !developerCaches->empty();
+           *m_developerCachesMeasuredAt <= now &&
+           now < m_developerCachesMeasuredAt->addingSeconds(developerCacheTTL) && !developerCaches->empty();
 }
 
 Task<> AppLibrary::findDeveloperCaches(int generation, ScanReason reason, StopToken stop) {

@@ -1,84 +1,11 @@
 // One program a person, tried with the program.
-#include "InstanceLock.h"
-#include "InstanceSocket.h"
-#include "PrivateBus.h"
-#include "TemporaryFolder.h"
-#include <QDBusConnectionInterface>
+#include "ProgramTest.h"
 #include <QDBusMessage>
-#include <QProcess>
-#include <chrono>
-#include <csignal>
-#include <gtest/gtest.h>
-#include <string>
-#include <sys/types.h>
 
 namespace quillane {
 namespace {
 
-using namespace std::chrono_literals;
-
-const auto kNoBus = QStringLiteral("unix:path=/nowhere");
-const auto kName = QStringLiteral("org.quillane.Quillane");
-constexpr int kLong = 60'000; // milliseconds; a start may take as long as the machine likes
-
-// One start of the program, ended with the test.
-class Start {
-  public:
-    ~Start() { kill(); }
-    void end() {
-        m_process.terminate();
-        EXPECT_TRUE(m_process.waitForFinished(kLong));
-    }
-    void kill() {
-        m_process.kill();
-        m_process.waitForFinished(kLong);
-    }
-    void send(int signal) const { ASSERT_EQ(::kill(static_cast<pid_t>(m_process.processId()), signal), 0); }
-    bool runs() { return !m_process.waitForFinished(0) && m_process.state() == QProcess::Running; }
-    // Its status, once it has ended by itself; -1 when it was killed or goes on.
-    int status() {
-        const bool hasEnded = m_process.waitForFinished(kLong) || m_process.state() == QProcess::NotRunning;
-        return hasEnded && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
-    }
-    std::string words() { return m_process.readAllStandardError().toStdString(); }
-
-  private:
-    friend struct OneInstance;
-    QProcess m_process;
-};
-
-struct OneInstance : testing::Test {
-    TemporaryFolder folder;
-    PrivateBus bus;
-
-    void start(Start& start, const QString& busAddress, const QStringList& arguments = {}) const {
-        auto environment = QProcessEnvironment::systemEnvironment();
-        for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"}) {
-            environment.insert(QLatin1String(name), QString::fromStdString(folder.at("home")));
-        }
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), busAddress);
-        environment.insert(QStringLiteral("XDG_ACTIVATION_TOKEN"), QStringLiteral("token"));
-        start.m_process.setProcessEnvironment(environment);
-        start.m_process.start(QStringLiteral(QUILLANE_PROGRAM), arguments);
-        ASSERT_TRUE(start.m_process.waitForStarted(kLong));
-    }
-    // Whether a start listens by now whose window is there.
-    bool isUp() const {
-        // By its name alone: to ask for the lock would be to have it for a moment.
-        const auto name =
-            InstanceLock(InstanceLock::pathBeside(folder.at("home/quillane/defaults.plist"))).readName();
-        return !name.empty() &&
-               InstanceSocket::tell(name, "activate\n", 1min) == InstanceSocket::Answer::given;
-    }
-    void startAndWait(Start& first, const QString& busAddress, const QStringList& arguments = {}) const {
-        start(first, busAddress, arguments);
-        while (first.runs() && !isUp()) {
-        }
-        ASSERT_TRUE(first.runs()) << first.words();
-    }
-    bool hasOwner() { return bus.connect().interface()->isServiceRegistered(kName); }
-};
+struct OneInstance : ProgramTest {};
 
 TEST_F(OneInstance, ASecondStartEndsAndTheFirstGoesOnWhateverBusEachHas) {
     folder.folder("home");

@@ -499,17 +499,54 @@ TEST_F(AppLibraryAutomation, AClockThatJumpsForwardMakesOneScanDueAndNotMany) {
     EXPECT_EQ(scans(), 2);
 }
 
-TEST_F(AppLibraryAutomation, AClockThatJumpsBackMakesTheScanWaitUntilItsMomentHasComeAgain) {
+TEST_F(AppLibraryAutomation,
+       AClockThatJumpsBackByLessThanThePeriodMakesTheScanWaitUntilItsMomentHasComeAgain) {
     startWithScans();
     passHour();
     ASSERT_EQ(scans(), 1);
-    clock.setNow(clock.now().addingSeconds(-2 * 86'400));
-    for (int hour = 0; hour < 3 * 24 - 1; ++hour) {
+    clock.setNow(clock.now().addingSeconds(-20 * 3600));
+    for (int hour = 0; hour < 20 + 24 - 1; ++hour) {
         passHour();
     }
     EXPECT_EQ(scans(), 1);
     passHour();
     EXPECT_EQ(scans(), 2);
+}
+
+TEST_F(AppLibraryAutomation, AClockThatJumpsBackByAYearMakesOneScanDueAndNotMany) {
+    startWithScans();
+    passHour();
+    ASSERT_EQ(scans(), 1);
+    clock.setNow(clock.now().addingSeconds(-365 * 86'400));
+    for (int hour = 0; hour < 23; ++hour) {
+        passHour();
+    }
+    EXPECT_EQ(scans(), 2);
+}
+
+TEST_P(AppLibraryScanPeriod, ALastScanThatLiesFurtherAheadThanThePeriodIsNone) {
+    defaults.set(Keys::kScanFrequencyHours, GetParam().frequency);
+    startWithScans();
+    const auto furthest = atNextTick().addingSeconds(GetParam().hours * 3600);
+    defaults.set(Keys::kLastScan, furthest);
+    passHour();
+    EXPECT_EQ(scans(), 0);
+    defaults.set(Keys::kLastScan, atNextTick().addingSeconds(GetParam().hours * 3600 + 1));
+    passHour();
+    EXPECT_EQ(scans(), 1);
+}
+
+TEST_F(AppLibraryAutomation, ALastReminderThatLiesMoreThanAWeekAheadIsNone) {
+    prepareReminder();
+    start();
+    defaults.set(Keys::kLastReminder, atNextTick().addingSeconds(604'800));
+    passHour();
+    EXPECT_THAT(identifiers(), IsEmpty());
+    const auto tick = atNextTick();
+    defaults.set(Keys::kLastReminder, tick.addingSeconds(604'801));
+    passHour();
+    EXPECT_THAT(identifiers(), ElementsAre("weekly"));
+    EXPECT_EQ(stored<Date>(Keys::kLastReminder), tick);
 }
 
 TEST_F(AppLibraryAutomation, AClockThatJumpsDuringATickLeavesTheMomentAtWhichItBegan) {

@@ -98,6 +98,14 @@ TEST_F(AppLibraryFinders, AnAutomaticScanReusesAWalkOfLessThanFifteenMinutes) {
     EXPECT_EQ(library->developerCaches->size(), 2U);
 }
 
+TEST_F(AppLibraryFinders, AWalkOfATimeToComeIsNotReused) {
+    addDependencies("shop");
+    EXPECT_TRUE(walksOn(ScanReason::automatic));
+    clock.setNow(clock.now().addingSeconds(-365 * 86'400.0));
+    EXPECT_TRUE(walksOn(ScanReason::automatic));
+    EXPECT_FALSE(walksOn(ScanReason::automatic));
+}
+
 TEST_F(AppLibraryFinders, TheFifteenMinutesBeginAgainWithEachWalk) {
     addDependencies("shop");
     EXPECT_TRUE(walksOn(ScanReason::automatic));

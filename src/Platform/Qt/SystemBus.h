@@ -1,4 +1,5 @@
 #pragma once
+#include "MessageBus.h"
 #include <QDBusConnection>
 #include <functional>
 
@@ -8,8 +9,11 @@ namespace quillane {
 // called by jobs and never on the main thread. Any thread; the connection may be used by any thread.
 using SystemBus = std::function<QDBusConnection()>;
 
+// None where it has stopped: whoever waited for that one would hold up all who reach for the user's bus, by Qt on the
+// main thread too.
 inline QDBusConnection sharedSystemBus() {
-    return QDBusConnection::systemBus();
+    return MessageBus::hasStopped(MessageBus::systemAddress()) ? QDBusConnection(QString())
+                                                               : QDBusConnection::systemBus();
 }
 
 } // namespace quillane

@@ -39,6 +39,8 @@ MenuBarPopover::MenuBarPopover(AppLibrary& library, std::optional<QPoint> press)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSizeConstraint(QLayout::SetFixedSize);
     layout->addWidget(m_view);
+    // With the screen its panel has gone, or stands somewhere else.
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &QWidget::close);
 }
 
 Qt::WindowType MenuBarPopover::typeOn(const QString& platformName) {

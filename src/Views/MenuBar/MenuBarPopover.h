@@ -8,8 +8,8 @@ namespace quillane {
 class AppLibrary;
 class MenuBarView;
 
-// The window of a MenuBarView, without a frame, beside the item that was pressed. It closes on Escape and on a press
-// anywhere else, and stays beside its item while its height changes.
+// The window of a MenuBarView, without a frame, beside the item that was pressed. It closes on Escape, on a press
+// anywhere else and when a screen goes, and stays beside its item while its height changes.
 class MenuBarPopover : public QWidget {
     Q_OBJECT
   public:

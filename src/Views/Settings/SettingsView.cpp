@@ -14,6 +14,7 @@
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <algorithm>
 
 namespace quillane {
@@ -119,6 +120,19 @@ void SettingsView::step(int by) {
 void SettingsView::fit() {
     const int wanted = m_strip->sizeHint().height() + 1 + page(tab())->heightForWidth(kWidth);
     setFixedSize(kWidth, std::min(wanted, screen()->availableGeometry().height() - kTitleBar));
+}
+
+// It can't be made smaller by hand, so it follows the screen that it is on: one may go, or get another size.
+void SettingsView::followScreen() {
+    disconnect(m_room);
+    m_room = connect(screen(), &QScreen::availableGeometryChanged, this, [this] { fit(); });
+    fit();
+}
+
+void SettingsView::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    connect(windowHandle(), &QWindow::screenChanged, this, &SettingsView::followScreen, Qt::UniqueConnection);
+    followScreen();
 }
 
 void SettingsView::placeOver(const QWidget* window) {

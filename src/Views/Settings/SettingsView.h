@@ -33,6 +33,7 @@ class SettingsView : public QWidget {
     void placeOver(const QWidget* window);
 
   protected:
+    void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* object, QEvent* event) override;
 
@@ -43,7 +44,9 @@ class SettingsView : public QWidget {
     void enter(int index);
     void step(int by);
     void fit();
+    void followScreen();
 
+    QMetaObject::Connection m_room; // the screen's, that may change
     SettingsTabs* m_tabs;
     QWidget* m_strip;
     QStackedWidget* m_pages;

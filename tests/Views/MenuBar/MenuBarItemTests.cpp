@@ -213,6 +213,17 @@ TEST_F(MenuBarItems, ItClosesWhenThePanelGoes) {
     EXPECT_EQ(item->popover(), nullptr);
 }
 
+TEST_F(MenuBarItems, ItClosesWhenAScreenGoesAndOpensAgainAtTheNextPress) {
+    make();
+    pressIcon();
+    ASSERT_NE(item->popover(), nullptr);
+    emit qGuiApp->screenRemoved(QGuiApplication::primaryScreen());
+    EXPECT_EQ(item->popover(), nullptr);
+    clock.advance(MenuBarItem::kAfterClosing);
+    pressIcon();
+    EXPECT_NE(item->popover(), nullptr);
+}
+
 TEST_F(MenuBarItems, ReviewOpensTheWindowThenTheOverviewThenTheReview) {
     make();
     pressIcon({.place = {}, .activationToken = "token"});

@@ -336,6 +336,26 @@ TEST_F(MenuBarViews, PicturesOfItAreKept) {
     EXPECT_TRUE(keepPicture(pictureOf(*popover), "menubar-popover-dark"));
 }
 
+TEST_F(MenuBarViews, TextThatGrowsWhileItIsOpenLooksAsIfItHadAlwaysBeenLarge) {
+    Look::setTextScale(2);
+    open();
+    const QRect large = popover->geometry();
+    Look::setTextScale(1);
+    open();
+    ASSERT_NE(popover->geometry(), large);
+    Look::setTextScale(2);
+    turn();
+    EXPECT_EQ(popover->geometry(), large);
+    Look::setTextScale(1);
+    open();
+    const QRect usual = popover->geometry();
+    Look::setTextScale(2);
+    turn();
+    Look::setTextScale(1);
+    turn();
+    EXPECT_EQ(popover->geometry(), usual);
+}
+
 TEST_F(MenuBarViews, WithLargeTextEveryWordHasItsRoomAndEveryButtonLiesInsideAndNoneOverAnother) {
     Look::setTextScale(2);
     const auto& view = open();

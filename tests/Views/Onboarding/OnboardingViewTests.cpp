@@ -375,6 +375,21 @@ TEST_F(Onboarding, TheSheetHasOneSizeOnAllPages) {
     }
 }
 
+TEST_F(Onboarding, TextThatGrowsWhileItIsUpLooksAsIfItHadAlwaysBeenLarge) {
+    window.resize(1280, 780);
+    Look::setTextScale(1.75);
+    const QSize large = openAt(1).size();
+    delete sheet;
+    Look::setTextScale(1);
+    openAt(1);
+    ASSERT_LT(sheet->height(), large.height());
+    Look::setTextScale(1.75);
+    turn();
+    EXPECT_EQ(sheet->size(), large);
+    EXPECT_EQ(sheet->page(), 1);
+    EXPECT_EQ(sheet->findChild<QScrollArea*>()->verticalScrollBar()->maximum(), 0);
+}
+
 TEST_F(Onboarding, LargeTextMakesItHigherAndCutsNothing) {
     for (const double scale : {1.0, 1.25, 1.5, 1.75}) {
         Look::setTextScale(scale);

@@ -5,6 +5,8 @@
 #include <QAccessible>
 #include <QLabel>
 #include <QWheelEvent>
+#include <algorithm>
+#include <array>
 #include <limits>
 #include <string_view>
 
@@ -71,6 +73,29 @@ class EachFigure : public SettingsTest, public testing::WithParamInterface<Bound
     Stepper& control() { return stepper(GetParam().words); }
     std::int64_t stored() { return defaults().integer(GetParam().key); }
     void store(std::int64_t figure) { defaults().set(GetParam().key, figure); }
+};
+
+// A value that no key has. Dates and texts are such for all that has a control.
+struct Misfit {
+    const char* name;
+    Defaults::Value value;
+};
+
+class DamagedSettings : public SettingsTest, public testing::WithParamInterface<Misfit> {
+  protected:
+    DamagedSettings() {
+        for (const auto key : kAllKeys) {
+            defaults().set(key, GetParam().value);
+        }
+        defaults().subscribe([this](const std::string& key) { written.push_back(key); });
+    }
+    static constexpr std::array kAllKeys = {
+        kProtectedPaths,   kLastOperation,      kRecentUninstalls,   kHasSeenOnboarding, kShowMenuBarExtra,
+        kScheduledScans,   kScanFrequencyHours, kLastScan,           kWeeklyReminder,    kLastReminder,
+        kNudgeOnThreshold, kThresholdGB,        kNudgedThreshold,    kNudgeOnLowDisk,    kLowDiskPercent,
+        kNudgedLowDisk,    kNudgeOnNewOrphans,  kKnownOrphanVendors, kNudgeOnNewStartup, kKnownStartupLabels,
+        kWatchUninstalls};
+    std::vector<std::string> written;
 };
 
 } // namespace
@@ -285,6 +310,38 @@ TEST_P(EachFigure, TheWheelScrollsThePageAndNotTheFigure) {
 }
 
 // The frequency
+
+// What stands there counts as it is read everywhere, and shows as that.
+TEST_P(DamagedSettings, ShowAsTheyCountAndStayUntilTheUserChangesThem) {
+    for (const auto tab : {Tab::general, Tab::automation}) {
+        open(tab);
+        for (const auto& bound : kSwitches) {
+            if (bound.tab == tab) {
+                EXPECT_EQ(switchOf(bound.words).isChecked(), defaults().boolean(bound.key)) << bound.words;
+            }
+        }
+    }
+    for (const auto& bound : kFigures) {
+        const auto counts = std::clamp<std::int64_t>(defaults().integer(bound.key), bound.least, bound.most);
+        EXPECT_EQ(stepper(bound.words).value(), counts) << bound.words;
+    }
+    settings->close();
+    EXPECT_EQ(written, std::vector<std::string>());
+    open(Tab::automation);
+    QTest::mouseClick(&switchOf("Weekly summary"), Qt::LeftButton);
+    EXPECT_EQ(written, std::vector{std::string(kWeeklyReminder)});
+}
+
+INSTANTIATE_TEST_SUITE_P(EachMisfit, DamagedSettings,
+                         testing::Values(Misfit{"Text", std::string("nothing")},
+                                         Misfit{"YesAsText", std::string("YES")},
+                                         Misfit{"Number", std::int64_t{-1}},
+                                         Misfit{"Huge", std::numeric_limits<std::int64_t>::max()},
+                                         Misfit{"NoNumber", std::numeric_limits<double>::quiet_NaN()},
+                                         Misfit{"Truth", true}, Misfit{"ADate", Date{1e12}},
+                                         Misfit{"Bytes", Defaults::Data{0xFF, 0x00}},
+                                         Misfit{"List", std::vector<std::string>{"a"}}),
+                         [](const auto& info) { return info.param.name; });
 
 TEST_F(Automation, TheFrequencyOffersThreeAndStoresItsHours) {
     defaults().set(kScheduledScans, true);

@@ -124,6 +124,23 @@ TEST_F(SettingsWindow, WithLargeTextItScrollsWhereTheScreenEndsAndTabBringsWhatI
     EXPECT_EQ(last.visibleRegion().boundingRect(), last.rect());
 }
 
+// What another screen would have room for is not to be had here, so the window is told that something has changed.
+TEST_F(SettingsWindow, FitsAnewWhereItsScreenHasChangedOrIsAnother) {
+    open(Tab::automation);
+    const int fitting = settings->height();
+    settings->setFixedHeight(fitting - 100);
+    emit settings->screen()->availableGeometryChanged(settings->screen()->availableGeometry());
+    EXPECT_EQ(settings->height(), fitting);
+    settings->setFixedHeight(fitting - 100);
+    emit settings->windowHandle()->screenChanged(settings->screen());
+    EXPECT_EQ(settings->height(), fitting);
+    settings->hide();
+    settings->show(); // and is not followed twice
+    settings->setFixedHeight(fitting - 100);
+    emit settings->screen()->availableGeometryChanged(settings->screen()->availableGeometry());
+    EXPECT_EQ(settings->height(), fitting);
+}
+
 TEST_F(SettingsWindow, NothingIsCutAtAnySizeOfText) {
     for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
         Look::setTextScale(scale);
