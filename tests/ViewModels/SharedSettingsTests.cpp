@@ -190,5 +190,17 @@ TEST_F(SharedSettings, RecordsThatAreLostFromTheSettingsAreStoredAgain) {
     EXPECT_THAT(storedRecords(), ElementsAre(record("beta")));
 }
 
+TEST_F(SharedSettings, RecordsThatAreDamagedInTheSettingsStayKnownAndAreStoredAgain) {
+    store({record("alpha"), record("beta")});
+    library = std::make_unique<AppLibrary>(world.platform);
+    for (const auto& damaged : {Defaults::Value(Defaults::Data{'['}), Defaults::Value(std::string("none"))}) {
+        world.defaults.set(DefaultsKeys::kRecentUninstalls, damaged);
+        library->appBecameActive();
+        EXPECT_THAT(*library->recentUninstalls, ElementsAre(record("alpha"), record("beta")));
+    }
+    library->dismissRecentUninstall(record("alpha"));
+    EXPECT_THAT(storedRecords(), ElementsAre(record("beta")));
+}
+
 } // namespace
 } // namespace quillane
