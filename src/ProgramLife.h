@@ -28,6 +28,8 @@ class ProgramLife final : public QObject {
     void itemHasChanged();
     // Ends the program, now or when what must not be broken off has ended.
     void quit();
+    // True from the moment when the end is asked for, which nothing takes back.
+    bool hasEnded() const { return m_hasEnded; }
 
   protected:
     // Every other wish to quit: of a key, of the system, of the end of the session.

@@ -38,6 +38,8 @@ class QuillaneApp final : public Scenes {
     NotificationCenter& notifications() { return m_notifications; }
 
     void quit() { m_life.quit(); }
+    // True once the end was asked for: no window opens any more that anybody would see.
+    bool hasEnded() const { return m_life.hasEnded(); }
 
   private:
     void makeWindow();

@@ -82,10 +82,14 @@ int main(int argc, char** argv) {
                      .updater = updates.updater()});
     app.showWindow();
     instance.follow([&app](const SessionInstance::Request& request) {
+        if (app.hasEnded()) {
+            return false;
+        }
         app.showWindow(request.activationToken);
         if (request.section) {
             app.notifications().post(NotificationName::kShowSection, request.section);
         }
+        return true;
     });
     const int status = QApplication::exec();
     notifications.withdrawAll();

@@ -39,6 +39,9 @@ class Defaults {
     virtual void updateOrForget(std::string_view key, Change change) = 0;
     // Takes the stored value away; a registered one shows again.
     virtual void clear(std::string_view key) = 0;
+    // Whether what was stored has been lost since this began, all of it at once: its file was taken away or damaged. From
+    // then on a value that is missing need not have been taken away by another instance.
+    virtual bool hasLost() const = 0;
     // Values for keys that are not stored. In memory only; later calls win key by key.
     virtual void registerDefaults(const std::map<std::string, Value>& values) = 0;
     // Calls back on the main thread after the value of a key has changed.

@@ -232,7 +232,11 @@ void AppLibrary::followOperation() {
         return;
     }
     const auto data = m_platform.defaults.data(DefaultsKeys::kLastOperation);
-    lastOperation = data ? StoredRecords::decodeUndoableOperation(*data) : std::nullopt;
+    auto operation = data ? StoredRecords::decodeUndoableOperation(*data) : std::nullopt;
+    // One that is missing was put back by another start. What is lost or damaged is still known.
+    if (operation || !(m_knownOperation || m_platform.defaults.hasLost())) {
+        lastOperation = std::move(operation);
+    }
 }
 
 void AppLibrary::noteComeBack(const std::vector<FileURL>& urls) {

@@ -158,8 +158,10 @@ void AppLibrary::changeRecentUninstalls(const std::function<void(std::vector<Rec
 }
 
 void AppLibrary::followUninstalls() {
-    if (isStoredAnew(DefaultsKeys::kRecentUninstalls, m_knownUninstalls) && m_knownUninstalls) {
-        recentUninstalls = recordsIn(m_knownUninstalls).value_or(std::vector<RecentUninstall>());
+    if (isStoredAnew(DefaultsKeys::kRecentUninstalls, m_knownUninstalls)) {
+        if (auto records = recordsIn(m_knownUninstalls)) { // what is lost or damaged is still known
+            recentUninstalls = std::move(*records);
+        }
     }
 }
 

@@ -487,7 +487,8 @@ class AppLibrary {
     void record(UndoableOperation operation);
     // Takes the operation away that was put back; one that another start has recorded meanwhile stays.
     void forgetOperation();
-    // The operation as it is stored by now. Not while this library makes one or puts one back.
+    // The operation as it is stored by now; the one that is known where the settings were lost. Not while this library
+    // makes one or puts one back.
     void followOperation();
 
     // Which applications hold a leftover. Made at need; empty when applications or leftovers may have joined since.

@@ -96,18 +96,44 @@ TEST_F(InstanceLockTest, AProgramThatIsStartedDoesNotInheritIt) {
     EXPECT_EQ(found, 1);
 }
 
-TEST_F(InstanceLockTest, OneFileHasOneNameByWhateverPathAndAnotherFileHasAnother) {
+TEST_F(InstanceLockTest, TheOthersReadTheNameThatTheHolderHasWrittenByWhateverPath) {
     folder.folder("quillane").link("elsewhere", "quillane");
     InstanceLock lock(path);
     InstanceLock sameFile(InstanceLock::pathBeside(folder.at("elsewhere/defaults.plist")));
     InstanceLock other(InstanceLock::pathBeside(folder.at("other/defaults.plist")));
-    EXPECT_EQ(lock.name(), "");
+    EXPECT_EQ(sameFile.readName(), "");
     EXPECT_EQ(lock.take(), Holder::self);
     EXPECT_EQ(sameFile.take(), Holder::other);
     EXPECT_EQ(other.take(), Holder::self);
-    EXPECT_EQ(lock.name(), sameFile.name());
-    EXPECT_NE(lock.name(), other.name());
-    EXPECT_FALSE(lock.name().empty());
+    EXPECT_EQ(sameFile.readName(), "");
+    for (const auto& name : {std::string(32, 'a'), std::string("0123456789abcdef0123456789abcdef")}) {
+        EXPECT_TRUE(lock.writeName(name));
+        EXPECT_EQ(sameFile.readName(), name);
+        EXPECT_EQ(other.readName(), "");
+    }
+}
+
+TEST_F(InstanceLockTest, TheFileIsNobodyElsesToRead) {
+    folder.file("quillane/defaults.plist.instance", "older and longer than any name would ever be");
+    ASSERT_EQ(::chmod(path.c_str(), 0666), 0);
+    InstanceLock lock(path);
+    ASSERT_EQ(lock.take(), Holder::self);
+    ASSERT_TRUE(lock.writeName(std::string(32, 'a')));
+    struct stat status = {};
+    ASSERT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0600U);
+    EXPECT_EQ(lock.readName(), std::string(32, 'a'));
+}
+
+TEST_F(InstanceLockTest, WhatIsNoNameIsNeitherReadNorWritten) {
+    InstanceLock lock(path);
+    ASSERT_EQ(lock.take(), Holder::self);
+    for (const auto& text : {std::string(), std::string(31, 'a'), std::string(33, 'a'), std::string(32, 'A'),
+                             std::string(32, 'g'), std::string(32, '\0'), std::string(31, 'a') + "\n"}) {
+        EXPECT_FALSE(lock.writeName(text)) << text;
+        folder.file("quillane/defaults.plist.instance", text);
+        EXPECT_EQ(lock.readName(), "") << text;
+    }
 }
 
 TEST_F(InstanceLockTest, ALockOfAFileThatWasTakenAwayIsNotTakenForTheFilesOwn) {
@@ -116,19 +142,22 @@ TEST_F(InstanceLockTest, ALockOfAFileThatWasTakenAwayIsNotTakenForTheFilesOwn) {
     folder.remove("quillane/defaults.plist.instance");
     InstanceLock second(path);
     EXPECT_EQ(second.take(), Holder::self); // the file is a new one; the name on the bus is left to tell
-    EXPECT_NE(first.name(), second.name());
 }
 
 TEST_F(InstanceLockTest, WhereNoFileCanBeMadeItCannotBeTold) {
     folder.file("quillane");
     InstanceLock below(path); // a file in the place of the folder
     EXPECT_EQ(below.take(), Holder::unknown);
-    EXPECT_EQ(below.name(), "");
+    EXPECT_EQ(below.readName(), "");
+    EXPECT_FALSE(below.writeName(std::string(32, 'a')));
     folder.fifo("pipe/defaults.plist.instance").folder("folder/defaults.plist.instance");
-    folder.file("there").folder("link").link("link/defaults.plist.instance", folder.at("there"));
+    folder.file("there", std::string(32, 'a'))
+        .folder("link")
+        .link("link/defaults.plist.instance", folder.at("there"));
     for (const char* place : {"pipe", "folder", "link"}) {
         InstanceLock lock(folder.at(std::string(place) + "/defaults.plist.instance"));
         EXPECT_EQ(lock.take(), Holder::unknown) << place;
+        EXPECT_EQ(lock.readName(), "") << place;
     }
 }
 

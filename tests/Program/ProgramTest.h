@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/prctl.h>
-#include <sys/stat.h>
 #include <sys/types.h>
 
 namespace quillane {
@@ -81,11 +80,10 @@ struct ProgramTest : testing::Test {
     // Whether a start listens by now whose window is there.
     bool isUp(std::chrono::milliseconds patience = std::chrono::minutes(1)) const {
         // By its name alone: to ask for the lock would be to have it for a moment.
-        struct stat file = {};
-        return ::stat(InstanceLock::pathBeside(folder.at("home/quillane/defaults.plist")).c_str(), &file) ==
-                   0 &&
-               InstanceSocket::tell(std::to_string(file.st_dev) + "-" + std::to_string(file.st_ino),
-                                    "activate\n", patience) == InstanceSocket::Answer::given;
+        const auto name =
+            InstanceLock(InstanceLock::pathBeside(folder.at("home/quillane/defaults.plist"))).readName();
+        return !name.empty() &&
+               InstanceSocket::tell(name, "activate\n", patience) == InstanceSocket::Answer::given;
     }
     void startAndWait(Start& first, const QString& busAddress, const QStringList& arguments = {}) const {
         start(first, busAddress, arguments);

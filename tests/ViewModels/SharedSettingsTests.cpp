@@ -160,6 +160,31 @@ TEST_F(SharedSettings, WhatTheOtherRecordsDuringASweepIsNotShownBeforeItsEnd) {
     EXPECT_EQ(storedLabel(), "Own"); // which ended last
 }
 
+TEST_F(SharedSettings, AnOperationThatIsLostWithTheSettingsCanStillBePutBack) {
+    const auto own = file("own");
+    sweep({entry(own, SweepCategory::files, 1)}, "Own");
+    world.defaults.lose();
+    library->appBecameActive();
+    EXPECT_EQ(labelOf(*library), "Own");
+    world.defaults.set(DefaultsKeys::kThresholdGB, std::int64_t{5}); // the next change makes new settings
+    EXPECT_EQ(undo().trashed.size(), 1U);
+    EXPECT_TRUE(world.isThere(own));
+    EXPECT_EQ(labelOf(*library), "");
+}
+
+TEST_F(SharedSettings, AnOperationThatIsDamagedInTheSettingsCanStillBePutBackOnce) {
+    for (const auto& damaged : {Defaults::Value(Defaults::Data{'{'}), Defaults::Value(std::string("none"))}) {
+        const auto own = file("own");
+        sweep({entry(own, SweepCategory::files, 1)}, "Own");
+        world.defaults.set(DefaultsKeys::kLastOperation, damaged);
+        library->appBecameActive();
+        EXPECT_EQ(labelOf(*library), "Own");
+        EXPECT_EQ(undo().trashed.size(), 1U);
+        EXPECT_EQ(labelOf(*library), "");
+        EXPECT_FALSE(world.defaults.isStored(DefaultsKeys::kLastOperation));
+    }
+}
+
 // Uninstalls
 
 TEST_F(SharedSettings, WhatEachDismissesIsForgottenAndWhatTheOtherRecordedStays) {
@@ -186,6 +211,18 @@ TEST_F(SharedSettings, RecordsThatAreLostFromTheSettingsAreStoredAgain) {
     store({record("alpha"), record("beta")});
     library = std::make_unique<AppLibrary>(world.platform);
     world.defaults.clear(DefaultsKeys::kRecentUninstalls);
+    library->dismissRecentUninstall(record("alpha"));
+    EXPECT_THAT(storedRecords(), ElementsAre(record("beta")));
+}
+
+TEST_F(SharedSettings, RecordsThatAreDamagedInTheSettingsStayKnownAndAreStoredAgain) {
+    store({record("alpha"), record("beta")});
+    library = std::make_unique<AppLibrary>(world.platform);
+    for (const auto& damaged : {Defaults::Value(Defaults::Data{'['}), Defaults::Value(std::string("none"))}) {
+        world.defaults.set(DefaultsKeys::kRecentUninstalls, damaged);
+        library->appBecameActive();
+        EXPECT_THAT(*library->recentUninstalls, ElementsAre(record("alpha"), record("beta")));
+    }
     library->dismissRecentUninstall(record("alpha"));
     EXPECT_THAT(storedRecords(), ElementsAre(record("beta")));
 }

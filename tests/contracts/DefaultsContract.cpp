@@ -482,6 +482,35 @@ TEST_F(FileDefaultsTest, AChangeThatLeavesTheValueAsItIsWritesNothing) {
     EXPECT_EQ(after.st_ino, before.st_ino); // each writing makes a new file
 }
 
+TEST_F(FileDefaultsTest, WhatIsLostWithTheFileIsToldFromWhatAnotherInstanceTakesAway) {
+    for (const char* damage : {"", "<plist><dict><key>", "<plist version=\"1.0\"><array/></plist>"}) {
+        FileDefaults(path).set("a", true);
+        FileDefaults defaults(path);
+        EXPECT_TRUE(defaults.boolean("a"));
+        FileDefaults(path).clear("a"); // the only one
+        EXPECT_FALSE(defaults.value("a"));
+        EXPECT_FALSE(defaults.hasLost());
+        FileDefaults(path).set("a", true);
+        EXPECT_TRUE(defaults.boolean("a"));
+        folder.remove("quillane/defaults.plist");
+        if (*damage != '\0') {
+            folder.file("quillane/defaults.plist", damage);
+        }
+        EXPECT_TRUE(defaults.hasLost()) << damage;
+        defaults.set("b", true); // the file is whole again, without what it had
+        EXPECT_TRUE(defaults.hasLost()) << damage;
+        EXPECT_FALSE(FileDefaults(path).hasLost());
+    }
+}
+
+TEST_F(FileDefaultsTest, AFileThatNeverHeldAnythingWasNotLost) {
+    FileDefaults defaults(path);
+    EXPECT_FALSE(defaults.hasLost());
+    folder.file("quillane/defaults.plist", "damaged");
+    EXPECT_FALSE(defaults.value("a"));
+    EXPECT_FALSE(defaults.hasLost());
+}
+
 // A folder in the place of the file can be neither read nor written.
 TEST_F(FileDefaultsTest, ChangesThatCouldNotBeWrittenAreMadeAnewOfWhatIsStoredByThen) {
     FileDefaults defaults(path);

@@ -38,6 +38,7 @@ class MemoryDefaults final : public Defaults {
         m_stored.erase(std::string(key));
         tell(std::string(key));
     }
+    bool hasLost() const override { return m_hasLost; }
     void registerDefaults(const std::map<std::string, Value>& values) override {
         for (const auto& [key, value] : values) {
             m_registered.insert_or_assign(key, value);
@@ -50,6 +51,11 @@ class MemoryDefaults final : public Defaults {
     void unsubscribe(SubscriptionId id) override { m_subscribers.erase(id); }
     // Whether a value is stored under this key, registered ones aside.
     bool isStored(std::string_view key) const { return m_stored.contains(key); }
+    // As when the file is taken away.
+    void lose() {
+        m_hasLost = true;
+        m_stored.clear();
+    }
 
   private:
     void tell(const std::string& key) {
@@ -61,6 +67,7 @@ class MemoryDefaults final : public Defaults {
         }
     }
 
+    bool m_hasLost = false;
     std::map<std::string, Value, std::less<>> m_stored;
     std::map<std::string, Value, std::less<>> m_registered;
     std::map<SubscriptionId, std::function<void(const std::string&)>> m_subscribers;

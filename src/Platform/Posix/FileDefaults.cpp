@@ -126,6 +126,12 @@ std::optional<std::string> readAll(const std::string& path, std::size_t limit) {
     return bytes;
 }
 
+// An empty one is a list too.
+bool isList(const std::string& bytes, const PropertyList::Limits& limits) {
+    const auto parsed = PropertyList::parse(bytes, limits);
+    return parsed.ok() && PropertyList::asDictionary(&parsed.value()) != nullptr;
+}
+
 std::string textOf(const std::map<std::string, PropertyList::Value, std::less<>>& values) {
     std::vector<PropertyList::Entry> entries;
     entries.reserve(values.size());
@@ -181,7 +187,9 @@ bool FileDefaults::reloadIfChanged() const {
         return false;
     }
     m_stamp = stamp;
-    m_stored = valuesIn(*bytes);
+    auto values = valuesIn(*bytes);
+    m_hasLost = m_hasLost || (!m_stored.empty() && values.empty() && !isList(*bytes, m_limits));
+    m_stored = std::move(values);
     makeAnew();
     return true;
 }
@@ -373,6 +381,11 @@ void FileDefaults::updateOrForget(std::string_view key, Change change) {
     if (this->change(std::string(key), std::move(change), Older::goes, Basis::stored)) {
         tell(std::string(key));
     }
+}
+
+bool FileDefaults::hasLost() const {
+    (void)reloadIfChanged();
+    return m_hasLost;
 }
 
 void FileDefaults::registerDefaults(const std::map<std::string, Value>& values) {

@@ -40,6 +40,7 @@ class FileDefaults final : public Defaults {
     void update(std::string_view key, Change change) override;
     void updateOrForget(std::string_view key, Change change) override;
     void clear(std::string_view key) override;
+    bool hasLost() const override;
     void registerDefaults(const std::map<std::string, Value>& values) override;
     SubscriptionId subscribe(std::function<void(const std::string& key)> changed) override;
     void unsubscribe(SubscriptionId id) override;
@@ -93,6 +94,7 @@ class FileDefaults final : public Defaults {
     PropertyList::Limits m_limits;
     SpaceReserve* m_reserve;
     mutable Stored m_stored;
+    mutable bool m_hasLost = false;
     mutable std::optional<Stamp> m_stamp = Stamp(); // of what is stored; nothing when it is not known
     // Not in the file yet: what is to become of its values, by key and in the order of telling, and what that comes to.
     std::map<std::string, std::vector<Change>, std::less<>> m_told;

@@ -1,10 +1,12 @@
 #include "InstanceLock.h"
 #include "AtomicFile.h"
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 #include <utility>
 
 namespace quillane {
@@ -15,6 +17,17 @@ using namespace std::chrono_literals;
 constexpr mode_t kMode = 0600;
 constexpr int kMostFiles = 8; // somebody who replaces the file all the time is left alone
 constexpr std::chrono::milliseconds kBetweenLooks = 10ms;
+
+bool isName(const std::string& text) {
+    return text.size() == InstanceLock::kLengthOfName &&
+           text.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
+
+// A file of bytes, and of this user.
+bool isOwnFile(int file) {
+    struct stat status = {};
+    return ::fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == ::geteuid();
+}
 
 // 0, or the error.
 int lock(int file) {
@@ -42,11 +55,27 @@ bool InstanceLock::open() {
     struct stat status = {};
     if (!m_file || ::fstat(m_file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
         m_file.reset();
-        m_name.clear();
         return false;
     }
-    m_name = std::to_string(status.st_dev) + "-" + std::to_string(status.st_ino);
     return true;
+}
+
+// Over what stands there, which takes no room on a disk that is full.
+bool InstanceLock::writeName(const std::string& name) {
+    const Descriptor reached(
+        m_isHeld ? -1 : ::open(m_path.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    const int file = m_isHeld ? m_file.get() : reached.get();
+    return isName(name) && isOwnFile(file) && ::fchmod(file, kMode) == 0 &&
+           ::pwrite(file, name.data(), name.size(), 0) == static_cast<ssize_t>(name.size()) &&
+           ::ftruncate(file, static_cast<off_t>(name.size())) == 0;
+}
+
+std::string InstanceLock::readName() const {
+    const Descriptor file(::open(m_path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    std::string name(kLengthOfName + 1, '\0'); // one more: a longer text is none
+    const auto length = file && isOwnFile(file.get()) ? ::pread(file.get(), name.data(), name.size(), 0) : -1;
+    name.resize(static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
+    return isName(name) ? name : std::string();
 }
 
 bool InstanceLock::isInPlace() const {

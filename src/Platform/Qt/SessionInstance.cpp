@@ -3,13 +3,19 @@
 #include <algorithm>
 #include <cstdlib>
 #include <string_view>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
 namespace quillane {
 namespace {
 
+using namespace std::chrono_literals;
+using Moment = std::chrono::steady_clock::time_point;
+
+constexpr std::chrono::milliseconds kBetweenLooks = 50ms;
 constexpr std::string_view kActivate = "activate\n"; // with the token behind it
+constexpr const char* kNothing = "";                 // asks for nothing, and is not answered
 constexpr std::size_t kMostWaiting = 16;
 constexpr std::string_view kUnheard = "Quillane is already running, and does not answer.\n";
 
@@ -30,6 +36,11 @@ std::string tokenIn(const QVariantMap& platformData) {
         }
     }
     return {};
+}
+
+std::chrono::milliseconds leftUntil(Moment end) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+    return std::max(left, 0ms);
 }
 
 std::string variable(const char* name) {
@@ -56,61 +67,96 @@ std::string SessionInstance::tokenOfThisStart() {
     return token.empty() ? variable("DESKTOP_STARTUP_ID") : token;
 }
 
-std::chrono::milliseconds SessionInstance::left() const {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_end - std::chrono::steady_clock::now());
-    return std::max(left, std::chrono::milliseconds(0));
-}
-
 SessionInstance::Standing SessionInstance::stand(const std::string& token, bool isRelaunched) {
+    const auto endOfOld =
+        std::chrono::steady_clock::now() + (isRelaunched ? m_patience.end : std::chrono::milliseconds(0));
     auto holder = isRelaunched ? m_lock.takeWithin(m_patience.end) : m_lock.take();
-    m_end = std::chrono::steady_clock::now() + m_patience.answer;
-    if (holder == InstanceLock::Holder::other) {
-        if (tellHolder(token)) {
-            return Standing::second;
-        }
-        holder = m_lock.take(); // it may have been about to end
-        m_end = std::chrono::steady_clock::now() + m_patience.answer;
+    auto standing = standAlone(token, holder, endOfOld);
+    if (standing == Standing::secondUnheard) { // whoever has not answered may have been about to end
+        holder = m_lock.take();
+        standing = holder == InstanceLock::Holder::self ? standWithLock() : standing;
     }
-    return holder == InstanceLock::Holder::other ? Standing::secondUnheard : standAlone(token, holder);
+    return standing;
 }
 
+SessionInstance::Standing SessionInstance::standAlone(const std::string& token, InstanceLock::Holder holder,
+                                                      Moment endOfOld) {
+    switch (holder) {
+    case InstanceLock::Holder::self:
+        return standWithLock();
+    case InstanceLock::Holder::other:
+        return tellHolder(token) ? Standing::second : Standing::secondUnheard;
+    case InstanceLock::Holder::unknown:
+        break;
+    }
+    return standWithoutLock(token, endOfOld);
+}
+
+// Whoever listens under the name that is written there may be anybody, once its holder has gone: the bus is asked too.
 bool SessionInstance::tellHolder(const std::string& token) {
-    const auto bySocket = [&] { return tellBySocket(token); };
-    auto answer = bySocket();
-    if (answer == InstanceSocket::Answer::none) { // it may have none, or none yet
-        if (m_name.tell(token, left()) == SessionName::Standing::heard) {
-            return true;
-        }
-        answer = bySocket();
+    const auto answer = tellBySocket(token, std::chrono::steady_clock::now() + m_patience.answer);
+    if (answer == InstanceSocket::Answer::given) {
+        return true;
     }
-    return answer == InstanceSocket::Answer::given;
+    const auto end = std::chrono::steady_clock::now() + m_patience.answer;
+    return m_name.tell(token, leftUntil(end)) == SessionName::Standing::heard ||
+           (answer == InstanceSocket::Answer::none && // it may have come to listen by now
+            tellBySocket(token, end) == InstanceSocket::Answer::given);
 }
 
-InstanceSocket::Answer SessionInstance::tellBySocket(const std::string& token) const {
-    return InstanceSocket::tell(m_lock.name(), std::string(kActivate) + token, left());
+InstanceSocket::Answer SessionInstance::tellBySocket(const std::string& token, Moment end) const {
+    const auto name = m_lock.readName();
+    return name.empty() ? InstanceSocket::Answer::none
+                        : InstanceSocket::tell(name, std::string(kActivate) + token, leftUntil(end));
 }
 
-// Where there are no locks the socket of the file that could not be locked tells as much, on this machine.
-SessionInstance::Standing SessionInstance::standAlone(const std::string& token, InstanceLock::Holder holder) {
-    const bool hasLock = holder == InstanceLock::Holder::self;
-    if (!m_lock.name().empty()) {
-        m_socket.emplace(m_lock.name());
-        const auto other =
-            hasLock || m_socket->descriptor() >= 0 ? InstanceSocket::Answer::none : tellBySocket(token);
-        if (other != InstanceSocket::Answer::none) {
-            return other == InstanceSocket::Answer::given ? Standing::second : Standing::secondUnheard;
-        }
-    }
-    return standByName(token, hasLock);
+// Whoever has the name on the bus works on other settings, or is about to end, or is no Quillane.
+SessionInstance::Standing SessionInstance::standWithLock() {
+    listen();
+    (void)m_name.take(m_patience.answer);
+    return Standing::first;
 }
 
-// Whoever has the name and does not answer works on other settings where this start has the lock of its own.
-SessionInstance::Standing SessionInstance::standByName(const std::string& token, bool hasLock) {
-    const auto standing = m_name.takeOrTell(token, left());
-    if (standing == SessionName::Standing::heard) {
+// Where there are no locks, what stands in the file that could not be locked tells as much, on this machine.
+SessionInstance::Standing SessionInstance::standWithoutLock(const std::string& token, Moment endOfOld) {
+    waitForOld(endOfOld);
+    const auto answer = tellBySocket(token, std::chrono::steady_clock::now() + m_patience.answer);
+    if (answer == InstanceSocket::Answer::given) {
         return Standing::second;
     }
-    return standing == SessionName::Standing::taken && !hasLock ? Standing::secondUnheard : Standing::first;
+    switch (m_name.takeOrTell(token, m_patience.answer)) {
+    case SessionName::Standing::heard:
+        return Standing::second;
+    case SessionName::Standing::taken:
+        return Standing::secondUnheard;
+    case SessionName::Standing::ours:
+    case SessionName::Standing::absent:
+        break;
+    }
+    if (answer == InstanceSocket::Answer::awaited) {
+        return Standing::secondUnheard;
+    }
+    listen();
+    return Standing::first;
+}
+
+// As long as the one that has started this one anew is to be seen. It is not told anything: it would stay.
+void SessionInstance::waitForOld(Moment end) {
+    const auto isThere = [&] {
+        const auto name = m_lock.readName();
+        return (!name.empty() && InstanceSocket::tell(name, kNothing, 0ms) != InstanceSocket::Answer::none) ||
+               m_name.take(std::min(leftUntil(end), m_patience.answer)) == SessionName::Standing::taken;
+    };
+    while (std::chrono::steady_clock::now() < end && isThere()) {
+        std::this_thread::sleep_for(kBetweenLooks);
+    }
+}
+
+void SessionInstance::listen() {
+    m_socket = InstanceSocket::underFreshName();
+    if (m_socket->descriptor() < 0 || !m_lock.writeName(m_socket->name())) {
+        m_socket.reset(); // nobody would find it
+    }
 }
 
 std::optional<int> SessionInstance::endOfSecond(int argc, char** argv) {
@@ -128,12 +174,12 @@ std::optional<int> SessionInstance::endOfSecond(int argc, char** argv) {
     return std::nullopt;
 }
 
-void SessionInstance::follow(std::function<void(const Request&)> handler) {
+void SessionInstance::follow(Handler handler) {
     m_handler = std::move(handler);
     for (const auto& request : std::exchange(m_waiting, {})) {
-        m_handler(request);
+        (void)m_handler(request);
     }
-    if (m_socket && m_socket->descriptor() >= 0 && m_notifier == nullptr) {
+    if (m_socket && m_notifier == nullptr) {
         m_notifier = new QSocketNotifier(m_socket->descriptor(), QSocketNotifier::Read, this);
         connect(m_notifier, &QSocketNotifier::activated, this, [this] {
             if (m_socket) {
@@ -144,24 +190,36 @@ void SessionInstance::follow(std::function<void(const Request&)> handler) {
 }
 
 void SessionInstance::read(const InstanceSocket& socket) {
-    while (const auto message = socket.next()) {
-        if (message->text.starts_with(kActivate)) {
-            hear({usable(message->text.substr(kActivate.size())), std::nullopt});
+    for (int count = 0; count < InstanceSocket::kMostAtOnce; ++count) { // what is left has its turn later
+        const auto message = socket.next();
+        if (!message) {
+            break;
+        }
+        if (message->text.starts_with(kActivate) &&
+            hear({usable(message->text.substr(kActivate.size())), std::nullopt})) {
             socket.answer(*message);
         }
     }
 }
 
-void SessionInstance::hear(Request request) {
+bool SessionInstance::hear(Request request) {
     if (m_handler) {
-        m_handler(request);
-    } else if (m_waiting.size() < kMostWaiting) {
+        return m_handler(request);
+    }
+    if (m_waiting.size() < kMostWaiting) {
         m_waiting.push_back(std::move(request));
+    }
+    return true;
+}
+
+void SessionInstance::hearOnBus(Request request) {
+    if (!hear(std::move(request)) && calledFromDBus()) {
+        sendErrorReply(QDBusError::Failed, QStringLiteral("The program is about to end."));
     }
 }
 
 void SessionInstance::Activate(const QVariantMap& platformData) {
-    hear({tokenIn(platformData), std::nullopt});
+    hearOnBus({tokenIn(platformData), std::nullopt});
 }
 
 // There are no documents of its own.
@@ -173,7 +231,7 @@ void SessionInstance::ActivateAction(const QString& action, const QVariantList& 
                                      const QVariantMap& platformData) {
     const bool isText = parameters.size() == 1 && parameters.first().userType() == QMetaType::QString;
     if (action == QLatin1String("show-section") && isText) {
-        hear({tokenIn(platformData), parameters.first().toString().toStdString()});
+        hearOnBus({tokenIn(platformData), parameters.first().toString().toStdString()});
     }
 }
 

@@ -3,6 +3,7 @@
 #include "InstanceSocket.h"
 #include "SessionBus.h"
 #include "SessionName.h"
+#include <QDBusContext>
 #include <QObject>
 #include <QStringList>
 #include <QVariantList>
@@ -18,9 +19,10 @@ class QSocketNotifier;
 namespace quillane {
 
 // One program a person. The first start over one settings file goes on; each later one has it come forward and ends.
-// The lock beside the settings decides, whatever buses and displays there are; where there can be no lock, the name on
-// the message bus does. A start that can't tell the first one anything ends too. Main thread only.
-class SessionInstance final : public QObject {
+// The lock beside the settings decides, whatever buses and displays there are: programs over other settings don't know
+// of each other. Where there can be no lock, the name on the message bus decides. A start that can't tell the first one
+// anything ends too. Main thread only.
+class SessionInstance final : public QObject, protected QDBusContext {
     Q_OBJECT
 
   public:
@@ -36,7 +38,7 @@ class SessionInstance final : public QObject {
         secondUnheard // the first one, or whoever has its place, has not answered
     };
     struct Patience {
-        std::chrono::milliseconds answer; // of the first one and of the bus together
+        std::chrono::milliseconds answer; // of the first one, and once more of the bus
         std::chrono::milliseconds end;    // of the one that has started this one anew
     };
     static constexpr Patience kPatience{std::chrono::seconds(1), std::chrono::seconds(10)};
@@ -59,9 +61,12 @@ class SessionInstance final : public QObject {
     // For the main function: the status with which this start ends, once it has said why, or nothing for the first.
     std::optional<int> endOfSecond(int argc, char** argv);
 
+    // Whether the request is done; false when the program is about to end, which is then no answer: whoever asked
+    // finds that the place is free.
+    using Handler = std::function<bool(const Request&)>;
     // From now on requests are told, those that came before first. They come at later turns of the event loop, which
     // there must be.
-    void follow(std::function<void(const Request&)> handler);
+    void follow(Handler handler);
 
   public slots:
     // "org.freedesktop.Application", by its own words. Of its actions there is "show-section", with a title.
@@ -71,19 +76,24 @@ class SessionInstance final : public QObject {
                         const QVariantMap& platformData);
 
   private:
+    using Moment = std::chrono::steady_clock::time_point;
+
     bool tellHolder(const std::string& token);
-    InstanceSocket::Answer tellBySocket(const std::string& token) const;
-    Standing standAlone(const std::string& token, InstanceLock::Holder holder);
-    Standing standByName(const std::string& token, bool hasLock);
-    std::chrono::milliseconds left() const;
-    void hear(Request request);
+    InstanceSocket::Answer tellBySocket(const std::string& token, Moment end) const;
+    Standing standAlone(const std::string& token, InstanceLock::Holder holder, Moment endOfOld);
+    Standing standWithLock();
+    Standing standWithoutLock(const std::string& token, Moment endOfOld);
+    void waitForOld(Moment end);
+    void listen();
+    // False when the program is about to end.
+    bool hear(Request request);
+    void hearOnBus(Request request);
     void read(const InstanceSocket& socket);
 
     Patience m_patience;
-    std::chrono::steady_clock::time_point m_end; // of the wait for answers
     InstanceLock m_lock;
     std::optional<InstanceSocket> m_socket;
-    std::function<void(const Request&)> m_handler;
+    Handler m_handler;
     std::vector<Request> m_waiting;
     QSocketNotifier* m_notifier = nullptr;
     SessionName m_name; // last: its thread ends before what it uses

@@ -16,22 +16,25 @@ constexpr int kMostTries = 3;             // whoever has the name may be about t
 
 enum class Owner { self, other, unknown };
 
-// In one call: nobody waits in a queue for the name, and nobody gives it up for another.
-Owner ownerAfterAsking(const QDBusConnection& bus) {
+enum class Queue { no, yes };
+
+// In one call. Nobody gives the name up for another.
+Owner ownerAfterAsking(const QDBusConnection& bus, Queue queue) {
     constexpr uint kDoNotQueue = 4;
     constexpr uint kIsOwner = 1;
+    constexpr uint kInQueue = 2;
     constexpr uint kExists = 3;
     constexpr uint kAlreadyOwner = 4;
     const auto service = QStringLiteral("org.freedesktop.DBus");
     auto call = QDBusMessage::createMethodCall(service, QStringLiteral("/org/freedesktop/DBus"), service,
                                                QStringLiteral("RequestName"));
-    call << kName << kDoNotQueue;
+    call << kName << (queue == Queue::no ? kDoNotQueue : 0);
     const auto answer = bus.call(call, QDBus::Block, kPatienceOfTheBus).arguments();
     const uint code = answer.isEmpty() ? 0 : answer.first().toUInt();
     if (code == kIsOwner || code == kAlreadyOwner) {
         return Owner::self;
     }
-    return code == kExists ? Owner::other : Owner::unknown;
+    return code == kExists || code == kInQueue ? Owner::other : Owner::unknown;
 }
 
 QVariantMap platformData(const std::string& token) {
@@ -56,6 +59,13 @@ bool isHeard(const QDBusConnection& bus, const std::string& token,
     return bus.call(call, QDBus::Block, static_cast<int>(left)).type() == QDBusMessage::ReplyMessage;
 }
 
+SessionName::Standing standingOf(Owner owner) {
+    if (owner == Owner::unknown) {
+        return SessionName::Standing::absent;
+    }
+    return owner == Owner::self ? SessionName::Standing::ours : SessionName::Standing::taken;
+}
+
 } // namespace
 
 SessionName::SessionName(SessionBus bus, QObject& object)
@@ -68,63 +78,82 @@ SessionName::~SessionName() {
     }
 }
 
+SessionName::Standing SessionName::take(std::chrono::milliseconds patience) {
+    return ask({Manner::take, {}, std::chrono::steady_clock::now() + patience});
+}
+
 SessionName::Standing SessionName::takeOrTell(const std::string& token, std::chrono::milliseconds patience) {
-    return ask(Wish::takeOrTell, token, patience);
+    return ask({Manner::takeOrTell, token, std::chrono::steady_clock::now() + patience});
 }
 
 SessionName::Standing SessionName::tell(const std::string& token, std::chrono::milliseconds patience) {
-    return ask(Wish::tell, token, patience);
+    return ask({Manner::tell, token, std::chrono::steady_clock::now() + patience});
 }
 
-SessionName::Standing SessionName::ask(Wish wish, const std::string& token,
-                                       std::chrono::milliseconds patience) {
-    const auto end = std::chrono::steady_clock::now() + patience;
+SessionName::Standing SessionName::ask(Wish wish) {
+    const auto end = wish.end;
     std::unique_lock lock(m_mutex);
-    if (m_isTalking) {
-        return Standing::absent;
-    }
-    if (m_thread.joinable()) {
-        m_thread.join(); // it has said its last
-    }
-    m_isTalking = true;
     m_standing = Standing::absent;
-    m_thread = std::thread([this, wish, token, end] { talk(wish, token, end); });
+    m_wish = std::move(wish);
+    if (!m_isTalking) {
+        if (m_thread.joinable()) {
+            m_thread.join(); // it has said its last
+        }
+        m_isTalking = true;
+        m_thread = std::thread([this] { talk(); });
+    }
     m_changed.wait_until(lock, end, [this] { return !m_isTalking; });
     return m_standing;
 }
 
-void SessionName::talk(Wish wish, const std::string& token, Moment end) {
-    if (auto bus = m_bus(); bus.isConnected()) {
-        talkTo(bus, wish, token, end);
+void SessionName::talk() {
+    while (const auto wish = nextWish()) {
+        if (auto bus = m_bus(); bus.isConnected()) {
+            talkTo(bus, *wish);
+        }
     }
-    const std::lock_guard lock(m_mutex);
-    m_isTalking = false;
-    m_changed.notify_all();
 }
 
-void SessionName::talkTo(QDBusConnection& bus, Wish wish, const std::string& token, Moment end) {
+std::optional<SessionName::Wish> SessionName::nextWish() {
+    const std::lock_guard lock(m_mutex);
+    auto wish = std::exchange(m_wish, std::nullopt);
+    if (!wish) {
+        m_isTalking = false;
+        m_changed.notify_all();
+    }
+    return wish;
+}
+
+void SessionName::talkTo(QDBusConnection& bus, const Wish& wish) {
     // The object first: who sees the name finds it.
-    if (wish == Wish::takeOrTell &&
-        !bus.registerObject(kPath, kInterface, &m_object, QDBusConnection::ExportAllSlots)) {
+    if (wish.manner != Manner::tell &&
+        !bus.registerObject(kPath, kInterface, &m_object, QDBusConnection::ExportAllSlots) &&
+        bus.objectRegisteredAt(kPath) != &m_object) {
+        return;
+    }
+    if (wish.manner == Manner::take) {
+        note(standingOf(ownerAfterAsking(bus, Queue::yes)));
         return;
     }
     for (int attempt = 0; attempt < kMostTries; ++attempt) {
-        const auto owner = wish == Wish::tell ? Owner::other : ownerAfterAsking(bus);
+        const auto owner = wish.manner == Manner::tell ? Owner::other : ownerAfterAsking(bus, Queue::no);
+        note(standingOf(owner));
         if (owner != Owner::other) {
-            note(owner == Owner::self ? Standing::ours : Standing::absent);
             return;
         }
-        note(Standing::taken);
-        if (isHeard(bus, token, end)) {
+        if (isHeard(bus, wish.token, wish.end)) {
             note(Standing::heard);
             return;
         }
     }
 }
 
+// What an older wish has come to is nobody's answer.
 void SessionName::note(Standing standing) {
     const std::lock_guard lock(m_mutex);
-    m_standing = standing;
+    if (!m_wish) {
+        m_standing = standing;
+    }
 }
 
 } // namespace quillane

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <thread>
 
@@ -29,27 +30,37 @@ class SessionName {
     SessionName(const SessionName&) = delete;
     SessionName& operator=(const SessionName&) = delete;
 
-    // Takes the name, or else has whoever has it come forward with the token. Waits no longer than `patience`; a bus
-    // that answers later may still give the name.
+    // Takes the name, or waits in the bus's queue for it, and tells whoever has it nothing.
+    Standing take(std::chrono::milliseconds patience);
+    // Takes the name, or else has whoever has it come forward with the token.
     Standing takeOrTell(const std::string& token, std::chrono::milliseconds patience);
-    // Has whoever has the name come forward, and does not take it. While the bus owes an
-    // answer to an earlier call of either, a call does nothing.
+    // Has whoever has the name come forward, and does not take it.
     Standing tell(const std::string& token, std::chrono::milliseconds patience);
+    // Each waits no longer than `patience`. A bus that answers later may still give the name, but nobody is told
+    // anything any more. While it owes an answer to an earlier call, the newest wish waits for that.
 
   private:
     using Moment = std::chrono::steady_clock::time_point;
-    enum class Wish { takeOrTell, tell };
+    enum class Manner { take, takeOrTell, tell };
+    struct Wish {
+        Manner manner = Manner::tell;
+        std::string token;
+        Moment end; // nobody is told anything later
+    };
 
-    Standing ask(Wish wish, const std::string& token, std::chrono::milliseconds patience);
-    void talk(Wish wish, const std::string& token, Moment end);
-    void talkTo(QDBusConnection& bus, Wish wish, const std::string& token, Moment end);
+    Standing ask(Wish wish);
+    // One wish after the other, until there is none.
+    void talk();
+    void talkTo(QDBusConnection& bus, const Wish& wish);
+    std::optional<Wish> nextWish();
     void note(Standing standing);
 
     SessionBus m_bus;
     QObject& m_object;
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    Standing m_standing = Standing::absent;
+    Standing m_standing = Standing::absent; // of the newest wish
+    std::optional<Wish> m_wish;             // which nobody has begun with
     bool m_isTalking = false;
     std::thread m_thread;
 };

@@ -10,11 +10,19 @@
 #include <QTest>
 #include <atomic>
 #include <chrono>
+#include <cstddef>
+#include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <memory>
+#include <semaphore>
+#include <set>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <thread>
+#include <unistd.h>
 
 namespace quillane {
 namespace {
@@ -50,12 +58,43 @@ QVariantMap data(const char* key, const QString& token) {
     return {{QString::fromLatin1(key), token}};
 }
 
+// Another start that looks for its answer when it likes.
+class Asker {
+  public:
+    explicit Asker(const std::string& name)
+        : m_socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)) {
+        sockaddr_un own = {};
+        own.sun_family = AF_UNIX; // and no more: the system gives an address
+        EXPECT_EQ(::bind(m_socket.get(), reinterpret_cast<const sockaddr*>(&own), sizeof(own.sun_family)), 0);
+        const std::string text =
+            std::string(1, '\0') + "org.quillane.Quillane/" + std::to_string(::getuid()) + "/" + name;
+        m_other.sun_family = AF_UNIX;
+        std::memcpy(m_other.sun_path, text.data(), text.size());
+        m_length = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + text.size());
+    }
+    void ask(const std::string& text) const {
+        EXPECT_EQ(::sendto(m_socket.get(), text.data(), text.size(), MSG_NOSIGNAL,
+                           reinterpret_cast<const sockaddr*>(&m_other), m_length),
+                  static_cast<ssize_t>(text.size()));
+    }
+    bool isAnswered() const {
+        char text[8] = {};
+        return ::recv(m_socket.get(), text, sizeof(text), 0) > 0;
+    }
+
+  private:
+    Descriptor m_socket;
+    sockaddr_un m_other = {};
+    socklen_t m_length = 0;
+};
+
 struct SessionInstanceTest : testing::Test {
     TemporaryFolder folder;
     std::string settings = folder.at("quillane/defaults.plist");
     PrivateBus bus;
     QDBusConnection onlooker = bus.connect();
     std::vector<Request> heard;
+    bool livesOn = true; // the program of the first one
 
     QString owner() const { return onlooker.interface()->serviceOwner(kName).value(); }
 
@@ -70,7 +109,10 @@ struct SessionInstanceTest : testing::Test {
         return instance;
     }
     void follow(SessionInstance& instance) {
-        instance.follow([this](const Request& request) { heard.push_back(request); });
+        instance.follow([this](const Request& request) {
+            heard.push_back(request);
+            return livesOn;
+        });
     }
     // Another start, in a process of its own as far as the first one can see, while the first one's loop turns.
     Standing standingOf(SessionInstance& instance, const std::string& token = {}, bool isRelaunched = false) {
@@ -87,6 +129,7 @@ struct SessionInstanceTest : testing::Test {
     Standing second(const SessionBus& reached, const std::string& token) {
         return standingOf(*start(reached), token);
     }
+    std::string nameInFile() const { return InstanceLock(InstanceLock::pathBeside(settings)).readName(); }
     // The type of the answer.
     QDBusMessage::MessageType call(const char* method, const QVariantList& arguments) {
         const QDBusPendingCall call = onlooker.asyncCall(callOf(method, arguments));
@@ -132,11 +175,45 @@ TEST_F(SessionInstanceTest, WhoWaitsForTheNameFindsTheObjectAtOnce) {
     EXPECT_EQ(heard, (std::vector<Request>{{"token", "Startup"}}));
 }
 
-TEST_F(SessionInstanceTest, WithOtherSettingsTheNameOnTheBusTellsWhoIsFirst) {
+TEST_F(SessionInstanceTest, AProgramOverOtherSettingsIsAFirstOfItsOwnAndTellsNobody) {
     const auto instance = first(bus.reach());
     SessionInstance other(folder.at("other/defaults.plist"), bus.reach(), kPatient);
-    EXPECT_EQ(standingOf(other, "token"), Standing::second);
+    EXPECT_EQ(standingOf(other, "token"), Standing::first);
+    EXPECT_EQ(call("Activate", {data("activation-token", QStringLiteral("of the bus"))}),
+              QDBusMessage::ReplyMessage); // the name is still the first one's
+    EXPECT_EQ(heard, (std::vector<Request>{{"of the bus", {}}}));
+}
+
+TEST_F(SessionInstanceTest, WhoHasTheLockGetsTheNameOnceWhoeverHasItLetsGo) {
+    ASSERT_TRUE(onlooker.interface()->registerService(kName).isValid());
+    const auto connection = bus.connect();
+    const auto instance = first([connection] { return connection; });
+    EXPECT_EQ(owner(), onlooker.baseService());
+    ASSERT_TRUE(onlooker.interface()->unregisterService(kName).isValid());
+    EXPECT_EQ(owner(), connection.baseService());
+}
+
+TEST_F(SessionInstanceTest, EachFirstListensUnderAnotherNameThatStandsInTheFileOfTheLock) {
+    std::set<std::string> names;
+    for (int start = 0; start < 3; ++start) {
+        const auto instance = first(noBus());
+        names.insert(nameInFile());
+        EXPECT_EQ(second(noBus(), {}), Standing::second);
+    }
+    EXPECT_EQ(names.size(), 3U);
+    EXPECT_FALSE(names.contains(""));
+}
+
+TEST_F(SessionInstanceTest, AStrangerThatIsToldInItsPlaceDoesNotKeepTheFirstFromBeingToldOnTheBus) {
+    const auto instance = first(bus.reach());
+    const auto stranger = InstanceSocket::underFreshName();
+    ASSERT_TRUE(InstanceLock(InstanceLock::pathBeside(settings)).writeName(stranger.name()));
+    for (int message = 0; message < 1000; ++message) { // it has no room: nobody has to wait for it
+        (void)InstanceSocket::tell(stranger.name(), {}, 0ms);
+    }
+    EXPECT_EQ(second(bus.reach(), "token"), Standing::second);
     EXPECT_EQ(heard, (std::vector<Request>{{"token", {}}}));
+    EXPECT_EQ(second(noBus(), "token"), Standing::secondUnheard);
 }
 
 // As in a home folder that can't be written to.
@@ -184,6 +261,7 @@ TEST_F(SessionInstanceTest, ABusThatComesLateAndHasTheNameTakenIsToldNothingAnyM
     SessionInstance other(folder.at("other/defaults.plist"), bus.reach(), kPatient);
     ASSERT_EQ(other.stand({}, false), Standing::first);
     follow(other);
+    folder.file("quillane"); // no lock: the name tells
     const auto reached = bus.reach();
     bus.freeze();
     {
@@ -193,6 +271,43 @@ TEST_F(SessionInstanceTest, ABusThatComesLateAndHasTheNameTakenIsToldNothingAnyM
     } // its thread has said its last
     EXPECT_EQ(call("Activate", {QVariantMap()}), QDBusMessage::ReplyMessage);
     EXPECT_EQ(heard, (std::vector<Request>{{{}, {}}}));
+}
+
+TEST_F(SessionInstanceTest, ABusThatAnswersLateGivesTheNameToWhoHasBecomeTheFirstMeanwhile) {
+    auto ending = std::make_unique<InstanceLock>(InstanceLock::pathBeside(settings));
+    ASSERT_EQ(ending->take(), InstanceLock::Holder::self);
+    const auto connection = bus.connect();
+    std::counting_semaphore<> answer(0);
+    const auto instance = start(
+        [&, connection] {
+            if (ending) {
+                ending.reset();
+                answer.acquire();
+            }
+            return connection;
+        },
+        kImpatient);
+    EXPECT_EQ(instance->stand({}, false), Standing::first);
+    EXPECT_EQ(owner(), QString());
+    answer.release();
+    waitUntil([&] { return owner() == connection.baseService(); });
+}
+
+TEST_F(SessionInstanceTest, ARequestThatComesAfterTheEndWasDecidedIsNotAnswered) {
+    const auto instance = first(bus.reach());
+    livesOn = false;
+    EXPECT_EQ(call("Activate", {QVariantMap()}), QDBusMessage::ErrorMessage);
+    EXPECT_EQ(call("ActivateAction",
+                   {QStringLiteral("show-section"), QVariantList{QStringLiteral("Startup")}, QVariantMap()}),
+              QDBusMessage::ErrorMessage);
+    const Asker asker(nameInFile());
+    asker.ask("activate\n");
+    waitUntil([&] { return heard.size() == 3; });
+    EXPECT_FALSE(asker.isAnswered());
+    livesOn = true;
+    asker.ask("activate\n");
+    waitUntil([&] { return heard.size() == 4; });
+    EXPECT_TRUE(asker.isAnswered());
 }
 
 TEST_F(SessionInstanceTest, OneThatWasAboutToEndIsNoFirst) {
@@ -218,6 +333,45 @@ TEST_F(SessionInstanceTest, OneThatWasRelaunchedAndWaitsInVainHasTheOtherComeFor
     const auto instance = start(noBus(), {.answer = 1min, .end = 1ms});
     EXPECT_EQ(standingOf(*instance, "token", true), Standing::second);
     EXPECT_EQ(heard, (std::vector<Request>{{"token", {}}}));
+}
+
+TEST_F(SessionInstanceTest, WhereNoLockCanBeHadOneThatWasRelaunchedWaitsUntilTheNameIsFree) {
+    folder.file("quillane");
+    const auto old = bus.connect();
+    ASSERT_TRUE(old.interface()->registerService(kName).isValid());
+    const auto connection = bus.connect();
+    int looks = 0;
+    const auto instance = start([&, connection] {
+        if (++looks == 2) { // it was seen before
+            old.interface()->unregisterService(kName);
+        }
+        return connection;
+    });
+    EXPECT_EQ(instance->stand("token", true), Standing::first);
+    EXPECT_EQ(owner(), connection.baseService());
+}
+
+TEST_F(SessionInstanceTest, WhereNoLockCanBeHadOneThatWasRelaunchedInVainHasTheOtherComeForward) {
+    folder.file("quillane");
+    const auto old = first(bus.reach());
+    const auto instance = start(bus.reach(), {.answer = 1min, .end = 1ms});
+    EXPECT_EQ(standingOf(*instance, "token", true), Standing::second);
+    EXPECT_EQ(heard, (std::vector<Request>{{"token", {}}}));
+}
+
+TEST_F(SessionInstanceTest, ALockThatCanBeHadOnceNobodyHasAnsweredMakesAFirst) {
+    folder.file("quillane");
+    const auto silent = bus.connect();
+    ASSERT_TRUE(silent.interface()->registerService(kName).isValid());
+    const auto connection = bus.connect();
+    const auto instance = start([&, connection] {
+        if (!std::filesystem::is_directory(folder.at("quillane"))) {
+            folder.remove("quillane");
+        }
+        return connection;
+    });
+    EXPECT_EQ(instance->stand({}, false), Standing::first);
+    EXPECT_NE(nameInFile(), "");
 }
 
 TEST_F(SessionInstanceTest, WhatComesBeforeTheWindowStandsWaitsForIt) {
@@ -279,7 +433,7 @@ TEST_F(SessionInstanceTest, AMessageThatIsNoCallChangesNothing) {
     InstanceLock lock(InstanceLock::pathBeside(settings));
     ASSERT_EQ(lock.take(), InstanceLock::Holder::other);
     for (const char* text : {"", "activate", "ACTIVATE\ntoken", "quit\n"}) {
-        EXPECT_EQ(InstanceSocket::tell(lock.name(), text, 0ms), InstanceSocket::Answer::awaited) << text;
+        EXPECT_EQ(InstanceSocket::tell(lock.readName(), text, 0ms), InstanceSocket::Answer::awaited) << text;
     }
     EXPECT_EQ(second(noBus(), "token"), Standing::second); // after all of these
     EXPECT_EQ(heard, (std::vector<Request>{{"token", {}}}));

@@ -3,8 +3,11 @@
 #include <array>
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <poll.h>
+#include <random>
+#include <string_view>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -16,6 +19,22 @@ namespace {
 using Moment = std::chrono::steady_clock::time_point;
 
 constexpr const char* kAnswer = "heard";
+
+constexpr int kMostNames = 4; // each of them is free, but for a system that has no room for a socket
+
+// Of the system's own randomness.
+std::string freshName() {
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    std::random_device random;
+    std::string name;
+    for (int part = 0; part < 4; ++part) {
+        const std::uint32_t bits = random();
+        for (unsigned shift = 0; shift < 32; shift += 4) {
+            name += kDigits[bits >> shift & 0xF];
+        }
+    }
+    return name;
+}
 
 struct Address {
     sockaddr_un address = {};
@@ -44,12 +63,12 @@ Descriptor newSocket() {
     return made;
 }
 
-bool isFromThisUser(msghdr& header) {
+bool isFrom(uid_t user, msghdr& header) {
     for (cmsghdr* part = CMSG_FIRSTHDR(&header); part != nullptr; part = CMSG_NXTHDR(&header, part)) {
         if (part->cmsg_level == SOL_SOCKET && part->cmsg_type == SCM_CREDENTIALS) {
             ucred sender = {};
             std::memcpy(&sender, CMSG_DATA(part), sizeof(sender));
-            return sender.uid == ::getuid();
+            return sender.uid == user;
         }
     }
     return false;
@@ -60,10 +79,15 @@ struct Received {
     bool counts = false; // of this user, and whole
 };
 
+// A path that takes all the room of an address counts a zero more. It is reached without that, and not with it.
+std::string addressIn(const sockaddr_storage& from, socklen_t length) {
+    return {reinterpret_cast<const char*>(&from), std::min<std::size_t>(length, sizeof(sockaddr_un))};
+}
+
 // Nothing when none waits.
-std::optional<Received> receive(int socket) {
+std::optional<Received> receive(int socket, uid_t user) {
     std::array<char, InstanceSocket::kLongest> text = {};
-    sockaddr_un from = {};
+    sockaddr_storage from = {};
     alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(ucred))> parts = {};
     iovec place = {text.data(), text.size()};
     msghdr header = {};
@@ -81,13 +105,14 @@ std::optional<Received> receive(int socket) {
         return std::nullopt;
     }
     Received received;
-    received.counts = isFromThisUser(header) && (header.msg_flags & MSG_TRUNC) == 0;
+    received.counts = isFrom(user, header) && (header.msg_flags & MSG_TRUNC) == 0;
     received.message.text.assign(text.data(), static_cast<std::size_t>(length));
-    received.message.from.assign(reinterpret_cast<const char*>(&from), header.msg_namelen);
+    received.message.from = addressIn(from, header.msg_namelen);
     return received;
 }
 
-bool isAnswered(int socket, Moment end) {
+// However many others send meanwhile.
+bool isAnswered(int socket, uid_t user, Moment end) {
     for (;;) {
         const auto left =
             std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now()).count();
@@ -96,18 +121,19 @@ bool isAnswered(int socket, Moment end) {
         if (count == 0 || (count < 0 && errno != EINTR)) {
             return false;
         }
-        while (const auto received = receive(socket)) {
-            if (received->counts && received->message.text == kAnswer) {
-                return true;
-            }
+        const auto received = receive(socket, user);
+        if (received && received->counts && received->message.text == kAnswer) {
+            return true;
         }
     }
 }
 
 } // namespace
 
-InstanceSocket::InstanceSocket(const std::string& name)
-    : m_socket(newSocket()) {
+InstanceSocket::InstanceSocket(const std::string& name, uid_t user)
+    : m_name(name)
+    , m_user(user)
+    , m_socket(newSocket()) {
     const auto own = addressOf(name);
     if (m_socket &&
         ::bind(m_socket.get(), reinterpret_cast<const sockaddr*>(&own.address), own.length) != 0) {
@@ -115,12 +141,24 @@ InstanceSocket::InstanceSocket(const std::string& name)
     }
 }
 
+InstanceSocket InstanceSocket::underFreshName() {
+    InstanceSocket made(freshName());
+    for (int again = 1; again < kMostNames && made.descriptor() < 0; ++again) {
+        made = InstanceSocket(freshName());
+    }
+    return made;
+}
+
 int InstanceSocket::descriptor() const {
     return m_socket.get();
 }
 
 std::optional<InstanceSocket::Message> InstanceSocket::next() const {
-    while (auto received = receive(m_socket.get())) {
+    for (int dropped = 0; dropped < kMostAtOnce; ++dropped) {
+        auto received = receive(m_socket.get(), m_user);
+        if (!received) {
+            break;
+        }
         if (received->counts) {
             return std::move(received->message);
         }
@@ -136,7 +174,7 @@ void InstanceSocket::answer(const Message& message) const {
 }
 
 InstanceSocket::Answer InstanceSocket::tell(const std::string& name, const std::string& text,
-                                            std::chrono::milliseconds patience) {
+                                            std::chrono::milliseconds patience, uid_t user) {
     const auto end = std::chrono::steady_clock::now() + patience;
     const auto socket = newSocket();
     const auto other = addressOf(name);
@@ -148,7 +186,7 @@ InstanceSocket::Answer InstanceSocket::tell(const std::string& name, const std::
         // A queue that is full is of one that does not look at it.
         return errno == EAGAIN ? Answer::awaited : Answer::none;
     }
-    return isAnswered(socket.get(), end) ? Answer::given : Answer::awaited;
+    return isAnswered(socket.get(), user, end) ? Answer::given : Answer::awaited;
 }
 
 } // namespace quillane
