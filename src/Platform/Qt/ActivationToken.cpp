@@ -16,4 +16,18 @@ std::optional<std::uint32_t> timeOf(std::string_view token) {
     return isWhole && time != 0 ? std::optional(time) : std::nullopt; // 0 asks not to come to the front
 }
 
+std::string endOfStart(std::string_view token) {
+    if (token.empty() || token.find('\0') != std::string_view::npos) {
+        return {};
+    }
+    std::string text = "remove: ID=\"";
+    for (const char character : token) {
+        if (character == '"' || character == '\\') {
+            text += '\\';
+        }
+        text += character;
+    }
+    return text += '"';
+}
+
 } // namespace quillane::ActivationToken

@@ -4,6 +4,7 @@
 namespace quillane {
 namespace {
 
+using ActivationToken::endOfStart;
 using ActivationToken::timeOf;
 
 TEST(ActivationToken, ATokenOfX11TellsItsTimeAtItsEnd) {
@@ -17,6 +18,19 @@ TEST(ActivationToken, WhatIsNoTimeIsNone) {
                               "x_TIME4294967296", "x_time12", "TIME12"}) {
         EXPECT_EQ(timeOf(token), std::nullopt) << token;
     }
+}
+
+TEST(ActivationToken, TheEndOfAStartNamesItsToken) {
+    EXPECT_EQ(endOfStart("host-1-quillane_TIME12"), R"(remove: ID="host-1-quillane_TIME12")");
+}
+
+TEST(ActivationToken, WhatStandsInATokenEndsNoOtherStart) {
+    EXPECT_EQ(endOfStart(R"(a b" ID="c\)"), R"(remove: ID="a b\" ID=\"c\\")");
+}
+
+TEST(ActivationToken, WhatIsNoTokenEndsNothing) {
+    EXPECT_EQ(endOfStart(""), "");
+    EXPECT_EQ(endOfStart(std::string_view("a\0b", 3)), "");
 }
 
 } // namespace

@@ -1,13 +1,20 @@
 // Where QUILLANE_WINDOW_MANAGER is set a window manager runs, and the window that is in front at first is another
 // program's.
 #include "WindowActivation.h"
+#include <QAbstractNativeEventFilter>
+#include <QGuiApplication>
 #include <QProcess>
 #include <QTest>
 #include <QWindow>
 #include <chrono>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <memory>
+#include <set>
 #include <string>
+#include <utility>
+#include <vector>
+#include <xcb/xcb.h>
 
 namespace quillane {
 namespace {
@@ -76,6 +83,48 @@ class Neighbour {
     std::unique_ptr<QWindow> m_window;
 };
 
+// The texts about starts that come to all of the display, where it is one of X11.
+class StartMessages final : public QAbstractNativeEventFilter {
+  public:
+    StartMessages() { qGuiApp->installNativeEventFilter(this); }
+    ~StartMessages() override { qGuiApp->removeNativeEventFilter(this); }
+    StartMessages(const StartMessages&) = delete;
+    StartMessages& operator=(const StartMessages&) = delete;
+
+    std::vector<std::string> texts; // that have come to their end
+    std::vector<int> kinds;         // of the pieces: the atoms, in their order
+    std::set<std::uint32_t> windows;
+
+    bool nativeEventFilter(const QByteArray& type, void* message, qintptr* /*result*/) override {
+        const auto& event = *static_cast<const xcb_client_message_event_t*>(message);
+        if (type == "xcb_generic_event_t" && (event.response_type & 0x7F) == XCB_CLIENT_MESSAGE &&
+            event.format == 8) {
+            hear(event);
+        }
+        return false;
+    }
+
+  private:
+    void hear(const xcb_client_message_event_t& event) {
+        const auto* const bytes = reinterpret_cast<const char*>(event.data.data8);
+        const std::size_t length = strnlen(bytes, sizeof(event.data));
+        m_text.append(bytes, length);
+        kinds.push_back(static_cast<int>(event.type));
+        windows.insert(event.window);
+        if (length < sizeof(event.data)) {
+            texts.push_back(std::exchange(m_text, {}));
+        }
+    }
+    std::string m_text;
+};
+
+QByteArray nameOfAtom(int atom) {
+    return outputOf(QStringLiteral("xlsatoms"), {QStringLiteral("-range"), QStringLiteral("%1-%1").arg(atom),
+                                                 QStringLiteral("-format"), QStringLiteral("%s")})
+        .split('\t')
+        .last();
+}
+
 class WindowActivationTest : public testing::Test {
   protected:
     WindowActivationTest() {
@@ -120,6 +169,37 @@ TEST_F(WindowActivationTest, TheTimeOfATokenIsToldToAWindowManagerOfX11) {
                                                      QStringLiteral("_NET_WM_USER_TIME")}),
                   "_NET_WM_USER_TIME(CARDINAL) = " + QByteArray::number(time));
     }
+}
+
+// Else the pointer tells of a start that has ended long ago, until the desktop gives it up. Texts of all lengths at the
+// edges of the pieces that they are sent in.
+TEST_F(WindowActivationTest, WhereThereIsX11TheStartThatATokenStandsForIsToldToHaveEnded) {
+    if (QGuiApplication::platformName() != QLatin1String("xcb")) {
+        WindowActivation::activate(m_window, tokenOf(1)); // nobody is told, and nobody is missed
+        return;
+    }
+    const std::string frame = R"(remove: ID="")";
+    constexpr std::size_t kPiece = 20;
+    for (const std::size_t length : {kPiece - 1, kPiece, kPiece + 1, 2 * kPiece, 9 * kPiece + 3}) {
+        const StartMessages heard;
+        const auto token = std::string(length - frame.size(), 'x');
+        WindowActivation::activate(m_window, token);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !heard.texts.empty(); }, kLongWait));
+        EXPECT_EQ(heard.texts, std::vector{"remove: ID=\"" + token + "\""});
+        ASSERT_EQ(heard.kinds.size(), (length + kPiece) / kPiece) << "with the zero at the end";
+        EXPECT_EQ(heard.windows.size(), 1U) << "the pieces belong together";
+        EXPECT_EQ(nameOfAtom(heard.kinds[0]), "_NET_STARTUP_INFO_BEGIN");
+        for (std::size_t i = 1; i < heard.kinds.size(); ++i) {
+            EXPECT_EQ(nameOfAtom(heard.kinds[i]), "_NET_STARTUP_INFO");
+        }
+    }
+}
+
+TEST_F(WindowActivationTest, WithoutATokenNoStartIsToldToHaveEnded) {
+    const StartMessages heard;
+    WindowActivation::activate(m_window, {});
+    EXPECT_TRUE(comesToTheFront());
+    EXPECT_TRUE(heard.kinds.empty());
 }
 
 } // namespace

@@ -10,14 +10,6 @@
 #include <xcb/xcb.h>
 
 namespace quillane {
-namespace {
-
-xcb_connection_t* displayOfApplication() {
-    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 == nullptr ? nullptr : x11->connection();
-}
-
-} // namespace
 
 // A panel owns a selection of the display's first screen, and tells the root window when it has come to. Qt listens
 // there already. That it goes, its window tells.

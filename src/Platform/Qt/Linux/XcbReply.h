@@ -1,5 +1,6 @@
 #pragma once
 #include <QByteArray>
+#include <QGuiApplication>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -10,6 +11,12 @@ namespace quillane {
 // What the display answered, or null.
 template <typename Reply>
 using XcbReply = std::unique_ptr<Reply, decltype(&std::free)>;
+
+// Null where windows are no windows of X11.
+inline xcb_connection_t* displayOfApplication() {
+    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 == nullptr ? nullptr : x11->connection();
+}
 
 // Waits for the display. None when it does not answer.
 inline xcb_atom_t xcbAtomOf(xcb_connection_t* display, const QByteArray& name) {
