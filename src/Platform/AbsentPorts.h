@@ -34,6 +34,7 @@ class AbsentMenuBarExtra final : public MenuBarExtra {
     void withdraw() override {}
     bool isShown() const override { return false; }
     void setFigure(const std::string&) override {}
+    void setMenu(const std::vector<Entry>&) override {}
     void setHandlers(Handlers) override {}
 };
 

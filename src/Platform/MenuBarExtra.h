@@ -2,6 +2,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quillane {
 
@@ -21,9 +22,24 @@ class MenuBarExtra {
         std::string activationToken; // with which a window may come to the front; empty for none
         friend bool operator==(const Press&, const Press&) = default;
     };
-    // Told on the main thread at a later turn. Empty functions for nobody.
+    // A line of the menu that panels show where no popover can be: for another kind of click, and for any click where
+    // they know menus only.
+    struct Entry {
+        int id = 0;        // that the choice tells; the caller's own
+        std::string words; // empty for a rule between others, which nobody can choose
+        bool isEnabled = true;
+        friend bool operator==(const Entry&, const Entry&) = default;
+    };
+    // An entry that was chosen while it was enabled.
+    struct Choice {
+        int id = 0;
+        std::string activationToken; // as of a press
+        friend bool operator==(const Choice&, const Choice&) = default;
+    };
+    // Told on the main thread at a later turn, and not once the item is withdrawn. Empty functions for nobody.
     struct Handlers {
         std::function<void(const Press&)> pressed;
+        std::function<void(const Choice&)> chosen;
         std::function<void()> shownChanged; // after isShown() has changed
     };
 
@@ -36,6 +52,8 @@ class MenuBarExtra {
     virtual bool isShown() const = 0;
     // What stands beside the icon, as it is to be read; empty for the icon alone. Kept while the item is not inserted.
     virtual void setFigure(const std::string& figure) = 0;
+    // From the top; empty for no menu, as at first. Kept while the item is not inserted.
+    virtual void setMenu(const std::vector<Entry>& menu) = 0;
     virtual void setHandlers(Handlers handlers) = 0;
 };
 

@@ -1,8 +1,10 @@
 #pragma once
 #include "MenuBarExtra.h"
 #include "TaskRunner.h"
+#include <algorithm>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace quillane {
 
@@ -16,6 +18,8 @@ class FakeMenuBarExtra final : public MenuBarExtra {
     bool isInserted = false;
     std::string figure;
     int figuresSet = 0; // how often, whatever they were
+    std::vector<Entry> menu;
+    int menusSet = 0;
 
     void setPanel(bool isThere) {
         const bool before = isShown();
@@ -29,6 +33,20 @@ class FakeMenuBarExtra final : public MenuBarExtra {
                 m_handlers.pressed(press);
             }
         });
+    }
+    // Nothing happens while the item does not show, or for an entry that can't be chosen.
+    void choose(const Choice& choice) {
+        const auto isThat = [&](const Entry& entry) {
+            return entry.id == choice.id && entry.isEnabled && !entry.words.empty();
+        };
+        if (isShown() && std::ranges::any_of(menu, isThat)) {
+            m_tasks.post([this, choice] {
+                if (isShown() && m_handlers.chosen) {
+                    const auto chosen = m_handlers.chosen; // it may set others
+                    chosen(choice);
+                }
+            });
+        }
     }
 
     void insert() override {
@@ -45,6 +63,10 @@ class FakeMenuBarExtra final : public MenuBarExtra {
     void setFigure(const std::string& text) override {
         figure = text;
         ++figuresSet;
+    }
+    void setMenu(const std::vector<Entry>& entries) override {
+        menu = entries;
+        ++menusSet;
     }
     void setHandlers(Handlers handlers) override { m_handlers = std::move(handlers); }
 

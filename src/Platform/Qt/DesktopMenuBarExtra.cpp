@@ -18,9 +18,9 @@ void closeLater(TaskRunner& tasks, const QString& name) {
 } // namespace
 
 struct DesktopMenuBarExtra::BusItem {
-    BusItem(TaskRunner& tasks, const QDBusConnection& bus, StatusNotifierItem::Pressed pressed)
+    BusItem(TaskRunner& tasks, const QDBusConnection& bus, StatusNotifierItem::Handlers handlers)
         : connection{tasks, bus.name()}
-        , item(bus, std::move(pressed))
+        , item(bus, std::move(handlers))
         , registration(bus, QString::fromLatin1(StatusNotifierItem::kPath)) {}
 
     struct Connection {
@@ -72,6 +72,16 @@ void DesktopMenuBarExtra::setFigure(const std::string& figure) {
     }
 }
 
+void DesktopMenuBarExtra::setMenu(const std::vector<Entry>& menu) {
+    m_menu = menu;
+    if (m_item) {
+        m_item->item.setMenu(m_menu);
+    }
+    if (m_tray) {
+        m_tray->setMenu(m_menu);
+    }
+}
+
 void DesktopMenuBarExtra::setHandlers(Handlers handlers) {
     m_handlers = std::move(handlers);
 }
@@ -92,10 +102,18 @@ void DesktopMenuBarExtra::reach() {
 
 void DesktopMenuBarExtra::meet(const QDBusConnection& bus) {
     if (bus.isConnected()) {
-        m_item = std::make_unique<BusItem>(m_tasks, bus, [this](QPoint told, const QString& token) {
-            press(PanelPlace::placeOf(told), token.toStdString());
-        });
+        m_item = std::make_unique<BusItem>(
+            m_tasks, bus,
+            StatusNotifierItem::Handlers{.pressed =
+                                             [this](QPoint told, const QString& token) {
+                                                 press(PanelPlace::placeOf(told), token.toStdString());
+                                             },
+                                         .chosen =
+                                             [this](int id, const QString& token) {
+                                                 choose({.id = id, .activationToken = token.toStdString()});
+                                             }});
         m_item->item.setFigure(m_figure);
+        m_item->item.setMenu(m_menu);
         auto* const registration = &m_item->registration;
         QObject::connect(registration, &StatusNotifierRegistration::changed, registration,
                          [this] { follow(m_item->registration.state()); });
@@ -109,12 +127,18 @@ void DesktopMenuBarExtra::follow(State state) {
     if (state == State::taken) {
         m_tray.reset();
     } else if (state == State::absent && !m_tray) {
-        m_tray = std::make_unique<EmbeddedTrayItem>(
-            StatusNotifierItem::titleWith(m_figure),
-            EmbeddedTrayItem::Handlers{.shownChanged = [this] { tellOfChange(); },
-                                       .pressed = [this](QPoint place) { press(place, {}); }});
+        embed();
     }
     tellOfChange();
+}
+
+void DesktopMenuBarExtra::embed() {
+    m_tray = std::make_unique<EmbeddedTrayItem>(
+        StatusNotifierItem::titleWith(m_figure),
+        EmbeddedTrayItem::Handlers{.shownChanged = [this] { tellOfChange(); },
+                                   .pressed = [this](QPoint place) { press(place, {}); },
+                                   .chosen = [this](int id) { choose({.id = id, .activationToken = {}}); }});
+    m_tray->setMenu(m_menu);
 }
 
 void DesktopMenuBarExtra::press(std::optional<QPoint> place, const std::string& token) {
@@ -125,6 +149,14 @@ void DesktopMenuBarExtra::press(std::optional<QPoint> place, const std::string& 
     later([press](DesktopMenuBarExtra& extra) {
         if (const auto pressed = extra.m_handlers.pressed; pressed && extra.m_isInserted) {
             pressed(press);
+        }
+    });
+}
+
+void DesktopMenuBarExtra::choose(const Choice& choice) {
+    later([choice](DesktopMenuBarExtra& extra) {
+        if (const auto chosen = extra.m_handlers.chosen; chosen && extra.m_isInserted) {
+            chosen(choice);
         }
     });
 }

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quillane {
 
@@ -31,6 +32,7 @@ class DesktopMenuBarExtra final : public MenuBarExtra {
     void withdraw() override;
     bool isShown() const override;
     void setFigure(const std::string& figure) override;
+    void setMenu(const std::vector<Entry>& menu) override;
     void setHandlers(Handlers handlers) override;
 
   private:
@@ -39,7 +41,9 @@ class DesktopMenuBarExtra final : public MenuBarExtra {
     void reach();
     void meet(const QDBusConnection& bus);
     void follow(StatusNotifierRegistration::State state);
+    void embed();
     void press(std::optional<QPoint> place, const std::string& token);
+    void choose(const Choice& choice);
     void tellOfChange();
     template <class Tell>
     void later(Tell tell);
@@ -48,6 +52,7 @@ class DesktopMenuBarExtra final : public MenuBarExtra {
     SessionBus m_bus;
     Handlers m_handlers;
     QString m_figure;
+    std::vector<Entry> m_menu;
     bool m_isInserted = false;
     bool m_wasShown = false;   // when it was looked at last
     unsigned m_insertions = 0; // a bus that is reached for an earlier one comes too late

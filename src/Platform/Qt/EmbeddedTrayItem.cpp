@@ -1,6 +1,8 @@
 #include "EmbeddedTrayItem.h"
 #include "PanelIcon.h"
+#include <QAction>
 #include <QCursor>
+#include <QMenu>
 #include <QSystemTrayIcon>
 #include <utility>
 
@@ -8,7 +10,8 @@ namespace quillane {
 
 EmbeddedTrayItem::EmbeddedTrayItem(QString title, Handlers handlers)
     : m_title(std::move(title))
-    , m_handlers(std::move(handlers)) {
+    , m_handlers(std::move(handlers))
+    , m_menu(std::make_unique<QMenu>()) {
     follow();
 }
 
@@ -18,6 +21,29 @@ void EmbeddedTrayItem::setTitle(const QString& title) {
     m_title = title;
     if (m_icon) {
         m_icon->setToolTip(title);
+    }
+}
+
+void EmbeddedTrayItem::setMenu(const std::vector<MenuBarExtra::Entry>& entries) {
+    m_menu->clear();
+    for (const auto& entry : entries) {
+        if (entry.words.empty()) {
+            m_menu->addSeparator();
+            continue;
+        }
+        const auto words = QString::fromStdString(entry.words);
+        auto* const action =
+            m_menu->addAction(QString(words).replace(QLatin1Char('&'), QStringLiteral("&&")));
+        action->setEnabled(entry.isEnabled);
+        QObject::connect(action, &QAction::triggered, m_menu.get(),
+                         [this, id = entry.id] { m_handlers.chosen(id); });
+    }
+    attachMenu();
+}
+
+void EmbeddedTrayItem::attachMenu() {
+    if (m_icon) {
+        m_icon->setContextMenu(m_menu->isEmpty() ? nullptr : m_menu.get());
     }
 }
 
@@ -31,10 +57,15 @@ void EmbeddedTrayItem::follow() {
     }
     m_icon = std::make_unique<QSystemTrayIcon>(PanelIcon::icon());
     m_icon->setToolTip(m_title);
-    QObject::connect(m_icon.get(), &QSystemTrayIcon::activated, m_icon.get(), [this] {
-        const QRect place = m_icon->geometry();
-        m_handlers.pressed(place.isEmpty() ? QCursor::pos() : place.center());
-    });
+    QObject::connect(m_icon.get(), &QSystemTrayIcon::activated, m_icon.get(),
+                     [this](QSystemTrayIcon::ActivationReason reason) {
+                         if (reason == QSystemTrayIcon::Context && !m_menu->isEmpty()) {
+                             return; // it opens the menu
+                         }
+                         const QRect place = m_icon->geometry();
+                         m_handlers.pressed(place.isEmpty() ? QCursor::pos() : place.center());
+                     });
+    attachMenu();
     m_icon->show();
 }
 

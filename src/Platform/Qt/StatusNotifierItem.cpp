@@ -4,9 +4,10 @@
 
 namespace quillane {
 
-StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, Pressed pressed)
+StatusNotifierItem::StatusNotifierItem(QDBusConnection bus, Handlers handlers)
     : m_bus(std::move(bus))
-    , m_pressed(std::move(pressed))
+    , m_handlers(std::move(handlers))
+    , m_menu(m_bus, [this](int id) { m_handlers.chosen(id, std::exchange(m_token, QString())); })
     , m_iconName(PanelIcon::themeName())
     , m_pixmaps(PanelIcon::pixmaps()) {
     registerNotifierTypes();
@@ -34,6 +35,14 @@ void StatusNotifierItem::setFigure(const QString& figure) {
     emit XAyatanaNewLabel(m_figure, QString());
 }
 
+void StatusNotifierItem::setMenu(const StatusNotifierMenu::Entries& entries) {
+    const bool wasEmpty = m_menu.isEmpty();
+    m_menu.setEntries(entries);
+    if (wasEmpty != m_menu.isEmpty()) {
+        emit NewMenu();
+    }
+}
+
 void StatusNotifierItem::ProvideXdgActivationToken(const QString& token) {
     m_token = token.size() <= kLongestToken ? token : QString();
 }
@@ -41,12 +50,13 @@ void StatusNotifierItem::ProvideXdgActivationToken(const QString& token) {
 void StatusNotifierItem::Scroll(int /*delta*/, const QString& /*orientation*/) {}
 
 void StatusNotifierItem::press(int x, int y) {
-    m_pressed(QPoint(x, y), std::exchange(m_token, QString()));
+    m_handlers.pressed(QPoint(x, y), std::exchange(m_token, QString()));
 }
 
-// Panels that look for a menu know this word for none.
+// Panels that look for a menu know a word for none.
 QDBusObjectPath StatusNotifierItem::menu() const {
-    return QDBusObjectPath(QStringLiteral("/NO_DBUSMENU"));
+    return QDBusObjectPath(m_menu.isEmpty() ? QStringLiteral("/NO_DBUSMENU")
+                                            : QString::fromLatin1(StatusNotifierMenu::kPath));
 }
 
 } // namespace quillane

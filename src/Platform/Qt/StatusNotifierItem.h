@@ -1,5 +1,6 @@
 #pragma once
 #include "NotifierPixmap.h"
+#include "StatusNotifierMenu.h"
 #include <QDBusConnection>
 #include <QObject>
 #include <QPoint>
@@ -10,7 +11,7 @@
 namespace quillane {
 
 // The program's item as panels find it on the bus, "org.kde.StatusNotifierItem". Whoever finds it may read it and
-// click it; that panels look for it is StatusNotifierRegistration's. Main thread only; nothing waits.
+// click it, and choose from its menu; that panels look for it is StatusNotifierRegistration's. Main thread only; nothing waits.
 class StatusNotifierItem final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
@@ -37,11 +38,15 @@ class StatusNotifierItem final : public QObject {
     static constexpr auto kPath = "/StatusNotifierItem";
     static constexpr qsizetype kLongestToken = 4'096; // characters; a longer one is none
 
-    // What a panel tells of a click: where, in its own coordinates, and the token that it gave before, empty for none.
-    using Pressed = std::function<void(QPoint place, const QString& token)>;
+    // Called within the panel's call, and not after this is gone. With the token that it gave before, empty for none.
+    struct Handlers {
+        // A click: where, in the panel's own coordinates.
+        std::function<void(QPoint place, const QString& token)> pressed;
+        // The id of an entry of the menu.
+        std::function<void(int id, const QString& token)> chosen;
+    };
 
-    // `pressed` is called within the panel's call, and not after this is gone.
-    StatusNotifierItem(QDBusConnection bus, Pressed pressed);
+    StatusNotifierItem(QDBusConnection bus, Handlers handlers);
     ~StatusNotifierItem() override;
     StatusNotifierItem(const StatusNotifierItem&) = delete;
     StatusNotifierItem& operator=(const StatusNotifierItem&) = delete;
@@ -50,6 +55,8 @@ class StatusNotifierItem final : public QObject {
     static QString titleWith(const QString& figure);
     // Empty for none. Tells the panels when it changes.
     void setFigure(const QString& figure);
+    // Empty for none. Tells the panels what changes.
+    void setMenu(const StatusNotifierMenu::Entries& entries);
 
   public slots:
     // NOLINTBEGIN(readability-identifier-naming): the interface's own names
@@ -66,6 +73,7 @@ class StatusNotifierItem final : public QObject {
     void NewAttentionIcon();
     void NewOverlayIcon();
     void NewStatus(const QString& status);
+    void NewMenu();
     void XAyatanaNewLabel(const QString& label, const QString& guide);
     // NOLINTEND(readability-identifier-naming)
 
@@ -86,11 +94,12 @@ class StatusNotifierItem final : public QObject {
     QString label() const { return m_figure; }
 
     QDBusConnection m_bus;
-    Pressed m_pressed;
+    Handlers m_handlers;
+    StatusNotifierMenu m_menu;
     QString m_iconName;
     NotifierPixmaps m_pixmaps;
     QString m_figure;
-    QString m_token; // for the click that comes next
+    QString m_token; // for the click or the choice that comes next
 };
 
 } // namespace quillane

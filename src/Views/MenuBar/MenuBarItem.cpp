@@ -6,6 +6,7 @@
 #include "MenuBar/MenuBarPopover.h"
 #include "MenuBar/MenuBarView.h"
 #include "NotificationCenter.h"
+#include <algorithm>
 #include <utility>
 
 namespace quillane {
@@ -17,9 +18,10 @@ MenuBarItem::MenuBarItem(AppLibrary& library, NotificationCenter& notifications,
     , m_scenes(scenes)
     , m_quit(std::move(quit))
     , m_extra(library.platform().menuBarExtra)
-    , m_observer(new LibraryObserver([this] { renderFigure(); }, this)) {
-    m_extra.setHandlers(
-        {[this](const MenuBarExtra::Press& pressed) { press(pressed); }, [this] { noticeShown(); }});
+    , m_observer(new LibraryObserver([this] { render(); }, this)) {
+    m_extra.setHandlers({.pressed = [this](const MenuBarExtra::Press& pressed) { press(pressed); },
+                         .chosen = [this](const MenuBarExtra::Choice& choice) { choose(choice); },
+                         .shownChanged = [this] { noticeShown(); }});
     m_subscription = library.platform().defaults.subscribe([this](const std::string& key) {
         if (key == DefaultsKeys::kShowMenuBarExtra) {
             followSetting();
@@ -69,12 +71,27 @@ void MenuBarItem::followSetting() {
     emit standingChanged();
 }
 
-// Nobody sees the figure of an item that does not stand, so nothing is added up for it.
-void MenuBarItem::renderFigure() {
-    auto now = m_isInserted ? figure(m_library) : std::string();
-    if (now != m_figure) {
-        m_figure = std::move(now);
+std::vector<MenuBarExtra::Entry> MenuBarItem::menu(const AppLibrary& library) {
+    const auto entry = [&library](MenuBarWay way) {
+        return MenuBarExtra::Entry{
+            .id = static_cast<int>(way), .words = words(way), .isEnabled = isOpen(way, library)};
+    };
+    const MenuBarExtra::Entry rule;
+    return {entry(MenuBarWay::window), entry(MenuBarWay::review), rule, entry(MenuBarWay::settings),
+            entry(MenuBarWay::quit)};
+}
+
+// Nobody sees an item that does not stand, so nothing is added up for it.
+void MenuBarItem::render() {
+    auto nowBeside = m_isInserted ? figure(m_library) : std::string();
+    if (nowBeside != m_figure) {
+        m_figure = std::move(nowBeside);
         m_extra.setFigure(m_figure);
+    }
+    auto nowOffered = m_isInserted ? menu(m_library) : std::vector<MenuBarExtra::Entry>();
+    if (nowOffered != m_menu) {
+        m_menu = std::move(nowOffered);
+        m_extra.setMenu(m_menu);
     }
 }
 
@@ -91,25 +108,23 @@ void MenuBarItem::press(const MenuBarExtra::Press& press) {
 
 void MenuBarItem::open(const MenuBarExtra::Press& press) {
     const auto place = press.place ? std::optional(QPoint(press.place->x, press.place->y)) : std::nullopt;
-    m_token = press.activationToken;
     m_popover = new MenuBarPopover(m_library, place);
     connect(m_popover, &MenuBarPopover::closed, this, [this] {
         m_closedAt = m_library.platform().clock.instant();
         m_popover->deleteLater();
         m_popover.clear();
     });
-    auto* const view = m_popover->view();
-    connect(view, &MenuBarView::reviewWanted, this, &MenuBarItem::review);
-    connect(view, &MenuBarView::windowWanted, this, &MenuBarItem::showOverview);
-    connect(view, &MenuBarView::settingsWanted, this, [this] {
-        closePopover();
-        m_scenes.showSettings(Scenes::SettingsTab::automation);
-    });
-    connect(view, &MenuBarView::quitWanted, this, [this] {
-        closePopover();
-        m_quit();
-    });
+    connect(m_popover->view(), &MenuBarView::wanted, this,
+            [this, token = press.activationToken](MenuBarWay way) { go(way, token); });
     m_popover->show();
+}
+
+void MenuBarItem::choose(const MenuBarExtra::Choice& choice) {
+    const auto way =
+        std::ranges::find(kAllMenuBarWays, choice.id, [](MenuBarWay each) { return static_cast<int>(each); });
+    if (m_isInserted && way != kAllMenuBarWays.end() && isOpen(*way, m_library)) {
+        go(*way, choice.activationToken);
+    }
 }
 
 void MenuBarItem::noticeShown() {
@@ -119,15 +134,28 @@ void MenuBarItem::noticeShown() {
     emit standingChanged();
 }
 
-void MenuBarItem::showOverview() {
+void MenuBarItem::go(MenuBarWay way, const std::string& token) {
     closePopover();
-    m_scenes.showWindow(m_token);
-    m_notifications.post(NotificationName::kShowOverview);
+    switch (way) {
+    case MenuBarWay::review:
+        showOverview(token);
+        m_notifications.post(NotificationName::kOpenSweepPreview);
+        return;
+    case MenuBarWay::window:
+        showOverview(token);
+        return;
+    case MenuBarWay::settings:
+        m_scenes.showSettings(Scenes::SettingsTab::automation);
+        return;
+    case MenuBarWay::quit:
+        m_quit();
+        return;
+    }
 }
 
-void MenuBarItem::review() {
-    showOverview();
-    m_notifications.post(NotificationName::kOpenSweepPreview);
+void MenuBarItem::showOverview(const std::string& token) {
+    m_scenes.showWindow(token);
+    m_notifications.post(NotificationName::kShowOverview);
 }
 
 } // namespace quillane

@@ -1,6 +1,7 @@
 #pragma once
 #include "Clock.h"
 #include "Defaults.h"
+#include "MenuBar/MenuBarWay.h"
 #include "MenuBarExtra.h"
 #include "State/Scenes.h"
 #include <QObject>
@@ -8,6 +9,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quillane {
 
@@ -17,7 +19,8 @@ class MenuBarPopover;
 class NotificationCenter;
 
 // The item in the menu bar: it stands there while the setting wants it, with what could be reclaimed beside it, and a
-// press on it opens the popover, or closes it. Main thread only.
+// press on it opens the popover, or closes it. Where panels show a menu, it leads where the popover does. Main thread
+// only.
 class MenuBarItem : public QObject {
     Q_OBJECT
   public:
@@ -31,6 +34,8 @@ class MenuBarItem : public QObject {
     void closePopover();
     // What stands beside the icon now; empty for the icon alone.
     static std::string figure(const AppLibrary& library);
+    // What a menu offers now: the ids are those of MenuBarWay.
+    static std::vector<MenuBarExtra::Entry> menu(const AppLibrary& library);
 
     // A press on the icon while the popover is open closes it, and some panels tell of the same press afterwards:
     // one that comes earlier than this after the closing opens nothing.
@@ -42,12 +47,13 @@ class MenuBarItem : public QObject {
 
   private:
     void followSetting();
-    void renderFigure();
+    void render();
     void press(const MenuBarExtra::Press& press);
     void open(const MenuBarExtra::Press& press);
+    void choose(const MenuBarExtra::Choice& choice);
     void noticeShown();
-    void review();
-    void showOverview();
+    void go(MenuBarWay way, const std::string& token);
+    void showOverview(const std::string& token);
 
     AppLibrary& m_library;
     NotificationCenter& m_notifications;
@@ -57,7 +63,7 @@ class MenuBarItem : public QObject {
     Defaults::SubscriptionId m_subscription = 0;
     bool m_isInserted = false;
     std::string m_figure; // as the item was last told
-    std::string m_token;  // of the press that opened the popover
+    std::vector<MenuBarExtra::Entry> m_menu;
     QPointer<MenuBarPopover> m_popover;
     std::optional<Instant> m_closedAt;
     LibraryObserver* m_observer;

@@ -32,8 +32,12 @@ constexpr TextStyle kScanningStyle{17, QFont::Medium, Tint::Secondary, 0};
 // in line with all others.
 constexpr int kOverhang = 12;
 
-PushButton* wideButton(const QString& text, const QString& symbol, PushButton::Role role) {
-    auto* const button = new PushButton(text, symbol, role, PushButton::Size::Sheet);
+PushButton* plainButton(MenuBarWay way) {
+    return new PushButton(QString::fromUtf8(words(way)), {}, PushButton::Role::Plain);
+}
+
+PushButton* wideButton(MenuBarWay way, const QString& symbol, PushButton::Role role) {
+    auto* const button = new PushButton(QString::fromUtf8(words(way)), symbol, role, PushButton::Size::Sheet);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     return button;
 }
@@ -53,11 +57,10 @@ MenuBarView::MenuBarView(AppLibrary& library, QWidget* parent)
     , m_scanning(new Label(QStringLiteral("Scanning…"), kScanningStyle))
     , m_rescan(new SymbolButton(QStringLiteral("arrow.clockwise"), QStringLiteral("Rescan"),
                                 PushButton::Role::Plain, 30))
-    , m_review(wideButton(QStringLiteral("Review and Clean…"), QStringLiteral("sparkles"),
-                          PushButton::Role::Filled))
-    , m_window(wideButton(QStringLiteral("Open Quillane"), {}, PushButton::Role::Normal))
-    , m_settings(new PushButton(QStringLiteral("Automation Settings…"), {}, PushButton::Role::Plain))
-    , m_quit(new PushButton(QStringLiteral("Quit"), {}, PushButton::Role::Plain))
+    , m_review(wideButton(MenuBarWay::review, QStringLiteral("sparkles"), PushButton::Role::Filled))
+    , m_window(wideButton(MenuBarWay::window, {}, PushButton::Role::Normal))
+    , m_settings(plainButton(MenuBarWay::settings))
+    , m_quit(plainButton(MenuBarWay::quit))
     , m_observer(new LibraryObserver([this] { render(); }, this)) {
     Fonts::follow(this, [this] { setFixedWidth(static_cast<int>(kWidth * widthFactor())); });
     auto* const whole = new QVBoxLayout(this);
@@ -70,11 +73,15 @@ MenuBarView::MenuBarView(AppLibrary& library, QWidget* parent)
     whole->addWidget(makeFoot());
     connect(m_rescan, &QPushButton::clicked, this,
             [this] { m_library.refresh(AppLibrary::ScanReason::user); });
-    connect(m_review, &QPushButton::clicked, this, &MenuBarView::reviewWanted);
-    connect(m_window, &QPushButton::clicked, this, &MenuBarView::windowWanted);
-    connect(m_settings, &QPushButton::clicked, this, &MenuBarView::settingsWanted);
-    connect(m_quit, &QPushButton::clicked, this, &MenuBarView::quitWanted);
+    lead(*m_review, MenuBarWay::review);
+    lead(*m_window, MenuBarWay::window);
+    lead(*m_settings, MenuBarWay::settings);
+    lead(*m_quit, MenuBarWay::quit);
     m_observer->renderNow();
+}
+
+void MenuBarView::lead(PushButton& button, MenuBarWay way) {
+    connect(&button, &QPushButton::clicked, this, [this, way] { emit wanted(way); });
 }
 
 QWidget* MenuBarView::makeHead() {
@@ -136,7 +143,7 @@ void MenuBarView::render() {
     const bool isReady = phase == Kind::ready;
     renderRows(isReady);
     renderFigure(isReady);
-    enable(*m_review, isReady && m_library.selectedSweepBytes() != 0);
+    enable(*m_review, isOpen(MenuBarWay::review, m_library));
     enable(*m_rescan, isReady || phase == Kind::idle);
 }
 

@@ -1,4 +1,5 @@
 #pragma once
+#include "MenuBar/MenuBarWay.h"
 #include "SweepCategory.h"
 #include <QWidget>
 #include <vector>
@@ -42,16 +43,14 @@ class MenuBarView : public QWidget {
     void takeFocus();
 
   signals:
-    void reviewWanted();
-    void windowWanted();
-    void settingsWanted();
-    void quitWanted();
+    void wanted(quillane::MenuBarWay way);
 
   protected:
     void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    void lead(PushButton& button, MenuBarWay way);
     QWidget* makeHead();
     QWidget* makeRows();
     QWidget* makeMainButtons();

@@ -61,6 +61,7 @@ class DesktopMenuBarExtraTest : public testing::Test {
   private:
     void SetUp() override {
         m_extra->setHandlers({.pressed = [this](const auto& press) { m_presses.push_back(press); },
+                              .chosen = {},
                               .shownChanged = [this] { m_shown.push_back(m_extra->isShown()); }});
     }
 };

@@ -1,9 +1,11 @@
 #pragma once
+#include "NotifierMenu.h"
 #include "NotifierPixmap.h"
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDBusObjectPath>
 #include <QDBusPendingCall>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
@@ -30,13 +32,14 @@ class FakePanel : public QDBusVirtualObject {
     explicit FakePanel(QDBusConnection bus, bool takesName = true)
         : m_bus(std::move(bus)) {
         registerNotifierTypes();
+        registerNotifierMenuTypes();
         m_bus.registerVirtualObject(QString::fromLatin1(kPath), this);
         m_gone.setConnection(m_bus);
         m_gone.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
         connect(&m_gone, &QDBusServiceWatcher::serviceUnregistered, this, [this](const QString& name) {
             items.removeAll(name + QStringLiteral("/StatusNotifierItem"));
         });
-        for (const char* signal : {"NewTitle", "NewToolTip", "NewIcon", "NewStatus"}) {
+        for (const char* signal : {"NewTitle", "NewToolTip", "NewIcon", "NewStatus", "NewMenu"}) {
             hear(signal, SLOT(hearItem(QDBusMessage)));
         }
         hear("XAyatanaNewLabel", SLOT(hearLabel(QString, QString, QDBusMessage)));
@@ -83,15 +86,26 @@ class FakePanel : public QDBusVirtualObject {
 
     // What the one item answers to a call, which has arrived there when this returns.
     QDBusMessage call(const QString& interface, const QString& method, const QVariantList& arguments) {
-        EXPECT_EQ(items.size(), 1);
-        const auto item = items.value(0);
-        auto message = QDBusMessage::createMethodCall(
-            item.section(QLatin1Char('/'), 0, 0), QStringLiteral("/StatusNotifierItem"), interface, method);
-        message.setArguments(arguments);
-        const QDBusPendingCall call = m_bus.asyncCall(message);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return call.isFinished(); }, kPatience));
-        EXPECT_FALSE(call.isError()) << qPrintable(call.error().message());
-        return call.reply();
+        auto answer = callAt(QStringLiteral("/StatusNotifierItem"), interface, method, arguments);
+        EXPECT_NE(answer.type(), QDBusMessage::ErrorMessage) << qPrintable(answer.errorMessage());
+        return answer;
+    }
+    // The same for the menu that the item names; the answer may be an error.
+    QDBusMessage callMenu(const char* method, const QVariantList& arguments) {
+        return callAt(property("Menu").value<QDBusObjectPath>().path(),
+                      QStringLiteral("com.canonical.dbusmenu"), QString::fromLatin1(method), arguments);
+    }
+    // The lines of that menu, from the top; none where the item names no menu.
+    QList<NotifierMenuLayout> menu() {
+        if (property("Menu").value<QDBusObjectPath>().path() == QLatin1String("/NO_DBUSMENU")) {
+            return {};
+        }
+        const auto answer = callMenu("GetLayout", {0, -1, QStringList()});
+        return qdbus_cast<NotifierMenuLayout>(answer.arguments().value(1)).children;
+    }
+    QDBusMessage clickMenu(int id) {
+        return callMenu("Event", {id, QStringLiteral("clicked"), QVariant::fromValue(QDBusVariant(QString())),
+                                  QVariant::fromValue(0U)});
     }
     void callItem(const char* method, const QVariantList& arguments) {
         call(QString::fromLatin1(kItem), QString::fromLatin1(method), arguments);
@@ -131,6 +145,16 @@ class FakePanel : public QDBusVirtualObject {
     }
 
   private:
+    QDBusMessage callAt(const QString& path, const QString& interface, const QString& method,
+                        const QVariantList& arguments) {
+        EXPECT_EQ(items.size(), 1);
+        auto message = QDBusMessage::createMethodCall(items.value(0).section(QLatin1Char('/'), 0, 0), path,
+                                                      interface, method);
+        message.setArguments(arguments);
+        const QDBusPendingCall call = m_bus.asyncCall(message);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return call.isFinished(); }, kPatience));
+        return call.reply();
+    }
     void hear(const char* signal, const char* slot) {
         m_bus.connect(QString(), QStringLiteral("/StatusNotifierItem"), QString::fromLatin1(kItem),
                       QString::fromLatin1(signal), this, slot);

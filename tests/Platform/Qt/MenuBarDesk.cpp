@@ -4,6 +4,7 @@
 #include <QPixmap>
 #include <QScreen>
 #include <QSettings>
+#include <QStyleHints>
 #include <cstdlib>
 
 namespace quillane {
@@ -37,13 +38,17 @@ QString settingsProgram() {
         .toString();
 }
 
+QImage upperPart(int y, int height) {
+    QScreen* const screen = QGuiApplication::primaryScreen();
+    return screen->grabWindow(0, 0, y, screen->size().width(), height).toImage();
+}
+
 // Where the icon is on the display, by its colour; empty where it is not.
 QRect findIcon() {
     constexpr int kHeight = 40; // of the panel, and a little more
     constexpr int kNear = 48;   // edges are mixed with the ground
     constexpr QRgb kColor = 0xFF5C7AEB;
-    QScreen* const screen = QGuiApplication::primaryScreen();
-    const QImage image = screen->grabWindow(0, 0, 0, screen->size().width(), kHeight).toImage();
+    const QImage image = upperPart(0, kHeight);
     QRect found;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
@@ -57,7 +62,37 @@ QRect findIcon() {
     return found;
 }
 
+// Below the panel there is nothing but a menu, or the words under the pointer.
+bool hasMenuOpen() {
+    constexpr int kPanel = 40;
+    constexpr int kHeight = 60;
+    QImage image = upperPart(kPanel, kHeight);
+    const QRgb ground = image.pixel(0, image.height() - 1);
+    QImage bare(image.size(), image.format());
+    bare.fill(ground);
+    return image != bare;
+}
+
+std::string shown(const std::string& words, bool isEnabled) {
+    return isEnabled ? words : "[" + words + "]";
+}
+
+QByteArray mouseAndKeys(const QStringList& arguments) {
+    QProcess program;
+    program.start(QStringLiteral("xdotool"), arguments);
+    EXPECT_TRUE(program.waitForFinished());
+    return program.readAllStandardOutput().trimmed();
+}
+
 } // namespace
+
+std::vector<std::string> FakeMenuBarDesk::menu() {
+    std::vector<std::string> lines;
+    for (const auto& entry : m_item.menu) {
+        lines.push_back(shown(entry.words, entry.isEnabled));
+    }
+    return lines;
+}
 
 bool BusMenuBarDesk::until(const std::function<bool()>& condition) {
     return QTest::qWaitFor(
@@ -104,8 +139,27 @@ void FakePanelDesk::click(const MenuBarExtra::Press& press) {
     m_panel->callItem("Activate", {place.x, place.y});
 }
 
+std::vector<std::string> FakePanelDesk::menu() {
+    std::vector<std::string> lines;
+    for (const auto& line : m_panel->menu()) {
+        auto label = line.properties.value(QStringLiteral("label")).toString();
+        label.replace(QStringLiteral("__"), QStringLiteral("_")); // as it is drawn
+        lines.push_back(
+            shown(label.toStdString(), line.properties.value(QStringLiteral("enabled"), true).toBool()));
+    }
+    return lines;
+}
+
+void FakePanelDesk::choose(const Menu& /*menu*/, std::size_t line, const std::string& token) {
+    if (!token.empty()) {
+        m_panel->callItem("ProvideXdgActivationToken", {QString::fromStdString(token)});
+    }
+    m_panel->clickMenu(m_panel->menu().at(static_cast<qsizetype>(line)).id);
+}
+
 XfcePanelDesk::XfcePanelDesk(Bus bus)
     : m_connection(bus == Bus::same ? m_bus.connect() : m_otherBus.connect()) {
+    QGuiApplication::styleHints()->setMouseDoubleClickInterval(0); // in a tray, two clicks are two
     m_home.file("xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml", kPanelSettings);
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
@@ -165,11 +219,8 @@ bool XfcePanelDesk::panelHasIt(bool expected) {
 void XfcePanelDesk::click(const MenuBarExtra::Press& /*press*/) {
     m_icon = findIcon();
     const QPoint place = m_icon.center();
-    QProcess mouse;
-    mouse.start(QStringLiteral("xdotool"),
-                {QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
-                 QStringLiteral("click"), QStringLiteral("1")});
-    EXPECT_TRUE(mouse.waitForFinished());
+    mouseAndKeys({QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
+                  QStringLiteral("click"), QStringLiteral("1")});
 }
 
 // On the icon, or on the room that the panel gives it.
@@ -177,6 +228,22 @@ bool XfcePanelDesk::isThatClick(const MenuBarExtra::Press& press) const {
     constexpr int kRoom = 16;
     return press.place &&
            m_icon.adjusted(-kRoom, -kRoom, kRoom, kRoom).contains(press.place->x, press.place->y);
+}
+
+void XfcePanelDesk::choose(const Menu& menu, std::size_t line, const std::string& /*token*/) {
+    const QPoint place = findIcon().center();
+    mouseAndKeys({QStringLiteral("mousemove"), QStringLiteral("800"), QStringLiteral("800")});
+    EXPECT_TRUE(until([] { return !hasMenuOpen(); }));
+    mouseAndKeys({QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
+                  QStringLiteral("click"), QStringLiteral("3")});
+    EXPECT_TRUE(until(hasMenuOpen));
+    QStringList keys = {QStringLiteral("key")};
+    for (std::size_t i = 0; i <= line; ++i) {
+        const bool isPassedOver = menu.at(i).words.empty() || !menu.at(i).isEnabled;
+        keys.append(isPassedOver ? QStringList() : QStringList{QStringLiteral("Down")});
+    }
+    mouseAndKeys(keys << QStringLiteral("Return"));
+    EXPECT_TRUE(until([] { return !hasMenuOpen(); }));
 }
 
 std::unique_ptr<MenuBarDesk> panelDesk() {

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace quillane {
 
@@ -31,6 +32,14 @@ class MenuBarDesk {
     virtual std::string figure() = 0;
     // On the item, which has been heard and not been told when this returns.
     virtual void click(const MenuBarExtra::Press& press) = 0;
+    // The words of the menu's lines that the panel knows, empty for a rule; those that can't be chosen in brackets.
+    virtual std::vector<std::string> menu() = 0;
+    using Menu = std::vector<MenuBarExtra::Entry>;
+    // Chooses that line, from 0, of the menu that stands, which has been heard and not been told when this returns.
+    // Nothing comes of it where it can't be chosen.
+    virtual void choose(const Menu& menu, std::size_t line, const std::string& token) = 0;
+    // Whether the panel gives a token along with a choice.
+    virtual bool givesTokens() const { return true; }
     // Whether it was the last click.
     virtual bool isThatClick(const MenuBarExtra::Press& press) const = 0;
 };
@@ -51,6 +60,10 @@ class FakeMenuBarDesk final : public MenuBarDesk {
         m_item.press(press);
     }
     bool isThatClick(const MenuBarExtra::Press& press) const override { return press == m_click; }
+    std::vector<std::string> menu() override;
+    void choose(const Menu& menu, std::size_t line, const std::string& token) override {
+        m_item.choose({.id = menu.at(line).id, .activationToken = token});
+    }
 
   private:
     StepTaskRunner m_tasks;
@@ -86,6 +99,8 @@ class FakePanelDesk final : public BusMenuBarDesk {
     std::string figure() override;
     void click(const MenuBarExtra::Press& press) override;
     bool isThatClick(const MenuBarExtra::Press& press) const override { return press == m_click; }
+    std::vector<std::string> menu() override;
+    void choose(const Menu& menu, std::size_t line, const std::string& token) override;
 
   private:
     std::unique_ptr<FakePanel> m_panel;
@@ -107,6 +122,10 @@ class XfcePanelDesk final : public BusMenuBarDesk {
     std::string figure() override { return {}; } // it shows none
     void click(const MenuBarExtra::Press& press) override;
     bool isThatClick(const MenuBarExtra::Press& press) const override;
+    std::vector<std::string> menu() override { return {}; } // nobody can read what it draws
+    // By the right button and the keyboard, which passes over what can't be chosen.
+    void choose(const Menu& menu, std::size_t line, const std::string& token) override;
+    bool givesTokens() const override { return false; }
 
   private:
     bool hasWatcher() const;

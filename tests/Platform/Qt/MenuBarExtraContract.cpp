@@ -3,6 +3,7 @@
 #include "MenuBarDesk.h"
 #include <gtest/gtest.h>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace quillane {
@@ -10,6 +11,12 @@ namespace {
 
 const MenuBarExtra::Press kPress = {.place = MenuBarExtra::Place{.x = 300, .y = 11},
                                     .activationToken = "token-1"};
+
+const std::vector<MenuBarExtra::Entry> kMenu = {{.id = 20, .words = "Open"},
+                                                {.id = 30, .words = "Review", .isEnabled = false},
+                                                {},
+                                                {.id = 50, .words = "Set_tings & more"},
+                                                {.id = 60, .words = "Quit"}};
 
 struct Adapter {
     const char* name;
@@ -22,6 +29,7 @@ class MenuBarExtraContract : public testing::TestWithParam<Adapter> {
 
     void hear() {
         item().setHandlers({.pressed = [this](const auto& press) { m_presses.push_back(press); },
+                            .chosen = [this](const auto& choice) { m_choices.push_back(choice); },
                             .shownChanged = [this] { m_shown.push_back(item().isShown()); }});
     }
     MenuBarExtra& item() { return m_desk->item(); }
@@ -41,6 +49,7 @@ class MenuBarExtraContract : public testing::TestWithParam<Adapter> {
     }
 
     std::vector<MenuBarExtra::Press> m_presses;
+    std::vector<MenuBarExtra::Choice> m_choices;
     std::vector<bool> m_shown;                               // what was so each time when a change was told
     std::unique_ptr<MenuBarDesk> m_desk = GetParam().make(); // last: it tells the others
 };
@@ -167,6 +176,7 @@ TEST_P(MenuBarExtraContract, AHandlerMaySetOthersAndWithdrawTheItem) {
                                 item().withdraw();
                                 hear();
                             },
+                        .chosen = {},
                         .shownChanged = {}});
     m_desk->click(kPress);
     m_desk->settle();
@@ -188,6 +198,87 @@ TEST_P(MenuBarExtraContract, ThePanelKnowsTheFigureThatStandsAlsoWhereItWasSetBe
     item().insert();
     EXPECT_TRUE(m_desk->panelHasIt(true));
     EXPECT_EQ(m_desk->figure(), "3 MB");
+}
+
+TEST_P(MenuBarExtraContract, WhatIsChosenFromTheMenuIsToldOnceWithItsOwnId) {
+    item().setMenu(kMenu);
+    show();
+    for (const auto& [line, id] : {std::pair(0U, 20), {3U, 50}, {4U, 60}}) {
+        m_choices.clear();
+        m_desk->choose(kMenu, line, "token-2");
+        ASSERT_TRUE(m_desk->until([this] { return !m_choices.empty(); })) << id;
+        ASSERT_EQ(m_choices.size(), 1U);
+        EXPECT_EQ(m_choices.front().id, id);
+        EXPECT_EQ(m_choices.front().activationToken, m_desk->givesTokens() ? "token-2" : "");
+    }
+    EXPECT_TRUE(m_presses.empty()) << "it is no press on the item";
+}
+
+TEST_P(MenuBarExtraContract, ThePanelKnowsTheMenuThatStandsAlsoWhereItWasSetBefore) {
+    const std::vector<std::string> words = {"Open", "[Review]", "", "Set_tings & more", "Quit"};
+    item().setMenu(kMenu);
+    show();
+    EXPECT_EQ(m_desk->menu(), words);
+    auto other = kMenu;
+    other[1].isEnabled = true;
+    item().setMenu(other);
+    EXPECT_EQ(m_desk->menu()[1], "Review");
+    item().setMenu({{.id = 1, .words = "Other"}});
+    EXPECT_EQ(m_desk->menu(), std::vector<std::string>{"Other"});
+    item().setMenu({});
+    EXPECT_TRUE(m_desk->menu().empty());
+    item().setMenu(kMenu);
+    item().withdraw();
+    EXPECT_TRUE(m_desk->panelHasIt(false));
+    item().insert();
+    EXPECT_TRUE(m_desk->panelHasIt(true));
+    EXPECT_EQ(m_desk->menu(), words);
+}
+
+TEST_P(MenuBarExtraContract, WhatCantBeChosenIsNotToldAndARuleNeither) {
+    item().setMenu(kMenu);
+    show();
+    m_desk->choose(kMenu, 1, {});
+    m_desk->choose(kMenu, 2, {});
+    m_desk->settle();
+    EXPECT_TRUE(m_choices.empty());
+    auto menu = kMenu;
+    menu[1].isEnabled = true;
+    item().setMenu(menu);
+    m_desk->choose(menu, 1, {});
+    m_desk->settle();
+    ASSERT_EQ(m_choices.size(), 1U);
+    EXPECT_EQ(m_choices.front().id, 30);
+}
+
+TEST_P(MenuBarExtraContract, AChoiceIsToldAtALaterTurnAndNotAfterTheItemHasGone) {
+    item().setMenu(kMenu);
+    show();
+    m_desk->choose(kMenu, 0, {});
+    EXPECT_TRUE(m_choices.empty());
+    m_desk->tasks().turn();
+    EXPECT_EQ(m_choices.size(), 1U);
+    m_desk->choose(kMenu, 0, {});
+    item().withdraw();
+    m_desk->settle();
+    EXPECT_EQ(m_choices.size(), 1U);
+}
+
+TEST_P(MenuBarExtraContract, AChoiceThatSetsOtherHandlersAndAnotherMenuHarmsNothing) {
+    item().setMenu(kMenu);
+    show();
+    item().setHandlers({.pressed = {},
+                        .chosen =
+                            [this](const auto&) {
+                                item().setMenu({});
+                                item().withdraw();
+                                hear();
+                            },
+                        .shownChanged = {}});
+    m_desk->choose(kMenu, 0, {});
+    m_desk->settle();
+    EXPECT_FALSE(item().isShown());
+    EXPECT_TRUE(m_choices.empty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Adapters, MenuBarExtraContract,

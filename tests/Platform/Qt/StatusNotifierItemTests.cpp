@@ -33,8 +33,11 @@ class StatusNotifierItemTest : public testing::Test {
     QDBusConnection m_connection = m_bus.connect();
     FakePanel m_panel{m_bus.connect()};
     std::vector<Press> m_presses;
+    std::vector<std::pair<int, std::string>> m_choices;
     StatusNotifierItem m_item{
-        m_connection, [this](QPoint place, const QString& token) { m_presses.push_back({place, token}); }};
+        m_connection,
+        {.pressed = [this](QPoint place, const QString& token) { m_presses.push_back({place, token}); },
+         .chosen = [this](int id, const QString& token) { m_choices.push_back({id, token.toStdString()}); }}};
 };
 
 TEST_F(StatusNotifierItemTest, HasAllThatPanelsAskFor) {
@@ -135,6 +138,34 @@ TEST_F(StatusNotifierItemTest, ATokenIsForTheNextClickAlone) {
     }
     EXPECT_EQ(lengths, (std::vector<qsizetype>{6, 0, StatusNotifierItem::kLongestToken, 0}));
     EXPECT_EQ(m_presses.front().token, QStringLiteral("second"));
+}
+
+TEST_F(StatusNotifierItemTest, ATokenThatWasGivenBeforeGoesWithWhatIsChosenFromTheMenu) {
+    m_item.setMenu({{.id = 7, .words = "Open"}});
+    m_panel.callItem("ProvideXdgActivationToken", {QStringLiteral("token")});
+    const auto lines = m_panel.menu();
+    ASSERT_EQ(lines.size(), 1);
+    for (int i = 0; i < 2; ++i) {
+        m_panel.clickMenu(lines.front().id);
+    }
+    EXPECT_EQ(m_choices, (std::vector<std::pair<int, std::string>>{{7, "token"}, {7, ""}}));
+    m_panel.callItem("Activate", {1, 2});
+    EXPECT_EQ(m_presses.back().token, QString());
+}
+
+TEST_F(StatusNotifierItemTest, TheMenuIsNamedWhileThereIsOne) {
+    for (const bool isThere : {true, false}) {
+        m_panel.news.clear();
+        for (int i = 0; i < 2; ++i) {
+            m_item.setMenu(isThere ? StatusNotifierMenu::Entries{{.id = i, .words = "Open"}}
+                                   : StatusNotifierMenu::Entries());
+        }
+        awaitNews();
+        EXPECT_EQ(m_panel.property("Menu").value<QDBusObjectPath>().path(),
+                  isThere ? QStringLiteral("/MenuBar") : QStringLiteral("/NO_DBUSMENU"));
+        EXPECT_EQ(m_panel.news, QStringList{QStringLiteral("NewMenu")}) << "once";
+        EXPECT_EQ(m_panel.property("ItemIsMenu"), QVariant(false)) << "a click is one, menu or not";
+    }
 }
 
 TEST_F(StatusNotifierItemTest, NothingElseOfItIsOnTheBus) {

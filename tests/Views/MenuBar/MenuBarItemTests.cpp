@@ -6,10 +6,13 @@
 #include "MenuBar/MenuBarView.h"
 #include "MenuBarTest.h"
 #include <QSignalSpy>
+#include <algorithm>
 #include <chrono>
 #include <optional>
+#include <set>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 using namespace quillane;
@@ -49,6 +52,20 @@ class MenuBarItems : public MenuBarTest {
     // The buttons of the popover, by its open way in.
     void choose(PushButton* (MenuBarView::*button)() const) {
         QTest::mouseClick((item->popover()->view()->*button)(), Qt::LeftButton);
+        turn();
+    }
+    // The words of the menu from the top, empty for a rule, and in brackets what can't be chosen.
+    std::vector<std::string> menu() const {
+        std::vector<std::string> lines;
+        for (const auto& entry : extra.menu) {
+            lines.push_back(entry.isEnabled ? entry.words : "[" + entry.words + "]");
+        }
+        return lines;
+    }
+    void chooseFromMenu(const std::string& words, const std::string& token = {}) {
+        const auto entry = std::ranges::find(extra.menu, words, &MenuBarExtra::Entry::words);
+        ASSERT_NE(entry, extra.menu.end()) << words;
+        extra.choose({.id = entry->id, .activationToken = token});
         turn();
     }
     NotificationCenter::Subscription noted(std::string_view name) {
@@ -290,6 +307,81 @@ TEST_F(MenuBarItems, NothingInThePopoverRemovesAnything) {
         clock.advance(1s);
     }
     EXPECT_EQ(desk.selectedSweepBytes(), 24'860'000'000);
+}
+
+// The menu
+
+TEST_F(MenuBarItems, TheMenuOffersTheWaysOfThePopoverByTheSameWords) {
+    make();
+    EXPECT_EQ(menu(), (std::vector<std::string>{"Open Quillane", "Review and Clean…", "",
+                                                "Automation Settings…", "Quit"}));
+    pressIcon();
+    const auto* const view = item->popover()->view();
+    std::set<std::string> buttons;
+    for (auto button : {&MenuBarView::reviewButton, &MenuBarView::windowButton, &MenuBarView::settingsButton,
+                        &MenuBarView::quitButton}) {
+        buttons.insert((view->*button)()->text().toStdString());
+    }
+    auto words = menu();
+    std::erase(words, "");
+    EXPECT_EQ(std::set(words.begin(), words.end()), buttons);
+}
+
+TEST_F(MenuBarItems, TheReviewCanBeChosenWhenThePopoverOffersItOnly) {
+    make();
+    pressIcon();
+    const auto* const review = item->popover()->view()->reviewButton();
+    desk.phase = AppLibrary::Phase{Kind::measuring};
+    turn();
+    EXPECT_EQ(menu()[1], "[Review and Clean…]");
+    EXPECT_FALSE(review->isEnabled());
+    desk.phase = AppLibrary::Phase{Kind::ready};
+    turn();
+    EXPECT_EQ(menu()[1], "Review and Clean…");
+    EXPECT_TRUE(review->isEnabled());
+    empty();
+    turn();
+    EXPECT_EQ(menu()[1], "[Review and Clean…]");
+    EXPECT_FALSE(review->isEnabled());
+}
+
+TEST_F(MenuBarItems, WhatIsChosenFromTheMenuLeadsWhereThePopoverDoes) {
+    make();
+    chooseFromMenu("Open Quillane", "token");
+    EXPECT_EQ(std::exchange(log, {}), (std::vector<std::string>{"window token", "Quillane.showOverview"}));
+    chooseFromMenu("Review and Clean…", "token-2");
+    EXPECT_EQ(std::exchange(log, {}), (std::vector<std::string>{"window token-2", "Quillane.showOverview",
+                                                                "Quillane.openSweepPreview"}));
+    chooseFromMenu("Automation Settings…");
+    EXPECT_EQ(std::exchange(log, {}), std::vector<std::string>{"automation settings"});
+    chooseFromMenu("Quit");
+    EXPECT_EQ(std::exchange(log, {}), std::vector<std::string>{"quit"});
+}
+
+TEST_F(MenuBarItems, AChoiceThatComesTooLateIsNone) {
+    make();
+    extra.choose({.id = static_cast<int>(MenuBarWay::review), .activationToken = {}});
+    empty(); // before the choice is told
+    turn();
+    EXPECT_EQ(log, std::vector<std::string>());
+}
+
+TEST_F(MenuBarItems, AChoiceClosesThePopover) {
+    make();
+    pressIcon();
+    chooseFromMenu("Open Quillane");
+    EXPECT_EQ(item->popover(), nullptr);
+}
+
+TEST_F(MenuBarItems, ThePanelIsToldTheMenuOnlyWhenItHasChanged) {
+    make();
+    const int once = extra.menusSet;
+    desk.sweepSelection = std::set{SweepCategory::caches};
+    turn();
+    EXPECT_EQ(extra.menusSet, once);
+    desk.sweepSelection = std::set<SweepCategory>();
+    turn();
+    EXPECT_EQ(extra.menusSet, once + 1);
 }
 
 TEST_F(MenuBarItems, AtRestNothingWaitsAndNothingIsWorkedOut) {

@@ -1,0 +1,25 @@
+#include "MenuBar/MenuBarWay.h"
+#include "AppLibrary.h"
+
+namespace quillane {
+
+const char* words(MenuBarWay way) {
+    switch (way) {
+    case MenuBarWay::review:
+        return "Review and Clean…";
+    case MenuBarWay::window:
+        return "Open Quillane";
+    case MenuBarWay::settings:
+        return "Automation Settings…";
+    case MenuBarWay::quit:
+        return "Quit";
+    }
+    return "";
+}
+
+bool isOpen(MenuBarWay way, const AppLibrary& library) {
+    return way != MenuBarWay::review ||
+           (library.phase->kind == AppLibrary::Phase::Kind::ready && library.selectedSweepBytes() != 0);
+}
+
+} // namespace quillane
