@@ -21,6 +21,7 @@
 #include "SearchingCommandRunner.h"
 #include "SessionInstance.h"
 #include "ThreadTaskRunner.h"
+#include "UnheardNotice.h"
 #include <QApplication>
 #include <QFile>
 #include <cstdlib>
@@ -36,6 +37,10 @@ int main(int argc, char** argv) {
     MessageBus::leaveStoppedSessionBus();
     SessionInstance instance(FileDefaults::userPath(PosixFileSystem().home().path()));
     if (const auto code = instance.endOfSecond(argc, argv)) {
+        if (*code != EXIT_SUCCESS && UnheardNotice::isWanted()) {
+            const QApplication application(argc, argv);
+            UnheardNotice::show();
+        }
         std::_Exit(*code); // a bus that has stopped is not waited for
     }
     QApplication application(argc, argv);

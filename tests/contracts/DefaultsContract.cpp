@@ -527,6 +527,24 @@ TEST_F(FileDefaultsTest, ChangesThatCouldNotBeWrittenAreMadeAnewOfWhatIsStoredBy
     EXPECT_EQ(defaults.stringArray("a"), (std::vector<std::string>{"other", "1", "2", "more"})); // once
 }
 
+TEST_F(FileDefaultsTest, HoweverManyChangesCouldNotBeWrittenFewAreKeptAndNoneIsLost) {
+    FileDefaults defaults(path);
+    folder.folder("quillane/defaults.plist");
+    constexpr int kChanges = 200;
+    const auto kept = std::make_shared<int>();
+    std::vector<std::string> expected;
+    for (int i = 0; i < kChanges; ++i) {
+        defaults.update("a",
+                        [kept, add = adding(std::to_string(i))](const auto& stored) { return add(stored); });
+        expected.push_back(std::to_string(i));
+    }
+    EXPECT_LE(kept.use_count(), 1 + 64);
+    folder.remove("quillane/defaults.plist");
+    defaults.set("b", true);
+    EXPECT_EQ(FileDefaults(path).stringArray("a"), expected);
+    EXPECT_EQ(kept.use_count(), 1);
+}
+
 TEST_F(FileDefaultsTest, AChangeOfAValueThatCouldNotBeWrittenGoesWithIt) {
     FileDefaults defaults(path);
     folder.folder("quillane/defaults.plist");

@@ -21,6 +21,7 @@ namespace {
 constexpr mode_t kLockMode = 0600;
 // In the place of the first character of a key: the value counts no longer.
 constexpr char kCrossedOut = '~';
+constexpr std::size_t kMostTold = 64; // changes of one key that are kept to be made anew
 constexpr std::string_view kFolder = "/quillane/";
 
 PropertyList::Value toStored(const Defaults::Value& value) {
@@ -343,7 +344,11 @@ bool FileDefaults::change(const std::string& key, Change change, Older older, Ba
     if (!after) {
         older = Older::goes;
     }
-    m_told[key].push_back(std::move(change));
+    auto& told = m_told[key];
+    told.push_back(std::move(change));
+    if (told.size() > kMostTold) {
+        told.assign(1, becoming(after));
+    }
     m_unwritten.insert_or_assign(key, toStored(after));
     if (older == Older::goes) {
         m_misleading.insert(key);

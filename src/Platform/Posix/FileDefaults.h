@@ -97,6 +97,7 @@ class FileDefaults final : public Defaults {
     mutable bool m_hasLost = false;
     mutable std::optional<Stamp> m_stamp = Stamp(); // of what is stored; nothing when it is not known
     // Not in the file yet: what is to become of its values, by key and in the order of telling, and what that comes to.
+    // After many changes of a key it is the value that they come to, whatever another instance stores meanwhile.
     std::map<std::string, std::vector<Change>, std::less<>> m_told;
     mutable Changes m_unwritten;
     std::set<std::string, std::less<>> m_misleading; // of these, whose older values are to go

@@ -66,13 +66,12 @@ bool InstanceLock::writeName(const std::string& name) {
         m_isHeld ? -1 : ::open(m_path.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
     const int file = m_isHeld ? m_file.get() : reached.get();
     return isName(name) && isOwnFile(file) && ::fchmod(file, kMode) == 0 &&
-           ::pwrite(file, name.data(), name.size(), 0) == static_cast<ssize_t>(name.size()) &&
-           ::ftruncate(file, static_cast<off_t>(name.size())) == 0;
+           ::pwrite(file, name.data(), name.size(), 0) == static_cast<ssize_t>(name.size());
 }
 
 std::string InstanceLock::readName() const {
     const Descriptor file(::open(m_path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
-    std::string name(kLengthOfName + 1, '\0'); // one more: a longer text is none
+    std::string name(kLengthOfName, '\0');
     const auto length = file && isOwnFile(file.get()) ? ::pread(file.get(), name.data(), name.size(), 0) : -1;
     name.resize(static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
     return isName(name) ? name : std::string();

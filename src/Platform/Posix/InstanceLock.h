@@ -30,7 +30,7 @@ class InstanceLock {
     // Writes into the file under which name this start can be told something, for the others. False when it could not
     // be written. For the one that holds the lock; where there are no locks, for whoever goes on.
     bool writeName(const std::string& name);
-    // What stands there now: of whoever holds the lock, or has held it. Empty when there is no such name. A file of
+    // The name with which the file begins now: of whoever holds the lock, or has held it. Empty when there is no such name. A file of
     // another user's names nobody.
     std::string readName() const;
     // Letters from a to f and digits.

@@ -51,7 +51,7 @@ class InstanceSocket {
 
   private:
     std::string m_name;
-    uid_t m_user;
+    [[maybe_unused]] uid_t m_user; // where there are no such addresses
     Descriptor m_socket;
 };
 

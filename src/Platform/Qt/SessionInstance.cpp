@@ -17,7 +17,6 @@ constexpr std::chrono::milliseconds kBetweenLooks = 50ms;
 constexpr std::string_view kActivate = "activate\n"; // with the token behind it
 constexpr const char* kNothing = "";                 // asks for nothing, and is not answered
 constexpr std::size_t kMostWaiting = 16;
-constexpr std::string_view kUnheard = "Quillane is already running, and does not answer.\n";
 
 // Letters of any language, and nothing that could be more than one value in an environment or on a display.
 std::string usable(std::string token) {
@@ -168,7 +167,7 @@ std::optional<int> SessionInstance::endOfSecond(int argc, char** argv) {
     case Standing::second:
         return EXIT_SUCCESS;
     case Standing::secondUnheard:
-        say(kUnheard);
+        say(std::string(kUnheard) + '\n');
         return EXIT_FAILURE;
     }
     return std::nullopt;

@@ -45,6 +45,10 @@ class SessionInstance final : public QObject, protected QDBusContext {
 
     // The argument of a start that follows upon the end of the one that started it, and waits for that.
     static constexpr const char* kRelaunched = "--relaunched";
+    // What a start says that ends without having been heard. It does not know where the first one is: a home folder may be
+    // shared by machines.
+    static constexpr const char* kUnheard =
+        "Quillane is already running, here or on another machine, and does not answer.";
     // What a token may take; a longer one is none.
     static constexpr std::size_t kLongestToken = 1024;
 
