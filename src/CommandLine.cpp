@@ -12,9 +12,9 @@ constexpr std::string_view kVersionLine = "Quillane " QUILLANE_VERSION "\n";
 constexpr std::string_view kHelp =
     "Usage: quillane [OPTION]\n"
     "\n"
-    "Opens the window of Quillane, which shows where disk space has gone and gives it back. Nothing is "
-    "removed\n"
-    "without a list that you have confirmed, and what is removed lies in the Trash.\n"
+    "Opens the window of Quillane, which shows where disk space has gone and gives\n"
+    "it back. Nothing is removed without a list that you have confirmed, and what is\n"
+    "removed lies in the Trash.\n"
     "\n"
     "  -h, --help       prints this and ends\n"
     "  -v, --version    prints the version and ends\n"

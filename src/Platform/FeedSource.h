@@ -11,7 +11,8 @@ namespace quillane {
 class FeedSource {
   public:
     enum class Failure {
-        unreachable, // in time, over a connection that can be trusted, with an answer
+        unreachable, // in time, over a connection that can be trusted, with a whole answer
+        noPage,      // somebody answered, and not with what was asked for
         tooLarge,
     };
     using Answer = std::variant<std::string, Failure>;

@@ -12,7 +12,7 @@ namespace {
 using Failure = UpdatePresenter::Failure;
 
 Failure reasonOf(FeedSource::Failure failure) {
-    return failure == FeedSource::Failure::unreachable ? Failure::unreachable : Failure::notSigned;
+    return failure == FeedSource::Failure::unreachable ? Failure::unreachable : Failure::unreadable;
 }
 
 Failure reasonOf(UpdateFeed::Fault fault) {

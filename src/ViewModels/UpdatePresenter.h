@@ -12,8 +12,8 @@ class UpdatePresenter {
     enum class Failure {
         unreachable, // nobody answered in time, or not over a connection that can be trusted
         notSigned,   // what was found is not from the makers of this program
-        unreadable,  // it is, but no announcement of a version
-        outdated,    // it is older than what was seen before
+        unreadable, // somebody answered with what is no page or too large, or the makers with no announcement
+        outdated,   // it is older than what was seen before
     };
 
     virtual ~UpdatePresenter() = default;

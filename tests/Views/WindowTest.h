@@ -1,6 +1,7 @@
 #pragma once
 #include "AppLibrary.h"
 #include "AppRecords.h"
+#include "FakeMenuBarExtra.h"
 #include "FakeMetadata.h"
 #include "FakePreviews.h"
 #include "FakeWorkspace.h"
@@ -77,6 +78,7 @@ class WindowTest : public testing::Test {
     FakeWorkspace workspace;
     FakePreviews previews;
     RemovalFakes fakes;
+    FakeMenuBarExtra extra{runner}; // on a desktop with a panel
     Platform platform{.files = files,
                       .commands = commands,
                       .metadata = metadata,
@@ -86,7 +88,8 @@ class WindowTest : public testing::Test {
                       .trash = fakes.trash,
                       .runningApplications = fakes.running,
                       .defaults = fakes.defaults,
-                      .previews = previews};
+                      .previews = previews,
+                      .menuBarExtra = extra};
     Welcomed welcomed{fakes.defaults};
     AppLibrary library{platform};
     NotificationCenter notifications;

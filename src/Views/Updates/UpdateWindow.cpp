@@ -96,7 +96,6 @@ UpdateWindow::UpdateWindow(QWidget* parent)
           TextStyle::caption()))
     , m_other(new PushButton({}, {}, PushButton::Role::Normal, PushButton::Size::Sheet))
     , m_main(new PushButton({}, {}, PushButton::Role::Filled, PushButton::Size::Sheet)) {
-    setAttribute(Qt::WA_QuitOnClose, false);
     setWindowTitle(QStringLiteral("Software Update"));
     makeNotes();
     auto* const row = new QHBoxLayout(this);
@@ -192,7 +191,8 @@ void UpdateWindow::showFailure(Failure failure) {
 }
 
 void UpdateWindow::enter(Stage stage, const QString& title, const QString& sentence) {
-    m_stage = stage;
+    const bool hasChanged = std::exchange(m_stage, stage) != stage;
+    const auto* const focused = focusWidget();
     const bool isChecking = stage == Stage::checking;
     const bool isUpdate = stage == Stage::update;
     if (!isChecking) {
@@ -210,11 +210,17 @@ void UpdateWindow::enter(Stage stage, const QString& title, const QString& sente
     m_details->setVisible(isUpdate);
     m_other->setVisible(isChecking || isUpdate);
     m_main->setVisible(!isChecking);
-    auto* const first = isChecking ? m_other : m_main;
-    first->setDefault(true);
-    first->setFocus();
+    if (hasChanged || focused == nullptr || !focused->isVisibleTo(this)) {
+        rest();
+    }
     fit();
     announce(*this, title + QStringLiteral(". ") + sentence);
+}
+
+void UpdateWindow::rest() {
+    auto* const harmless = m_other->isHidden() ? m_main : m_other;
+    harmless->setDefault(true);
+    harmless->setFocus();
 }
 
 void UpdateWindow::fit() {

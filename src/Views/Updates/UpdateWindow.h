@@ -15,7 +15,8 @@ class PushButton;
 class Spinner;
 
 // What a check for a newer version is at, or has found: one thing at a time. It downloads and installs nothing; all that
-// it can do is to open a page in the person's browser.
+// it can do is to open a page in the person's browser, and only by a button that the person goes to: what is shown may
+// change while a key is on its way, so focus and Return are never moved to that button.
 class UpdateWindow : public QDialog {
     Q_OBJECT
   public:
@@ -49,6 +50,8 @@ class UpdateWindow : public QDialog {
     QWidget* makeDetails();
     QWidget* makeButtons();
     void enter(Stage stage, const QString& title, const QString& sentence);
+    // Focus and Return go to the button that opens nothing.
+    void rest();
     void fit();
     void openPage();
 

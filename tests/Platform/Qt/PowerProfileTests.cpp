@@ -3,15 +3,10 @@
 #include "PrivateBus.h"
 #include "StepTaskRunner.h"
 #include <QTest>
-#include <atomic>
-#include <chrono>
-#include <condition_variable>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
-#include <mutex>
-#include <optional>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace quillane {
@@ -283,42 +278,6 @@ TEST_F(PowerProfileTest, ItMayGoWhileItIsWaitingForAnything) {
     settle();
 }
 
-// Is over when this process has run for ten seconds, which is less than Qt waits for a bus. While the process is
-// halted, or the machine too busy for it, nothing is counted.
-class Patience {
-  public:
-    Patience() = default;
-    ~Patience() {
-        {
-            const std::lock_guard lock(m_mutex);
-            m_isGivenUp = true;
-        }
-        m_changed.notify_all();
-        m_thread.join();
-    }
-    Patience(const Patience&) = delete;
-    Patience& operator=(const Patience&) = delete;
-    bool isOver() const { return m_isOver; }
-
-  private:
-    void count() {
-        constexpr int kMoments = 1'000;
-        std::unique_lock lock(m_mutex);
-        for (int i = 0; i < kMoments; ++i) {
-            if (m_changed.wait_for(lock, std::chrono::milliseconds(10), [this] { return m_isGivenUp; })) {
-                return;
-            }
-        }
-        m_isOver = true;
-    }
-
-    std::mutex m_mutex; // guards what follows
-    std::condition_variable m_changed;
-    bool m_isGivenUp = false;
-    std::atomic<bool> m_isOver = false;
-    std::thread m_thread{[this] { count(); }}; // last: it uses the others
-};
-
 class StoppedBusTest : public PowerProfileTest {
   protected:
     void SetUp() override {
@@ -326,34 +285,25 @@ class StoppedBusTest : public PowerProfileTest {
         m_present.takeName();
         settle();
     }
-    // From now on the bus is silent.
-    void stopAnswering() {
-        m_bus.stopAnswering();
-        m_patience.emplace();
-    }
-    void expectThatNobodyWaited() {
-        EXPECT_FALSE(m_power.isLowPowerModeEnabled());
-        EXPECT_FALSE(m_patience->isOver()) << "somebody waited for the bus";
-        m_bus.goOn();
+    // Not even while this is done and the bus is silent.
+    void expectThatNobodyWaits(const std::function<void()>& work) {
+        EXPECT_TRUE(m_bus.holdsNobodyUp([&] {
+            work();
+            EXPECT_FALSE(m_power.isLowPowerModeEnabled());
+        })) << "somebody waited for the bus";
         settle();
         EXPECT_TRUE(m_power.isLowPowerModeEnabled());
     }
-
-    std::optional<Patience> m_patience;
 };
 
 TEST_F(StoppedBusTest, HoldsNobodyUpWhenItIsReached) {
-    stopAnswering();
-    m_tasks.runAll();
-    expectThatNobodyWaited();
+    expectThatNobodyWaits([this] { m_tasks.runAll(); });
 }
 
 TEST_F(StoppedBusTest, HoldsNobodyUpWhenItHasToldTheOwnerOfTheName) {
     m_tasks.runAll();
     goAroundUnheard(m_client);
-    stopAnswering();
-    QCoreApplication::processEvents();
-    expectThatNobodyWaited();
+    expectThatNobodyWaits([] { QCoreApplication::processEvents(); });
 }
 
 } // namespace

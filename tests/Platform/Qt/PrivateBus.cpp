@@ -1,7 +1,9 @@
 #include "PrivateBus.h"
 #include <QFile>
 #include <atomic>
+#include <chrono>
 #include <csignal>
+#include <future>
 #include <gtest/gtest.h>
 #include <sys/types.h>
 
@@ -34,11 +36,31 @@ PrivateBus::~PrivateBus() {
 }
 
 void PrivateBus::freeze() {
-    ::kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP);
+    ASSERT_GT(m_daemon.processId(), 1);
+    ASSERT_EQ(::kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP), 0);
 }
 
 void PrivateBus::thaw() {
-    ::kill(static_cast<pid_t>(m_daemon.processId()), SIGCONT);
+    ASSERT_GT(m_daemon.processId(), 1);
+    ASSERT_EQ(::kill(static_cast<pid_t>(m_daemon.processId()), SIGCONT), 0);
+}
+
+bool PrivateBus::holdsNobodyUp(const std::function<void()>& work) {
+    freeze();
+    std::promise<void> wentOn;
+    auto watchdog = std::async(std::launch::async, [daemon = static_cast<pid_t>(m_daemon.processId()),
+                                                    future = wentOn.get_future()] {
+        constexpr int kMoments = 100; // long ones: a busy machine adds something to each
+        bool inTime = false;
+        for (int i = 0; i < kMoments && !inTime; ++i) {
+            inTime = future.wait_for(std::chrono::milliseconds(100)) == std::future_status::ready;
+        }
+        ::kill(daemon, SIGCONT);
+        return inTime;
+    });
+    work();
+    wentOn.set_value();
+    return watchdog.get();
 }
 
 void PrivateBus::die() {
@@ -54,16 +76,6 @@ void PrivateBus::offer(const std::string& name) {
 
 bool PrivateBus::hasStarted(const std::string& name) const {
     return QFile::exists(QString::fromStdString(m_folder.at("started-" + name)));
-}
-
-void PrivateBus::stopAnswering() {
-    ASSERT_GT(m_daemon.processId(), 1);
-    ASSERT_EQ(::kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP), 0);
-}
-
-void PrivateBus::goOn() {
-    ASSERT_GT(m_daemon.processId(), 1);
-    ASSERT_EQ(::kill(static_cast<pid_t>(m_daemon.processId()), SIGCONT), 0);
 }
 
 QDBusConnection PrivateBus::connect() {

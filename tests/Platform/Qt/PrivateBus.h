@@ -3,6 +3,7 @@
 #include "TemporaryFolder.h"
 #include <QProcess>
 #include <QString>
+#include <functional>
 #include <string>
 
 namespace quillane {
@@ -23,19 +24,19 @@ class PrivateBus {
     }
     // For DBUS_SESSION_BUS_ADDRESS of other programs.
     const QString& address() const { return m_address; }
-    // It accepts and answers nothing from now on, until it is thawed.
+    // From now on nobody is answered any more, the bus itself being asked or not. Everyone stays connected.
     void freeze();
+    // What was asked meanwhile is answered.
     void thaw();
+    // Whether this comes to its end while the bus is frozen, before this process has run for ten seconds, which is less
+    // than Qt waits for a bus. While the process is halted nothing is counted. The bus is thawed then.
+    bool holdsNobodyUp(const std::function<void()>& work);
     // As when a session ends.
     void die();
 
     // Somebody who has not come yet takes this name when the bus starts him: it can, and it can be seen that it did.
     void offer(const std::string& name);
     bool hasStarted(const std::string& name) const;
-    // From now on nobody is answered any more, the bus itself being asked or not. Everyone stays connected.
-    void stopAnswering();
-    // What was asked meanwhile is answered.
-    void goOn();
 
   private:
     TemporaryFolder m_folder;

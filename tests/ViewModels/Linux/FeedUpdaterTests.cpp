@@ -144,8 +144,9 @@ TEST_F(FeedUpdaterTest, ThePersonIsToldWhyACheckFailedAndTheDateStaysThatOfTheLa
     auto forged = feed;
     forged[forged.size() - 3] ^= 1;
     expectFailure(FeedSource::Failure::unreachable, Failure::unreachable);
-    expectFailure(FeedSource::Failure::tooLarge, Failure::notSigned);
-    expectFailure(std::string(UpdateFeed::kMostBytes + 1, 'a'), Failure::notSigned);
+    expectFailure(FeedSource::Failure::noPage, Failure::unreadable);
+    expectFailure(FeedSource::Failure::tooLarge, Failure::unreadable);
+    expectFailure(std::string(UpdateFeed::kMostBytes + 1, 'a'), Failure::unreadable);
     expectFailure(std::string(), Failure::notSigned);
     expectFailure(forged, Failure::notSigned);
     expectFailure(FeedSigner(2).feed(announcement("1.3")), Failure::notSigned);

@@ -40,7 +40,7 @@ class MenuBarItems : public MenuBarTest {
     MenuBarItems() { wish(true); }
 
     MenuBarItem& make() {
-        item.emplace(desk, notifications, scenes, [this] { log.emplace_back("quit"); });
+        item.emplace(library, notifications, scenes, [this] { log.emplace_back("quit"); });
         turn();
         return *item;
     }
@@ -138,11 +138,11 @@ TEST_F(MenuBarItems, InEveryOtherPhaseTheIconStandsAlone) {
     make();
     for (const auto kind :
          {Kind::idle, Kind::scanning, Kind::measuring, Kind::findingOrphans, Kind::findingDeveloperCaches}) {
-        desk.phase = AppLibrary::Phase{kind};
+        library.phase = AppLibrary::Phase{kind};
         turn();
         EXPECT_EQ(extra.figure, "");
     }
-    desk.phase = AppLibrary::Phase{Kind::ready};
+    library.phase = AppLibrary::Phase{Kind::ready};
     turn();
     EXPECT_EQ(extra.figure, "24.86 GB");
 }
@@ -161,7 +161,7 @@ TEST_F(MenuBarItems, TheFigureKnowsMegabytesAndGigabytesOnly) {
                                        {1'500'000, "1.5 MB"},
                                        {577'700'000, "577.7 MB"},
                                        {1'500'000'000'000, "1,500 GB"}}) {
-        desk.orphans = std::vector{orphan("org.birch", "Birch", bytes)};
+        library.orphans = std::vector{orphan("org.birch", "Birch", bytes)};
         turn();
         EXPECT_EQ(extra.figure, words) << bytes;
     }
@@ -169,10 +169,10 @@ TEST_F(MenuBarItems, TheFigureKnowsMegabytesAndGigabytesOnly) {
 
 TEST_F(MenuBarItems, ACategoryThatIsTurnedOffDoesNotCountInTheFigure) {
     make();
-    desk.sweepSelection = std::set{SweepCategory::caches};
+    library.sweepSelection = std::set{SweepCategory::caches};
     turn();
     EXPECT_EQ(extra.figure, "9.42 GB");
-    desk.sweepSelection = std::set<SweepCategory>();
+    library.sweepSelection = std::set<SweepCategory>();
     turn();
     EXPECT_EQ(extra.figure, "");
 }
@@ -180,11 +180,11 @@ TEST_F(MenuBarItems, ACategoryThatIsTurnedOffDoesNotCountInTheFigure) {
 TEST_F(MenuBarItems, TheItemIsToldTheFigureOnlyWhenItHasChanged) {
     make();
     const int once = extra.figuresSet;
-    desk.sweepSelection.modify([](auto&) {});
-    desk.apps.modify([](auto&) {});
+    library.sweepSelection.modify([](auto&) {});
+    library.apps.modify([](auto&) {});
     turn();
     EXPECT_EQ(extra.figuresSet, once);
-    desk.sweepSelection = std::set{SweepCategory::caches};
+    library.sweepSelection = std::set{SweepCategory::caches};
     turn();
     EXPECT_EQ(extra.figuresSet, once + 1);
 }
@@ -289,7 +289,7 @@ TEST_F(MenuBarItems, RescanLeavesThePopoverOpen) {
     pressIcon();
     QTest::mouseClick(item->popover()->view()->rescanButton(), Qt::LeftButton);
     turn();
-    EXPECT_EQ(desk.phase->kind, Kind::scanning);
+    EXPECT_EQ(library.phase->kind, Kind::scanning);
     EXPECT_NE(item->popover(), nullptr);
     EXPECT_EQ(extra.figure, "");
 }
@@ -302,11 +302,11 @@ TEST_F(MenuBarItems, NothingInThePopoverRemovesAnything) {
         ASSERT_NE(item->popover(), nullptr);
         choose(button);
         finish();
-        EXPECT_FALSE(desk.isSweeping.get());
-        EXPECT_FALSE(desk.lastOperation->has_value());
+        EXPECT_FALSE(library.isSweeping.get());
+        EXPECT_FALSE(library.lastOperation->has_value());
         clock.advance(1s);
     }
-    EXPECT_EQ(desk.selectedSweepBytes(), 24'860'000'000);
+    EXPECT_EQ(library.selectedSweepBytes(), 24'860'000'000);
 }
 
 // The menu

@@ -25,14 +25,14 @@ class MenuBarViews : public MenuBarTest {
 
     // In its window, as a press on the item opens it.
     MenuBarView& open() {
-        popover = std::make_unique<MenuBarPopover>(desk, QPoint(700, 10));
+        popover = std::make_unique<MenuBarPopover>(library, QPoint(700, 10));
         popover->show();
         turn();
         return *popover->view();
     }
     // As where there are no popups of its kind.
     void openAsWindow() {
-        popover = std::make_unique<MenuBarPopover>(desk, QPoint(700, 10));
+        popover = std::make_unique<MenuBarPopover>(library, QPoint(700, 10));
         popover->setWindowFlags(MenuBarPopover::typeOn("wayland") | Qt::FramelessWindowHint);
         popover->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(popover.get()));
@@ -75,7 +75,7 @@ TEST_F(MenuBarViews, InEveryOtherPhaseItSaysThatItScans) {
     auto& view = open();
     for (const auto kind :
          {Kind::idle, Kind::scanning, Kind::measuring, Kind::findingOrphans, Kind::findingDeveloperCaches}) {
-        desk.phase = AppLibrary::Phase{kind};
+        library.phase = AppLibrary::Phase{kind};
         turn();
         EXPECT_EQ(view.scanning()->text(), "Scanning…");
         EXPECT_TRUE(view.scanning()->isVisible());
@@ -88,7 +88,7 @@ TEST_F(MenuBarViews, DuringAScanTheRowsShowADashAndRescanIsDisabled) {
     EXPECT_TRUE(view.rescanButton()->isEnabled());
     for (const auto kind :
          {Kind::scanning, Kind::measuring, Kind::findingOrphans, Kind::findingDeveloperCaches}) {
-        desk.phase = AppLibrary::Phase{kind};
+        library.phase = AppLibrary::Phase{kind};
         turn();
         EXPECT_EQ(figures(view), QStringList({"—", "—", "—"}));
         EXPECT_FALSE(view.rescanButton()->isEnabled());
@@ -97,7 +97,7 @@ TEST_F(MenuBarViews, DuringAScanTheRowsShowADashAndRescanIsDisabled) {
 }
 
 TEST_F(MenuBarViews, BeforeAnyScanTheRowsShowADashAndRescanIsThere) {
-    desk.phase = AppLibrary::Phase{Kind::idle};
+    library.phase = AppLibrary::Phase{Kind::idle};
     const auto& view = open();
     EXPECT_EQ(figures(view), QStringList({"—", "—", "—"}));
     EXPECT_TRUE(view.rescanButton()->isEnabled());
@@ -111,7 +111,7 @@ TEST_F(MenuBarViews, RescanIsASymbolThatSaysItsNameAndStartsAScanOfTheUsers) {
     EXPECT_EQ(view.rescanButton()->accessibleName(), "Rescan");
     runner.clearHistory();
     QTest::mouseClick(view.rescanButton(), Qt::LeftButton);
-    EXPECT_EQ(desk.phase->kind, Kind::scanning);
+    EXPECT_EQ(library.phase->kind, Kind::scanning);
     turn();
     EXPECT_FALSE(view.rescanButton()->isEnabled());
     ASSERT_FALSE(runner.history().empty());
@@ -119,8 +119,8 @@ TEST_F(MenuBarViews, RescanIsASymbolThatSaysItsNameAndStartsAScanOfTheUsers) {
 }
 
 TEST_F(MenuBarViews, EachTickedCategoryHasItsRowInTheOrderOfTheCategories) {
-    desk.sweepSelection = std::set(kAllSweepCategories.begin(), kAllSweepCategories.end());
-    desk.trashState = TrashSweeper::State::measured(5'000'000, 3);
+    library.sweepSelection = std::set(kAllSweepCategories.begin(), kAllSweepCategories.end());
+    library.trashState = TrashSweeper::State::measured(5'000'000, 3);
     const auto& view = open();
     QStringList expected;
     for (const auto category : kAllSweepCategories)
@@ -133,7 +133,7 @@ TEST_F(MenuBarViews, EachTickedCategoryHasItsRowInTheOrderOfTheCategories) {
 }
 
 TEST_F(MenuBarViews, ACategoryThatIsTurnedOffHasNoRowAndDoesNotCount) {
-    desk.sweepSelection = std::set{SweepCategory::orphans, SweepCategory::caches};
+    library.sweepSelection = std::set{SweepCategory::orphans, SweepCategory::caches};
     const auto& view = open();
     EXPECT_EQ(titles(view), QStringList({"App Caches", "Orphaned Files"}));
     EXPECT_EQ(view.figure()->text(), "11.99 GB");
@@ -150,7 +150,7 @@ TEST_F(MenuBarViews, WithNothingToReclaimTheFigureSaysSoInWordsAndReviewIsDisabl
 
 TEST_F(MenuBarViews, OneByteIsEnoughForAReview) {
     empty();
-    desk.orphans = std::vector{orphan("org.birch", "Birch", 1)};
+    library.orphans = std::vector{orphan("org.birch", "Birch", 1)};
     const auto& view = open();
     EXPECT_EQ(view.figure()->text(), "1 byte");
     EXPECT_TRUE(view.reviewButton()->isEnabled());
@@ -166,9 +166,9 @@ TEST_F(MenuBarViews, TheWaysIntoTheProgramAreNamedToTheLetter) {
 }
 
 TEST_F(MenuBarViews, AScanThatEndsWhileItIsOpenFillsIn) {
-    desk.phase = AppLibrary::Phase{Kind::findingDeveloperCaches};
+    library.phase = AppLibrary::Phase{Kind::findingDeveloperCaches};
     auto& view = open();
-    desk.phase = AppLibrary::Phase{Kind::ready};
+    library.phase = AppLibrary::Phase{Kind::ready};
     turn();
     EXPECT_EQ(view.figure()->text(), "24.86 GB");
     EXPECT_EQ(figures(view), QStringList({"9.42 GB", "12.87 GB", "2.57 GB"}));
@@ -180,14 +180,15 @@ TEST_F(MenuBarViews, ItsHeightFollowsItsRowsAndItsWidthStays) {
     auto& view = open();
     const QSize three = popover->size();
     EXPECT_EQ(three.width(), 308);
-    desk.sweepSelection = std::set{SweepCategory::orphans};
+    library.sweepSelection = std::set{SweepCategory::orphans};
     turn();
     EXPECT_EQ(titles(view), QStringList({"Orphaned Files"}));
     EXPECT_EQ(popover->size(), QSize(308, three.height() - 64));
-    desk.sweepSelection = std::set<SweepCategory>();
+    library.sweepSelection = std::set<SweepCategory>();
     turn();
     EXPECT_LT(popover->height(), three.height() - 96) << "without rows there is no air for them";
-    desk.sweepSelection = std::set{SweepCategory::caches, SweepCategory::developer, SweepCategory::orphans};
+    library.sweepSelection =
+        std::set{SweepCategory::caches, SweepCategory::developer, SweepCategory::orphans};
     turn();
     EXPECT_EQ(popover->size(), three);
 }
@@ -285,7 +286,7 @@ TEST_F(MenuBarViews, ARowIsReadAsOneThing) {
     auto* const row = QAccessible::queryAccessibleInterface(view.rows().front());
     EXPECT_EQ(row->text(QAccessible::Name), "App Caches, 9.42 GB");
     EXPECT_EQ(row->childCount(), 0);
-    desk.phase = AppLibrary::Phase{Kind::scanning};
+    library.phase = AppLibrary::Phase{Kind::scanning};
     turn();
     EXPECT_EQ(row->text(QAccessible::Name), "App Caches, —");
 }
@@ -293,7 +294,7 @@ TEST_F(MenuBarViews, ARowIsReadAsOneThing) {
 TEST_F(MenuBarViews, TheFigureIsAnnouncedWithItsCaption) {
     auto& view = open();
     EXPECT_EQ(view.accessibleName(), "RECLAIMABLE NOW 24.86 GB");
-    desk.phase = AppLibrary::Phase{Kind::scanning};
+    library.phase = AppLibrary::Phase{Kind::scanning};
     turn();
     EXPECT_EQ(view.accessibleName(), "RECLAIMABLE NOW Scanning…");
 }
@@ -309,12 +310,12 @@ TEST_F(MenuBarViews, ItIsAPopupButOnWaylandWhereThatNeedsAWindow) {
 
 TEST_F(MenuBarViews, ItStandsInsideTheScreenUnderTheIconAlsoAfterItsHeightHasChanged) {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    popover = std::make_unique<MenuBarPopover>(desk, QPoint(screen.center().x(), screen.bottom()));
+    popover = std::make_unique<MenuBarPopover>(library, QPoint(screen.center().x(), screen.bottom()));
     popover->show();
     turn();
     const int bottom = popover->geometry().bottom();
     EXPECT_EQ(bottom, screen.bottom() - 8);
-    desk.sweepSelection = std::set{SweepCategory::orphans};
+    library.sweepSelection = std::set{SweepCategory::orphans};
     turn();
     EXPECT_EQ(popover->geometry().bottom(), bottom);
 }
@@ -324,10 +325,10 @@ TEST_F(MenuBarViews, ItStandsInsideTheScreenUnderTheIconAlsoAfterItsHeightHasCha
 TEST_F(MenuBarViews, PicturesOfItAreKept) {
     open();
     EXPECT_TRUE(keepPicture(pictureOf(*popover), "menubar-popover"));
-    desk.phase = AppLibrary::Phase{Kind::scanning};
+    library.phase = AppLibrary::Phase{Kind::scanning};
     turn();
     EXPECT_TRUE(keepPicture(pictureOf(*popover), "menubar-popover-scanning"));
-    desk.phase = AppLibrary::Phase{Kind::ready};
+    library.phase = AppLibrary::Phase{Kind::ready};
     Look::setDark(true);
     turn();
     EXPECT_TRUE(keepPicture(pictureOf(*popover), "menubar-popover-dark"));

@@ -28,11 +28,13 @@ TEST(CommandLine, HelpNamesEachOptionInLinesThatFitATerminal) {
     for (const char* option : {"-h, --help", "-v, --version", "-platform"}) {
         EXPECT_NE(help->text.find(option), std::string::npos) << option;
     }
+    EXPECT_FALSE(std::regex_search(help->text, std::regex("[^\\n]{80}")))
+        << "80 columns are what a terminal has";
 }
 
 TEST(CommandLine, AWordThatIsNotKnownIsRefusedAndNamed) {
     for (const char* word :
-         {"--clean", "-x", "/home/alex", "", "-", "--", "--versions", "-help", "platform"}) {
+         {"--clean", "-x", "/home/alex", "", "-", "--", "--versions", "-help", "platform", "xplatform"}) {
         const auto refused = reply({word});
         ASSERT_TRUE(refused.has_value()) << word;
         EXPECT_TRUE(refused->isRefusal) << word;

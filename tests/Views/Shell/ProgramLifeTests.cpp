@@ -10,6 +10,8 @@
 #include "Review/SweepReviewStage.h"
 #include "SamplePlatform.h"
 #include "Shell/ContentView.h"
+#include "Updates/UpdateWindow.h"
+#include "Updates/UpdateWindows.h"
 #include "Welcomed.h"
 #include <QApplication>
 #include <QEvent>
@@ -147,6 +149,17 @@ TEST_F(LifeOfTheProgram, WhileTheSettingsAreOpenItGoesOnAndWithTheLastWindowItEn
     app.settings()->close();
     turn();
     EXPECT_EQ(app.settings(), nullptr);
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(LifeOfTheProgram, NewsOfAVersionThatAreOpenDoNotKeepIt) {
+    UpdateWindows updates;
+    sample.menuBarExtra.setPanel(false);
+    openReady();
+    updates.showUpToDate(*VersionNumber::parse("1.2"));
+    turn();
+    closeWindow();
+    EXPECT_TRUE(updates.window()->isVisible());
     EXPECT_EQ(ends, 1);
 }
 

@@ -8,6 +8,7 @@
 #include "WindowPicture.h"
 #include <QAccessible>
 #include <QApplication>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTest>
@@ -140,19 +141,68 @@ TEST_F(UpdateWindowTest, LongNotesScroll) {
 TEST_F(UpdateWindowTest, TheKeyboardReachesNotesAndButtons) {
     showUpdate();
     QApplication::setActiveWindow(&window());
-    EXPECT_EQ(window().focusWidget(), window().mainButton());
+    EXPECT_EQ(window().focusWidget(), window().otherButton());
     std::vector<QWidget*> reached;
     for (int i = 0; i < 3; ++i) {
         QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
         reached.push_back(window().focusWidget());
-        if (i == 0) {
+        if (window().notes()->hasFocus()) {
             EXPECT_TRUE(keep("keyboard-in-notes"));
         }
     }
-    const std::vector<QWidget*> expected = {window().notes(), window().otherButton(), window().mainButton()};
+    const std::vector<QWidget*> expected = {window().mainButton(), window().notes(), window().otherButton()};
     EXPECT_EQ(reached, expected);
-    QTest::keyClick(&window(), Qt::Key_Return);
+    window().mainButton()->setFocus();
+    QTest::keyClick(window().focusWidget(), Qt::Key_Space);
     EXPECT_EQ(m_pages.urls.size(), 1U);
+}
+
+TEST_F(UpdateWindowTest, AKeyMeantForCancelOpensNoPageWhenTheAnswerComesBeforeIt) {
+    for (const auto key : {Qt::Key_Return, Qt::Key_Space}) {
+        m_windows.showChecking([] {});
+        QApplication::setActiveWindow(&window());
+        EXPECT_EQ(window().focusWidget(), window().otherButton());
+        showUpdate();
+        EXPECT_EQ(window().focusWidget(), window().otherButton());
+        EXPECT_TRUE(window().otherButton()->isDefault());
+        QTest::keyClick(window().focusWidget(), key);
+        expectClosed();
+    }
+    EXPECT_TRUE(m_pages.urls.empty());
+}
+
+TEST_F(UpdateWindowTest, AKeyMeantForOKOpensNoPageWhenNewsComeUnaskedBeforeIt) {
+    for (const auto key : {Qt::Key_Return, Qt::Key_Space}) {
+        m_windows.showUpToDate(kInstalled);
+        QApplication::setActiveWindow(&window());
+        EXPECT_EQ(window().focusWidget(), window().mainButton());
+        showUpdate(Asked::byItself);
+        QTest::keyClick(window().focusWidget(), key);
+        expectClosed();
+    }
+    EXPECT_TRUE(m_pages.urls.empty());
+}
+
+TEST_F(UpdateWindowTest, AReturnInAWindowThatNobodyAskedForOpensNoPage) {
+    showUpdate(Asked::byItself);
+    QTest::keyClick(&window(), Qt::Key_Return);
+    expectClosed();
+    EXPECT_TRUE(m_pages.urls.empty());
+}
+
+TEST_F(UpdateWindowTest, LaterNewsLeaveTheFocusWhereThePersonHasPutIt) {
+    showUpdate();
+    QApplication::setActiveWindow(&window());
+    for (QWidget* widget :
+         {static_cast<QWidget*>(window().notes()), static_cast<QWidget*>(window().mainButton()),
+          static_cast<QWidget*>(window().otherButton())}) {
+        widget->setFocus();
+        showUpdate(Asked::byItself);
+        EXPECT_EQ(window().focusWidget(), widget);
+    }
+    window().notes()->setFocus();
+    m_windows.showUpdate(update(""), kInstalled, Asked::byItself);
+    EXPECT_EQ(window().focusWidget(), window().otherButton()) << "where there are no notes any more";
 }
 
 TEST_F(UpdateWindowTest, ACheckThatRunsCanBeCancelledInEachWay) {
@@ -227,16 +277,24 @@ TEST_F(UpdateWindowTest, WhatTheProgramFoundByItselfTakesTheKeyboardFromNobody) 
     QApplication::setActiveWindow(&other);
     showUpdate(Asked::byItself);
     EXPECT_TRUE(window().isVisible());
+    // No more can be seen without a desktop.
     EXPECT_TRUE(window().testAttribute(Qt::WA_ShowWithoutActivating));
-    EXPECT_EQ(QApplication::activeWindow(), &other);
     showUpdate(Asked::byPerson);
     EXPECT_FALSE(window().testAttribute(Qt::WA_ShowWithoutActivating));
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
 }
 
-TEST_F(UpdateWindowTest, DoesNotKeepTheProgramAlive) {
-    showUpdate();
-    EXPECT_FALSE(window().testAttribute(Qt::WA_QuitOnClose));
+TEST_F(UpdateWindowTest, NewsThatComeUnaskedLeaveAWindowThatIsOpenBehindWhereItIs) {
+    m_windows.showUpToDate(kInstalled);
+    QLineEdit other;
+    other.show();
+    QApplication::setActiveWindow(&other);
+    other.setFocus();
+    showUpdate(Asked::byItself);
+    EXPECT_EQ(window().stage(), Stage::update);
+    QCoreApplication::processEvents(); // what takes the keyboard takes it then
+    EXPECT_EQ(QApplication::activeWindow(), &other);
+    EXPECT_EQ(QApplication::focusWidget(), &other);
 }
 
 TEST_F(UpdateWindowTest, AssistiveToolsAreToldWhatHasBeenFound) {

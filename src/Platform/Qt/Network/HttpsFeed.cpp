@@ -8,7 +8,9 @@ namespace {
 
 QUrl safeUrl(const std::string& address) {
     const QUrl url(QString::fromStdString(address), QUrl::StrictMode);
-    return url.scheme() == QLatin1String("https") && !url.host().isEmpty() ? url : QUrl();
+    const bool isSafe =
+        url.scheme() == QLatin1String("https") && !url.host().isEmpty() && url.userInfo().isEmpty();
+    return isSafe ? url : QUrl();
 }
 
 } // namespace

@@ -8,9 +8,10 @@ namespace quillane {
 
 class HttpsFetch;
 
-// A feed at an address that begins with "https://", asked over connections that the system's certificates vouch for.
-// It tells nothing of this machine but what every connection does: no cookies, no account, no version. At most three
-// redirections are followed, and none that leaves https. Nothing of it stands between two fetches.
+// A feed at an address that begins with "https://" and names nobody, asked over connections that the system's
+// certificates vouch for. It tells nothing of this machine but what every connection does: no cookies, no account, no
+// version. At most three redirections are followed, and none that leaves https. Nothing of it stands between two
+// fetches.
 class HttpsFeed final : public FeedSource {
   public:
     // For the whole of a fetch, however much of it has come.

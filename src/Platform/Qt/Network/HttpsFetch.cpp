@@ -24,6 +24,22 @@ QNetworkRequest requestFor(const QUrl& url, const HttpsFetch::Limits& limits) {
     return request;
 }
 
+int statusOf(const QNetworkReply& reply) {
+    return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+}
+
+// Of what has ended without a page. The status alone doesn't tell: that of a redirection still stands when nobody is
+// where it leads.
+FeedSource::Failure failureOf(const QNetworkReply& reply) {
+    const auto error = reply.error();
+    const bool isRefusedRedirection =
+        error == QNetworkReply::TooManyRedirectsError || error == QNetworkReply::InsecureRedirectError;
+    const bool isOfConnection = error != QNetworkReply::NoError &&
+                                error < QNetworkReply::ContentAccessDenied && !isRefusedRedirection;
+    return isOfConnection || statusOf(reply) == 0 ? FeedSource::Failure::unreachable
+                                                  : FeedSource::Failure::noPage;
+}
+
 } // namespace
 
 HttpsFetch::HttpsFetch(const QUrl& url, const Limits& limits, std::function<void(FeedSource::Answer)> ended)
@@ -47,12 +63,11 @@ void HttpsFetch::gather() {
 
 void HttpsFetch::finish() {
     gather();
-    const bool isWhole = m_reply->error() == QNetworkReply::NoError &&
-                         m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() == kFound;
+    const bool isWhole = m_reply->error() == QNetworkReply::NoError && statusOf(*m_reply) == kFound;
     if (isWhole) {
         end(std::move(m_text));
     } else {
-        end(FeedSource::Failure::unreachable);
+        end(failureOf(*m_reply));
     }
 }
 

@@ -109,8 +109,7 @@ TEST_F(HttpsFeedTest, OnlyAPageThatIsThereIsTaken) {
     for (const char* status : {"404 Not Found", "500 Internal Server Error", "403 Forbidden",
                                "204 No Content", "203 Non-Authoritative Information", "304 Not Modified",
                                "401 Unauthorized\r\nWWW-Authenticate: Basic realm=\"a\""}) {
-        EXPECT_EQ(fetchFrom(FeedServer::page("text", status)), FeedSource::Answer(Failure::unreachable))
-            << status;
+        EXPECT_EQ(fetchFrom(FeedServer::page("text", status)), FeedSource::Answer(Failure::noPage)) << status;
     }
 }
 
@@ -134,8 +133,16 @@ TEST_F(HttpsFeedTest, RedirectionsAreFollowedWithinHttpsAndNotForEver) {
     m_server.on("/4", FeedServer::leadsTo("/3"));
     m_server.on("/round", FeedServer::leadsTo("/round"));
     EXPECT_EQ(fetch(m_server.address("/3")), FeedSource::Answer(std::string("text")));
-    EXPECT_EQ(fetch(m_server.address("/4")), FeedSource::Answer(Failure::unreachable));
-    EXPECT_EQ(fetch(m_server.address("/round")), FeedSource::Answer(Failure::unreachable));
+    EXPECT_EQ(fetch(m_server.address("/4")), FeedSource::Answer(Failure::noPage));
+    EXPECT_EQ(fetch(m_server.address("/round")), FeedSource::Answer(Failure::noPage));
+}
+
+TEST_F(HttpsFeedTest, WhereARedirectionLeadsToNobodyNobodyIsReached) {
+    QTcpServer deaf;
+    ASSERT_TRUE(deaf.listen(QHostAddress::LocalHost));
+    const auto nobody = "https://localhost:" + std::to_string(deaf.serverPort()) + "/feed";
+    deaf.close();
+    EXPECT_EQ(fetchFrom(FeedServer::leadsTo(nobody)), FeedSource::Answer(Failure::unreachable));
 }
 
 TEST_F(HttpsFeedTest, NoRedirectionLeavesHttps) {
@@ -146,7 +153,7 @@ TEST_F(HttpsFeedTest, NoRedirectionLeavesHttps) {
     const auto http = "http://localhost:" + std::to_string(plain.serverPort()) + "/feed";
     for (const std::string& place : {http, std::string("file:///etc/hostname"), std::string("data:,text"),
                                      std::string("ftp://localhost/feed"), std::string("qrc:/feed")}) {
-        EXPECT_EQ(fetchFrom(FeedServer::leadsTo(place)), FeedSource::Answer(Failure::unreachable)) << place;
+        EXPECT_EQ(fetchFrom(FeedServer::leadsTo(place)), FeedSource::Answer(Failure::noPage)) << place;
     }
     EXPECT_FALSE(wasAsked);
 }
@@ -156,6 +163,16 @@ TEST_F(HttpsFeedTest, NoAddressButOneOfHttpsIsAsked) {
                                 "https:", "localhost", "https://local host/", "data:,text"}) {
         EXPECT_EQ(fetch(address), FeedSource::Answer(Failure::unreachable)) << address;
     }
+}
+
+TEST_F(HttpsFeedTest, AnAddressWithSomebodysNameInItIsNotAsked) {
+    m_server.on("/feed", FeedServer::page("text"));
+    for (const char* who : {"alex@", "alex:secret@", ":secret@"}) {
+        auto address = m_server.address("/feed");
+        address.insert(std::string("https://").size(), who);
+        EXPECT_EQ(fetch(address), FeedSource::Answer(Failure::unreachable)) << address;
+    }
+    EXPECT_TRUE(m_server.requests.empty());
 }
 
 TEST_F(HttpsFeedTest, ACertificateThatNobodyVouchesForIsNotTrusted) {
