@@ -2,13 +2,15 @@
 and selection."""
 
 import pyatspi
+from gi.repository import GLib
 
-from reader import TABLES, act, actions, children, has, words
+from reader import TABLES, Wrong, act, actions, children, has, words
 
 SECTIONS = ("Overview", "Applications", "Orphaned Files", "Developer", "Files", "Duplicates", "Startup")
 NOTHING_SAID = ("filler", "unknown", "invalid", "")
 MAY_BE_EMPTY = ("Owner", "Version")  # what nobody knows is told by an empty cell
 LOOKED_AT = 30  # rows of a table
+LOOKS = 10  # at what does not stand still
 
 
 def faults(what):
@@ -53,13 +55,18 @@ def faults_of_table(table):
 
 
 def look_around(reader, complaints, place):
-    """Complains of all that is shown now; says how much that is."""
-    met = reader.all()
-    for what in met:
-        complaints.extend(f"{place}: {fault}" for fault in faults(what))
-        if what.getRoleName() in TABLES:
-            complaints.extend(f"{place}: {fault}" for fault in faults_of_table(what))
-    return len(met)
+    """Complains of all that is shown now; says how much that is. What goes while it is looked at, as a scan that ends
+    replaces it, has all be looked at anew."""
+    for _ in range(LOOKS):
+        try:
+            met = reader.all()
+            found = [fault for what in met for fault in faults(what)]
+            found += [fault for what in met if what.getRoleName() in TABLES for fault in faults_of_table(what)]
+        except GLib.Error:
+            continue
+        complaints.extend(f"{place}: {fault}" for fault in found)
+        return len(met)
+    raise Wrong(f"{place} never stands still")
 
 
 def select_rows(reader, complaints, section):

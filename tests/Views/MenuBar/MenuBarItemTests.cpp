@@ -331,11 +331,11 @@ TEST_F(MenuBarItems, TheReviewCanBeChosenWhenThePopoverOffersItOnly) {
     make();
     pressIcon();
     const auto* const review = item->popover()->view()->reviewButton();
-    desk.phase = AppLibrary::Phase{Kind::measuring};
+    library.phase = AppLibrary::Phase{Kind::measuring};
     turn();
     EXPECT_EQ(menu()[1], "[Review and Clean…]");
     EXPECT_FALSE(review->isEnabled());
-    desk.phase = AppLibrary::Phase{Kind::ready};
+    library.phase = AppLibrary::Phase{Kind::ready};
     turn();
     EXPECT_EQ(menu()[1], "Review and Clean…");
     EXPECT_TRUE(review->isEnabled());
