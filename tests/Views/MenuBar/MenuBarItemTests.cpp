@@ -376,10 +376,10 @@ TEST_F(MenuBarItems, AChoiceClosesThePopover) {
 TEST_F(MenuBarItems, ThePanelIsToldTheMenuOnlyWhenItHasChanged) {
     make();
     const int once = extra.menusSet;
-    desk.sweepSelection = std::set{SweepCategory::caches};
+    library.sweepSelection = std::set{SweepCategory::caches};
     turn();
     EXPECT_EQ(extra.menusSet, once);
-    desk.sweepSelection = std::set<SweepCategory>();
+    library.sweepSelection = std::set<SweepCategory>();
     turn();
     EXPECT_EQ(extra.menusSet, once + 1);
 }
