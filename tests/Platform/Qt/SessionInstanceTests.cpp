@@ -273,23 +273,20 @@ TEST_F(SessionInstanceTest, ABusThatComesLateAndHasTheNameTakenIsToldNothingAnyM
     EXPECT_EQ(heard, (std::vector<Request>{{{}, {}}}));
 }
 
-TEST_F(SessionInstanceTest, ABusThatAnswersLateGivesTheNameToWhoHasBecomeTheFirstMeanwhile) {
-    auto ending = std::make_unique<InstanceLock>(InstanceLock::pathBeside(settings));
-    ASSERT_EQ(ending->take(), InstanceLock::Holder::self);
+TEST_F(SessionInstanceTest, ABusThatAnswersLateGivesTheNameToWhoHasWantedItMeanwhile) {
     const auto connection = bus.connect();
     std::counting_semaphore<> answer(0);
-    const auto instance = start(
+    QObject object;
+    SessionName name(
         [&, connection] {
-            if (ending) {
-                ending.reset();
-                answer.acquire();
-            }
+            answer.acquire();
             return connection;
         },
-        kImpatient);
-    EXPECT_EQ(instance->stand({}, false), Standing::first);
+        object);
+    EXPECT_EQ(name.tell({}, 0ms), SessionName::Standing::absent);
+    EXPECT_EQ(name.take(0ms), SessionName::Standing::absent);
     EXPECT_EQ(owner(), QString());
-    answer.release();
+    answer.release(2); // one for each time that the bus is reached
     waitUntil([&] { return owner() == connection.baseService(); });
 }
 
