@@ -1,7 +1,10 @@
 #pragma once
 #include "Updater.h"
+#include <functional>
 #include <memory>
 #include <string>
+
+class QWidget;
 
 namespace quillane {
 
@@ -20,6 +23,8 @@ class ProgramUpdates {
     ProgramUpdates& operator=(const ProgramUpdates&) = delete;
 
     Updater& updater();
+    // Is told of each window in which an update is shown, when it is about to open, and whether a person asked for it.
+    void setOpening(std::function<void(QWidget& window, bool isAskedFor)> opening);
 
   private:
     struct Parts;

@@ -5,6 +5,7 @@
 #include "ProgramUpdates.h"
 #include "UpdateSettings.h"
 #include "Updates/UpdateWindows.h"
+#include <utility>
 
 namespace quillane {
 
@@ -28,6 +29,10 @@ ProgramUpdates::~ProgramUpdates() = default;
 
 Updater& ProgramUpdates::updater() {
     return m_parts->updater;
+}
+
+void ProgramUpdates::setOpening(std::function<void(QWidget& window, bool isAskedFor)> opening) {
+    m_parts->windows.setOpening(std::move(opening));
 }
 
 } // namespace quillane

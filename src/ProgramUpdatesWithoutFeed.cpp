@@ -23,4 +23,8 @@ Updater& ProgramUpdates::updater() {
     return m_parts->updater;
 }
 
+void ProgramUpdates::setOpening(std::function<void(QWidget& window, bool isAskedFor)> /*opening*/) {
+    // No window ever opens.
+}
+
 } // namespace quillane

@@ -40,7 +40,11 @@ QuillaneApp::QuillaneApp(const Platform& platform, std::function<void()> end)
     : m_platform(withDefaults(platform))
     , m_library(m_platform)
     , m_life(
-          m_library, [this] { return isOpen(m_window) || isOpen(m_settings); }, std::move(end))
+          m_library, [this] { return hasWindow(); },
+          [this, end = std::move(end)] {
+              finishInput();
+              end();
+          })
     , m_item(m_library, m_notifications, *this, [this] { m_life.quit(); }) {
     IconCache::shared().attach(&m_platform);
     QApplication::setQuitOnLastWindowClosed(false);
@@ -51,6 +55,24 @@ QuillaneApp::~QuillaneApp() {
     delete m_settings;
     delete m_window;
     IconCache::shared().attach(nullptr);
+}
+
+bool QuillaneApp::hasWindow() const {
+    return isOpen(m_window) || isOpen(m_settings) || isOpen(m_other);
+}
+
+void QuillaneApp::finishInput() {
+    if (m_settings) {
+        m_settings->finishInput();
+    }
+}
+
+void QuillaneApp::countWindow(QWidget& window, bool isAskedFor) {
+    if (isAskedFor) {
+        m_life.windowOpens();
+    }
+    m_other = &window;
+    follow(window);
 }
 
 // The last word on a closed window comes with its deletion, and by then another may be open.

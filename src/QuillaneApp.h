@@ -29,6 +29,9 @@ class QuillaneApp final : public Scenes {
     void showWindow(const std::string& activationToken = {}) override;
     void showSettings(SettingsTab tab) override;
     UpdaterController& updater() override { return m_updater; }
+    // Another window, which is about to open and deletes itself when it is closed: the program goes on while it is open.
+    // One that nobody has asked for takes no quit back.
+    void countWindow(QWidget& window, bool isAskedFor);
     // Null while it is closed.
     ContentView* window() const;
     MenuBarItem& menuBarItem() { return m_item; }
@@ -42,6 +45,9 @@ class QuillaneApp final : public Scenes {
     bool hasEnded() const { return m_life.hasEnded(); }
 
   private:
+    bool hasWindow() const;
+    // Takes in what was typed into a window and not ended.
+    void finishInput();
     void makeWindow();
     // Of a window that is about to open, and that deletes itself when it is closed.
     void follow(QWidget& window);
@@ -58,6 +64,7 @@ class QuillaneApp final : public Scenes {
     MenuBarItem m_item;
     QPointer<ContentView> m_window;    // deletes itself when it is closed
     QPointer<SettingsView> m_settings; // so does this
+    QPointer<QWidget> m_other;         // and this, which is counted only
 };
 
 } // namespace quillane

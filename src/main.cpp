@@ -85,6 +85,7 @@ int main(int argc, char** argv) {
                      .power = power,
                      .menuBarExtra = menuBarExtra,
                      .updater = updates.updater()});
+    updates.setOpening([&app](QWidget& window, bool isAskedFor) { app.countWindow(window, isAskedFor); });
     app.showWindow();
     instance.follow([&app](const SessionInstance::Request& request) {
         if (app.hasEnded()) {

@@ -89,7 +89,11 @@ void DesktopMenuBarExtra::setHandlers(Handlers handlers) {
 void DesktopMenuBarExtra::reach() {
     m_tasks.run(Priority::utility,
                 [&tasks = m_tasks, bus = m_bus, insertion = ++m_insertions, self = std::weak_ptr(m_self)] {
-                    tasks.post([&tasks, connection = bus(), insertion, self] {
+                    const QDBusConnection own = bus();
+                    if (!own.isConnected()) {
+                        sharedSessionBus(); // a tray's item asks for it, on the main thread
+                    }
+                    tasks.post([&tasks, connection = own, insertion, self] {
                         const auto extra = self.lock();
                         if (extra && (*extra)->m_isInserted && (*extra)->m_insertions == insertion) {
                             (*extra)->meet(connection);

@@ -1,5 +1,6 @@
 #include "Components/Sheet.h"
 #include "Components/Hairline.h"
+#include "Components/LibraryObserver.h"
 #include "Components/RoundRegion.h"
 #include "Components/Scrim.h"
 #include "Components/SystemLook.h"
@@ -52,6 +53,15 @@ Sheet* Sheet::openOver(const QWidget& window) {
     return open == sheets.end() ? nullptr : *open;
 }
 
+bool Sheet::keepsWaiting(const QWidget& window, LibraryObserver& waiting) {
+    auto* const sheet = openOver(window);
+    if (sheet != nullptr) {
+        connect(sheet, &QDialog::finished, &waiting, &LibraryObserver::schedule, Qt::UniqueConnection);
+        connect(sheet, &QObject::destroyed, &waiting, &LibraryObserver::schedule, Qt::UniqueConnection);
+    }
+    return sheet != nullptr;
+}
+
 double Sheet::radius() {
     return SystemLook::isNative() ? 0 : kRadius;
 }
@@ -62,7 +72,11 @@ QWidget* Sheet::scrim() const {
 
 void Sheet::setWantedSize(QSize size) {
     m_wanted = size;
-    setFixedSize(size);
+    if (isVisible() && parentWidget() != nullptr) {
+        arrange();
+    } else {
+        setFixedSize(size);
+    }
 }
 
 void Sheet::paintEvent(QPaintEvent*) {

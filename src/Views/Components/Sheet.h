@@ -4,6 +4,7 @@
 
 namespace quillane {
 
+class LibraryObserver;
 class Scrim;
 
 // A dialog of fixed size that belongs to one window and blocks it. macOS slides it from the title bar; elsewhere
@@ -18,6 +19,8 @@ class Sheet : public QDialog {
 
     // The one that lies open over this window; null while none does.
     static Sheet* openOver(const QWidget& window);
+    // Whether one does; `waiting` draws again when it has gone. Two never lie over each other.
+    static bool keepsWaiting(const QWidget& window, LibraryObserver& waiting);
     // Of the corners; 0 where the platform draws the sheet's edge.
     static double radius();
     // What dims the window; null while the sheet is closed and where the platform does it.

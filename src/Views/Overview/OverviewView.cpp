@@ -83,14 +83,15 @@ OverviewView::OverviewView(AppLibrary& library, ContentState& state, QWidget* pa
 
     if (state.notifications) {
         m_openPreview = state.notifications->observe(NotificationName::kOpenSweepPreview,
-                                                     [this](const auto&) { openReview(); });
+                                                     [this](const auto&) { receiveReview(); });
     }
     m_observer = new LibraryObserver([this] { render(); }, this);
     m_observer->drawOnlyInSight(this);
     m_observer->renderNow();
     (new LibraryObserver([this] { renderGranted(); }, this))
         ->renderNow(); // is announced wherever the user is
-    (new LibraryObserver([this] { renderWaiting(); }, this))->renderNow();
+    m_waitingObserver = new LibraryObserver([this] { renderWaiting(); }, this);
+    m_waitingObserver->renderNow();
 }
 
 OverviewView::~OverviewView() = default;
@@ -196,23 +197,47 @@ bool OverviewView::isReviewing() const {
 void OverviewView::openReview() {
     if (isReviewing() || !Hero::canSweep(m_library))
         return;
-    if (m_state.showOnboarding.get()) {
-        m_reviewWaits = true;
+    if (isHeldBack()) {
+        keep([this] { openReview(); });
         return;
     }
     m_review = SweepPreviewSheet::present(m_library, BulkRemoval::make(kLabel, m_library.fullPlan()), this);
 }
 
+// The popover doesn't know of a put back. What can be reviewed is known when the scan that follows it has ended.
+void OverviewView::receiveReview() {
+    if (m_library.isPuttingBack.get() || m_state.isPuttingBack.get())
+        keep([this] { openReview(); });
+    else
+        openReview();
+}
+
+bool OverviewView::isHeldBack() {
+    return m_state.showOnboarding.get() || Sheet::keepsWaiting(*window(), *m_waitingObserver);
+}
+
+// Of several that were asked for the last one opens.
+void OverviewView::keep(std::function<void()> open) {
+    m_waiting = std::move(open);
+    m_waitingObserver->schedule();
+}
+
 // At another turn, so that nothing that the review reads is observed from here.
 void OverviewView::renderWaiting() {
-    if (!m_state.showOnboarding.get() && std::exchange(m_reviewWaits, false))
-        QMetaObject::invokeMethod(this, &OverviewView::openReview, Qt::QueuedConnection);
+    if (!m_waiting || isHeldBack() || m_library.isPuttingBack.get() || m_state.isPuttingBack.get() ||
+        m_library.phase->kind != Kind::ready)
+        return;
+    QMetaObject::invokeMethod(this, std::exchange(m_waiting, nullptr), Qt::QueuedConnection);
 }
 
 // Opens for nothing too: the card says what was left then, and the review that none of it is there any more.
 void OverviewView::reviewLeftovers(const RecentUninstall& record) {
-    if (isReviewing() || m_state.showOnboarding.get())
+    if (isReviewing())
         return;
+    if (isHeldBack()) {
+        keep([this, record] { reviewLeftovers(record); });
+        return;
+    }
     auto removal = m_library.removalForRecentUninstall(record);
     auto sweep = [&library = m_library, label = removal.label](std::vector<SweepEntry> entries) {
         return sweepLeftovers(library, std::move(entries), label);

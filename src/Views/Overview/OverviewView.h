@@ -3,6 +3,7 @@
 #include "NotificationCenter.h"
 #include "Review/SweepPreviewSheet.h"
 #include <QPointer>
+#include <functional>
 #include <vector>
 
 class QScrollArea;
@@ -31,8 +32,8 @@ class OverviewView : public ColumnGround {
     OverviewView(AppLibrary& library, ContentState& state, QWidget* parent = nullptr);
     ~OverviewView() override;
 
-    // Opens the review of all that is ticked; without effect when there is nothing to review. During the welcome it
-    // waits for its end.
+    // Opens the review of all that is ticked; without effect when there is nothing to review. While another sheet is
+    // open or waits, it waits for its end.
     void openReview();
 
     Hero* hero() const { return m_hero; }
@@ -58,7 +59,10 @@ class OverviewView : public ColumnGround {
     void renderAccessNotice();
     void renderPutBack();
     bool isReviewing() const;
+    bool isHeldBack();
+    void keep(std::function<void()> open);
     void renderWaiting();
+    void receiveReview();
     void reviewLeftovers(const RecentUninstall& record);
     void tick(SweepCategory category, bool isOn);
     void grantAccess() const;
@@ -75,7 +79,9 @@ class OverviewView : public ColumnGround {
     CardSlot* m_accessSlot;
     CardSlot* m_putBackSlot;
     LibraryObserver* m_observer = nullptr;
-    bool m_reviewWaits = false; // for the end of the welcome
+    LibraryObserver* m_waitingObserver = nullptr;
+    std::function<void()>
+        m_waiting; // opens the review that was asked for when none could open; empty for none
     QPointer<SweepPreviewSheet> m_review;
     QPointer<SweepPreviewSheet> m_leftoverReview;
     NotificationCenter::Subscription m_openPreview;

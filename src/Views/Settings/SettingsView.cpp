@@ -4,6 +4,7 @@
 #include "Components/Fonts.h"
 #include "Components/PaneScroll.h"
 #include "Components/Rule.h"
+#include "Components/Stepper.h"
 #include "Settings/AutomationSettingsView.h"
 #include "Settings/GeneralSettings.h"
 #include "Settings/SettingsTabs.h"
@@ -101,6 +102,12 @@ Scenes::SettingsTab SettingsView::tab() const {
 SettingsPage* SettingsView::page(Scenes::SettingsTab tab) const {
     auto* const scroll = qobject_cast<PaneScroll*>(m_pages->widget(static_cast<int>(tab)));
     return qobject_cast<SettingsPage*>(scroll->widget());
+}
+
+void SettingsView::finishInput() {
+    for (auto* const stepper : findChildren<Stepper*>()) {
+        stepper->interpretText();
+    }
 }
 
 // A control that goes out of sight leaves the keyboard to the tabs.

@@ -28,6 +28,9 @@ class SettingsView : public QWidget {
     // What the tab shows.
     SettingsPage* page(Scenes::SettingsTab tab) const;
 
+    // Takes in a figure that was typed and not ended, as leaving its field does.
+    void finishInput();
+
     // Before it is shown: in the middle of this window, or of the screen with the pointer where it is null or can't be
     // seen; all of it on the screen.
     void placeOver(const QWidget* window);

@@ -5,6 +5,7 @@
 #include "Components/Announcement.h"
 #include "Components/ColumnGround.h"
 #include "Components/LibraryObserver.h"
+#include "Components/PushButton.h"
 #include "Components/Rule.h"
 #include "Components/SearchField.h"
 #include "Components/ShownText.h"
@@ -188,6 +189,9 @@ void ContentView::noticeActivation() {
 void ContentView::renderBanner() {
     m_banner->setVisible(m_library.phase->kind == AppLibrary::Phase::Kind::ready &&
                          m_library.trashState->needsFullDiskAccess);
+    // The new process waits for this one for seconds only, and a sweep or a put back may take longer.
+    const bool isSweeping = m_library.isSweeping.get();
+    m_banner->relaunchButton()->setEnabled(!m_library.isPuttingBack.get() && !isSweeping);
 }
 
 // Whatever the window shows, as somebody may wait for it in any section.
@@ -272,8 +276,12 @@ void ContentView::renderRemoval() {
     if (m_state.showOnboarding.get() || !removal || m_removalSheet) {
         return;
     }
-    if (removal->entries.empty() || m_library.isSweeping.get()) {
+    const bool isReviewing = qobject_cast<SweepPreviewSheet*>(Sheet::openOver(*this)) != nullptr;
+    if (removal->entries.empty() || isReviewing || m_library.isSweeping.get()) {
         m_state.removal = std::nullopt;
+        return;
+    }
+    if (Sheet::keepsWaiting(*this, *m_removalObserver)) {
         return;
     }
     m_state.quickLookURL = std::nullopt; // a sheet would lock the panel
@@ -292,17 +300,7 @@ OnboardingView* ContentView::onboarding() const {
 
 // Two sheets never lie over each other: whichever is open, and the report of a put back that still runs, comes first.
 bool ContentView::mayWelcome() {
-    if (!isVisible() || m_state.isPuttingBack.get()) {
-        return false;
-    }
-    if (auto* const sheet = Sheet::openOver(*this)) {
-        connect(sheet, &QDialog::finished, m_onboardingObserver, &LibraryObserver::schedule,
-                Qt::UniqueConnection);
-        connect(sheet, &QObject::destroyed, m_onboardingObserver, &LibraryObserver::schedule,
-                Qt::UniqueConnection);
-        return false;
-    }
-    return true;
+    return isVisible() && !m_state.isPuttingBack.get() && !Sheet::keepsWaiting(*this, *m_onboardingObserver);
 }
 
 void ContentView::renderOnboarding() {

@@ -56,7 +56,8 @@ class ContentView : public QWidget {
     void enterSection(LibrarySection section);
 
     // Opens the review sheet for a request. Nothing opens for a request without rows, while another review is
-    // open, and while a sweep runs: the request is dropped then. One that comes during the welcome waits for its end.
+    // open, and while a sweep runs: the request is dropped then. One that comes during the welcome, or under the
+    // report of a put back, waits for its end.
     void presentRemoval(BulkRemoval removal);
     // Null while no review is open.
     SweepPreviewSheet* removalSheet() const;

@@ -43,6 +43,9 @@ UpdateWindow& UpdateWindows::opened() {
 }
 
 void UpdateWindows::present(Asked asked) {
+    if (m_opening && m_window->isHidden()) {
+        m_opening(*m_window, asked == Asked::byPerson);
+    }
     m_window->setAttribute(Qt::WA_ShowWithoutActivating, asked == Asked::byItself);
     m_window->show();
     if (asked == Asked::byPerson) {

@@ -432,6 +432,19 @@ TEST_F(Onboarding, WhatHasNoRoomInALowWindowIsScrolledTo) {
     EXPECT_EQ(bar->value(), 0) << "the next page is read from its top";
 }
 
+TEST_F(Onboarding, TextThatGrowsWhileItIsUpLeavesItInTheSmallestWindow) {
+    window.resize(1120, 600);
+    openAt(1);
+    Look::setTextScale(2);
+    turn();
+    EXPECT_EQ(sheet->height(), 560);
+    EXPECT_EQ(sheet->geometry().center(), window.geometry().center());
+    Look::setTextScale(1);
+    turn();
+    EXPECT_EQ(sheet->size(), QSize(680, 500));
+    EXPECT_EQ(sheet->geometry().center(), window.geometry().center());
+}
+
 TEST_F(Onboarding, AtTheUsualTextSizeNothingIsScrolledInTheSmallestWindow) {
     window.resize(1120, 600);
     open();

@@ -627,6 +627,21 @@ TEST_F(Overview, TheButtonsOfTheBannerOpenTheSettingsAndStartTheProgramAgain) {
     EXPECT_EQ(workspace.relaunches(), 1);
 }
 
+TEST_F(Overview, TheProgramIsNotStartedAgainWhileSomethingMoves) {
+    library.trashState = TrashSweeper::State::refused();
+    openReady({});
+    for (auto* const runs : {&library.isSweeping, &library.isPuttingBack}) {
+        *runs = true;
+        turn();
+        ASSERT_TRUE(window->accessBanner()->isVisible());
+        EXPECT_FALSE(window->accessBanner()->relaunchButton()->isEnabled());
+        EXPECT_TRUE(window->accessBanner()->grantButton()->isEnabled());
+        *runs = false;
+        turn();
+        EXPECT_TRUE(window->accessBanner()->relaunchButton()->isEnabled());
+    }
+}
+
 TEST_F(Overview, ComingToTheFrontLooksForAccessAgain) {
     library.trashState = TrashSweeper::State::refused();
     openReady({});

@@ -4,6 +4,7 @@
 #include "Components/Look.h"
 #include "Components/Note.h"
 #include "Components/PushButton.h"
+#include "Components/Sheet.h"
 #include "Components/SymbolButton.h"
 #include "NotificationCenter.h"
 #include "Overview/CategoryRow.h"
@@ -366,6 +367,19 @@ TEST_F(RecentUninstalls, NoTwoReviewsAreOpenAtOnce) {
     ASSERT_NE(view().review(), nullptr);
     emit card().reviewWanted();
     EXPECT_EQ(view().leftoverReview(), nullptr);
+}
+
+TEST_F(RecentUninstalls, AReviewThatIsAskedForUnderAnotherSheetOpensAtItsEnd) {
+    open({record("Ostrich", {left("sure")})});
+    Sheet other({300, 200}, &view());
+    other.open();
+    emit card().reviewWanted();
+    turn();
+    EXPECT_EQ(view().leftoverReview(), nullptr);
+    other.accept();
+    turn();
+    ASSERT_NE(view().leftoverReview(), nullptr);
+    EXPECT_TRUE(view().leftoverReview()->isVisible());
 }
 
 TEST_F(RecentUninstalls, AWindowThatClosesMeanwhileStopsNeitherTheSweepNorItsEnd) {

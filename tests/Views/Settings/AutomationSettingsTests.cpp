@@ -267,6 +267,15 @@ TEST_P(EachFigure, WhatIsTypedCountsOnceItIsDone) {
     EXPECT_TRUE(settings->isVisible());
 }
 
+TEST_P(EachFigure, WhatIsTypedIsStoredWhenTheWindowCloses) {
+    control().setFocus(Qt::TabFocusReason);
+    control().selectAll();
+    QTest::keyClicks(&control(), "12");
+    press(Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(settings->isVisible());
+    EXPECT_EQ(stored(), 12);
+}
+
 TEST_P(EachFigure, EscapeTakesBackWhatIsTypedAndOnlyThenClosesTheWindow) {
     control().setFocus(Qt::TabFocusReason);
     const QString before = control().text();

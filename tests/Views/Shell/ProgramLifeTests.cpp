@@ -1,5 +1,6 @@
 // When the program ends, and what goes on without a window.
 #include "Components/PushButton.h"
+#include "Components/Stepper.h"
 #include "DefaultsKeys.h"
 #include "MenuBar/MenuBarPopover.h"
 #include "MenuBar/MenuBarView.h"
@@ -22,6 +23,7 @@
 
 using namespace quillane;
 using namespace std::chrono_literals;
+using Asked = UpdatePresenter::Asked;
 using Kind = AppLibrary::Phase::Kind;
 
 namespace {
@@ -94,10 +96,16 @@ class LifeOfTheProgram : public testing::Test {
         ASSERT_EQ(ends, 0);
     }
 
+    void tellOfUpdate(UpdatePresenter::Asked asked) {
+        const auto version = [](const char* text) { return *VersionNumber::parse(text); };
+        updates.showUpdate({version("1.10"), {}, "https://example.org/", "News"}, version("1.2"), asked);
+    }
+
     SamplePlatform sample{macWithCaches()};
     Welcomed welcomed{sample.defaults};
     int ends = 0;
     QuillaneApp app{sample.platform, [this] { ++ends; }};
+    UpdateWindows updates;
 };
 
 } // namespace
@@ -137,6 +145,33 @@ TEST_F(LifeOfTheProgram, BeforeTheFirstWindowNothingEndsIt) {
     turn();
     sample.clock.advance(1h);
     EXPECT_EQ(ends, 0);
+}
+
+TEST_F(LifeOfTheProgram, WhileAnUpdateIsReadItGoesOnAndEndsWithThatWindow) {
+    wishItem(false);
+    openReady();
+    updates.setOpening([this](QWidget& window, bool isAskedFor) { app.countWindow(window, isAskedFor); });
+    tellOfUpdate(Asked::byItself);
+    closeWindow();
+    EXPECT_EQ(ends, 0);
+    updates.window()->close();
+    turn();
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(LifeOfTheProgram, AnUpdateTakesAQuitBackOnlyWhenItWasAskedFor) {
+    for (const auto asked : {Asked::byPerson, Asked::byItself}) {
+        openReady();
+        updates.setOpening([this](QWidget& window, bool isAskedFor) { app.countWindow(window, isAskedFor); });
+        app.library().isPuttingBack = true;
+        app.quit();
+        tellOfUpdate(asked);
+        app.library().isPuttingBack = false;
+        turn();
+        EXPECT_EQ(ends, asked == Asked::byPerson ? 0 : 1);
+        updates.window()->close();
+        turn();
+    }
 }
 
 TEST_F(LifeOfTheProgram, WhileTheSettingsAreOpenItGoesOnAndWithTheLastWindowItEnds) {
@@ -479,6 +514,26 @@ TEST_F(LifeOfTheProgram, BetweenClosingAndDeletionTheReviewOpensInTheNewWindowOn
     EXPECT_NE(app.window()->findChild<SweepPreviewSheet*>(), nullptr);
 }
 
+TEST_F(LifeOfTheProgram, AReviewThatIsAskedForDuringAPutBackComesWithTheEndOfTheScanAfterIt) {
+    openReady();
+    startSweep();
+    finish();
+    app.window()->putBack()->start();
+    ASSERT_TRUE(sample.runner.runUntil([this] { return app.library().isPuttingBack.get(); }));
+    app.notifications().post(NotificationName::kShowOverview);
+    app.notifications().post(NotificationName::kOpenSweepPreview);
+    ASSERT_TRUE(sample.runner.runUntil([this] { return !app.library().isPuttingBack.get(); }));
+    draw();
+    ASSERT_NE(app.window()->putBack()->alert(), nullptr);
+    app.window()->putBack()->alert()->accept();
+    draw();
+    ASSERT_NE(app.library().phase.get().kind, Kind::ready);
+    EXPECT_EQ(app.window()->findChild<SweepPreviewSheet*>(), nullptr);
+    finish();
+    ASSERT_EQ(app.library().phase.get().kind, Kind::ready);
+    EXPECT_NE(app.window()->findChild<SweepPreviewSheet*>(), nullptr);
+}
+
 TEST_F(LifeOfTheProgram, AutomationSettingsOpensTheSettingsWithoutTheWindow) {
     openReady();
     closeWindow();
@@ -515,4 +570,20 @@ TEST_F(LifeOfTheProgram, WithoutAWindowAScheduledScanStillChangesTheFigure) {
     draw();
     EXPECT_EQ(sample.menuBarExtra.figure, before);
     EXPECT_EQ(ends, 0);
+}
+
+TEST_F(LifeOfTheProgram, AFigureThatWasTypedIsTakenInBeforeTheEnd) {
+    sample.defaults.set(DefaultsKeys::kNudgeOnThreshold, true);
+    app.showSettings(Scenes::SettingsTab::automation);
+    app.settings()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(app.settings()));
+    auto* const stepper = app.settings()->findChild<Stepper*>();
+    stepper->setFocus();
+    stepper->selectAll();
+    QTest::keyClicks(stepper, "12");
+    ASSERT_NE(stepper->value(), 12);
+    QTest::keyClick(stepper, Qt::Key_Q, Qt::ControlModifier);
+    turn();
+    EXPECT_EQ(ends, 1);
+    EXPECT_EQ(sample.defaults.integer(DefaultsKeys::kThresholdGB), 12);
 }

@@ -122,7 +122,7 @@ TEST_F(Welcome, AnEndInItsMiddleBringsItBackAtTheNextLaunch) {
     EXPECT_EQ(sheet()->page(), 0);
 }
 
-TEST_F(Welcome, ClosedByTheWindowManagerItComesBackAtTheNextLaunchAndNoSooner) {
+TEST_F(Welcome, ClosedByTheWindowManagerItComesBackWithTheNextWindowAndNoSooner) {
     launch();
     sheet()->close();
     turn();
@@ -287,6 +287,54 @@ TEST_F(Welcome, WhatIsAskedForWhileItWaitsItselfComesAfterIt) {
     EXPECT_EQ(overview().review(), nullptr) << "never two";
     EXPECT_EQ(sheetsOpen(), 1);
 }
+
+// What waits for another sheet
+
+TEST_F(Welcome, AReviewThatIsAskedForUnderTheReportOfAPutBackOpensAtItsEnd) {
+    launchLater();
+    putBack();
+    finish();
+    publish(apps);
+    notifications.post(NotificationName::kOpenSweepPreview);
+    turn();
+    EXPECT_EQ(overview().review(), nullptr);
+    EXPECT_EQ(sheetsOpen(), 1) << "the report";
+    window->putBack()->alert()->accept();
+    turn();
+    ASSERT_NE(overview().review(), nullptr);
+    EXPECT_EQ(sheetsOpen(), 1);
+    overview().review()->reject();
+    turn();
+    EXPECT_EQ(sheetsOpen(), 0) << "it was asked for once";
+}
+
+TEST_F(Welcome, ARemovalThatIsAskedForUnderTheReportOfAPutBackOpensAtItsEnd) {
+    launchLater();
+    putBack();
+    finish();
+    window->presentRemoval(library.removalForCache(apps.front()));
+    turn();
+    EXPECT_EQ(window->removalSheet(), nullptr);
+    EXPECT_EQ(sheetsOpen(), 1) << "the report";
+    window->putBack()->alert()->accept();
+    turn();
+    EXPECT_NE(window->removalSheet(), nullptr);
+    EXPECT_EQ(sheetsOpen(), 1);
+}
+
+TEST_F(Welcome, ARemovalThatIsAskedForUnderTheReviewOfTheOverviewIsDropped) {
+    launchLater();
+    overview().openReview();
+    window->presentRemoval(library.removalForCache(apps.front()));
+    turn();
+    EXPECT_FALSE(window->state().removal.get().has_value());
+    EXPECT_EQ(sheetsOpen(), 1);
+    overview().review()->reject();
+    turn();
+    EXPECT_EQ(sheetsOpen(), 0);
+}
+
+// The window behind it
 
 TEST_F(Welcome, TheKeysOfTheWindowRestMeanwhile) {
     launch();
