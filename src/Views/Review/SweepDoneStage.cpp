@@ -2,12 +2,12 @@
 #include "Components/Label.h"
 #include "Components/Panel.h"
 #include "Components/PushButton.h"
+#include "Components/Sheet.h"
 #include "Components/ShownText.h"
 #include "Components/SymbolView.h"
 #include "Formatting.h"
 #include "Review/FailuresView.h"
 #include "Review/ResultMark.h"
-#include "Components/Sheet.h"
 #include "Review/SweepResultRow.h"
 #include <QHBoxLayout>
 #include <QScrollArea>

@@ -1,7 +1,7 @@
 #pragma once
 #include "BulkRemoval.h"
-#include "FileURL.h"
 #include "Components/Sheet.h"
+#include "FileURL.h"
 #include "SweepEntry.h"
 #include "SweepReport.h"
 #include "Task.h"

@@ -2,9 +2,9 @@
 #include "Components/Label.h"
 #include "Components/PushButton.h"
 #include "Components/Rule.h"
+#include "Components/Sheet.h"
 #include "Components/ShownText.h"
 #include "Components/Tile.h"
-#include "Components/Sheet.h"
 #include "Review/SweepReviewList.h"
 #include "Review/SweepReviewModel.h"
 #include <QHBoxLayout>
