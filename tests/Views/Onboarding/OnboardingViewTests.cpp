@@ -438,11 +438,11 @@ TEST_F(Onboarding, TextThatGrowsWhileItIsUpLeavesItInTheSmallestWindow) {
     Look::setTextScale(2);
     turn();
     EXPECT_EQ(sheet->height(), 560);
-    EXPECT_EQ(sheet->geometry().center(), window.geometry().center());
+    EXPECT_EQ(sheet->geometry().center().y(), window.geometry().center().y());
     Look::setTextScale(1);
     turn();
     EXPECT_EQ(sheet->size(), QSize(680, 500));
-    EXPECT_EQ(sheet->geometry().center(), window.geometry().center());
+    EXPECT_EQ(sheet->geometry().center().y(), window.geometry().center().y());
 }
 
 TEST_F(Onboarding, AtTheUsualTextSizeNothingIsScrolledInTheSmallestWindow) {
