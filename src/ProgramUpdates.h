@@ -24,7 +24,7 @@ class ProgramUpdates {
 
     Updater& updater();
     // Is told of each window in which an update is shown, when it is about to open, and whether a person asked for it.
-    void setOpening(std::function<void(QWidget& window, bool isAskedFor)> opening);
+    void setOpening(const std::function<void(QWidget& window, bool isAskedFor)>& opening);
 
   private:
     struct Parts;

@@ -31,8 +31,8 @@ Updater& ProgramUpdates::updater() {
     return m_parts->updater;
 }
 
-void ProgramUpdates::setOpening(std::function<void(QWidget& window, bool isAskedFor)> opening) {
-    m_parts->windows.setOpening(std::move(opening));
+void ProgramUpdates::setOpening(const std::function<void(QWidget& window, bool isAskedFor)>& opening) {
+    m_parts->windows.setOpening(opening);
 }
 
 } // namespace quillane

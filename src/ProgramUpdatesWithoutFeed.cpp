@@ -23,7 +23,7 @@ Updater& ProgramUpdates::updater() {
     return m_parts->updater;
 }
 
-void ProgramUpdates::setOpening(std::function<void(QWidget& window, bool isAskedFor)> /*opening*/) {
+void ProgramUpdates::setOpening(const std::function<void(QWidget& window, bool isAskedFor)>& /*opening*/) {
     // No window ever opens.
 }
 

@@ -221,7 +221,8 @@ FileDefaults::Stored FileDefaults::valuesIn(const std::string& bytes) const {
 
 std::optional<Defaults::Value> FileDefaults::ownValue(std::string_view key) const {
     if (const auto unwritten = m_unwritten.find(key); unwritten != m_unwritten.end()) {
-        return unwritten->second ? fromStored(*unwritten->second) : std::nullopt;
+        const auto& value = unwritten->second;
+        return value ? fromStored(*value) : std::nullopt;
     }
     const auto stored = m_stored.find(key);
     return stored == m_stored.end() ? std::nullopt : fromStored(stored->second);

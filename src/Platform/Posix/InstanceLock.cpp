@@ -26,7 +26,8 @@ bool isName(const std::string& text) {
 // A file of bytes, and of this user.
 bool isOwnFile(int file) {
     struct stat status = {};
-    return ::fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == ::geteuid();
+    return file >= 0 && ::fstat(file, &status) == 0 && S_ISREG(status.st_mode) &&
+           status.st_uid == ::geteuid();
 }
 
 // 0, or the error.

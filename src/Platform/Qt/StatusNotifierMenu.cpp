@@ -76,7 +76,9 @@ uint StatusNotifierMenu::GetLayout(int parentId, int recursionDepth, const QStri
     if (parentId == kRoot && recursionDepth != 0) { // what is below 0 stands for all that there is
         for (std::size_t i = 0; i < m_entries.size(); ++i) {
             layout.children.append(
-                {.id = idOf(i), .properties = *propertiesOf(idOf(i), propertyNames), .children = {}});
+                {.id = idOf(i),
+                 .properties = propertiesOf(idOf(i), propertyNames).value_or(QVariantMap()),
+                 .children = {}});
         }
     }
     return m_revision;
@@ -88,7 +90,7 @@ NotifierMenuLines StatusNotifierMenu::GetGroupProperties(const QList<int>& ids,
     NotifierMenuLines lines;
     const auto add = [&](int id) {
         if (ids.isEmpty() || ids.contains(id)) {
-            lines.append({.id = id, .properties = *propertiesOf(id, propertyNames)});
+            lines.append({.id = id, .properties = propertiesOf(id, propertyNames).value_or(QVariantMap())});
         }
     };
     add(kRoot);
