@@ -1,5 +1,6 @@
 #include "PanelIcon.h"
 #include <QFile>
+#include <QIcon>
 #include <QImage>
 #include <QPainter>
 #include <QPixmap>
@@ -24,6 +25,15 @@ bool desktopRecolors() {
     constexpr std::array kDesktops = {"XFCE", "MATE", "GNOME", "KDE"};
     const auto here = qgetenv("XDG_CURRENT_DESKTOP").split(':');
     return std::ranges::any_of(kDesktops, [&](const char* desktop) { return here.contains(desktop); });
+}
+
+// The panel draws it, so what counts is that it lies where the program is installed with it, and not what Qt can draw.
+bool isInThemes() {
+    const auto folders = QIcon::themeSearchPaths();
+    return std::ranges::any_of(folders, [](const QString& folder) {
+        return QFile::exists(folder + QStringLiteral("/hicolor/symbolic/apps/") + kThemeName +
+                             QStringLiteral(".svg"));
+    });
 }
 
 QByteArray drawing() {
@@ -53,7 +63,7 @@ NotifierPixmap pixmapOf(const QImage& image) {
 } // namespace
 
 QString themeName() {
-    return desktopRecolors() && QIcon::hasThemeIcon(kThemeName) ? kThemeName : QString();
+    return desktopRecolors() && isInThemes() ? kThemeName : QString();
 }
 
 NotifierPixmaps pixmaps() {
