@@ -47,12 +47,8 @@ void MenuBarItem::closePopover() {
     }
 }
 
-std::string MenuBarItem::figure(const AppLibrary& library) {
-    if (library.phase->kind != AppLibrary::Phase::Kind::ready) {
-        return {};
-    }
-    const Bytes bytes = library.selectedSweepBytes();
-    return bytes >= 1 ? Formatting::byteCountInMegabytesOrGigabytes(bytes) : std::string();
+std::string MenuBarItem::figure(Bytes reclaimable) {
+    return reclaimable >= 1 ? Formatting::byteCountInMegabytesOrGigabytes(reclaimable) : std::string();
 }
 
 void MenuBarItem::followSetting() {
@@ -71,10 +67,10 @@ void MenuBarItem::followSetting() {
     emit standingChanged();
 }
 
-std::vector<MenuBarExtra::Entry> MenuBarItem::menu(const AppLibrary& library) {
-    const auto entry = [&library](MenuBarWay way) {
+std::vector<MenuBarExtra::Entry> MenuBarItem::menu(Bytes reclaimable) {
+    const auto entry = [reclaimable](MenuBarWay way) {
         return MenuBarExtra::Entry{
-            .id = static_cast<int>(way), .words = words(way), .isEnabled = isOpen(way, library)};
+            .id = static_cast<int>(way), .words = words(way), .isEnabled = isOpen(way, reclaimable)};
     };
     const MenuBarExtra::Entry rule;
     return {entry(MenuBarWay::window), entry(MenuBarWay::review), rule, entry(MenuBarWay::settings),
@@ -83,12 +79,13 @@ std::vector<MenuBarExtra::Entry> MenuBarItem::menu(const AppLibrary& library) {
 
 // Nobody sees an item that does not stand, so nothing is added up for it.
 void MenuBarItem::render() {
-    auto nowBeside = m_isInserted ? figure(m_library) : std::string();
+    const Bytes bytes = m_isInserted ? reclaimable(m_library) : 0;
+    auto nowBeside = figure(bytes);
     if (nowBeside != m_figure) {
         m_figure = std::move(nowBeside);
         m_extra.setFigure(m_figure);
     }
-    auto nowOffered = m_isInserted ? menu(m_library) : std::vector<MenuBarExtra::Entry>();
+    auto nowOffered = m_isInserted ? menu(bytes) : std::vector<MenuBarExtra::Entry>();
     if (nowOffered != m_menu) {
         m_menu = std::move(nowOffered);
         m_extra.setMenu(m_menu);
@@ -122,7 +119,7 @@ void MenuBarItem::open(const MenuBarExtra::Press& press) {
 void MenuBarItem::choose(const MenuBarExtra::Choice& choice) {
     const auto way =
         std::ranges::find(kAllMenuBarWays, choice.id, [](MenuBarWay each) { return static_cast<int>(each); });
-    if (m_isInserted && way != kAllMenuBarWays.end() && isOpen(*way, m_library)) {
+    if (m_isInserted && way != kAllMenuBarWays.end() && isOpen(*way, reclaimable(m_library))) {
         go(*way, choice.activationToken);
     }
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include "Bytes.h"
 #include "Clock.h"
 #include "Defaults.h"
 #include "MenuBar/MenuBarWay.h"
@@ -32,10 +33,10 @@ class MenuBarItem : public QObject {
     // Null while it is closed.
     MenuBarPopover* popover() const;
     void closePopover();
-    // What stands beside the icon now; empty for the icon alone.
-    static std::string figure(const AppLibrary& library);
-    // What a menu offers now: the ids are those of MenuBarWay.
-    static std::vector<MenuBarExtra::Entry> menu(const AppLibrary& library);
+    // What stands beside the icon while that much is reclaimable; empty for the icon alone.
+    static std::string figure(Bytes reclaimable);
+    // What a menu offers then: the ids are those of MenuBarWay.
+    static std::vector<MenuBarExtra::Entry> menu(Bytes reclaimable);
 
     // A press on the icon while the popover is open closes it, and some panels tell of the same press afterwards:
     // one that comes earlier than this after the closing opens nothing.

@@ -143,7 +143,7 @@ void MenuBarView::render() {
     const bool isReady = phase == Kind::ready;
     renderRows(isReady);
     renderFigure(isReady);
-    enable(*m_review, isOpen(MenuBarWay::review, m_library));
+    enable(*m_review, isOpen(MenuBarWay::review, reclaimable(m_library)));
     enable(*m_rescan, isReady || phase == Kind::idle);
 }
 

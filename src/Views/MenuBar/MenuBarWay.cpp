@@ -17,9 +17,12 @@ const char* words(MenuBarWay way) {
     return "";
 }
 
-bool isOpen(MenuBarWay way, const AppLibrary& library) {
-    return way != MenuBarWay::review ||
-           (library.phase->kind == AppLibrary::Phase::Kind::ready && library.selectedSweepBytes() != 0);
+Bytes reclaimable(const AppLibrary& library) {
+    return library.phase->kind == AppLibrary::Phase::Kind::ready ? library.selectedSweepBytes() : 0;
+}
+
+bool isOpen(MenuBarWay way, Bytes reclaimable) {
+    return way != MenuBarWay::review || reclaimable != 0;
 }
 
 } // namespace quillane

@@ -1,4 +1,5 @@
 #pragma once
+#include "Bytes.h"
 #include <array>
 
 namespace quillane {
@@ -13,7 +14,9 @@ inline constexpr std::array kAllMenuBarWays = {MenuBarWay::review, MenuBarWay::w
 
 // As it is to be read.
 const char* words(MenuBarWay way);
-// Whether it can be gone now.
-bool isOpen(MenuBarWay way, const AppLibrary& library);
+// What a review could give back now; 0 until a scan has measured it. It is added up at each call.
+Bytes reclaimable(const AppLibrary& library);
+// Whether it can be gone while that much is reclaimable.
+bool isOpen(MenuBarWay way, Bytes reclaimable);
 
 } // namespace quillane
