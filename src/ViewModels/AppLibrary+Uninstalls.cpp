@@ -169,7 +169,8 @@ void AppLibrary::dismissRecentUninstall(const RecentUninstall& record) {
     std::string id = record.id(); // the record may be one of those that are about to change
     followUninstalls();
     if (std::ranges::find(*recentUninstalls, id, &RecentUninstall::id) != recentUninstalls->end()) {
-        changeRecentUninstalls([id = std::move(id)](std::vector<RecentUninstall>& records) { eraseID(records, id); });
+        changeRecentUninstalls(
+            [id = std::move(id)](std::vector<RecentUninstall>& records) { eraseID(records, id); });
     }
 }
 
