@@ -22,7 +22,10 @@ const Entries kEntries = {{.id = 20, .words = "Open"},
 
 class StatusNotifierMenuTest : public testing::Test {
   protected:
-    StatusNotifierMenuTest() { m_menu.setEntries(kEntries); }
+    StatusNotifierMenuTest() {
+        m_menu.setEntries(kEntries);
+        FakePanel::goAround(m_connection); // what is told of the first entries is told before anybody listens
+    }
 
     QDBusMessage call(const QString& interface, const QString& method, const QVariantList& arguments) {
         auto message = QDBusMessage::createMethodCall(
