@@ -2,6 +2,10 @@
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_OBJCXX_STANDARD 20)
+set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)
+set(CMAKE_OBJCXX_EXTENSIONS OFF)
+add_compile_options($<$<COMPILE_LANGUAGE:OBJCXX>:-fobjc-arc>)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
@@ -14,12 +18,13 @@ if(QUILLANE_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER
       ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
       CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${QUILLANE_CCACHE})
+  set(CMAKE_OBJCXX_COMPILER_LAUNCHER ${CMAKE_CXX_COMPILER_LAUNCHER})
 endif()
 
 add_compile_options(-fno-omit-frame-pointer)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   # A precompiled header that does not carry its time can come from the cache.
-  add_compile_options("SHELL:$<$<COMPILE_LANGUAGE:CXX>:-Xclang -fno-pch-timestamp>")
+  add_compile_options("SHELL:$<$<COMPILE_LANGUAGE:CXX,OBJCXX>:-Xclang -fno-pch-timestamp>")
   if(CMAKE_BUILD_TYPE STREQUAL "Debug")
     add_compile_options(-gline-tables-only)
   endif()
@@ -47,4 +52,6 @@ target_compile_options(quillane_warnings INTERFACE
   -Werror -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor
   -Woverloaded-virtual -Wimplicit-fallthrough -Wextra-semi
   # The stable sort of GCC 12's library calls what the same library deprecates.
-  -Wno-deprecated-declarations)
+  -Wno-deprecated-declarations
+  # What the oldest macOS that we run on lacks.
+  $<$<PLATFORM_ID:Darwin>:-Wunguarded-availability>)
