@@ -18,7 +18,7 @@ bool isDark(NSAppearance* appearance) {
 } // namespace
 
 struct Appearance::System {
-    explicit System(const std::function<void()>& changed)
+    explicit System(std::function<void()> changed) // by value: a block would keep no more than a reference
         : theme([NSApplication sharedApplication], @"effectiveAppearance", changed)
         , centre([[NSWorkspace sharedWorkspace] notificationCenter])
         , token([centre addObserverForName:NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification

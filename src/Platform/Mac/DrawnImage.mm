@@ -37,6 +37,7 @@ std::optional<IconImage> of(CGImageRef picture, PixelSize size) {
     if (!context) {
         return std::nullopt;
     }
+    CGContextSetInterpolationQuality(context.get(), kCGInterpolationHigh);
     const CGRect whole = {{0, 0}, {static_cast<CGFloat>(size.width), static_cast<CGFloat>(size.height)}};
     CGContextDrawImage(context.get(), whole, picture);
     StraightAlpha::divideOut(image.rgba);

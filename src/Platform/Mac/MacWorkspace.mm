@@ -19,8 +19,8 @@ void openLater(NSURL* location) {
 }
 
 std::optional<IconImage> iconOf(const FileURL& url, PixelSize size) {
-    // A copy: the system may lend the same one to others, and its size is about to change.
-    NSImage* const icon =
+    // A copy: the system may lend the same one to others, and its size is about to change. What it draws is lent by it.
+    __attribute__((objc_precise_lifetime)) NSImage* const icon =
         [[[NSWorkspace sharedWorkspace] iconForFile:FoundationValues::text(url.path())] copy];
     CGRect place = {{0, 0}, {static_cast<CGFloat>(size.width), static_cast<CGFloat>(size.height)}};
     [icon setSize:place.size];

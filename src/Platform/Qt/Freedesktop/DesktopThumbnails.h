@@ -1,7 +1,7 @@
 #pragma once
 #include "Clock.h"
 #include "SessionBus.h"
-#include "StopToken.h"
+#include "ThumbnailMaker.h"
 #include "ThumbnailStore.h"
 #include <QSet>
 #include <QString>
@@ -13,9 +13,9 @@
 namespace quillane {
 
 // Pictures that other programs of the desktop have made, and the one that makes them at request: the service
-// "org.freedesktop.thumbnails.Thumbnailer1", where there is one. For what we don't decode ourselves. Blocks; any
-// thread, many at once.
-class DesktopThumbnails {
+// "org.freedesktop.thumbnails.Thumbnailer1", where there is one. Blocks; any thread,
+// many at once.
+class DesktopThumbnails final : public ThumbnailMaker {
   public:
     // Lets that much time pass.
     using Pause = std::function<void(Duration)>;
@@ -31,12 +31,13 @@ class DesktopThumbnails {
     DesktopThumbnails(ThumbnailStore store, const Clock& clock, SessionBus bus = sharedSessionBus,
                       Pause pause = sleepThisThread);
 
-    // What the store holds for the file as it was modified then; null where that is smaller than asked.
-    std::shared_ptr<const IconImage> existing(const FileURL& url, Date modified, int leastSide) const {
+    // What the store holds.
+    std::shared_ptr<const IconImage> existing(const FileURL& url, Date modified, int leastSide) override {
         return m_store.best(url, modified, leastSide);
     }
-    // The same after the service has been asked to make it; null where it does not come in time.
-    std::shared_ptr<const IconImage> made(const FileURL& url, Date modified, int side, const StopToken& stop);
+    // The same after the service has been asked to make it.
+    std::shared_ptr<const IconImage> made(const FileURL& url, Date modified, int side,
+                                          const StopToken& stop) override;
 
     static void sleepThisThread(Duration duration);
 

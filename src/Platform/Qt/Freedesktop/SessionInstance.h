@@ -43,8 +43,6 @@ class SessionInstance final : public QObject, protected QDBusContext {
     };
     static constexpr Patience kPatience{std::chrono::seconds(1), std::chrono::seconds(10)};
 
-    // The argument of a start that follows upon the end of the one that started it, and waits for that.
-    static constexpr const char* kRelaunched = "--relaunched";
     // What a start says that ends without having been heard. It does not know where the first one is: a home folder may be
     // shared by machines.
     static constexpr const char* kUnheard =

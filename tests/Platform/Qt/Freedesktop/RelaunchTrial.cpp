@@ -3,6 +3,7 @@
 #include "PosixFileSystem.h"
 #include "SessionInstance.h"
 #include "StepTaskRunner.h"
+#include "Workspace.h"
 #include <QCoreApplication>
 #include <QTimer>
 #include <cstdlib>
@@ -35,7 +36,7 @@ std::optional<int> answer(int argc, char** argv) {
     if (settings == nullptr) {
         return std::nullopt;
     }
-    const bool isAgain = argc > 1 && std::string_view(argv[1]) == SessionInstance::kRelaunched;
+    const bool isAgain = argc > 1 && std::string_view(argv[1]) == Workspace::kRelaunched;
     tell(isAgain ? "began again\n" : "began\n");
     SessionInstance instance(settings, [] { return QDBusConnection(QStringLiteral("never connected")); });
     const auto status = instance.endOfSecond(argc, argv);

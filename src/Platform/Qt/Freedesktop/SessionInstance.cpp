@@ -1,4 +1,5 @@
 #include "SessionInstance.h"
+#include "Workspace.h"
 #include <QSocketNotifier>
 #include <algorithm>
 #include <cstdlib>
@@ -159,8 +160,8 @@ void SessionInstance::listen() {
 }
 
 std::optional<int> SessionInstance::endOfSecond(int argc, char** argv) {
-    const bool isRelaunched =
-        std::any_of(argv + 1, argv + argc, [](const char* a) { return std::string_view(a) == kRelaunched; });
+    const bool isRelaunched = std::any_of(
+        argv + 1, argv + argc, [](const char* a) { return std::string_view(a) == Workspace::kRelaunched; });
     switch (stand(tokenOfThisStart(), isRelaunched)) {
     case Standing::first:
         break;

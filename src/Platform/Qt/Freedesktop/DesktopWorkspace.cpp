@@ -3,7 +3,6 @@
 #include "ContentTypes.h"
 #include "IcnsReader.h"
 #include "Pictures.h"
-#include "SessionInstance.h"
 #include <QCoreApplication>
 #include <QDBusMessage>
 #include <QProcess>
@@ -116,7 +115,7 @@ void DesktopWorkspace::reveal(const std::vector<FileURL>& urls) {
 
 void DesktopWorkspace::relaunch() {
     QProcess::startDetached(QCoreApplication::applicationFilePath(),
-                            {QString::fromLatin1(SessionInstance::kRelaunched)});
+                            {QString::fromLatin1(Workspace::kRelaunched)});
     QCoreApplication::quit();
 }
 

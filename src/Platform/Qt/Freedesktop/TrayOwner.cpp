@@ -1,5 +1,5 @@
 #include "TrayOwner.h"
-#include "XcbReply.h"
+#include "Linux/XcbReply.h"
 #include <QAbstractNativeEventFilter>
 #include <QByteArray>
 #include <QGuiApplication>
