@@ -34,7 +34,9 @@ bool isThere(int process) {
 bool bringForward(NSArray<NSRunningApplication*>* instances, int process) {
     for (NSRunningApplication* instance in instances) {
         if ([instance processIdentifier] == process) {
-            return [instance activateWithOptions:NSApplicationActivateAllWindows] != NO;
+            // The second is for macOS 13, where this start is not active and so could not hand that on.
+            return [instance activateWithOptions:NSApplicationActivateAllWindows |
+                                                 NSApplicationActivateIgnoringOtherApps] != NO;
         }
     }
     return false;
