@@ -1,3 +1,4 @@
+#include "FakeStatusItem.h"
 #include "MacMenuBarExtra.h"
 #include "StepTaskRunner.h"
 #include <gtest/gtest.h>
@@ -12,39 +13,6 @@ using Place = MenuBarExtra::Place;
 using Entry = MenuBarExtra::Entry;
 
 const std::vector<Entry> kMenu = {{.id = 20, .words = "Open"}, {}, {.id = 60, .words = "Quit"}};
-
-// What the menu bar has, as a person sees it.
-struct MenuBar {
-    bool hasItem = false;
-    int itemsMade = 0;
-    bool hasRoom = true;
-    std::string figure;
-    std::vector<Entry> menu;
-    StatusItem::Handlers item; // of the one that stands
-};
-
-class FakeStatusItem final : public StatusItem {
-  public:
-    FakeStatusItem(MenuBar& bar, Handlers handlers)
-        : m_bar(bar) {
-        m_bar.hasItem = true;
-        ++m_bar.itemsMade;
-        m_bar.item = std::move(handlers);
-    }
-    ~FakeStatusItem() override {
-        m_bar.hasItem = false;
-        m_bar.item = {};
-    }
-    FakeStatusItem(const FakeStatusItem&) = delete;
-    FakeStatusItem& operator=(const FakeStatusItem&) = delete;
-
-    bool isShown() const override { return m_bar.hasRoom; }
-    void setFigure(const std::string& figure) override { m_bar.figure = figure; }
-    void setMenu(const std::vector<Entry>& menu) override { m_bar.menu = menu; }
-
-  private:
-    MenuBar& m_bar;
-};
 
 class MacMenuBarExtraTest : public testing::Test {
   protected:
@@ -61,11 +29,9 @@ class MacMenuBarExtraTest : public testing::Test {
     }
 
     StepTaskRunner tasks;
-    MenuBar bar;
+    FakeMenuBar bar;
     std::unique_ptr<MacMenuBarExtra> extra = std::make_unique<MacMenuBarExtra>(
-        tasks, [this](StatusItem::Handlers handlers) -> std::unique_ptr<StatusItem> {
-            return std::make_unique<FakeStatusItem>(bar, std::move(handlers));
-        });
+        tasks, [this](StatusItem::Handlers handlers) { return bar.make(std::move(handlers)); });
     std::vector<MenuBarExtra::Press> presses;
     std::vector<int> choices;
     std::vector<bool> shown; // what was so each time when a change was told
