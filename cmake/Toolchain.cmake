@@ -53,5 +53,8 @@ target_compile_options(quillane_warnings INTERFACE
   -Woverloaded-virtual -Wimplicit-fallthrough -Wextra-semi
   # The stable sort of GCC 12's library calls what the same library deprecates.
   -Wno-deprecated-declarations
+  # Selectors and overriding methods that the system would not know.
+  $<$<COMPILE_LANGUAGE:OBJCXX>:-Wundeclared-selector>
+  $<$<COMPILE_LANGUAGE:OBJCXX>:-Woverriding-method-mismatch>
   # What the oldest macOS that we run on lacks.
   $<$<PLATFORM_ID:Darwin>:-Wunguarded-availability>)
