@@ -21,7 +21,8 @@ class MacPictures : public ::testing::Test {
         const std::string symbols = std::string(QUILLANE_SYMBOLS) + "/";
         const std::string command = std::string("'") + QUILLANE_MAC_ICONS + "' '" + symbols + icon + "' '" +
                                     symbols + "sparkles.svg' '" + m_folder.path() + "' 2>/dev/null";
-        return WEXITSTATUS(std::system(command.c_str()));
+        const int status = std::system(command.c_str());
+        return WEXITSTATUS(status);
     }
 
     std::string content(const char* name) const {

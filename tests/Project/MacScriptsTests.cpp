@@ -52,7 +52,8 @@ class MacScripts : public ::testing::Test {
                                     m_disk.at("for a while") + "' CALLS='" + m_disk.at("calls") + "' " +
                                     environment + " '" + checkout().string() + "'/" + script + " >'" +
                                     m_disk.at("words") + "' 2>&1";
-        return WEXITSTATUS(std::system(command.c_str()));
+        const int status = std::system(command.c_str());
+        return WEXITSTATUS(status);
     }
 
     std::string words() const { return readFile(m_disk.at("words")); }
