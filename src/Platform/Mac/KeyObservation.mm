@@ -3,6 +3,11 @@
 
 @interface QuillaneKeyObserver : NSObject
 - (instancetype)initWithChanged:(std::function<void()>)changed;
+// The system's. Declared once more, so that a definition of another spelling leaves this one without any.
+- (void)observeValueForKeyPath:(NSString*)path
+                      ofObject:(id)object
+                        change:(NSDictionary<NSKeyValueChangeKey, id>*)change
+                       context:(void*)context;
 @end
 
 @implementation QuillaneKeyObserver {
