@@ -43,15 +43,26 @@ MenuBarClick::Button buttonOf(NSEvent* event) {
     }
 }
 
-std::optional<MenuBarExtra::Place> placeOf(NSView* view) {
-    NSScreen* const first = [[NSScreen screens] firstObject];
+ScreenPlace::Rect rectOf(NSView* view) {
     NSWindow* const window = [view window];
-    if (first == nil || window == nil) {
-        return std::nullopt;
+    if (window == nil) {
+        return {};
     }
     const CGRect place = [window convertRectToScreen:[view convertRect:[view bounds] toView:nil]];
-    return ScreenPlace::middleOf({place.origin.x, place.origin.y, place.size.width, place.size.height},
-                                 [first frame].size.height);
+    return {place.origin.x, place.origin.y, place.size.width, place.size.height};
+}
+
+std::optional<MenuBarExtra::Place> placeOf(NSView* view, MenuBarClick::Button button) {
+    NSScreen* const first = [[NSScreen screens] firstObject];
+    if (first == nil) {
+        return std::nullopt;
+    }
+    std::optional<ScreenPlace::Point> pointer;
+    if (button != MenuBarClick::Button::none) {
+        const CGPoint place = [NSEvent mouseLocation];
+        pointer = {place.x, place.y};
+    }
+    return ScreenPlace::pressOn(rectOf(view), pointer, [first frame].size.height);
 }
 
 } // namespace
@@ -118,10 +129,11 @@ std::optional<MenuBarExtra::Place> placeOf(NSView* view) {
 - (void)click:(id)sender {
     NSEvent* const event = [[NSApplication sharedApplication] currentEvent];
     const bool isControlHeld = ([event modifierFlags] & NSEventModifierFlagControl) != 0;
-    if (MenuBarClick::opensMenu(buttonOf(event), isControlHeld, m_menu != nil)) {
+    const auto mouseButton = buttonOf(event);
+    if (MenuBarClick::opensMenu(mouseButton, isControlHeld, m_menu != nil)) {
         [self openMenu];
     } else if (m_handlers.pressed) {
-        m_handlers.pressed(placeOf([m_item button]));
+        m_handlers.pressed(placeOf([m_item button], mouseButton));
     }
 }
 
