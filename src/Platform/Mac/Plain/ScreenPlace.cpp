@@ -21,7 +21,7 @@ std::optional<MenuBarExtra::Place> pressOn(const Rect& item, std::optional<Point
                                            double heightOfFirstScreen) {
     const Point middle = {item.x + item.width / 2, item.y + item.height / 2};
     const bool isThere = item.width > 0 && item.height > 0 && isSomewhere(middle);
-    const Point told = pointer && !(isThere && isWithin(item, *pointer)) ? *pointer : middle;
+    const Point told = pointer && !isWithin(item, *pointer) ? *pointer : middle;
     const Point turned = {told.x, heightOfFirstScreen - told.y};
     if ((!isThere && !pointer) || !isSomewhere(turned)) {
         return std::nullopt;
