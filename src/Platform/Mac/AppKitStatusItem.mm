@@ -68,7 +68,12 @@ std::optional<MenuBarExtra::Place> placeOf(NSView* view, MenuBarClick::Button bu
 } // namespace
 
 // What the system's item calls. It outlives the item where that ends while its menu is open.
-@interface QuillaneStatusItem : NSObject
+@interface QuillaneStatusItem : NSObject {
+    NSStatusItem* m_item; // nil after the end
+    NSMenu* m_menu;       // nil for none
+    StatusItem::Handlers m_handlers;
+    std::unique_ptr<KeyObservation> m_visible;
+}
 - (instancetype)initWithHandlers:(StatusItem::Handlers)handlers;
 - (void)end;
 - (BOOL)isShown;
@@ -76,12 +81,7 @@ std::optional<MenuBarExtra::Place> placeOf(NSView* view, MenuBarClick::Button bu
 - (void)setEntries:(const std::vector<MenuBarExtra::Entry>&)entries;
 @end
 
-@implementation QuillaneStatusItem {
-    NSStatusItem* m_item; // nil after the end
-    NSMenu* m_menu;       // nil for none
-    StatusItem::Handlers m_handlers;
-    std::unique_ptr<KeyObservation> m_visible;
-}
+@implementation QuillaneStatusItem
 
 - (instancetype)initWithHandlers:(StatusItem::Handlers)handlers {
     self = [super init];

@@ -1,7 +1,9 @@
 #include "KeyObservation.h"
 #include <utility>
 
-@interface QuillaneKeyObserver : NSObject
+@interface QuillaneKeyObserver : NSObject {
+    std::function<void()> m_changed;
+}
 - (instancetype)initWithChanged:(std::function<void()>)changed;
 // The system's. Declared once more, so that a definition of another spelling leaves this one without any.
 - (void)observeValueForKeyPath:(NSString*)path
@@ -10,9 +12,7 @@
                        context:(void*)context;
 @end
 
-@implementation QuillaneKeyObserver {
-    std::function<void()> m_changed;
-}
+@implementation QuillaneKeyObserver
 
 - (instancetype)initWithChanged:(std::function<void()>)changed {
     self = [super init];

@@ -21,13 +21,13 @@ UserInfo textsIn(NSDictionary* stored) {
 
 } // namespace
 
-@interface QuillaneNotificationDelegate : NSObject <UNUserNotificationCenterDelegate>
+@interface QuillaneNotificationDelegate : NSObject <UNUserNotificationCenterDelegate> {
+    quillane::NotificationCentre::Clicked m_clicked;
+}
 - (instancetype)initWithClicked:(quillane::NotificationCentre::Clicked)clicked;
 @end
 
-@implementation QuillaneNotificationDelegate {
-    quillane::NotificationCentre::Clicked m_clicked;
-}
+@implementation QuillaneNotificationDelegate
 
 - (instancetype)initWithClicked:(quillane::NotificationCentre::Clicked)clicked {
     self = [super init];
