@@ -5,7 +5,7 @@
 #include "TemporaryFolder.h"
 #include <array>
 #include <csignal>
-#include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <spawn.h>
