@@ -40,5 +40,7 @@ void forgetDefaults();
 // As another hand stores what settings don't have: a dictionary.
 void storeDictionary(const std::string& key);
 bool isStored(const std::string& key);
+// Is called each time that the settings are about to be handed to the system, from now on.
+void watchStoring(std::function<void()> watch);
 
 } // namespace quillane::StandIns

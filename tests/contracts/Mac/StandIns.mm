@@ -65,6 +65,21 @@ NSArray* running(id /*self*/, SEL /*selector*/, NSString* identifier) {
     return found;
 }
 
+std::function<void()>& storingWatch() {
+    static std::function<void()> watch;
+    return watch;
+}
+
+using Synchronize = BOOL (*)(id, SEL);
+Synchronize systemSynchronize = nullptr;
+
+BOOL synchronize(id self, SEL selector) {
+    if (storingWatch()) {
+        storingWatch()();
+    }
+    return systemSynchronize(self, selector);
+}
+
 void replace(Class type, SEL selector, void* own) {
     class_replaceMethod(type, selector, reinterpret_cast<IMP>(own),
                         method_getTypeEncoding(class_getInstanceMethod(type, selector)));
@@ -75,6 +90,9 @@ class InPlace final : public testing::Environment {
         @autoreleasepool {
             replace([NSFileManager class], @selector(trashItemAtURL:resultingItemURL:error:),
                     reinterpret_cast<void*>(&trashItem));
+            systemSynchronize = reinterpret_cast<Synchronize>(reinterpret_cast<void*>(
+                class_getMethodImplementation([NSUserDefaults class], @selector(synchronize))));
+            replace([NSUserDefaults class], @selector(synchronize), reinterpret_cast<void*>(&synchronize));
             replace(object_getClass([NSRunningApplication class]),
                     @selector(runningApplicationsWithBundleIdentifier:), reinterpret_cast<void*>(&running));
         }
@@ -114,6 +132,10 @@ bool isStored(const std::string& key) {
     @autoreleasepool {
         return [[NSUserDefaults standardUserDefaults] objectForKey:FoundationValues::text(key)] != nil;
     }
+}
+
+void watchStoring(std::function<void()> watch) {
+    storingWatch() = std::move(watch);
 }
 
 } // namespace quillane::StandIns

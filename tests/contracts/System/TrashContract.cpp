@@ -99,7 +99,7 @@ TYPED_TEST(TrashContract, ALongNameOfBytesThatAreNoTextMovesTwice) {
 
 TYPED_TEST(TrashContract, AnOddNameComesThroughByteForByte) {
     for (const std::string name :
-         {"new\nline", "\xff\xfe bad", "100% %41", "-rf", ".hidden", "é", "[Trash Info]"}) {
+         {"new\nline", "\xff\xfe bad", "100% %41", "a;b", ";", "-rf", ".hidden", "é", "[Trash Info]"}) {
         this->world.write("home/" + name, name);
         const auto landed = this->trashed("home/" + name);
         EXPECT_EQ(landed.lastPathComponent(), name);
