@@ -53,7 +53,7 @@ BOOL trashItem(id /*self*/, SEL /*selector*/, NSURL* url, NSURL* __autoreleasing
 }
 
 NSArray* running(id /*self*/, SEL /*selector*/, NSString* identifier) {
-    NSMutableArray* const found = [NSMutableArray array];
+    NSMutableArray* const found = [NSMutableArray arrayWithCapacity:1];
     const auto wanted = FoundationValues::string(identifier);
     for (std::size_t i = 0; i < applications().size(); ++i) {
         if (applications()[i].identifier == wanted) {
@@ -123,7 +123,7 @@ void forgetDefaults() {
 
 void storeDictionary(const std::string& key) {
     @autoreleasepool {
-        [[NSUserDefaults standardUserDefaults] setObject:[NSDictionary dictionary]
+        [[NSUserDefaults standardUserDefaults] setObject:[NSMutableDictionary dictionary]
                                                   forKey:FoundationValues::text(key)];
     }
 }
