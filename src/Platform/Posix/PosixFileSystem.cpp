@@ -7,6 +7,7 @@
 #include "FileStatus.h"
 #include "PosixError.h"
 #include "SpaceReserve.h"
+#include "StatusFlags.h"
 #include "TreeWalk.h"
 #include <algorithm>
 #include <array>
@@ -176,7 +177,7 @@ Result<std::vector<DirectoryEntry>> PosixFileSystem::list(const FileURL& folder)
         return readingError();
     }
     std::vector<DirectoryEntry> entries;
-    DirectoryReader reader(kListBatch);
+    DirectoryReader reader(kListBatch, {.sizes = false, .marks = true});
     auto filled = DirectoryReader::Filled::entries;
     do {
         filled = reader.fill(opened.get(), kListBatch);
@@ -187,13 +188,14 @@ Result<std::vector<DirectoryEntry>> PosixFileSystem::list(const FileURL& folder)
         while (reader.next(raw)) {
             const std::string_view name(raw.name, raw.length);
             struct stat status = {};
-            if (name.size() > 2 && name.starts_with("._")) {
+            if (isAppleDouble(name)) {
                 continue;
             }
-            if (!raw.type && !statusBelow(opened.get(), raw.name, status)) {
-                continue; // gone since it was listed
+            if (raw.type) {
+                entries.push_back({std::string(name), *raw.type, raw.isFlaggedHidden});
+            } else if (statusBelow(opened.get(), raw.name, status)) { // otherwise gone since it was listed
+                entries.push_back({std::string(name), entryTypeOfMode(status.st_mode), isFlaggedHidden(status)});
             }
-            entries.push_back({std::string(name), raw.type ? *raw.type : entryTypeOfMode(status.st_mode)});
         }
     } while (filled == DirectoryReader::Filled::entries && !reader.exhausted());
     return entries;
