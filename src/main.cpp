@@ -9,6 +9,7 @@
 #include "DesktopWorkspace.h"
 #include "DocumentText.h"
 #include "DrawingProgram.h"
+#include "EndSignals.h"
 #include "FilePreviews.h"
 #include "MessageBus.h"
 #include "MetadataSearch.h"
@@ -86,6 +87,7 @@ int main(int argc, char** argv) {
                      .menuBarExtra = menuBarExtra,
                      .updater = updates.updater()});
     updates.setOpening([&app](QWidget& window, bool isAskedFor) { app.countWindow(window, isAskedFor); });
+    const EndSignals endSignals([&app] { app.quit(); });
     app.showWindow();
     instance.follow([&app](const SessionInstance::Request& request) {
         if (app.hasEnded()) {

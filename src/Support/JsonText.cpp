@@ -1,6 +1,5 @@
 #include "JsonText.h"
-#include <array>
-#include <charconv>
+#include "ShortestDecimal.h"
 #include <cmath>
 #include <unicode/utf8.h>
 
@@ -75,10 +74,8 @@ std::optional<std::string> number(double value) {
     }
     const double size = std::fabs(value);
     const bool plain = size == 0 || (size >= kLastWithoutExponent && size < kFirstWithExponent);
-    std::array<char, 32> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                   plain ? std::chars_format::fixed : std::chars_format::scientific);
-    return std::string(buffer.data(), end.ptr);
+    const ShortestDecimal decimal(value);
+    return plain ? decimal.fixed() : decimal.scientific();
 }
 
 } // namespace quillane::JsonText

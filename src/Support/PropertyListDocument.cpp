@@ -1,6 +1,6 @@
 #include "PropertyListDocument.h"
+#include "ShortestDecimal.h"
 #include <array>
-#include <charconv>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
@@ -133,9 +133,7 @@ std::string realText(double value) {
     if (std::isinf(value)) {
         return value > 0 ? "+infinity" : "-infinity";
     }
-    std::array<char, 64> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-    return {buffer.data(), end.ptr};
+    return ShortestDecimal(value).shorter();
 }
 
 class Writer {
