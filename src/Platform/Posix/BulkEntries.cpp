@@ -20,7 +20,8 @@ struct Returned {
     std::uint32_t extended;
 
     bool holdsOnlyKnown() const {
-        return (common & ~kKnownCommon) == 0 && volume == 0 && (folder & ~Attribute::kFolderMountStatus) == 0 &&
+        return (common & ~kKnownCommon) == 0 && volume == 0 &&
+               (folder & ~Attribute::kFolderMountStatus) == 0 &&
                (file & ~Attribute::kFileAllocatedSize) == 0 && extended == 0;
     }
 };
@@ -119,15 +120,13 @@ struct Told {
 };
 
 bool isTold(std::string_view name) {
-    return name != "." && name != ".." && name.find('/') == std::string_view::npos && !isAppleDouble(name);
+    return name != "." && name != ".." && name.find('/') == std::string_view::npos;
 }
 
 void fill(RawEntry& entry, const Told& told) {
     entry.type = told.entryType();
-    entry.isFlaggedHidden =
-        (told.flags & Value::kIsHidden) != 0 || told.hasFinderFlag(Value::kIsInvisible);
-    entry.isMarkedAsPackage =
-        entry.type == EntryType::directory && told.hasFinderFlag(Value::kHasBundle);
+    entry.isFlaggedHidden = (told.flags & Value::kIsHidden) != 0 || told.hasFinderFlag(Value::kIsInvisible);
+    entry.isMarkedAsPackage = entry.type == EntryType::directory && told.hasFinderFlag(Value::kHasBundle);
     if (entry.type == EntryType::regular && told.allocated >= 0) {
         entry.allocated = told.allocated;
     }

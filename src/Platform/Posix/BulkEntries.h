@@ -43,9 +43,9 @@ class BulkEntries {
 
     // Passes over so many entries.
     void skip(std::size_t count);
-    // The next entry; false at the end. Left out are names that are no names, those of AppleDouble files, "." and "..".
-    // Of a folder that something is mounted on, and of a firmlink, the name alone is told: the rest is not true of what
-    // lies behind it. So it is of an entry with an error.
+    // The next entry; false at the end. Left out are names that are no names, "." and "..". Of a folder that something is
+    // mounted on, and of a firmlink, the name alone is told: the rest is not true of what lies behind it. So it is of an
+    // entry with an error.
     bool next(RawEntry& entry);
 
   private:

@@ -9,12 +9,11 @@
 #include "SpaceReserve.h"
 #include "StatusFlags.h"
 #include "TreeWalk.h"
+#include "UserHome.h"
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <fcntl.h>
-#include <pwd.h>
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -36,22 +35,6 @@ constexpr std::array<std::string_view, 12> kOwnFolders = {"/Applications", "/Lib
 
 PlatformError readingError() {
     return PosixError::reading(errno);
-}
-
-FileURL accountHome() {
-    passwd account = {};
-    passwd* found = nullptr;
-    std::array<char, 16384> texts = {};
-    if (::getpwuid_r(::getuid(), &account, texts.data(), texts.size(), &found) == 0 && found != nullptr &&
-        account.pw_dir != nullptr) {
-        return FileURL(account.pw_dir);
-    }
-    return {};
-}
-
-FileURL userHome() {
-    const char* home = std::getenv("HOME"); // NOLINT(concurrency-mt-unsafe): the header says when
-    return home != nullptr && home[0] == '/' ? FileURL(home) : accountHome();
 }
 
 bool beginsWithComponents(std::string_view path, std::string_view prefix) {
@@ -160,7 +143,7 @@ class PosixOpenFile final : public OpenFile {
 } // namespace
 
 PosixFileSystem::PosixFileSystem()
-    : m_home(userHome()) {}
+    : m_home(UserHome::path()) {}
 
 PosixFileSystem::PosixFileSystem(const std::string& folder, FileURL home)
     : m_volume(folder)
@@ -194,7 +177,8 @@ Result<std::vector<DirectoryEntry>> PosixFileSystem::list(const FileURL& folder)
             if (raw.type) {
                 entries.push_back({std::string(name), *raw.type, raw.isFlaggedHidden});
             } else if (statusBelow(opened.get(), raw.name, status)) { // otherwise gone since it was listed
-                entries.push_back({std::string(name), entryTypeOfMode(status.st_mode), isFlaggedHidden(status)});
+                entries.push_back(
+                    {std::string(name), entryTypeOfMode(status.st_mode), isFlaggedHidden(status)});
             }
         }
     } while (filled == DirectoryReader::Filled::entries && !reader.exhausted());

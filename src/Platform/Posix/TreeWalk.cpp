@@ -21,11 +21,11 @@ constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | 
 
 // A folder on the way from the root to where the walk is.
 struct Level {
-    Descriptor folder;            // closed while the walk is far below
-    bool exhausted = false;       // all its entries have been read
-    std::size_t pendingBegin = 0; // where its folders begin among the names not yet entered
-    DirectoryReader::Place place; // how far it has been read
-    dev_t device = 0;             // its identity, once closed
+    Descriptor folder;              // closed while the walk is far below
+    bool exhausted = false;         // all its entries have been read
+    std::size_t pendingBegin = 0;   // where its folders begin among the names not yet entered
+    DirectoryReader::Place place{}; // how far it has been read
+    dev_t device = 0;               // its identity, once closed
     ino_t inode = 0;
 };
 
@@ -42,8 +42,7 @@ class TreeWalk {
     TreeWalk(Descriptor root, WalkOptions options, FileSystem::Visitor visit)
         : m_options(options)
         , m_visit(visit)
-        , m_reader(DirectoryReader::kLargestBatch,
-                   {.sizes = options.measures, .marks = options.readsMarks}) {
+        , m_reader(DirectoryReader::kLargestBatch, {.sizes = options.measures, .marks = options.readsMarks}) {
         push(std::move(root));
     }
 

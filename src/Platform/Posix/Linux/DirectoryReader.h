@@ -19,7 +19,7 @@ class DirectoryReader {
     enum class Filled { entries, end, failure };
     // How far a folder has been read.
     struct Place {
-        std::int64_t position = 0; // as the file system has it
+        std::int64_t position; // as the file system has it
     };
 
     // Folders tell no details here.

@@ -8,8 +8,7 @@
 namespace quillane {
 
 // Reads the entries of open folders in batches through one buffer, whichever folder is at hand: the place in
-// each folder is kept by its descriptor. A batch must be used up before the next fill(). Names of AppleDouble files are
-// left out.
+// each folder is kept by its descriptor. A batch must be used up before the next fill().
 class DirectoryReader {
   public:
     // The largest batch, in bytes of the buffer.
@@ -20,8 +19,8 @@ class DirectoryReader {
     enum class Filled { entries, end, failure };
     // How far a folder has been read. The system keeps that with the descriptor and does not tell it.
     struct Place {
-        std::uint64_t entries = 0; // that came so far
-        bool isAnew = false;       // the descriptor is another one, which begins with the first
+        std::uint64_t entries; // that came so far
+        bool isAnew;           // the descriptor is another one, which begins with the first
     };
 
     explicit DirectoryReader(std::size_t largestBatch = kLargestBatch, ListingDetails details = {});
@@ -34,7 +33,9 @@ class DirectoryReader {
     // Whether the batch reached the end of the folder for certain, so that no fill() need ask.
     bool exhausted() const { return false; }
     // How far the folder has been read with the batch, which was filled at this place.
-    Place placeAfter(const Place& before) const { return {.entries = before.entries + m_count, .isAnew = false}; }
+    Place placeAfter(const Place& before) const {
+        return {.entries = before.entries + m_count, .isAnew = false};
+    }
     // Goes on from there on another descriptor of the same folder: what comes first is passed over, as often as something
     // came before. Entries that join or leave the folder meanwhile may be told twice or not at all.
     static bool resume(int folder, Place& place);
