@@ -132,8 +132,8 @@ class FileSystem {
     // Walks everything below `root`, each folder right before its content, so that names and levels give the
     // path of each entry; the root itself is not told. Links are told and never entered; a root that is a
     // link, a file or missing yields nothing. Folders that can't be read are skipped and the walk goes on.
-    // Mount points are crossed. AppleDouble files are told: they take room as others do. Memory does not grow with the number of files. Fails only when the root can't
-    // be opened as a folder.
+    // Mount points are crossed. AppleDouble files are told: they take room as others do. Memory does not grow with the
+    // number of files. Fails only when the root can't be opened as a folder.
     virtual Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const = 0;
 
     // Up to `limit` bytes from the start of a file, links followed. Fails for a folder and for what is
