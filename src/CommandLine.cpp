@@ -1,5 +1,5 @@
 #include "CommandLine.h"
-#include "SessionInstance.h"
+#include "Workspace.h"
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -65,7 +65,7 @@ std::optional<Reply> reply(const std::vector<std::string_view>& words) {
         if (word == "-v" || word == "--version") {
             return Reply{std::string(kVersionLine)};
         }
-        if (word == SessionInstance::kRelaunched) { // said by the program itself
+        if (word == Workspace::kRelaunched) { // said by the program itself
             ++at;
             continue;
         }

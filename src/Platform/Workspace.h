@@ -19,6 +19,10 @@ struct IconImage {
 class Workspace {
   public:
     virtual ~Workspace() = default;
+
+    // The argument of a start that follows upon the end of the one that started it, and waits for that.
+    static constexpr const char* kRelaunched = "--relaunched";
+
     // The icon of whatever lies at `url`, at least `side` pixels square where the source holds that much;
     // a generic icon for what has none or does not exist, never null. Blocks: never on the main thread.
     virtual std::shared_ptr<const IconImage> icon(const FileURL& url, int side) = 0;

@@ -9,7 +9,7 @@ constexpr const char* kReserve = "Library/Application Support/org.quillane.Quill
 
 MacStorage::MacStorage(SpaceReserve::Size size)
     : reserve(files.home().appending(kReserve).path(), size)
-    , trash(files.home()) {
+    , trash(files.home(), &reserve) {
     files.drawOn(reserve);
 }
 

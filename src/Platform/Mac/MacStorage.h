@@ -7,9 +7,8 @@
 
 namespace quillane {
 
-// All of a Mac that the program writes to, put together once: the files, the Trash and the settings of this user.
-// Settings are written by the system's own server and the Trash keeps no records of ours, so the room that is kept for a
-// full disk serves what files need alone: folders for putting back.
+// All of a Mac that the program writes to, put together once: the files, the Trash and the settings of this user. Files
+// and Trash share the room that is kept for a full disk; settings are written by the system's own server.
 struct MacStorage {
     // Takes the user's home folder from the account, and lays nothing.
     explicit MacStorage(SpaceReserve::Size size = {});

@@ -1,5 +1,4 @@
 #include "FilePreviews.h"
-#include "DesktopThumbnails.h"
 #include "DrawingProgram.h"
 #include "ImageDecoder.h"
 #include "OpenFileDevice.h"
@@ -40,13 +39,13 @@ std::optional<PreviewPage> onlyPage(std::shared_ptr<const IconImage> picture) {
 } // namespace
 
 FilePreviews::FilePreviews(const FileSystem& files, CommandRunner& programs, const Clock& clock,
-                           HostPath hostPath, std::string drawingProgram, DesktopThumbnails* desktop)
+                           HostPath hostPath, std::string drawingProgram, ThumbnailMaker* others)
     : m_files(files)
     , m_programs(programs)
     , m_clock(clock)
     , m_hostPath(std::move(hostPath))
     , m_drawingProgram(std::move(drawingProgram))
-    , m_desktop(desktop) {
+    , m_others(others) {
     ImageDecoder::limitMemory();
 }
 
@@ -58,7 +57,7 @@ std::shared_ptr<const IconImage> FilePreviews::thumbnail(const FileURL& url, Pix
         return nullptr;
     }
     auto picture =
-        m_desktop == nullptr ? nullptr : m_desktop->existing(url, subject->modified, longerSide(size));
+        m_others == nullptr ? nullptr : m_others->existing(url, subject->modified, longerSide(size));
     if (picture) {
         picture = shared(ImageDecoder::shrunk(*picture, size, Fit::around));
     } else if (subject->form == "pdf") {
@@ -67,7 +66,7 @@ std::shared_ptr<const IconImage> FilePreviews::thumbnail(const FileURL& url, Pix
         picture = decoded(*subject, size, Fit::around, stop);
     }
     if (!picture) {
-        picture = ofDesktop(*subject, size, Fit::around, stop);
+        picture = ofOthers(*subject, size, Fit::around, stop);
     }
     return stop.stopRequested() ? nullptr : picture;
 }
@@ -87,7 +86,7 @@ std::optional<PreviewPage> FilePreviews::page(const FileURL& url, int number, Pi
     }
     if (!page && number == 0) {
         auto text = textOf(*subject);
-        page = text.empty() ? onlyPage(ofDesktop(*subject, size, Fit::within, stop))
+        page = text.empty() ? onlyPage(ofOthers(*subject, size, Fit::within, stop))
                             : PreviewPage{nullptr, std::move(text), 0, 1};
     }
     return stop.stopRequested() ? std::nullopt : page;
@@ -139,14 +138,14 @@ std::optional<PreviewPage> FilePreviews::pdfPage(const FileURL& url, int number,
     return picture ? std::optional(PreviewPage{std::move(picture), {}, number, count}) : std::nullopt;
 }
 
-std::shared_ptr<const IconImage> FilePreviews::ofDesktop(const Subject& subject, PixelSize size, Fit fit,
-                                                         const StopToken& stop) const {
-    if (m_desktop == nullptr || stop.stopRequested()) {
+std::shared_ptr<const IconImage> FilePreviews::ofOthers(const Subject& subject, PixelSize size, Fit fit,
+                                                        const StopToken& stop) const {
+    if (m_others == nullptr || stop.stopRequested()) {
         return nullptr;
     }
-    auto picture = m_desktop->existing(subject.url, subject.modified, 0);
+    auto picture = m_others->existing(subject.url, subject.modified, 0);
     if (!picture) {
-        picture = m_desktop->made(subject.url, subject.modified, longerSide(size), stop);
+        picture = m_others->made(subject.url, subject.modified, longerSide(size), stop);
     }
     return picture ? shared(ImageDecoder::shrunk(*picture, size, fit)) : nullptr;
 }

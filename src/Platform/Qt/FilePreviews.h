@@ -4,6 +4,7 @@
 #include "FileSystem.h"
 #include "PictureFit.h"
 #include "Previews.h"
+#include "ThumbnailMaker.h"
 #include <chrono>
 #include <cstddef>
 #include <functional>
@@ -14,11 +15,9 @@
 
 namespace quillane {
 
-class DesktopThumbnails;
-
-// Pictures of files on Linux: photographs by Qt's readers, drawings by them in a process of their own, pages of PDF
-// documents by Poppler's programs, plain text as it stands, and everything else, such as films, as the desktop's own thumbnailer shows it.
-// What a file is decides its content and not its name.
+// Pictures of files as we make them: photographs by Qt's readers, drawings by them in a process of their own, pages of PDF
+// documents by Poppler's programs, plain text as it stands, and everything else, such as films, as another maker of
+// thumbnails shows it. What a file is decides its content and not its name.
 class FilePreviews final : public Previews {
   public:
     // The path of the machine for a path of `files`, for programs.
@@ -29,10 +28,10 @@ class FilePreviews final : public Previews {
     // What the decoding of one picture may take.
     static constexpr Duration kPatience = std::chrono::seconds(5);
 
-    // All of them outlive this. `drawingProgram` is what DrawingProgram runs. No desktop where its programs know other
+    // All of them outlive this. `drawingProgram` is what DrawingProgram runs. No other maker where it knows other
     // paths than `files`. Sets a limit of the process, so it is made before other threads run.
     FilePreviews(const FileSystem& files, CommandRunner& programs, const Clock& clock, HostPath hostPath,
-                 std::string drawingProgram, DesktopThumbnails* desktop = nullptr);
+                 std::string drawingProgram, ThumbnailMaker* others = nullptr);
 
     std::shared_ptr<const IconImage> thumbnail(const FileURL& url, PixelSize size,
                                                const StopToken& stop) override;
@@ -54,15 +53,15 @@ class FilePreviews final : public Previews {
                                              const StopToken& stop) const;
     std::optional<PreviewPage> pdfPage(const FileURL& url, int number, PixelSize size,
                                        const StopToken& stop) const;
-    std::shared_ptr<const IconImage> ofDesktop(const Subject& subject, PixelSize size, Fit fit,
-                                               const StopToken& stop) const;
+    std::shared_ptr<const IconImage> ofOthers(const Subject& subject, PixelSize size, Fit fit,
+                                              const StopToken& stop) const;
 
     const FileSystem& m_files;
     CommandRunner& m_programs;
     const Clock& m_clock;
     HostPath m_hostPath;
     std::string m_drawingProgram;
-    DesktopThumbnails* m_desktop;
+    ThumbnailMaker* m_others;
 };
 
 } // namespace quillane

@@ -1,5 +1,5 @@
 #include "CommandLine.h"
-#include "SessionInstance.h"
+#include "Workspace.h"
 #include <gtest/gtest.h>
 #include <regex>
 #include <string>
@@ -49,8 +49,8 @@ TEST(CommandLine, TheOptionsOfQtGoOnToIt) {
 }
 
 TEST(CommandLine, AStartThatFollowsUponAnEndGoesOn) {
-    EXPECT_EQ(reply({SessionInstance::kRelaunched}), std::nullopt);
-    EXPECT_EQ(reply({SessionInstance::kRelaunched, "-platform", "offscreen"}), std::nullopt);
+    EXPECT_EQ(reply({Workspace::kRelaunched}), std::nullopt);
+    EXPECT_EQ(reply({Workspace::kRelaunched, "-platform", "offscreen"}), std::nullopt);
 }
 
 TEST(CommandLine, AValueOfQtsIsNoWordOfOurs) {

@@ -8,6 +8,8 @@
 
 namespace quillane::FileMover {
 
+const int kOpenUnlisted = O_SEARCH;
+
 // Where a file system knows no move that overwrites nothing, it fails. Another folder may be of another cloud, so that
 // the system has to fetch the item first. (RENAME_NOFOLLOW_ANY would refuse a link, which is moved as a link.)
 Result<> move(int fromFolder, const std::string& fromName, int toFolder, const std::string& toName) {
