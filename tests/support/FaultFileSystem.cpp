@@ -181,11 +181,13 @@ Result<std::vector<DirectoryEntry>> FaultFileSystem::list(const FileURL& folder)
     if (const auto error = touch(FileCall::list, folder)) {
         return *error;
     }
-    auto entries = ForwardingFileSystem::list(folder);
-    if (entries) {
-        for (auto& entry : *entries) {
-            entry.isFlaggedHidden = entry.isFlaggedHidden || isOneOf(m_hidden, folder.appending(entry.name));
-        }
+    const auto listed = ForwardingFileSystem::list(folder);
+    if (!listed) {
+        return listed;
+    }
+    auto entries = *listed;
+    for (auto& entry : entries) {
+        entry.isFlaggedHidden = entry.isFlaggedHidden || isOneOf(m_hidden, folder.appending(entry.name));
     }
     return entries;
 }
