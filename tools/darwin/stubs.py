@@ -40,8 +40,10 @@ def library(name):
 write(sdk / "usr/lib/libc++.tbd",
       stub("/usr/lib/libc++.1.dylib",
            exported(llvm / "lib/libc++.so.1.0") | exported(llvm / "lib/libc++abi.so.1.0")))
-for name in ["icuuc", "icui18n", "pugixml", "archive", "Qt6Core", "Qt6Gui", "Qt6Widgets", "Qt6Svg", "Qt6Network"]:
+for name in ["icuuc", "icui18n", "pugixml", "archive", "Qt6Core", "Qt6Gui", "Qt6Widgets", "Qt6Svg", "Qt6Network", "Qt6Test"]:
     write(sdk / f"packages/lib/lib{name}.tbd", stub(f"/opt/stand-in/lib{name}.dylib", exported(library(name))))
+
+write(sdk / "usr/lib/libz.tbd", stub("/usr/lib/libz.1.dylib", exported(library("z"))))
 
 # The entry points that clang emits for ARC and literals; public in the compiler's documentation.
 arc = """autorelease autoreleasePoolPop autoreleasePoolPush autoreleaseReturnValue copyWeak destroyWeak enumerationMutation
