@@ -1,4 +1,5 @@
 #include "PropertyListDocument.h"
+#include "PrivateBytes.h"
 #include "ShortestDecimal.h"
 #include <array>
 #include <chrono>
@@ -7,7 +8,6 @@
 #include <fmt/format.h>
 #include <optional>
 #include <type_traits>
-#include <unicode/utf8.h>
 
 namespace quillane::PropertyListDocument {
 namespace {
@@ -18,68 +18,27 @@ constexpr std::string_view kHead = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n
                                    "<plist version=\"1.0\">\n";
 constexpr std::string_view kTail = "</plist>\n";
 
-// A byte that XML can't hold becomes the private character of this plus its value: the last of all planes, which
-// hardly a name uses. Where one does, its own bytes are written in the same way.
-constexpr UChar32 kEscapeBase = 0x10FE00;
-
-bool isEscape(UChar32 c) {
-    return c >= kEscapeBase && c <= kEscapeBase + 0xFF;
-}
-
-bool isXmlCharacter(UChar32 c) {
+bool isXmlCharacter(std::int32_t c) {
     return c == '\t' || c == '\n' || (c >= 0x20 && c <= 0xD7FF) || (c >= 0xE000 && c <= 0xFFFD) ||
            c >= 0x10000;
 }
 
-void appendCodePoint(std::string& out, UChar32 c) {
-    std::array<char, U8_MAX_LENGTH> bytes{};
-    int32_t length = 0;
-    U8_APPEND_UNSAFE(bytes.data(), length, c);
-    out.append(bytes.data(), static_cast<std::size_t>(length));
-}
-
 void appendText(std::string& out, std::string_view text) {
-    const auto length = static_cast<int32_t>(text.size());
-    for (int32_t i = 0; i < length;) {
-        const int32_t begin = i;
-        UChar32 c = 0;
-        U8_NEXT(text.data(), i, length, c);
-        if (c < 0 || !isXmlCharacter(c) || isEscape(c)) {
-            for (int32_t at = begin; at < i; ++at) {
-                appendCodePoint(out,
-                                kEscapeBase + static_cast<unsigned char>(text[static_cast<std::size_t>(at)]));
-            }
-        } else if (c == '<') {
+    for (const char c : PrivateBytes::written(text, isXmlCharacter)) {
+        switch (c) {
+        case '<':
             out += "&lt;";
-        } else if (c == '>') {
-            out += "&gt;";
-        } else if (c == '&') {
-            out += "&amp;";
-        } else {
-            out += text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(i - begin));
-        }
-    }
-}
-
-std::string written(std::string_view text) {
-    std::string out;
-    appendText(out, text);
-    return out;
-}
-
-// The bytes that the run of escapes at `i` stands for; `i` is behind it then. Empty where there is none.
-std::string bytesOfEscapes(const std::string& text, int32_t& i) {
-    std::string bytes;
-    const auto length = static_cast<int32_t>(text.size());
-    for (int32_t next = i; next < length; i = next) {
-        UChar32 c = 0;
-        U8_NEXT(text.data(), next, length, c);
-        if (!isEscape(c)) {
             break;
+        case '>':
+            out += "&gt;";
+            break;
+        case '&':
+            out += "&amp;";
+            break;
+        default:
+            out += c;
         }
-        bytes += static_cast<char>(c - kEscapeBase);
     }
-    return bytes;
 }
 
 std::string base64(std::string_view bytes) {
@@ -199,24 +158,7 @@ std::string text(const PropertyList::Dictionary& root) {
 }
 
 std::string restored(const std::string& read) {
-    std::string out;
-    out.reserve(read.size());
-    const auto length = static_cast<int32_t>(read.size());
-    for (int32_t i = 0; i < length;) {
-        const int32_t begin = i;
-        const auto bytes = bytesOfEscapes(read, i);
-        if (bytes.empty()) {
-            U8_FWD_1(read.data(), i, length);
-        }
-        // What would be written in another way was never an escape: older files hold such characters as they are.
-        if (bytes.empty() || written(bytes) != read.substr(static_cast<std::size_t>(begin),
-                                                           static_cast<std::size_t>(i - begin))) {
-            out.append(read, static_cast<std::size_t>(begin), static_cast<std::size_t>(i - begin));
-        } else {
-            out += bytes;
-        }
-    }
-    return out;
+    return PrivateBytes::restored(read, isXmlCharacter);
 }
 
 } // namespace quillane::PropertyListDocument

@@ -6,6 +6,7 @@
 #include "Detached.h"
 #include "FileFinder.h"
 #include "FileSystem.h"
+#include "ItemIdentity.h"
 #include "StartupFinder.h"
 #include "StoredRecords.h"
 #include "TrashSweeper.h"
@@ -122,10 +123,18 @@ Task<> AppLibrary::moveOne(const SweepEntry& entry, SweepReport& report, std::ve
     sweepStatus = std::optional<std::string>(entry.title);
     m_movedBySweep.insert(entry.url);
     const Platform platform = m_platform;
-    const auto moved = co_await detached(platform.tasks, Priority::userInitiated,
-                                         [platform, url = entry.url, bytes = entry.bytes] {
-                                             return Uninstaller::moveToTrash(platform, {url}, {{url, bytes}});
-                                         });
+    const auto answer = co_await detached(
+        platform.tasks, Priority::userInitiated,
+        [platform, url = entry.url, bytes = entry.bytes, kept = *protectedPaths] {
+            return ItemIdentity::isOneOf(platform.files, url, kept)
+                       ? std::nullopt
+                       : std::optional(Uninstaller::moveToTrash(platform, {url}, {{url, bytes}}));
+        });
+    if (!answer) {
+        m_movedBySweep.erase(entry.url);
+        co_return; // protected by another spelling of its path
+    }
+    const auto& moved = *answer;
     auto& bytesOfCategory = report.bytesByCategory[entry.category];
     bytesOfCategory = checkedSum(bytesOfCategory, moved.reclaimedBytes);
     report.itemsMovedToTrash += static_cast<int>(moved.trashed.size());

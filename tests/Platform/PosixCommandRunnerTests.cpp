@@ -136,8 +136,8 @@ TEST(PosixCommandRunner, NoDescriptorIsLeftOpenHere) {
 TEST(PosixCommandRunner, ABlockedSignalIsNotBlockedInTheChild) {
     sigset_t term;
     sigset_t previous;
-    ::sigemptyset(&term);
-    ::sigaddset(&term, SIGTERM);
+    sigemptyset(&term); // macros on some systems
+    sigaddset(&term, SIGTERM);
     ::pthread_sigmask(SIG_BLOCK, &term, &previous);
     EXPECT_EQ(outputOf("kill -TERM $$; echo lived"), "");
     ::pthread_sigmask(SIG_SETMASK, &previous, nullptr);

@@ -185,6 +185,20 @@ TEST_F(Sweep, APathProtectedDuringTheReviewStaysAndIsNeitherCountedNorReported) 
     EXPECT_EQ(done.totalBytes(), 5);
 }
 
+TEST_F(Sweep, WhatIsProtectedByAnotherSpellingOfItsPathStaysToo) {
+    const auto kept = file("Code/x/node_modules");
+    const auto other = file("Code/y/node_modules");
+    world.disk.link("Users/alex/code", "Code");
+    library->setProtected(kept, true);
+    const auto told = sweep({entry(home("code/x/node_modules"), SweepCategory::developer, 10),
+                             entry(home("code/y/node_modules"), SweepCategory::developer, 20)});
+    EXPECT_TRUE(world.platform.files.exists(kept));
+    EXPECT_FALSE(world.platform.files.exists(other));
+    EXPECT_EQ(told.itemsMovedToTrash, 1);
+    EXPECT_TRUE(told.failures.empty());
+    EXPECT_EQ(*library->sweepProcessed, 1);
+}
+
 TEST_F(Sweep, APathProtectedWhileTheSweepRunsStaysToo) {
     const auto a = file("a");
     const auto b = file("b");

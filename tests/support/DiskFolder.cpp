@@ -1,4 +1,5 @@
 #include "DiskFolder.h"
+#include "DiskCalls.h"
 #include "TreeRemoval.h"
 #include <cerrno>
 #include <cmath>
@@ -8,7 +9,6 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 #include <utility>
 
@@ -86,7 +86,7 @@ DiskFolder& DiskFolder::file(std::string_view below, std::string_view content) {
 DiskFolder& DiskFolder::allocated(std::string_view below, std::int64_t bytes) {
     const int fd = create(at(below));
     if (bytes > 0) {
-        errno = ::posix_fallocate(fd, 0, bytes);
+        errno = allocateOnDisk(fd, bytes);
         require(errno == 0, at(below));
     }
     ::close(fd);
@@ -104,7 +104,7 @@ DiskFolder& DiskFolder::extend(std::string_view below, std::int64_t allocated, s
     const int fd = ::open(at(below).c_str(), O_WRONLY | O_CLOEXEC);
     require(fd >= 0, at(below));
     if (allocated > 0) {
-        errno = ::posix_fallocate(fd, 0, allocated);
+        errno = allocateOnDisk(fd, allocated);
         require(errno == 0, at(below));
     }
     struct stat status = {};
@@ -162,12 +162,8 @@ DiskFolder& DiskFolder::modified(std::string_view below, Date date) {
 }
 
 DiskFolder& DiskFolder::attribute(std::string_view below, const std::string& name, std::string_view value) {
-#if defined(__APPLE__)
-    const int failed = ::setxattr(at(below).c_str(), name.c_str(), value.data(), value.size(), 0, 0);
-#else
-    const int failed = ::setxattr(at(below).c_str(), ("user." + name).c_str(), value.data(), value.size(), 0);
-#endif
-    require(failed == 0 || errno == ENOTSUP, at(below));
+    errno = setAttribute(at(below), name, value);
+    require(errno == 0 || errno == ENOTSUP, at(below));
     return *this;
 }
 

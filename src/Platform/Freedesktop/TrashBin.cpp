@@ -1,5 +1,6 @@
 #include "TrashBin.h"
 #include "PosixError.h"
+#include "TrashFolder.h"
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -93,13 +94,6 @@ std::string topOfVolume(std::string path) {
     return path;
 }
 
-bool isTopOfVolume(int folder) {
-    struct stat status = {};
-    struct stat above = {};
-    return ::fstat(folder, &status) == 0 && ::fstatat(folder, "..", &above, 0) == 0 &&
-           (status.st_dev != above.st_dev || status.st_ino == above.st_ino); // the root is its own parent
-}
-
 // A shared ".Trash" counts only when it is a real folder with the sticky bit: anyone may have made it.
 Descriptor openShared(int top) {
     auto shared = openFolderAt(top, kShared);
@@ -175,7 +169,7 @@ Result<Descriptor> openOnVolume(const std::string& path, uid_t user) {
         return PosixError::writing(EINVAL);
     }
     const auto top = openPath(holderOf(trash).path());
-    if (top && !isTopOfVolume(top.get())) {
+    if (top && !TrashFolder::isTopOfVolume(top.get())) {
         return PosixError::writing(EINVAL);
     }
     const auto sharedTrash = top && shared ? openFolderAt(top.get(), kShared) : Descriptor();

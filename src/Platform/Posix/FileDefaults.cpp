@@ -1,6 +1,7 @@
 #include "FileDefaults.h"
 #include "AtomicFile.h"
 #include "Descriptor.h"
+#include "FileLock.h"
 #include "PropertyListDocument.h"
 #include "SpaceReserve.h"
 #include "StatusTime.h"
@@ -9,7 +10,6 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <string_view>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <type_traits>
 #include <utility>
@@ -18,7 +18,6 @@
 namespace quillane {
 namespace {
 
-constexpr mode_t kLockMode = 0600;
 // In the place of the first character of a key: the value counts no longer.
 constexpr char kCrossedOut = '~';
 constexpr std::size_t kMostTold = 64; // changes of one key that are kept to be made anew
@@ -324,14 +323,7 @@ void FileDefaults::crossOut(const std::string& key) {
 }
 
 bool FileDefaults::change(const std::string& key, Change change, Older older, Basis basis) {
-    AtomicFile::makeFoldersAbove(m_path);
-    // The lock is a file of its own, as the list itself is replaced. It goes when it is closed, also by a crash.
-    const std::string lockPath = m_path + ".lock";
-    const Descriptor lock(::open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kLockMode));
-    if (lock) {
-        while (::flock(lock.get(), LOCK_EX) != 0 && errno == EINTR) {
-        }
-    }
+    const FileLock lock(m_path + ".lock"); // a file of its own, as the list itself is replaced
     // What is not known to stand there can't be told to be no change.
     const bool isKnown = basis == Basis::stored && reloadIfChanged();
     const auto before = basis == Basis::stored ? ownValue(key) : std::nullopt;

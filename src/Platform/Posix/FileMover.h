@@ -6,6 +6,9 @@
 // copies: what can't be renamed stays where it is.
 namespace quillane::FileMover {
 
+// The flags of open(2) for a folder whose entries are only moved: it may be one that can't be listed.
+extern const int kOpenUnlisted;
+
 // Moves an entry to a name that must be free. The error for a taken name is "file exists".
 Result<> move(int fromFolder, const std::string& fromName, int toFolder, const std::string& toName);
 

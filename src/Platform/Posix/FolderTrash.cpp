@@ -15,11 +15,6 @@ namespace {
 constexpr const char* kName = ".Trash";
 constexpr mode_t kOwnerOnly = 0700;
 
-// Links on the way to the folder are followed.
-Descriptor openFolder(const Volume& volume, const std::string& path) {
-    return volume.open(path, O_RDONLY | O_DIRECTORY);
-}
-
 } // namespace
 
 FolderTrash::FolderTrash(const std::string& hostRoot, FileURL home)
@@ -63,7 +58,7 @@ Result<Descriptor> FolderTrash::openForMoving() {
 }
 
 Result<std::optional<FileURL>> FolderTrash::moveToTrash(const FileURL& url) {
-    const auto parent = openFolder(m_root, url.deletingLastPathComponent().path());
+    const auto parent = TrashFolder::openForMoving(m_root, url.deletingLastPathComponent(), LastLink::follow);
     if (!parent) {
         return PosixError::writing(errno);
     }
@@ -93,14 +88,11 @@ Result<> FolderTrash::moveOut(const FileURL& inTrash, const FileURL& original) {
     if (!TrashFolder::holdsDirectly(m_folder, inTrash)) {
         return PosixError::writing(EINVAL); // records that were tampered with move nothing else
     }
-    const auto trash = m_root.open(m_folder.path(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW);
-    const auto parent =
-        trash ? openFolder(m_root, original.deletingLastPathComponent().path()) : Descriptor();
-    if (!parent) {
+    const auto trash = TrashFolder::openForMoving(m_root, m_folder, LastLink::keep);
+    if (!trash) {
         return PosixError::writing(errno);
     }
-    return FileMover::move(trash.get(), std::string(inTrash.lastPathComponent()), parent.get(),
-                           std::string(original.lastPathComponent()));
+    return TrashFolder::moveOut(trash.get(), inTrash, m_root, original);
 }
 
 Result<> FolderTrash::deleteItem(const FileURL& inTrash) {

@@ -1,10 +1,13 @@
 #include "TrashFolder.h"
 #include "DirectoryReader.h"
+#include "FileMover.h"
 #include "PosixError.h"
 #include <cerrno>
 #include <dirent.h>
+#include <fcntl.h>
 #include <memory>
 #include <string_view>
+#include <sys/stat.h>
 
 namespace quillane::TrashFolder {
 namespace {
@@ -57,9 +60,34 @@ bool isEmpty(int folder) {
     }
 }
 
+bool isTopOfVolume(int folder) {
+    struct stat status = {};
+    struct stat above = {};
+    return ::fstat(folder, &status) == 0 && ::fstatat(folder, "..", &above, 0) == 0 &&
+           (status.st_dev != above.st_dev || status.st_ino == above.st_ino); // the root is its own parent
+}
+
 bool holdsDirectly(const FileURL& folder, const FileURL& url) {
     const auto name = url.lastPathComponent();
     return name != "." && name != ".." && url.deletingLastPathComponent() == folder && url != folder;
+}
+
+Descriptor openForMoving(const Volume& volume, const FileURL& folder, LastLink lastLink) {
+    const int link = lastLink == LastLink::keep ? O_NOFOLLOW : 0;
+    auto opened = volume.open(folder.path(), O_RDONLY | O_DIRECTORY | link);
+    if (!opened && (errno == EACCES || errno == EPERM)) {
+        opened = volume.open(folder.path(), FileMover::kOpenUnlisted | link);
+    }
+    return opened;
+}
+
+Result<> moveOut(int trash, const FileURL& inTrash, const Volume& volume, const FileURL& original) {
+    const auto parent = openForMoving(volume, original.deletingLastPathComponent(), LastLink::follow);
+    if (!parent) {
+        return PosixError::writing(errno);
+    }
+    return FileMover::move(trash, std::string(inTrash.lastPathComponent()), parent.get(),
+                           std::string(original.lastPathComponent()));
 }
 
 } // namespace quillane::TrashFolder

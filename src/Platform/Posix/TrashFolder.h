@@ -2,6 +2,7 @@
 #include "Descriptor.h"
 #include "FileURL.h"
 #include "Result.h"
+#include "Volume.h"
 #include <string>
 #include <vector>
 
@@ -19,7 +20,16 @@ Result<std::vector<FileURL>> items(Descriptor folder, const FileURL& folderURL);
 // False also when the folder, which nobody has read from yet, can't be listed. Reads no more than it must.
 bool isEmpty(int folder);
 
+// Whether the open folder is the highest of its volume.
+bool isTopOfVolume(int folder);
+
 // True when `url` is a direct entry of `folder` with an ordinary name.
 bool holdsDirectly(const FileURL& folder, const FileURL& url);
+
+// Moves an item out of the open Trash to a place of the volume, whose folder must exist; never overwrites.
+Result<> moveOut(int trash, const FileURL& inTrash, const Volume& volume, const FileURL& original);
+
+// Opens a folder of the volume to move entries of it, which needs no right to list it. Links above it are followed.
+Descriptor openForMoving(const Volume& volume, const FileURL& folder, LastLink lastLink);
 
 } // namespace quillane::TrashFolder

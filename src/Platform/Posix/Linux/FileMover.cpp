@@ -7,6 +7,8 @@
 
 namespace quillane::FileMover {
 
+const int kOpenUnlisted = O_PATH | O_DIRECTORY;
+
 namespace {
 
 // Remote and user-space disks may do what they are asked and lose the answer on its way back.

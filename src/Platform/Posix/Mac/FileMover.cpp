@@ -7,6 +7,8 @@
 
 namespace quillane::FileMover {
 
+const int kOpenUnlisted = O_SEARCH;
+
 Result<> move(int fromFolder, const std::string& fromName, int toFolder, const std::string& toName) {
     if (::renameatx_np(fromFolder, fromName.c_str(), toFolder, toName.c_str(), RENAME_EXCL) != 0) {
         return PosixError::writing(errno);

@@ -77,6 +77,14 @@ std::string shown(const std::string& words, bool isEnabled) {
     return isEnabled ? words : "[" + words + "]";
 }
 
+std::vector<std::string> linesOf(const MenuBarDesk::Menu& menu) {
+    std::vector<std::string> lines;
+    for (const auto& entry : menu) {
+        lines.push_back(shown(entry.words, entry.isEnabled));
+    }
+    return lines;
+}
+
 QByteArray mouseAndKeys(const QStringList& arguments) {
     QProcess program;
     program.start(QStringLiteral("xdotool"), arguments);
@@ -87,11 +95,30 @@ QByteArray mouseAndKeys(const QStringList& arguments) {
 } // namespace
 
 std::vector<std::string> FakeMenuBarDesk::menu() {
-    std::vector<std::string> lines;
-    for (const auto& entry : m_item.menu) {
-        lines.push_back(shown(entry.words, entry.isEnabled));
+    return linesOf(m_item.menu);
+}
+
+void StatusItemDesk::setPanel(bool isThere) {
+    m_bar.hasRoom = isThere;
+    if (m_bar.hasItem) {
+        m_bar.item.shownChanged();
     }
-    return lines;
+}
+
+void StatusItemDesk::click(const MenuBarExtra::Press& press) {
+    m_click = press;
+    m_bar.item.pressed(press.place);
+}
+
+std::vector<std::string> StatusItemDesk::menu() {
+    return linesOf(m_bar.menu);
+}
+
+void StatusItemDesk::choose(const Menu& /*menu*/, std::size_t line, const std::string& /*token*/) {
+    const auto& entry = m_bar.menu.at(line);
+    if (entry.isEnabled && !entry.words.empty()) {
+        m_bar.item.chosen(entry.id);
+    }
 }
 
 bool BusMenuBarDesk::until(const std::function<bool()>& condition) {

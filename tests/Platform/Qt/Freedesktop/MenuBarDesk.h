@@ -2,6 +2,8 @@
 #include "DesktopMenuBarExtra.h"
 #include "FakeMenuBarExtra.h"
 #include "FakePanel.h"
+#include "FakeStatusItem.h"
+#include "MacMenuBarExtra.h"
 #include "PrivateBus.h"
 #include "StepTaskRunner.h"
 #include "TemporaryFolder.h"
@@ -68,6 +70,34 @@ class FakeMenuBarDesk final : public MenuBarDesk {
   private:
     StepTaskRunner m_tasks;
     FakeMenuBarExtra m_item{m_tasks};
+    MenuBarExtra::Press m_click;
+};
+
+// The Mac's adapter over a menu bar of the test's own, which has room or has none. It knows of no token.
+class StatusItemDesk final : public MenuBarDesk {
+  public:
+    StatusItemDesk() { m_bar.hasRoom = false; }
+
+    MenuBarExtra& item() override { return m_item; }
+    StepTaskRunner& tasks() override { return m_tasks; }
+    void setPanel(bool isThere) override;
+    void settle() override { m_tasks.runAll(); }
+    bool until(const std::function<bool()>& condition) override { return m_tasks.runUntil(condition); }
+    bool panelHasIt(bool expected) override { return (m_bar.hasItem && m_bar.hasRoom) == expected; }
+    std::string figure() override { return m_bar.figure; }
+    void click(const MenuBarExtra::Press& press) override;
+    bool isThatClick(const MenuBarExtra::Press& press) const override {
+        return press == MenuBarExtra::Press{.place = m_click.place, .activationToken = {}};
+    }
+    std::vector<std::string> menu() override;
+    void choose(const Menu& menu, std::size_t line, const std::string& token) override;
+    bool givesTokens() const override { return false; }
+
+  private:
+    StepTaskRunner m_tasks;
+    FakeMenuBar m_bar;
+    MacMenuBarExtra m_item{m_tasks,
+                           [this](StatusItem::Handlers handlers) { return m_bar.make(std::move(handlers)); }};
     MenuBarExtra::Press m_click;
 };
 

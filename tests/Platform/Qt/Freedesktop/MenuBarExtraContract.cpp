@@ -281,14 +281,13 @@ TEST_P(MenuBarExtraContract, AChoiceThatSetsOtherHandlersAndAnotherMenuHarmsNoth
     EXPECT_TRUE(m_choices.empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Adapters, MenuBarExtraContract,
-                         testing::Values(Adapter{"Desktop", panelDesk},
-                                         Adapter{"Fake",
-                                                 [] {
-                                                     return std::unique_ptr<MenuBarDesk>(
-                                                         std::make_unique<FakeMenuBarDesk>());
-                                                 }}),
-                         [](const auto& adapter) { return adapter.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Adapters, MenuBarExtraContract,
+    testing::Values(
+        Adapter{"Desktop", panelDesk},
+        Adapter{"Mac", [] { return std::unique_ptr<MenuBarDesk>(std::make_unique<StatusItemDesk>()); }},
+        Adapter{"Fake", [] { return std::unique_ptr<MenuBarDesk>(std::make_unique<FakeMenuBarDesk>()); }}),
+    [](const auto& adapter) { return adapter.param.name; });
 
 } // namespace
 } // namespace quillane
