@@ -1,16 +1,20 @@
 #include "ProgramUpdates.h"
-#include "AbsentPorts.h"
 #include "SparkleUpdater.h"
+#include "UpdaterWithoutFeed.h"
+#include "UserDefaults.h"
 
 namespace quillane {
 
-// Sparkle keeps its own settings; a bundle that does not carry it has nobody to ask and nothing to keep.
+// By Sparkle, which keeps its own settings and is told by the bundle where to ask. A bundle that does not carry it has
+// nobody to ask; what the person wants of automatic checks is kept with the program's settings then.
 struct ProgramUpdates::Parts {
     explicit Parts(TaskRunner& tasks)
         : sparkle(makeSparkleUpdater(tasks)) {}
 
     std::unique_ptr<Updater> sparkle;
-    AbsentUpdater absent;
+    UserDefaults settings;
+    // NOLINTNEXTLINE(bugprone-unchecked-optional-access): a build without a version ends here
+    UpdaterWithoutFeed without{VersionNumber::parse(QUILLANE_VERSION).value(), settings};
 };
 
 ProgramUpdates::ProgramUpdates(Clock& /*clock*/, TaskRunner& tasks, const std::string& /*home*/)
@@ -19,7 +23,7 @@ ProgramUpdates::ProgramUpdates(Clock& /*clock*/, TaskRunner& tasks, const std::s
 ProgramUpdates::~ProgramUpdates() = default;
 
 Updater& ProgramUpdates::updater() {
-    return m_parts->sparkle ? *m_parts->sparkle : m_parts->absent;
+    return m_parts->sparkle ? *m_parts->sparkle : m_parts->without;
 }
 
 void ProgramUpdates::setOpening(const std::function<void(QWidget& window, bool isAskedFor)>& /*opening*/) {

@@ -1,5 +1,6 @@
 #include "MacPreviewPanel.h"
 #include "FoundationValues.h"
+#include "PanelKey.h"
 #import <AppKit/AppKit.h>
 #import <QuickLookUI/QuickLookUI.h>
 #include <optional>
@@ -8,22 +9,6 @@
 namespace {
 
 using namespace quillane;
-
-// By the place of the key, which no layout of the keyboard moves.
-std::optional<PreviewPanel::Key> keyOf(unsigned short code) {
-    switch (code) {
-    case 0x7E:
-        return PreviewPanel::Key::up;
-    case 0x7D:
-        return PreviewPanel::Key::down;
-    case 0x73:
-        return PreviewPanel::Key::home;
-    case 0x77:
-        return PreviewPanel::Key::end;
-    default:
-        return std::nullopt;
-    }
-}
 
 // Null before the first file is shown: asking makes it.
 QLPreviewPanel* existingPanel() {
@@ -121,7 +106,7 @@ QLPreviewPanel* existingPanel() {
 
 - (BOOL)previewPanel:(QLPreviewPanel*)panel handleEvent:(NSEvent*)event {
     (void)panel;
-    const auto key = [event type] == NSEventTypeKeyDown ? keyOf([event keyCode]) : std::nullopt;
+    const auto key = [event type] == NSEventTypeKeyDown ? panelKeyAt([event keyCode]) : std::nullopt;
     if (!key || !m_handlers.pressed) {
         return NO;
     }
