@@ -1,6 +1,7 @@
 // Quillane on macOS: the window over this machine.
 #include "AppKitStatusItem.h"
 #include "CommandLine.h"
+#include "DescriptorLimit.h"
 #include "DesktopSession.h"
 #include "EndSignals.h"
 #include "MacInstance.h"
@@ -17,6 +18,7 @@
 #include "QuillaneApp.h"
 #include "SpotlightMetadata.h"
 #include "ThreadTaskRunner.h"
+#include "UserNotificationCentre.h"
 #include "WorkspaceApplications.h"
 #include <QApplication>
 #include <algorithm>
@@ -33,9 +35,10 @@ int main(int argc, char** argv) {
     if (MacInstance::bringOtherForward(isRelaunched)) {
         return EXIT_SUCCESS;
     }
+    DescriptorLimit::raise();
     QApplication application(argc, argv);
     DesktopSession session(application);
-    MacStorage storage(session.clock());
+    MacStorage storage;
     SpotlightMetadata metadata;
     PosixCommandRunner commands;
     ThreadTaskRunner tasks(
@@ -45,7 +48,7 @@ int main(int argc, char** argv) {
     MacPreviewPanel previewPanel(tasks);
     WorkspaceApplications running;
     PosixDirectoryWatch directories(tasks);
-    MacNotifications notifications(tasks); // before the application has finished launching
+    MacNotifications notifications(tasks, makeNotificationCentre); // before the application has finished launching
     MacPower power;
     MacMenuBarExtra menuBarExtra(tasks, makeStatusItem);
     ProgramUpdates updates(session.clock(), tasks, storage.files.home().path());

@@ -4,6 +4,7 @@
 #include "MacMenuBarExtra.h"
 #include "MacNotifications.h"
 #include "MacPower.h"
+#include "UserNotificationCentre.h"
 #include "Workspace.h"
 #include <QCoreApplication>
 #include <QProcess>
@@ -43,7 +44,7 @@ inline std::unique_ptr<Power> power(TaskRunner& /*tasks*/) {
 // Where the sample shows itself beside its windows.
 struct Signs {
     explicit Signs(TaskRunner& tasks)
-        : notifications(tasks)
+        : notifications(tasks, makeNotificationCentre)
         , menuBarExtra(tasks, makeStatusItem) {}
 
     MacNotifications notifications;
