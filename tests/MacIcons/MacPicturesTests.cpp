@@ -68,6 +68,23 @@ TEST_F(MacPictures, TheIconIsTheDrawingInEverySize) {
     }
 }
 
+// Pixels that were multiplied with their opacity would draw a dark rim.
+TEST_F(MacPictures, TheRimOfTheSmallIconsHasTheColourOfItsGround) {
+    ASSERT_EQ(draw(), 0);
+    for (const int side : {16, 32}) {
+        const QImage image = icon(side);
+        int seen = 0;
+        for (int at = 0; at < side * side; ++at) {
+            const QColor pixel = image.pixelColor(at % side, at / side);
+            if (pixel.alpha() > 40 && pixel.alpha() < 200) {
+                EXPECT_GT(pixel.blue(), 130) << side << ": " << at;
+                ++seen;
+            }
+        }
+        EXPECT_GT(seen, side / 2) << side;
+    }
+}
+
 // The system takes the opacity and paints it in the colour of its bar.
 TEST_F(MacPictures, WhatStandsInTheMenuBarIsBlackOnNothing) {
     ASSERT_EQ(draw(), 0);
