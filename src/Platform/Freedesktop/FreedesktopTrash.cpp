@@ -149,6 +149,9 @@ Result<std::optional<FileURL>> FreedesktopTrash::moveInto(const TrashBin& bin, i
 }
 
 Result<std::optional<FileURL>> FreedesktopTrash::moveToTrash(const FileURL& url) {
+    if (TrashFolder::endsEarly(url)) {
+        return PosixError::writing(EINVAL);
+    }
     const Descriptor parent(::open(url.deletingLastPathComponent().path().c_str(), kOpenFolder));
     struct stat item = {};
     struct stat folder = {};
@@ -235,6 +238,9 @@ Result<bool> FreedesktopTrash::cameFrom(const FileURL& inTrash, const FileURL& o
 }
 
 Result<> FreedesktopTrash::moveOut(const FileURL& inTrash, const FileURL& original) {
+    if (TrashFolder::endsEarly(inTrash) || TrashFolder::endsEarly(original)) {
+        return PosixError::writing(EINVAL);
+    }
     const auto trash = openTrash(inTrash.deletingLastPathComponent());
     if (!trash) {
         return trash.error();

@@ -58,6 +58,9 @@ Result<Descriptor> FolderTrash::openForMoving() {
 }
 
 Result<std::optional<FileURL>> FolderTrash::moveToTrash(const FileURL& url) {
+    if (TrashFolder::endsEarly(url)) {
+        return PosixError::writing(EINVAL);
+    }
     const auto parent = TrashFolder::openForMoving(m_root, url.deletingLastPathComponent(), LastLink::follow);
     if (!parent) {
         return PosixError::writing(errno);

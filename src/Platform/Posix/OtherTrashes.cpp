@@ -74,8 +74,8 @@ Result<Descriptor> openOfCloud(const FileURL& folder, uid_t user) {
 } // namespace
 
 Result<Descriptor> open(const FileURL& folder, const FileURL& home, uid_t user) {
-    if (folder.path().find('\0') != std::string::npos) {
-        return refused(); // the system would read up to it
+    if (TrashFolder::endsEarly(folder)) {
+        return refused();
     }
     const auto above = folder.deletingLastPathComponent();
     if (folder.lastPathComponent() == std::to_string(user) && above.lastPathComponent() == kOfVolume) {

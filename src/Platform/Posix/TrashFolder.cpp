@@ -67,9 +67,14 @@ bool isTopOfVolume(int folder) {
            (status.st_dev != above.st_dev || status.st_ino == above.st_ino); // the root is its own parent
 }
 
+bool endsEarly(const FileURL& url) {
+    return url.path().find('\0') != std::string::npos;
+}
+
 bool holdsDirectly(const FileURL& folder, const FileURL& url) {
     const auto name = url.lastPathComponent();
-    return name != "." && name != ".." && url.deletingLastPathComponent() == folder && url != folder;
+    return name != "." && name != ".." && !endsEarly(url) && url.deletingLastPathComponent() == folder &&
+           url != folder;
 }
 
 Descriptor openForMoving(const Volume& volume, const FileURL& folder, LastLink lastLink) {
@@ -82,6 +87,9 @@ Descriptor openForMoving(const Volume& volume, const FileURL& folder, LastLink l
 }
 
 Result<> moveOut(int trash, const FileURL& inTrash, const Volume& volume, const FileURL& original) {
+    if (endsEarly(inTrash) || endsEarly(original)) {
+        return PosixError::writing(EINVAL);
+    }
     const auto parent = openForMoving(volume, original.deletingLastPathComponent(), LastLink::follow);
     if (!parent) {
         return PosixError::writing(errno);

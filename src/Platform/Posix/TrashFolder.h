@@ -23,6 +23,9 @@ bool isEmpty(int folder);
 // Whether the open folder is the highest of its volume.
 bool isTopOfVolume(int folder);
 
+// Whether the system would read less of the path than it holds, and reach another item: it ends at the first NUL.
+bool endsEarly(const FileURL& url);
+
 // True when `url` is a direct entry of `folder` with an ordinary name.
 bool holdsDirectly(const FileURL& folder, const FileURL& url);
 

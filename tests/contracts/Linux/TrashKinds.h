@@ -16,6 +16,7 @@ struct DesktopTrash {
     static fs::path host(const World&, const FileURL& url) { return {url.path()}; }
     static fs::path folder(const World& world) { return world.root / "home/.local/share/Trash/files"; }
     static constexpr bool kKeepsRecords = true;
+    static constexpr bool kNeedsListing = true;
 };
 
 using TrashKinds = testing::Types<PlainTrash, DesktopTrash, WrappedTrash>;

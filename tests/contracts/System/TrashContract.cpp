@@ -3,10 +3,12 @@
 #include "DiskFolder.h"
 #include "OrdinaryUser.h"
 #include "TrashKinds.h"
+#include <cerrno>
 #include <gtest/gtest.h>
 #include <sstream>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <utility>
 
 namespace quillane {
 namespace {
@@ -35,6 +37,24 @@ class TrashContract : public testing::Test {
 };
 
 TYPED_TEST_SUITE(TrashContract, TrashKinds);
+
+// For the length of a block everybody may work in the world and use what the Trash holds, and nobody may list it.
+class Unlisted {
+  public:
+    Unlisted(const World& world, fs::path folder)
+        : m_folder(std::move(folder)) {
+        setMode(world.root, 0777);
+        setMode(world.root / "home", 0777);
+        setMode(m_folder, 0333);
+    }
+    ~Unlisted() { setMode(m_folder, 0700); }
+    Unlisted(const Unlisted&) = delete;
+    Unlisted& operator=(const Unlisted&) = delete;
+
+  private:
+    static void setMode(const fs::path& path, mode_t mode) { EXPECT_EQ(::chmod(path.c_str(), mode), 0); }
+    fs::path m_folder;
+};
 
 TYPED_TEST(TrashContract, BeforeTheFirstMoveThereIsNoTrashAndItListsEmpty) {
     EXPECT_FALSE(this->trash->location());
@@ -79,7 +99,7 @@ TYPED_TEST(TrashContract, ALongNameOfBytesThatAreNoTextMovesTwice) {
 
 TYPED_TEST(TrashContract, AnOddNameComesThroughByteForByte) {
     for (const std::string name :
-         {"new\nline", "\xff\xfe bad", "100% %41", "-rf", ".hidden", "é", "[Trash Info]"}) {
+         {"new\nline", "\xff\xfe bad", "100% %41", "a;b", ";", "-rf", ".hidden", "é", "[Trash Info]"}) {
         this->world.write("home/" + name, name);
         const auto landed = this->trashed("home/" + name);
         EXPECT_EQ(landed.lastPathComponent(), name);
@@ -261,6 +281,45 @@ TYPED_TEST(TrashContract, ATrashThatIsALinkElsewhereIsRefused) {
     EXPECT_FALSE(this->trash->moveOut(precious, this->url("home/stolen")).ok());
     EXPECT_TRUE(fs::exists(this->world.root / "elsewhere/precious"));
     EXPECT_TRUE(fs::exists(this->world.root / "home/a"));
+}
+
+// As macOS refuses the listing to a program without Full Disk Access.
+TYPED_TEST(TrashContract, AListingThatIsRefusedIsToldFromAMissingTrash) {
+    this->world.write("home/a", "1");
+    this->trashed("home/a");
+    const Unlisted unlisted(this->world, TypeParam::folder(this->world));
+    const OrdinaryUser ordinary;
+    EXPECT_TRUE(this->trash->location());
+    const auto items = this->trash->items();
+    ASSERT_FALSE(items.ok());
+    EXPECT_EQ(items.error(), (PlatformError{ErrorCode::kReadNoPermission, EACCES}));
+}
+
+TYPED_TEST(TrashContract, WhatLiesInATrashThatCannotBeListedIsPutBack) {
+    if (TypeParam::kNeedsListing) {
+        return;
+    }
+    this->world.write("home/a", "1");
+    const auto landed = this->trashed("home/a");
+    const Unlisted unlisted(this->world, TypeParam::folder(this->world));
+    const OrdinaryUser ordinary;
+    EXPECT_TRUE(this->trash->moveOut(landed, this->url("home/a")).ok());
+    EXPECT_EQ(this->content(this->world.root / "home/a"), "1");
+}
+
+// To the system a path ends there, so that another item would be reached.
+TYPED_TEST(TrashContract, ANameWithANulReachesNothing) {
+    this->world.write("home/a", "1");
+    this->world.write("home/b", "2");
+    const std::string nul("\0x", 2);
+    EXPECT_FALSE(this->trash->moveToTrash(this->url("home/a" + nul)).ok());
+    EXPECT_TRUE(fs::exists(this->world.root / "home/a"));
+    const auto landed = this->trashed("home/b");
+    EXPECT_FALSE(this->trash->deleteItem(FileURL(landed.path() + nul)).ok());
+    EXPECT_FALSE(this->trash->moveOut(FileURL(landed.path() + nul), this->url("home/b")).ok());
+    EXPECT_FALSE(this->trash->moveOut(landed, this->url("home/c" + nul)).ok());
+    EXPECT_FALSE(fs::exists(this->world.root / "home/c"));
+    EXPECT_EQ(this->content(this->host(landed)), "2");
 }
 
 TYPED_TEST(TrashContract, AFolderCannotBeTrashedIntoItself) {

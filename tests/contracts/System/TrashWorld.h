@@ -59,6 +59,8 @@ struct PlainTrash {
     }
     static fs::path folder(const World& world) { return world.root / "home/.Trash"; }
     static constexpr bool kKeepsRecords = false;
+    // Whether its folder must be one that can be listed for what lies in it to be put back.
+    static constexpr bool kNeedsListing = false;
 };
 
 struct WrappedTrash : PlainTrash {

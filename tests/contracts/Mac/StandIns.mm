@@ -1,0 +1,159 @@
+#include "StandIns.h"
+#include "FoundationValues.h"
+#import <AppKit/AppKit.h>
+#include <gtest/gtest.h>
+#include <map>
+#include <objc/runtime.h>
+#include <utility>
+
+@interface QuillaneStandInApplication : NSObject {
+    std::size_t m_entry; // in the list
+}
+- (void)setEntry:(std::size_t)entry;
+@end
+
+namespace quillane::StandIns {
+namespace {
+
+std::function<Trashed(const FileURL&)>& trashAnswer() {
+    static std::function<Trashed(const FileURL&)> answer;
+    return answer;
+}
+
+NSString* domain(const std::string& name) {
+    const std::map<std::string, NSString*> known{
+        {"Cocoa", NSCocoaErrorDomain}, {"POSIX", NSPOSIXErrorDomain}, {"OSStatus", NSOSStatusErrorDomain}};
+    const auto found = known.find(name);
+    return found != known.end() ? found->second : FoundationValues::text(name);
+}
+
+NSError* errorOf(const std::vector<Cause>& causes) {
+    NSError* error = nil;
+    for (auto cause = causes.rbegin(); cause != causes.rend(); ++cause) {
+        NSMutableDictionary* const told = [NSMutableDictionary dictionary];
+        if (error != nil) {
+            [told setObject:error forKey:NSUnderlyingErrorKey];
+        }
+        error = [NSError errorWithDomain:domain(cause->domain) code:cause->code userInfo:told];
+    }
+    return error;
+}
+
+BOOL trashItem(id /*self*/, SEL /*selector*/, NSURL* url, NSURL* __autoreleasing* landed,
+               NSError* __autoreleasing* error) {
+    const auto item = FoundationValues::fileURL(url);
+    const auto answer = item && trashAnswer() ? trashAnswer()(*item) : Trashed{false, std::nullopt, {}};
+    if (landed != nullptr && answer.landed) {
+        *landed = FoundationValues::location(*answer.landed);
+    }
+    if (error != nullptr && !answer.isDone) {
+        *error = errorOf(answer.error);
+    }
+    return answer.isDone ? YES : NO;
+}
+
+NSArray* running(id /*self*/, SEL /*selector*/, NSString* identifier) {
+    NSMutableArray* const found = [NSMutableArray arrayWithCapacity:1];
+    const auto wanted = FoundationValues::string(identifier);
+    for (std::size_t i = 0; i < applications().size(); ++i) {
+        if (applications()[i].identifier == wanted) {
+            QuillaneStandInApplication* const application = [[QuillaneStandInApplication alloc] init];
+            [application setEntry:i];
+            [found addObject:application];
+        }
+    }
+    return found;
+}
+
+std::function<void()>& storingWatch() {
+    static std::function<void()> watch;
+    return watch;
+}
+
+using Synchronize = BOOL (*)(id, SEL);
+Synchronize systemSynchronize = nullptr;
+
+BOOL synchronize(id self, SEL selector) {
+    if (storingWatch()) {
+        storingWatch()();
+    }
+    return systemSynchronize(self, selector);
+}
+
+void replace(Class type, SEL selector, void* own) {
+    class_replaceMethod(type, selector, reinterpret_cast<IMP>(own),
+                        method_getTypeEncoding(class_getInstanceMethod(type, selector)));
+}
+
+class InPlace final : public testing::Environment {
+    void SetUp() override {
+        @autoreleasepool {
+            replace([NSFileManager class], @selector(trashItemAtURL:resultingItemURL:error:),
+                    reinterpret_cast<void*>(&trashItem));
+            systemSynchronize = reinterpret_cast<Synchronize>(reinterpret_cast<void*>(
+                class_getMethodImplementation([NSUserDefaults class], @selector(synchronize))));
+            replace([NSUserDefaults class], @selector(synchronize), reinterpret_cast<void*>(&synchronize));
+            replace(object_getClass([NSRunningApplication class]),
+                    @selector(runningApplicationsWithBundleIdentifier:), reinterpret_cast<void*>(&running));
+        }
+    }
+};
+
+// Before any test, in each program that links this.
+[[maybe_unused]] const auto* const kInPlace = testing::AddGlobalTestEnvironment(new InPlace);
+
+} // namespace
+
+void answerTrash(std::function<Trashed(const FileURL& item)> answer) {
+    trashAnswer() = std::move(answer);
+}
+
+std::vector<Application>& applications() {
+    static std::vector<Application> all;
+    return all;
+}
+
+void forgetDefaults() {
+    @autoreleasepool {
+        NSUserDefaults* const defaults = [NSUserDefaults standardUserDefaults];
+        [defaults removePersistentDomainForName:[[NSProcessInfo processInfo] processName]];
+        [defaults synchronize];
+    }
+}
+
+void storeDictionary(const std::string& key) {
+    @autoreleasepool {
+        [[NSUserDefaults standardUserDefaults] setObject:[NSMutableDictionary dictionary]
+                                                  forKey:FoundationValues::text(key)];
+    }
+}
+
+bool isStored(const std::string& key) {
+    @autoreleasepool {
+        return [[NSUserDefaults standardUserDefaults] objectForKey:FoundationValues::text(key)] != nil;
+    }
+}
+
+void watchStoring(std::function<void()> watch) {
+    storingWatch() = std::move(watch);
+}
+
+} // namespace quillane::StandIns
+
+@implementation QuillaneStandInApplication
+- (void)setEntry:(std::size_t)entry {
+    m_entry = entry;
+}
+- (BOOL)isTerminated {
+    return quillane::StandIns::applications()[m_entry].isTerminated ? YES : NO;
+}
+- (int)processIdentifier {
+    return quillane::StandIns::applications()[m_entry].process;
+}
+- (BOOL)terminate {
+    auto& application = quillane::StandIns::applications()[m_entry];
+    ++application.asked;
+    application.isTerminated = application.isTerminated || !application.isStubborn;
+    return YES;
+}
+@end
