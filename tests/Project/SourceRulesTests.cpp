@@ -297,7 +297,7 @@ TEST(SourceRules, NoTestSleepsOrIsSkipped) {
 TEST(SourceRules, ATestStandsInAFileThatIsNamedAfterItsKind) {
     const std::regex test(R"(^(TEST|TEST_F|TEST_P|TYPED_TEST|RC_GTEST_PROP|RC_GTEST_FIXTURE_PROP)\()",
                           std::regex::ECMAScript | std::regex::multiline);
-    const std::regex name(R"((Tests|Contract|Properties)\.cpp$)");
+    const std::regex name(R"((Tests|Contract|Properties)\.(cpp|mm)$)");
     std::vector<std::string> found;
     std::size_t tests = 0;
     for (const auto& source : sourcesBelow("tests")) {
