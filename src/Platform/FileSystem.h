@@ -21,6 +21,12 @@ enum class EntryType { regular, directory, symbolicLink, other };
 struct DirectoryEntry {
     std::string name; // bytes, one path component
     EntryType type = EntryType::other;
+    // The system hides it though its name does not say so: a flag, or the Finder's own. Only a Mac's volumes have them.
+    bool isFlaggedHidden = false;
+
+    // Whether the platform's option to skip hidden files skips it. Where a rule asks for a leading dot, ask the name.
+    bool isHidden() const { return isFlaggedHidden || name.starts_with('.'); }
+
     friend bool operator==(const DirectoryEntry&, const DirectoryEntry&) = default;
 };
 
@@ -57,8 +63,12 @@ struct WalkEntry {
     std::string_view name;
     EntryType type = EntryType::other;
     int level = 1; // the children of the root are level 1
-    // Allocated bytes of a regular file when the walk measures; otherwise 0, and 0 for what can't be measured.
+    // Allocated bytes of a regular file when the walk measures, at some moment since its folder was opened; otherwise 0,
+    // and 0 for what can't be measured.
     Bytes allocated = 0;
+    // When the walk asks for marks: the Finder's mark on a folder that makes it a package whatever its extension says.
+    // Only a Mac's volumes have it.
+    bool isMarkedAsPackage = false;
     // As FileSystem::resourceValues() of this entry, at the time of the call. Costs one call of the system below the
     // folder that the walk has open, which is cheaper than by the path.
     FunctionRef<Result<ResourceValues>()> resourceValues = kNothingToAsk;
@@ -71,8 +81,10 @@ enum class WalkAnswer {
 };
 
 struct WalkOptions {
-    // Read the allocated size of each regular file. Costs one call of the system for each.
+    // Read the allocated size of each regular file. Costs one call of the system for each where folders don't tell it.
     bool measures = false;
+    // Read which folders the Finder has marked as packages. Costs nothing where there are no such marks.
+    bool readsMarks = false;
 };
 
 // A regular file that is open for reading. What the file becomes meanwhile is seen: it may grow, shrink or stop
@@ -120,8 +132,8 @@ class FileSystem {
     // Walks everything below `root`, each folder right before its content, so that names and levels give the
     // path of each entry; the root itself is not told. Links are told and never entered; a root that is a
     // link, a file or missing yields nothing. Folders that can't be read are skipped and the walk goes on.
-    // Mount points are crossed. Memory does not grow with the number of files. Fails only when the root can't
-    // be opened as a folder.
+    // Mount points are crossed. AppleDouble files are told: they take room as others do. Memory does not grow with the
+    // number of files. Fails only when the root can't be opened as a folder.
     virtual Result<> walk(const FileURL& root, WalkOptions options, Visitor visit) const = 0;
 
     // Up to `limit` bytes from the start of a file, links followed. Fails for a folder and for what is

@@ -253,7 +253,7 @@ class Search {
                 }
                 return WalkAnswer::skipBelow;
             }
-            if (!isEntered(entry.name, level)) {
+            if (!isEntered(entry, level)) {
                 return WalkAnswer::skipBelow;
             }
             if (isWanted(url, others)) {
@@ -263,7 +263,7 @@ class Search {
             return WalkAnswer::proceed;
         };
         // What can't be read holds nothing.
-        static_cast<void>(m_platform.files.walk(piece.folder, {}, look));
+        static_cast<void>(m_platform.files.walk(piece.folder, {.readsMarks = true}, look));
     }
 
     static bool isWanted(const FileURL& folder, const Others& others) {
@@ -271,9 +271,9 @@ class Search {
     }
 
     // Whether dependency folders are looked for inside a folder.
-    static bool isEntered(std::string_view name, int level) {
-        return !name.starts_with('.') && name != "Library" && level < kDeepestLevel &&
-               !ContentTypes::ofFolder(pathExtensionOf(name)).isPackage();
+    static bool isEntered(const WalkEntry& folder, int level) {
+        return !folder.name.starts_with('.') && folder.name != "Library" && level < kDeepestLevel &&
+               !folder.isMarkedAsPackage && !ContentTypes::ofFolder(pathExtensionOf(folder.name)).isPackage();
     }
 
     DevCacheItem* add(DevCacheItem item) {

@@ -11,7 +11,7 @@ std::vector<FileURL> visibleChildren(const Platform& platform, const FileURL& fo
         return children;
     }
     for (const auto& entry : *entries) {
-        if (!entry.name.starts_with('.')) {
+        if (!entry.isHidden()) {
             children.push_back(folder.appending(entry.name));
         }
     }

@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 constexpr Duration kQuiet = 2s; // a copy that goes on for a minute is one change
 
 bool isVisibleBundle(const DirectoryEntry& entry) {
-    return !entry.name.starts_with('.') && pathExtensionOf(entry.name) == "app";
+    return !entry.isHidden() && pathExtensionOf(entry.name) == "app";
 }
 
 std::set<FileURL> without(const std::set<FileURL>& all, const std::set<FileURL>& less) {

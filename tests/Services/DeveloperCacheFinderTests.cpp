@@ -150,6 +150,26 @@ TEST(DeveloperCacheFinder, ThreeVersionsOfDeviceSupportAreThreeRowsAndNoneForThe
                             "Library/Developer/Xcode/iOS DeviceSupport/17.0"));
 }
 
+TEST(DeveloperCacheFinder, AChildThatTheSystemHidesIsNoRow) {
+    SampleMac mac;
+    const std::string support = "Library/Developer/Xcode/iOS DeviceSupport";
+    mac.file(support + "/15.0/file", "x").file(support + "/16.0/file", "x");
+    SamplePlatform sample(mac);
+    sample.files.flagHidden(FileURL(std::string(SampleMac::kHome) + "/" + support + "/15.0"));
+    EXPECT_THAT(kindsOf(DeveloperCacheFinder::find(sample.platform, Priority::userInitiated)),
+                ElementsAre("iOS device support - 16.0"));
+}
+
+TEST(DeveloperCacheFinder, AFolderThatTheFinderMarksAsAPackageIsNotEnteredAndOneThatItHidesIs) {
+    SampleMac mac;
+    mac.file("Projects/marked/node_modules/file", "x").file("Projects/hidden/node_modules/file", "x");
+    SamplePlatform sample(mac);
+    sample.files.markAsPackage(FileURL(std::string(SampleMac::kHome) + "/Projects/marked"));
+    sample.files.flagHidden(FileURL(std::string(SampleMac::kHome) + "/Projects/hidden"));
+    EXPECT_THAT(kindsOf(DeveloperCacheFinder::find(sample.platform, Priority::userInitiated)),
+                ElementsAre("node_modules in hidden"));
+}
+
 TEST(DeveloperCacheFinder, AFileBesideTheBackupsIsARowToo) {
     SampleMac mac;
     mac.file("Library/Application Support/MobileSync/Backup/stray.zip", "x");

@@ -104,6 +104,15 @@ TEST_F(StartupFinderTest, EveryVisibleChildAmongTheHelpersIsOne) {
     EXPECT_THAT(labels(), ElementsAre("a.plist", "com.example.bundle.app", "com.example.tool"));
 }
 
+TEST_F(StartupFinderTest, WhatTheSystemHidesIsNotListed) {
+    layLabel(kAgents + "hidden.plist", "hidden");
+    layLabel(kAgents + "plain.plist", "plain");
+    world.disk.file(kHelpers + "com.example.hidden");
+    world.files.flagHidden(FileURL("/" + kAgents + "hidden.plist"));
+    world.files.flagHidden(FileURL("/" + kHelpers + "com.example.hidden"));
+    EXPECT_THAT(labels(), ElementsAre("plain"));
+}
+
 TEST_F(StartupFinderTest, AListThatCannotBeReadIsLeftOutWithoutAWord) {
     world.disk.file(kAgents + "damaged.plist", "<plist><dict><key>").file(kAgents + "empty.plist");
     world.disk.file(kAgents + "list.plist", xmlPropertyList(Plist::array({"Label"})));

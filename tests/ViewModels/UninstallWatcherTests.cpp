@@ -137,6 +137,16 @@ TEST_F(UninstallWatcherTest, OnlyWhatLiesDirectlyThereInSightAndHasTheExactExten
     EXPECT_THAT(changes, ElementsAre(Change{{}, {app("File"), app("Link")}})) << "whatever else they are";
 }
 
+TEST_F(UninstallWatcherTest, ABundleThatTheSystemHidesDoesNotCount) {
+    world.files.flagHidden(app("Ghost"));
+    run();
+    add(app("Ghost"));
+    add(app("Beta"));
+    somethingHappens();
+    world.clock.advance(2s);
+    EXPECT_THAT(changes, ElementsAre(Change{{}, {app("Beta")}}));
+}
+
 TEST_F(UninstallWatcherTest, ABundleIsToldByTheStandardFormOfItsPath) {
     const std::vector<FileURL> others{FileURL("/private/tmp/../Apps")};
     world.disk.folder("private/tmp").folder("private/Apps/Alpha.app").folder("Apps/Alpha.app");

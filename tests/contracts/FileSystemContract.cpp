@@ -231,6 +231,18 @@ TEST_P(FileSystemContract, AListingLeavesAppleDoubleNamesOut) {
     EXPECT_THAT(listedNames(), UnorderedElementsAre("photo.jpg", ".hidden", "_under"));
 }
 
+TEST_P(FileSystemContract, DotNamesAreHidden) {
+    folder.file(".hidden").folder(".git").file("file.").folder("_under").link(".link", "file.");
+    std::set<std::string> hidden;
+    const auto entries = files().list(url()).value();
+    for (const auto& entry : entries) {
+        if (entry.isHidden()) {
+            hidden.insert(entry.name);
+        }
+    }
+    EXPECT_THAT(hidden, UnorderedElementsAre(".hidden", ".git", ".link"));
+}
+
 TEST_P(FileSystemContract, AnEmptyFolderListsNothing) {
     folder.folder("empty");
     EXPECT_THAT(listedNames("empty"), IsEmpty());
@@ -633,7 +645,7 @@ TEST_P(FileSystemContract, AFolderThatVanishesOnceToldIsPassedOver) {
     EXPECT_THAT(told, UnorderedElementsAre("tree/a", "tree/a/file", "tree/doomed", "tree/z", "tree/z/file"));
 }
 
-TEST_P(FileSystemContract, AFileThatVanishesDuringTheWalkMeasuresNothing) {
+TEST_P(FileSystemContract, AFileThatVanishesDuringTheWalkMeasuresNothingOrWhatItHad) {
     folder.file("tree/one", std::string(5000, 'x'));
     folder.file("tree/two", std::string(5000, 'x'));
     const auto size = folder.allocationOf("tree/one");
@@ -646,7 +658,7 @@ TEST_P(FileSystemContract, AFileThatVanishesDuringTheWalkMeasuresNothing) {
         }
         return WalkAnswer::proceed;
     }));
-    EXPECT_EQ(sum, size);
+    EXPECT_THAT(sum, testing::AnyOf(size, 2 * size));
 }
 
 TEST_P(FileSystemContract, AWalkTellsThePropertiesOfEachEntryAsItsPathDoes) {

@@ -54,6 +54,21 @@ void FaultFileSystem::failEvery(FileCall call, PlatformError error) {
     m_every[call] = error;
 }
 
+void FaultFileSystem::flagHidden(const FileURL& url) {
+    const std::lock_guard lock(m_mutex);
+    m_hidden.insert(url);
+}
+
+void FaultFileSystem::markAsPackage(const FileURL& folder) {
+    const std::lock_guard lock(m_mutex);
+    m_packages.insert(folder);
+}
+
+bool FaultFileSystem::isOneOf(const std::set<FileURL>& urls, const FileURL& url) const {
+    const std::lock_guard lock(m_mutex);
+    return urls.contains(url);
+}
+
 void FaultFileSystem::failNth(FileCall call, int n, PlatformError error) {
     const std::lock_guard lock(m_mutex);
     m_nth[call] = {n, error};
@@ -166,7 +181,15 @@ Result<std::vector<DirectoryEntry>> FaultFileSystem::list(const FileURL& folder)
     if (const auto error = touch(FileCall::list, folder)) {
         return *error;
     }
-    return ForwardingFileSystem::list(folder);
+    const auto listed = ForwardingFileSystem::list(folder);
+    if (!listed) {
+        return listed;
+    }
+    auto entries = *listed;
+    for (auto& entry : entries) {
+        entry.isFlaggedHidden = entry.isFlaggedHidden || isOneOf(m_hidden, folder.appending(entry.name));
+    }
+    return entries;
 }
 
 Result<ResourceValues> FaultFileSystem::resourceValues(const FileURL& url) const {
@@ -199,6 +222,7 @@ Result<> FaultFileSystem::walk(const FileURL& root, WalkOptions options, Visitor
         const bool gone = isGone(url);
         WalkEntry told = entry;
         told.allocated = gone ? 0 : entry.allocated;
+        told.isMarkedAsPackage = entry.isMarkedAsPackage || (options.readsMarks && isOneOf(m_packages, url));
         const auto values = [&]() -> Result<ResourceValues> {
             if (const auto error = touch(FileCall::resourceValues, url)) {
                 return *error;

@@ -33,6 +33,9 @@ class FaultFileSystem final : public ForwardingFileSystem {
     void vanish(const FileURL& url);
     // From now on the system has the content of this file in its cloud alone.
     void sendToTheCloud(const FileURL& url);
+    // As the system of a Mac flags an item whose name does not hide it, and as the Finder marks a folder.
+    void flagHidden(const FileURL& url);
+    void markAsPackage(const FileURL& folder);
     // From now on every volume has this much room.
     void pretendSpace(VolumeSpace space);
     // Called before each call on this path.
@@ -66,6 +69,7 @@ class FaultFileSystem final : public ForwardingFileSystem {
     // How reading these bytes of an open file fails, if it does.
     std::optional<PlatformError> readFailure(const FileURL& url, Bytes offset, std::size_t length) const;
     bool isDenied(const FileURL& url) const;
+    bool isOneOf(const std::set<FileURL>& urls, const FileURL& url) const;
     // Whether this or a folder above it has vanished.
     bool isGone(const FileURL& url) const;
 
@@ -82,6 +86,8 @@ class FaultFileSystem final : public ForwardingFileSystem {
     std::set<FileURL> m_denied;
     std::set<FileURL> m_gone;
     std::set<FileURL> m_inTheCloud;
+    std::set<FileURL> m_hidden;
+    std::set<FileURL> m_packages;
     std::optional<VolumeSpace> m_space;
     mutable std::vector<FileURL> m_touched;
 };

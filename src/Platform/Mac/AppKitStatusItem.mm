@@ -43,21 +43,37 @@ MenuBarClick::Button buttonOf(NSEvent* event) {
     }
 }
 
-std::optional<MenuBarExtra::Place> placeOf(NSView* view) {
-    NSScreen* const first = [[NSScreen screens] firstObject];
+ScreenPlace::Rect rectOf(NSView* view) {
     NSWindow* const window = [view window];
-    if (first == nil || window == nil) {
-        return std::nullopt;
+    if (window == nil) {
+        return {};
     }
     const CGRect place = [window convertRectToScreen:[view convertRect:[view bounds] toView:nil]];
-    return ScreenPlace::middleOf({place.origin.x, place.origin.y, place.size.width, place.size.height},
-                                 [first frame].size.height);
+    return {place.origin.x, place.origin.y, place.size.width, place.size.height};
+}
+
+std::optional<MenuBarExtra::Place> placeOf(NSView* view, MenuBarClick::Button button) {
+    NSScreen* const first = [[NSScreen screens] firstObject];
+    if (first == nil) {
+        return std::nullopt;
+    }
+    std::optional<ScreenPlace::Point> pointer;
+    if (button != MenuBarClick::Button::none) {
+        const CGPoint place = [NSEvent mouseLocation];
+        pointer = {place.x, place.y};
+    }
+    return ScreenPlace::pressOn(rectOf(view), pointer, [first frame].size.height);
 }
 
 } // namespace
 
 // What the system's item calls. It outlives the item where that ends while its menu is open.
-@interface QuillaneStatusItem : NSObject
+@interface QuillaneStatusItem : NSObject {
+    NSStatusItem* m_item; // nil after the end
+    NSMenu* m_menu;       // nil for none
+    StatusItem::Handlers m_handlers;
+    std::unique_ptr<KeyObservation> m_visible;
+}
 - (instancetype)initWithHandlers:(StatusItem::Handlers)handlers;
 - (void)end;
 - (BOOL)isShown;
@@ -65,12 +81,7 @@ std::optional<MenuBarExtra::Place> placeOf(NSView* view) {
 - (void)setEntries:(const std::vector<MenuBarExtra::Entry>&)entries;
 @end
 
-@implementation QuillaneStatusItem {
-    NSStatusItem* m_item; // nil after the end
-    NSMenu* m_menu;       // nil for none
-    StatusItem::Handlers m_handlers;
-    std::unique_ptr<KeyObservation> m_visible;
-}
+@implementation QuillaneStatusItem
 
 - (instancetype)initWithHandlers:(StatusItem::Handlers)handlers {
     self = [super init];
@@ -118,10 +129,11 @@ std::optional<MenuBarExtra::Place> placeOf(NSView* view) {
 - (void)click:(id)sender {
     NSEvent* const event = [[NSApplication sharedApplication] currentEvent];
     const bool isControlHeld = ([event modifierFlags] & NSEventModifierFlagControl) != 0;
-    if (MenuBarClick::opensMenu(buttonOf(event), isControlHeld, m_menu != nil)) {
+    const auto mouseButton = buttonOf(event);
+    if (MenuBarClick::opensMenu(mouseButton, isControlHeld, m_menu != nil)) {
         [self openMenu];
     } else if (m_handlers.pressed) {
-        m_handlers.pressed(placeOf([m_item button]));
+        m_handlers.pressed(placeOf([m_item button], mouseButton));
     }
 }
 

@@ -1,13 +1,18 @@
 #include "KeyObservation.h"
 #include <utility>
 
-@interface QuillaneKeyObserver : NSObject
-- (instancetype)initWithChanged:(std::function<void()>)changed;
-@end
-
-@implementation QuillaneKeyObserver {
+@interface QuillaneKeyObserver : NSObject {
     std::function<void()> m_changed;
 }
+- (instancetype)initWithChanged:(std::function<void()>)changed;
+// The system's. Declared once more, so that a definition of another spelling leaves this one without any.
+- (void)observeValueForKeyPath:(NSString*)path
+                      ofObject:(id)object
+                        change:(NSDictionary<NSKeyValueChangeKey, id>*)change
+                       context:(void*)context;
+@end
+
+@implementation QuillaneKeyObserver
 
 - (instancetype)initWithChanged:(std::function<void()>)changed {
     self = [super init];

@@ -33,7 +33,7 @@ Controller startedController() {
     NSURL* const place =
         [[[NSBundle mainBundle] privateFrameworksURL] URLByAppendingPathComponent:@"Sparkle.framework"];
     if (place == nil || !isTold(@"SUFeedURL") || !isTold(@"SUPublicEDKey") ||
-        ![[NSBundle bundleWithURL:place] loadAndReturnError:nil]) {
+        ![[NSBundle bundleWithURL:place] loadAndReturnError:nullptr]) {
         return nil;
     }
     return [[NSClassFromString(@"SPUStandardUpdaterController") alloc] initWithStartingUpdater:YES

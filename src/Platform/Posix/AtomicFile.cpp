@@ -1,5 +1,6 @@
 #include "AtomicFile.h"
 #include "Descriptor.h"
+#include "DiskSync.h"
 #include "FileMover.h"
 #include "FileRemover.h"
 #include "PosixError.h"
@@ -37,7 +38,7 @@ Result<> writeAll(int fd, std::string_view bytes) {
         }
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
-    if (::fsync(fd) != 0) {
+    if (!DiskSync::write(fd)) {
         return PosixError::writing(errno);
     }
     return success();
@@ -103,7 +104,7 @@ Result<> writeIn(int folder, const std::string& name, std::string_view bytes) {
         (void)FileRemover::removeFile(folder, temporary->name);
         return done;
     }
-    ::fsync(folder); // the new name itself survives a power cut
+    (void)DiskSync::write(folder); // the new name itself survives a power cut
     return success();
 }
 
@@ -133,7 +134,7 @@ Result<> writeByte(const std::string& path, std::size_t offset, char byte) {
     if (!S_ISREG(status.st_mode) || place >= status.st_size) {
         return PosixError::writing(EINVAL);
     }
-    if (::pwrite(file.get(), &byte, 1, place) != 1 || ::fsync(file.get()) != 0) {
+    if (::pwrite(file.get(), &byte, 1, place) != 1 || !DiskSync::write(file.get())) {
         return PosixError::writing(errno);
     }
     return success();

@@ -1,5 +1,6 @@
 #pragma once
 #include "Clock.h"
+#include <memory>
 #include <optional>
 
 namespace quillane {
@@ -21,8 +22,8 @@ class DeadlineWait {
     void interrupt();
 
   private:
-    int m_timer = -1;
-    int m_interrupt = -1;
+    struct System;
+    std::unique_ptr<System> m_system;
 };
 
 } // namespace quillane

@@ -1,5 +1,6 @@
 #include "PosixCommandRunner.h"
 #include "Descriptor.h"
+#include "Environment.h"
 #include "PosixError.h"
 #include <algorithm>
 #include <array>
@@ -14,8 +15,6 @@
 #include <thread>
 #include <unistd.h>
 #include <utility>
-
-extern char** environ; // not declared by every system's <unistd.h>
 
 namespace quillane {
 namespace {
@@ -67,19 +66,19 @@ class ChildDescriptors {
     int m_failure = 0;
 };
 
-// A group of its own, which can be ended without ending anything else. Blocked and ignored signals survive an exec. A program that we start must die of SIGPIPE and answer SIGTERM
-// whatever this process has set for itself.
+// A group of its own, which can be ended without ending anything else. Blocked and ignored signals survive an exec. A
+// program that we start must die of SIGPIPE and answer SIGTERM whatever this process has set for itself.
 class ChildAttributes {
   public:
     ChildAttributes() {
         ::posix_spawnattr_init(&m_attributes);
-        sigset_t none;
-        ::sigemptyset(&none);
+        sigset_t none; // what fills a set is a macro on some systems
+        sigemptyset(&none);
         ::posix_spawnattr_setsigmask(&m_attributes, &none);
         sigset_t all;
-        ::sigfillset(&all);
-        ::sigdelset(&all, SIGKILL);
-        ::sigdelset(&all, SIGSTOP);
+        sigfillset(&all);
+        sigdelset(&all, SIGKILL);
+        sigdelset(&all, SIGSTOP);
         ::posix_spawnattr_setsigdefault(&m_attributes, &all);
         ::posix_spawnattr_setpgroup(&m_attributes, 0);
         int flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP;
@@ -120,8 +119,8 @@ Result<pid_t> spawn(const std::string& path, const std::vector<std::string>& arg
     }
     const ChildAttributes attributes;
     pid_t child = 0;
-    const int failure =
-        ::posix_spawn(&child, path.c_str(), descriptors.get(), attributes.get(), vector.data(), environ);
+    const int failure = ::posix_spawn(&child, path.c_str(), descriptors.get(), attributes.get(),
+                                      vector.data(), Environment::ofThisProcess());
     if (failure != 0) {
         return PosixError::reading(failure);
     }

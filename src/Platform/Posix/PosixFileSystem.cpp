@@ -7,13 +7,13 @@
 #include "FileStatus.h"
 #include "PosixError.h"
 #include "SpaceReserve.h"
+#include "StatusFlags.h"
 #include "TreeWalk.h"
+#include "UserHome.h"
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <fcntl.h>
-#include <pwd.h>
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -35,22 +35,6 @@ constexpr std::array<std::string_view, 12> kOwnFolders = {"/Applications", "/Lib
 
 PlatformError readingError() {
     return PosixError::reading(errno);
-}
-
-FileURL accountHome() {
-    passwd account = {};
-    passwd* found = nullptr;
-    std::array<char, 16384> texts = {};
-    if (::getpwuid_r(::getuid(), &account, texts.data(), texts.size(), &found) == 0 && found != nullptr &&
-        account.pw_dir != nullptr) {
-        return FileURL(account.pw_dir);
-    }
-    return {};
-}
-
-FileURL userHome() {
-    const char* home = std::getenv("HOME"); // NOLINT(concurrency-mt-unsafe): the header says when
-    return home != nullptr && home[0] == '/' ? FileURL(home) : accountHome();
 }
 
 bool beginsWithComponents(std::string_view path, std::string_view prefix) {
@@ -159,7 +143,7 @@ class PosixOpenFile final : public OpenFile {
 } // namespace
 
 PosixFileSystem::PosixFileSystem()
-    : m_home(userHome()) {}
+    : m_home(UserHome::path()) {}
 
 PosixFileSystem::PosixFileSystem(const std::string& folder, FileURL home)
     : m_volume(folder)
@@ -176,7 +160,7 @@ Result<std::vector<DirectoryEntry>> PosixFileSystem::list(const FileURL& folder)
         return readingError();
     }
     std::vector<DirectoryEntry> entries;
-    DirectoryReader reader(kListBatch);
+    DirectoryReader reader(kListBatch, {.sizes = false, .marks = true});
     auto filled = DirectoryReader::Filled::entries;
     do {
         filled = reader.fill(opened.get(), kListBatch);
@@ -187,13 +171,15 @@ Result<std::vector<DirectoryEntry>> PosixFileSystem::list(const FileURL& folder)
         while (reader.next(raw)) {
             const std::string_view name(raw.name, raw.length);
             struct stat status = {};
-            if (name.size() > 2 && name.starts_with("._")) {
+            if (isAppleDouble(name)) {
                 continue;
             }
-            if (!raw.type && !statusBelow(opened.get(), raw.name, status)) {
-                continue; // gone since it was listed
+            if (raw.type) {
+                entries.push_back({std::string(name), *raw.type, raw.isFlaggedHidden});
+            } else if (statusBelow(opened.get(), raw.name, status)) { // otherwise gone since it was listed
+                entries.push_back(
+                    {std::string(name), entryTypeOfMode(status.st_mode), isFlaggedHidden(status)});
             }
-            entries.push_back({std::string(name), raw.type ? *raw.type : entryTypeOfMode(status.st_mode)});
         }
     } while (filled == DirectoryReader::Filled::entries && !reader.exhausted());
     return entries;

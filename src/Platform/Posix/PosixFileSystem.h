@@ -10,8 +10,8 @@ class SpaceReserve;
 // folders. The same code serves both; only where a path begins differs.
 class PosixFileSystem final : public FileSystem {
   public:
-    // The machine's own files; home is $HOME, or what the account says when that is no absolute path. Reads
-    // the environment, so it is made before other threads run.
+    // The machine's own files, and the home folder that UserHome::path() tells. Reads the environment, so it is made
+    // before other threads run.
     PosixFileSystem();
     // The volume that begins at `folder`, a path of the machine. `home` is a path inside the volume. No path
     // leads out of the folder.

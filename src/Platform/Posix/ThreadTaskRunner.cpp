@@ -1,4 +1,5 @@
 #include "ThreadTaskRunner.h"
+#include "CloudFetching.h"
 #include "ThreadPriority.h"
 #include <utility>
 
@@ -39,6 +40,8 @@ void ThreadTaskRunner::Pool::add(Job job) {
 
 void ThreadTaskRunner::Pool::work() {
     setPriorityOfCurrentThread(m_priority);
+    // Nobody waits for a network because folders are walked or files compared.
+    CloudFetching::setForCurrentThread(CloudFetching::Policy::forbidden);
     for (;;) {
         Job job;
         {

@@ -15,15 +15,17 @@ namespace {
 constexpr std::size_t kMostOpenFolders = 20;
 // Names of folders not yet entered, in bytes, above which folders are read in the smallest batches.
 constexpr std::size_t kPendingNames = std::size_t{1024} * 1024;
+// Stands before the name of a folder that is marked as a package; no name has it.
+constexpr char kPackageMark = '/';
 constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
 
 // A folder on the way from the root to where the walk is.
 struct Level {
-    Descriptor folder;            // closed while the walk is far below
-    bool exhausted = false;       // all its entries have been read
-    std::size_t pendingBegin = 0; // where its folders begin among the names not yet entered
-    std::int64_t position = 0;    // of the next entry to read, once closed
-    dev_t device = 0;             // its identity, once closed
+    Descriptor folder;              // closed while the walk is far below
+    bool exhausted = false;         // all its entries have been read
+    std::size_t pendingBegin = 0;   // where its folders begin among the names not yet entered
+    DirectoryReader::Place place{}; // how far it has been read
+    dev_t device = 0;               // its identity, once closed
     ino_t inode = 0;
 };
 
@@ -39,7 +41,8 @@ class TreeWalk {
   public:
     TreeWalk(Descriptor root, WalkOptions options, FileSystem::Visitor visit)
         : m_options(options)
-        , m_visit(visit) {
+        , m_visit(visit)
+        , m_reader(DirectoryReader::kLargestBatch, {.sizes = options.measures, .marks = options.readsMarks}) {
         push(std::move(root));
     }
 
@@ -70,14 +73,14 @@ class TreeWalk {
                 return true; // enter what is noted, then read on
             }
             const auto batch = crowded ? DirectoryReader::kSmallestBatch : DirectoryReader::kLargestBatch;
-            if (m_reader.fill(level.folder.get(), batch) != DirectoryReader::Filled::entries) {
+            if (m_reader.fill(level.folder.get(), batch, level.place) != DirectoryReader::Filled::entries) {
                 level.exhausted = true;
                 return true;
             }
             if (!tellBatch(level.folder.get())) {
                 return false;
             }
-            level.position = m_reader.position();
+            level.place = m_reader.placeAfter(level.place);
             level.exhausted = m_reader.exhausted();
         }
         return true;
@@ -90,6 +93,9 @@ class TreeWalk {
             WalkEntry entry{.name = {raw.name, raw.length}, .level = level(), .resourceValues = values};
             inspect(folder, raw, entry);
             if (entry.type == EntryType::directory) {
+                if (raw.isMarkedAsPackage) {
+                    m_pending += kPackageMark;
+                }
                 m_pending.append(raw.name, raw.length + 1); // its NUL with it
             } else if (m_visit(entry) == WalkAnswer::stop) {
                 return false;
@@ -98,11 +104,15 @@ class TreeWalk {
         return true;
     }
 
-    // The one call of the system for a file, and only for what needs it. What has vanished meanwhile, or lies
-    // in a folder that can be listed but not entered, keeps its listed type and measures 0.
+    // The one call of the system for a file, and only for what needs it and was not told by its folder. What has
+    // vanished meanwhile, or lies in a folder that can be listed but not entered, keeps its listed type and measures 0.
     void inspect(int folder, const RawEntry& raw, WalkEntry& entry) const {
         entry.type = raw.type.value_or(EntryType::other);
         if (raw.type && !(m_options.measures && *raw.type == EntryType::regular)) {
+            return;
+        }
+        if (raw.allocated) {
+            entry.allocated = *raw.allocated;
             return;
         }
         struct stat status;
@@ -120,11 +130,13 @@ class TreeWalk {
         const auto end = m_pending.size() - 1;
         const auto before = end == 0 ? std::string::npos : m_pending.rfind('\0', end - 1);
         const auto begin = before == std::string::npos ? 0 : before + 1;
-        const char* name = m_pending.data() + begin;
+        const bool isMarked = m_pending[begin] == kPackageMark;
+        const char* name = m_pending.data() + begin + (isMarked ? 1 : 0);
         const auto values = [&] { return valuesBelow(m_levels.back().folder.get(), name); };
-        const auto answer = m_visit({.name = {name, end - begin},
+        const auto answer = m_visit({.name = {name, m_pending.data() + end},
                                      .type = EntryType::directory,
                                      .level = level(),
+                                     .isMarkedAsPackage = isMarked,
                                      .resourceValues = values});
         if (answer == WalkAnswer::stop) {
             return false;
@@ -196,7 +208,7 @@ class TreeWalk {
             status.st_ino != level.inode) {
             return false;
         }
-        if (!level.exhausted && !DirectoryReader::resume(folder.get(), level.position)) {
+        if (!level.exhausted && !DirectoryReader::resume(folder.get(), level.place)) {
             return false;
         }
         level.folder = std::move(folder);
@@ -214,7 +226,7 @@ class TreeWalk {
     DirectoryReader m_reader;
     std::vector<Level> m_levels;  // the root first; all closed from 1 to m_oldestOpen, all others open
     std::size_t m_oldestOpen = 1; // the root stays open
-    std::string m_pending;        // names with their NUL, those of the lowest level last
+    std::string m_pending;        // names with mark and NUL, those of the lowest level last
 };
 
 } // namespace

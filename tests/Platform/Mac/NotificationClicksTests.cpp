@@ -78,16 +78,19 @@ TEST_F(NotificationClicksTest, AnEmptyFunctionIsNobody) {
     EXPECT_EQ(heard.size(), 1U);
 }
 
-TEST_F(NotificationClicksTest, AHandlerMaySetAnother) {
+TEST_F(NotificationClicksTest, AHandlerMaySetAnotherAndGoesOnItself) {
     std::vector<UserInfo> later;
-    clicks->setHandler([&](const auto& first) {
-        heard.push_back(first.userInfo);
+    const std::string words(200, 'x'); // which it has in memory of its own
+    clicks->setHandler([this, &later, words](const auto& first) {
         clicks->setHandler([&](const auto& second) { later.push_back(second.userInfo); });
+        heard.push_back(first.userInfo);
+        tokens = words;
     });
     enter(section("Startup"));
     enter(section("Overview"));
     tasks.settle();
     EXPECT_EQ(heard, (std::vector<UserInfo>{section("Startup")}));
+    EXPECT_EQ(tokens, words);
     EXPECT_EQ(later, (std::vector<UserInfo>{section("Overview")}));
 }
 

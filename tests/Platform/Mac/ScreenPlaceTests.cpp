@@ -6,7 +6,10 @@ namespace quillane {
 namespace {
 
 using Place = MenuBarExtra::Place;
-using ScreenPlace::middleOf;
+
+std::optional<Place> middleOf(const ScreenPlace::Rect& item, double height) {
+    return ScreenPlace::pressOn(item, std::nullopt, height);
+}
 
 TEST(ScreenPlace, AnItemInTheFirstMenuBarLiesJustBelowTheUpperEdge) {
     EXPECT_EQ(middleOf({1'200, 876, 60, 24}, 900), (Place{1'230, 12}));
@@ -35,6 +38,23 @@ TEST(ScreenPlace, WhatHasNoSizeOrLiesNowhereHasNoPlace) {
     EXPECT_EQ(middleOf({1, kEndless, 24, 24}, 900), std::nullopt);
     EXPECT_EQ(middleOf({1, 1, kNone, 24}, 900), std::nullopt);
     EXPECT_EQ(middleOf({1e300, 1, 24, 24}, 900), std::nullopt);
+}
+
+TEST(ScreenPlace, APointerOnTheItemMeansTheMiddleOfIt) {
+    for (const ScreenPlace::Point pointer : {ScreenPlace::Point{1'200, 876}, {1'260, 900}, {1'211, 890}}) {
+        EXPECT_EQ(ScreenPlace::pressOn({1'200, 876, 60, 24}, pointer, 900), (Place{1'230, 12})) << pointer.x;
+    }
+}
+
+TEST(ScreenPlace, APointerInTheMenuBarOfAnotherScreenIsThePlace) {
+    EXPECT_EQ(ScreenPlace::pressOn({1'200, 876, 60, 24}, {{2'900.5, 1'070}}, 900), (Place{2'900, -170}));
+    EXPECT_EQ(ScreenPlace::pressOn({1'200, 876, 60, 24}, {{1'230, 875}}, 900), (Place{1'230, 25}));
+    EXPECT_EQ(ScreenPlace::pressOn({1'200, 876, 60, 24}, {{1'199, 880}}, 900), (Place{1'199, 20}));
+}
+
+TEST(ScreenPlace, APointerIsThePlaceOfAnItemThatLiesNowhere) {
+    EXPECT_EQ(ScreenPlace::pressOn({}, {{300, 890}}, 900), (Place{300, 10}));
+    EXPECT_EQ(ScreenPlace::pressOn({}, {{1e300, 890}}, 900), std::nullopt);
 }
 
 } // namespace

@@ -6,6 +6,11 @@
 // downwards from its upper edge. Other screens lie around the first, below zero too.
 namespace quillane::ScreenPlace {
 
+// As the platform counts.
+struct Point {
+    double x = 0;
+    double y = 0;
+};
 // As the platform counts; the corner is the lower left one.
 struct Rect {
     double x = 0;
@@ -14,7 +19,10 @@ struct Rect {
     double height = 0;
 };
 
-// The middle of it, as this program counts. Nothing for what has no width or height, and for what lies nowhere.
-std::optional<MenuBarExtra::Place> middleOf(const Rect& rect, double heightOfFirstScreen);
+// Where an item was pressed, as this program counts: its middle, or the pointer, where that has pressed it outside of
+// what the system tells of it, as each screen has a menu bar and the item is told of one. Nothing where both
+// are told nowhere. No pointer for a press by the keyboard.
+std::optional<MenuBarExtra::Place> pressOn(const Rect& item, std::optional<Point> pointer,
+                                           double heightOfFirstScreen);
 
 } // namespace quillane::ScreenPlace

@@ -1,4 +1,5 @@
 #include "DeadlineWait.h"
+#include "Descriptor.h"
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -36,14 +37,15 @@ int required(int descriptor) {
 } // namespace
 
 // A timer descriptor rather than a condition variable: those don't know a clock that counts sleep.
-DeadlineWait::DeadlineWait()
-    : m_timer(required(::timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK)))
-    , m_interrupt(required(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))) {}
+struct DeadlineWait::System {
+    Descriptor timer{required(::timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK))};
+    Descriptor interrupt{required(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))};
+};
 
-DeadlineWait::~DeadlineWait() {
-    ::close(m_timer);
-    ::close(m_interrupt);
-}
+DeadlineWait::DeadlineWait()
+    : m_system(std::make_unique<System>()) {}
+
+DeadlineWait::~DeadlineWait() = default;
 
 Instant DeadlineWait::instant() {
     timespec time{};
@@ -53,19 +55,20 @@ Instant DeadlineWait::instant() {
 
 void DeadlineWait::wait(std::optional<Instant> deadline) {
     const itimerspec spec = deadline ? armedFor(*deadline) : itimerspec{}; // zero disarms
-    ::timerfd_settime(m_timer, TFD_TIMER_ABSTIME, &spec, nullptr);
-    std::array<pollfd, 2> waited{pollfd{m_timer, POLLIN, 0}, pollfd{m_interrupt, POLLIN, 0}};
+    ::timerfd_settime(m_system->timer.get(), TFD_TIMER_ABSTIME, &spec, nullptr);
+    std::array<pollfd, 2> waited{pollfd{m_system->timer.get(), POLLIN, 0},
+                                 pollfd{m_system->interrupt.get(), POLLIN, 0}};
     if (::poll(waited.data(), waited.size(), -1) < 0) {
         return;
     }
     std::uint64_t count = 0;
-    while (::read(m_interrupt, &count, sizeof count) < 0 && errno == EINTR) {
+    while (::read(m_system->interrupt.get(), &count, sizeof count) < 0 && errno == EINTR) {
     }
 }
 
 void DeadlineWait::interrupt() {
     const std::uint64_t one = 1;
-    while (::write(m_interrupt, &one, sizeof one) < 0 && errno == EINTR) {
+    while (::write(m_system->interrupt.get(), &one, sizeof one) < 0 && errno == EINTR) {
     }
 }
 

@@ -19,11 +19,11 @@ Field fieldAt(const std::byte* entry, std::size_t offset) {
 
 } // namespace
 
-DirectoryReader::DirectoryReader(std::size_t largestBatch)
+DirectoryReader::DirectoryReader(std::size_t largestBatch, ListingDetails /*details*/)
     : m_buffer(new std::byte[largestBatch])
     , m_size(largestBatch) {}
 
-DirectoryReader::Filled DirectoryReader::fill(int folder, std::size_t bytes) {
+DirectoryReader::Filled DirectoryReader::fill(int folder, std::size_t bytes, const Place& /*place*/) {
     ssize_t length = -1;
     do {
         length = ::getdents64(folder, m_buffer.get(), std::min(bytes, m_size));
@@ -43,16 +43,17 @@ bool DirectoryReader::next(RawEntry& entry) {
         m_position = fieldAt<std::int64_t>(record, offsetof(dirent64, d_off));
         const std::string_view name = reinterpret_cast<const char*>(record) + offsetof(dirent64, d_name);
         if (name != "." && name != "..") {
-            entry = {name.data(), name.size(),
-                     entryTypeOfListed(fieldAt<unsigned char>(record, offsetof(dirent64, d_type)))};
+            entry.name = name.data(); // nothing else is ever set
+            entry.length = name.size();
+            entry.type = entryTypeOfListed(fieldAt<unsigned char>(record, offsetof(dirent64, d_type)));
             return true;
         }
     }
     return false;
 }
 
-bool DirectoryReader::resume(int folder, std::int64_t position) {
-    return ::lseek(folder, position, SEEK_SET) >= 0;
+bool DirectoryReader::resume(int folder, Place& place) {
+    return ::lseek(folder, place.position, SEEK_SET) >= 0;
 }
 
 bool statusBelow(int folder, const char* name, struct stat& status) {

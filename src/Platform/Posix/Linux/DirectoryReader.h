@@ -17,19 +17,24 @@ class DirectoryReader {
     static constexpr std::size_t kSmallestBatch = 288;
 
     enum class Filled { entries, end, failure };
+    // How far a folder has been read.
+    struct Place {
+        std::int64_t position; // as the file system has it
+    };
 
-    explicit DirectoryReader(std::size_t largestBatch = kLargestBatch);
+    // Folders tell no details here.
+    explicit DirectoryReader(std::size_t largestBatch = kLargestBatch, ListingDetails details = {});
 
-    // Reads the next batch, of at most `bytes`. After a failure errno tells why.
-    Filled fill(int folder, std::size_t bytes);
+    // Reads the next batch, of at most `bytes`, of a folder that has been read so far. After a failure errno tells why.
+    Filled fill(int folder, std::size_t bytes, const Place& place = {});
     // The next entry of the batch, without "." and ".."; false when it is used up.
     bool next(RawEntry& entry);
     // Whether the batch reached the end of the folder for certain, so that no fill() need ask.
     bool exhausted() const { return false; }
-    // The place in the folder after the batch.
-    std::int64_t position() const { return m_position; }
-    // Goes to such a place on another descriptor of the same folder.
-    static bool resume(int folder, std::int64_t position);
+    // How far the folder has been read with the batch, which was filled at this place and is used up.
+    Place placeAfter(const Place& /*before*/) const { return {m_position}; }
+    // Goes on from there on another descriptor of the same folder.
+    static bool resume(int folder, Place& place);
 
   private:
     std::unique_ptr<std::byte[]> m_buffer;

@@ -1,10 +1,10 @@
 #include "DeadlineWait.h"
+#include "Descriptor.h"
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <ctime>
 #include <sys/event.h>
-#include <unistd.h>
 
 namespace quillane {
 
@@ -16,18 +16,20 @@ constexpr uintptr_t kTimerIdent = 2;
 } // namespace
 
 // One kernel queue holds both the timer and the interrupt.
+struct DeadlineWait::System {
+    Descriptor queue{::kqueue()};
+};
+
 DeadlineWait::DeadlineWait()
-    : m_timer(::kqueue()) {
+    : m_system(std::make_unique<System>()) {
     struct kevent interrupt;
     EV_SET(&interrupt, kInterruptIdent, EVFILT_USER, EV_ADD | EV_CLEAR, 0, 0, nullptr);
-    if (m_timer < 0 || ::kevent(m_timer, &interrupt, 1, nullptr, 0, nullptr) < 0) {
+    if (!m_system->queue || ::kevent(m_system->queue.get(), &interrupt, 1, nullptr, 0, nullptr) < 0) {
         std::abort(); // no timer would ever fire
     }
 }
 
-DeadlineWait::~DeadlineWait() {
-    ::close(m_timer);
-}
+DeadlineWait::~DeadlineWait() = default;
 
 // This system's monotonic clock goes on while the machine sleeps.
 Instant DeadlineWait::instant() {
@@ -44,15 +46,16 @@ void DeadlineWait::wait(std::optional<Instant> deadline) {
     } else {
         EV_SET(&change, kTimerIdent, EVFILT_TIMER, EV_DELETE, 0, 0, nullptr);
     }
-    ::kevent(m_timer, &change, 1, nullptr, 0, nullptr); // deleting a timer that has fired fails: as wanted
+    ::kevent(m_system->queue.get(), &change, 1, nullptr, 0,
+             nullptr); // deleting a timer that has fired fails: as wanted
     struct kevent fired;
-    ::kevent(m_timer, nullptr, 0, &fired, 1, nullptr);
+    ::kevent(m_system->queue.get(), nullptr, 0, &fired, 1, nullptr);
 }
 
 void DeadlineWait::interrupt() {
     struct kevent trigger;
     EV_SET(&trigger, kInterruptIdent, EVFILT_USER, 0, NOTE_TRIGGER, 0, nullptr);
-    while (::kevent(m_timer, &trigger, 1, nullptr, 0, nullptr) < 0 && errno == EINTR) {
+    while (::kevent(m_system->queue.get(), &trigger, 1, nullptr, 0, nullptr) < 0 && errno == EINTR) {
     }
 }
 

@@ -15,13 +15,18 @@ std::string plain(const QString& markup) {
     return QTextDocumentFragment::fromHtml(markup).toPlainText().toStdString();
 }
 
+NotificationDesk::Shown wordsOf(const std::vector<UserNotification>& standing) {
+    NotificationDesk::Shown shown;
+    for (const auto& notification : standing) {
+        shown.emplace_back(notification.title, notification.body);
+    }
+    return shown;
+}
+
 } // namespace
 
 bool RecorderDesk::shows(const Shown& expected) {
-    Shown shown;
-    for (const auto& notification : m_recorder.standing()) {
-        shown.emplace_back(notification.title, notification.body);
-    }
+    const auto shown = wordsOf(m_recorder.standing());
     EXPECT_EQ(shown, expected);
     return shown == expected;
 }
@@ -32,6 +37,12 @@ void RecorderDesk::click(const std::string& title) {
             m_recorder.click(notification.identifier);
         }
     }
+}
+
+bool CentreDesk::shows(const Shown& expected) {
+    const auto shown = wordsOf(m_screen.standing);
+    EXPECT_EQ(shown, expected);
+    return shown == expected;
 }
 
 void FakeServerDesk::settle() {

@@ -1,6 +1,8 @@
 #pragma once
 #include "DesktopNotifications.h"
+#include "FakeNotificationCentre.h"
 #include "FakeNotificationServer.h"
+#include "MacNotifications.h"
 #include "PrivateBus.h"
 #include "RecordingNotifications.h"
 #include "StepTaskRunner.h"
@@ -41,6 +43,22 @@ class RecorderDesk final : public NotificationDesk {
   private:
     StepTaskRunner m_tasks;
     RecordingNotifications m_recorder{m_tasks};
+};
+
+// The Mac's adapter over a screen of the test's own.
+class CentreDesk final : public NotificationDesk {
+  public:
+    UserNotifications& notifications() override { return m_adapter; }
+    StepTaskRunner& tasks() override { return m_tasks; }
+    void settle() override { m_tasks.runAll(); }
+    bool shows(const Shown& expected) override;
+    void click(const std::string& title) override { m_screen.click(title); }
+
+  private:
+    StepTaskRunner m_tasks;
+    FakeNotificationScreen m_screen;
+    MacNotifications m_adapter{
+        m_tasks, [this](NotificationCentre::Clicked clicked) { return m_screen.make(std::move(clicked)); }};
 };
 
 // The adapter over a server on a bus of their own.

@@ -132,10 +132,11 @@ TEST_P(UserNotificationsContract, AskingForPermissionChangesNothingThatShows) {
 
 INSTANTIATE_TEST_SUITE_P(
     Adapters, UserNotificationsContract,
-    testing::Values(Adapter{"Desktop", [] { return std::unique_ptr<NotificationDesk>(serverDesk()); }},
-                    Adapter{
-                        "Recorder",
-                        [] { return std::unique_ptr<NotificationDesk>(std::make_unique<RecorderDesk>()); }}),
+    testing::Values(
+        Adapter{"Desktop", [] { return std::unique_ptr<NotificationDesk>(serverDesk()); }},
+        Adapter{"Mac", [] { return std::unique_ptr<NotificationDesk>(std::make_unique<CentreDesk>()); }},
+        Adapter{"Recorder",
+                [] { return std::unique_ptr<NotificationDesk>(std::make_unique<RecorderDesk>()); }}),
     [](const auto& adapter) { return adapter.param.name; });
 
 class NotificationServerContract : public testing::Test, protected OverDesk<ServerDesk> {

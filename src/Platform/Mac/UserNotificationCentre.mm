@@ -1,6 +1,5 @@
-#include "MacNotifications.h"
+#include "UserNotificationCentre.h"
 #include "FoundationValues.h"
-#include "NotificationWords.h"
 #import <UserNotifications/UserNotifications.h>
 #include <utility>
 
@@ -22,15 +21,15 @@ UserInfo textsIn(NSDictionary* stored) {
 
 } // namespace
 
-@interface QuillaneNotificationDelegate : NSObject <UNUserNotificationCenterDelegate>
-- (instancetype)initWithClicked:(std::function<void(UserInfo)>)clicked;
+@interface QuillaneNotificationDelegate : NSObject <UNUserNotificationCenterDelegate> {
+    quillane::NotificationCentre::Clicked m_clicked;
+}
+- (instancetype)initWithClicked:(quillane::NotificationCentre::Clicked)clicked;
 @end
 
-@implementation QuillaneNotificationDelegate {
-    std::function<void(UserInfo)> m_clicked;
-}
+@implementation QuillaneNotificationDelegate
 
-- (instancetype)initWithClicked:(std::function<void(UserInfo)>)clicked {
+- (instancetype)initWithClicked:(quillane::NotificationCentre::Clicked)clicked {
     self = [super init];
     if (self != nil) {
         m_clicked = std::move(clicked);
@@ -72,67 +71,53 @@ UNNotificationContent* contentOf(const UserNotification& notification) {
         [userInfo setObject:FoundationValues::text(value) forKey:FoundationValues::text(key)];
     }
     UNMutableNotificationContent* const content = [[UNMutableNotificationContent alloc] init];
-    [content setTitle:FoundationValues::text(NotificationWords::shown(notification.title))];
-    [content setBody:FoundationValues::text(NotificationWords::shown(notification.body))];
+    [content setTitle:FoundationValues::text(notification.title)];
+    [content setBody:FoundationValues::text(notification.body)];
     [content setSound:[UNNotificationSound defaultSound]];
     [content setUserInfo:userInfo];
     return content;
 }
 
-} // namespace
-
-struct MacNotifications::System {
-    explicit System(std::function<void(UserInfo)> clicked)
-        : centre([UNUserNotificationCenter currentNotificationCenter])
-        , delegate([[QuillaneNotificationDelegate alloc] initWithClicked:std::move(clicked)]) {
-        [centre setDelegate:delegate];
+class UserNotificationCentre final : public NotificationCentre {
+  public:
+    explicit UserNotificationCentre(Clicked clicked)
+        : m_centre([UNUserNotificationCenter currentNotificationCenter])
+        , m_delegate([[QuillaneNotificationDelegate alloc] initWithClicked:std::move(clicked)]) {
+        [m_centre setDelegate:m_delegate];
     }
+    UserNotificationCentre(const UserNotificationCentre&) = delete;
+    UserNotificationCentre& operator=(const UserNotificationCentre&) = delete;
 
-    UNUserNotificationCenter* centre;
-    QuillaneNotificationDelegate* delegate; // the centre does not keep it
-};
-
-MacNotifications::MacNotifications(TaskRunner& tasks)
-    : m_clicks(tasks) {
-    @autoreleasepool {
-        if (hasBundle()) {
-            m_system = std::make_unique<System>(m_clicks.entrance());
+    void requestAuthorization() override {
+        @autoreleasepool {
+            [m_centre requestAuthorizationWithOptions:UNAuthorizationOptionAlert | UNAuthorizationOptionSound
+                                    completionHandler:^(BOOL, NSError*){
+                                        // Who has said no sees no notifications.
+                                    }];
         }
     }
-}
-
-MacNotifications::~MacNotifications() = default;
-
-void MacNotifications::requestAuthorization() {
-    if (!m_system) {
-        return;
-    }
-    @autoreleasepool {
-        [m_system->centre
-            requestAuthorizationWithOptions:UNAuthorizationOptionAlert | UNAuthorizationOptionSound
-                          completionHandler:^(BOOL, NSError*){
-                              // Who has said no sees no notifications.
-                          }];
-    }
-}
-
-void MacNotifications::add(const UserNotification& notification) {
-    if (!m_system) {
-        return;
-    }
-    @autoreleasepool {
-        // Without a trigger it is delivered at once.
-        [m_system->centre
-            addNotificationRequest:[UNNotificationRequest
-                                       requestWithIdentifier:FoundationValues::text(notification.identifier)
+    void add(const UserNotification& notification) override {
+        @autoreleasepool {
+            // Without a trigger it is delivered at once.
+            UNNotificationRequest* const request =
+                [UNNotificationRequest requestWithIdentifier:FoundationValues::text(notification.identifier)
                                                      content:contentOf(notification)
-                                                     trigger:nil]
-             withCompletionHandler:nil];
+                                                     trigger:nil];
+            [m_centre addNotificationRequest:request withCompletionHandler:nil];
+        }
     }
-}
 
-void MacNotifications::setClickHandler(std::function<void(const Click&)> handler) {
-    m_clicks.setHandler(std::move(handler));
+  private:
+    UNUserNotificationCenter* m_centre;
+    QuillaneNotificationDelegate* m_delegate; // which the centre does not keep
+};
+
+} // namespace
+
+std::unique_ptr<NotificationCentre> makeNotificationCentre(NotificationCentre::Clicked clicked) {
+    @autoreleasepool {
+        return hasBundle() ? std::make_unique<UserNotificationCentre>(std::move(clicked)) : nullptr;
+    }
 }
 
 } // namespace quillane
