@@ -38,19 +38,21 @@ def library(name):
 
 
 def with_types_of_a_mac(names):
-    """Adds the names that the same functions have where strings are libc++'s, int64_t is a long long and a FILE has another tag."""
+    """Adds the names that the same functions have where strings and functions are libc++'s, int64_t is a long long and a FILE has another tag."""
     string = "NSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE"
     # How std::__1 is said again depends on what a name has said before it.
     strings = {name.replace("B5cxx11", "").replace(string, f"NSt3__112basic_stringIcN{again}11char_traitsIcEEN{again}9allocatorIcEEEE")
                for name in names if "cxx11" in name for again in ("S_", "S0_", "S1_")}
     numbers = {re.sub(r"El(?=[A-Z]|$)", "Ex", name) for name in names if "icu_" in name}
     streams = {name.replace("P8_IO_FILE", "P7__sFILE") for name in names}
-    return names | strings | numbers | streams
+    functions = {re.sub(r"St8functionI(F[^E]*E)E", r"NSt3__18functionI\1EE", name) for name in names}
+    waits = {re.sub(r"(libcpp_atomic_\w*wait\w*EPVKv)l$", r"\1x", name) for name in names}
+    return names | strings | numbers | streams | functions | waits
 
 
 write(sdk / "usr/lib/libc++.tbd",
       stub("/usr/lib/libc++.1.dylib",
-           exported(llvm / "lib/libc++.so.1.0") | exported(llvm / "lib/libc++abi.so.1.0")))
+           with_types_of_a_mac(exported(llvm / "lib/libc++.so.1.0") | exported(llvm / "lib/libc++abi.so.1.0"))))
 for name in ["icuuc", "icui18n", "pugixml", "archive", "Qt6Core", "Qt6Gui", "Qt6Widgets", "Qt6Svg", "Qt6Network", "Qt6Test"]:
     write(sdk / f"packages/lib/lib{name}.tbd",
           stub(f"/opt/stand-in/lib{name}.dylib", with_types_of_a_mac(exported(library(name)))))

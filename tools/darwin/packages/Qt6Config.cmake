@@ -18,6 +18,8 @@ foreach(MODULE ${Qt6_FIND_COMPONENTS})
     string(TOUPPER ${MODULE} UPPER)
     target_compile_definitions(Qt6::${MODULE} INTERFACE QT_${UPPER}_LIB)
     target_link_libraries(Qt6::${MODULE} INTERFACE ${QUILLANE_SDK}/packages/lib/libQt6${MODULE}.tbd)
+    string(TOUPPER ${MODULE} DEFINED)
+    target_compile_definitions(Qt6::${MODULE} INTERFACE QT_${DEFINED}_LIB) # QtTest looks for those
     foreach(OTHER ${STANDS_ON_${MODULE}})
       target_link_libraries(Qt6::${MODULE} INTERFACE Qt6::${OTHER})
     endforeach()
