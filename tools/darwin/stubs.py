@@ -38,12 +38,13 @@ def library(name):
 
 
 def with_types_of_a_mac(names):
-    """Adds the names that the same functions have where strings are libc++'s and int64_t is a long long."""
+    """Adds the names that the same functions have where strings are libc++'s, int64_t is a long long, and a FILE Darwin's."""
     string = "NSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE"
     strings = {name.replace("B5cxx11", "").replace(string, "NSt3__112basic_stringIcNS_11char_traitsIcEENS_9allocatorIcEEEE")
                for name in names if "cxx11" in name}
     numbers = {re.sub(r"El(?=[A-Z]|$)", "Ex", name) for name in names if "icu_" in name}
-    return names | strings | numbers
+    files = {name.replace("P8_IO_FILE", "P7__sFILE") for name in names}
+    return names | strings | numbers | files
 
 
 write(sdk / "usr/lib/libc++.tbd",
