@@ -1,22 +1,14 @@
 #include "StandIns.h"
 #include "FoundationValues.h"
+#include "Held.h"
 #import <AppKit/AppKit.h>
 #import <UserNotifications/UserNotifications.h>
 
 namespace {
 
 using namespace quillane;
-
-// What objects hold: the classes below are declared without room of their own.
-std::map<std::pair<const void*, std::string>, id> g_held;
-
-id& held(id object, const char* name) {
-    return g_held[{(const void*)object, name}];
-}
-
-void hold(id object, const char* name, id value) {
-    held(object, name) = [value retain];
-}
+using StandIn::held;
+using StandIn::hold;
 
 struct State {
     StandIn::Bundle bundle;
@@ -476,6 +468,8 @@ const NSNotificationName NSWorkspaceAccessibilityDisplayOptionsDidChangeNotifica
 namespace quillane::StandIn {
 namespace {
 
+std::map<std::pair<const void*, std::string>, id> g_held;
+
 std::string textIn(id object, const char* name) {
     const id text = held(object, name);
     return text == nil ? std::string() : FoundationValues::string(text);
@@ -500,6 +494,14 @@ int respond(NSDictionary* userInfo, NSString* action) {
 }
 
 } // namespace
+
+id& held(id object, const char* name) {
+    return g_held[{(const void*)object, name}];
+}
+
+void hold(id object, const char* name, id value) {
+    held(object, name) = [value retain];
+}
 
 void begin() {
     static NSAutoreleasePool* pool = nil;
