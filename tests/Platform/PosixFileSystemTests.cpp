@@ -3,11 +3,9 @@
 #include "TemporaryFolder.h"
 #include "WalkedPaths.h"
 #include <algorithm>
-#include <cstdlib>
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <optional>
 #include <set>
 #include <sys/resource.h>
 
@@ -164,46 +162,6 @@ TEST(PosixFileSystem, EveryFolderThatHasItsOwnMeaningKeepsThePrefix) {
     }
 }
 
-// --- home
-
-class HomeVariable {
-  public:
-    explicit HomeVariable(const char* value) {
-        if (const char* before = std::getenv("HOME")) { // NOLINT(concurrency-mt-unsafe)
-            m_before = before;
-        }
-        set(value);
-    }
-    ~HomeVariable() { set(m_before ? m_before->c_str() : nullptr); }
-    HomeVariable(const HomeVariable&) = delete;
-    HomeVariable& operator=(const HomeVariable&) = delete;
-
-  private:
-    static void set(const char* value) {
-        value != nullptr ? ::setenv("HOME", value, 1) : ::unsetenv("HOME"); // NOLINT(concurrency-mt-unsafe)
-    }
-    std::optional<std::string> m_before;
-};
-
-TEST(PosixFileSystem, HomeIsWhatTheEnvironmentSays) {
-    const HomeVariable home("/somewhere/else/");
-    EXPECT_EQ(PosixFileSystem().home(), FileURL("/somewhere/else"));
-}
-
-TEST(PosixFileSystem, WithoutAnAbsoluteHomeTheAccountDecides) {
-    for (const char* value : {static_cast<const char*>(nullptr), "", "relative/home"}) {
-        const HomeVariable home(value);
-        const PosixFileSystem files;
-        EXPECT_TRUE(files.home().path().starts_with('/'));
-        EXPECT_TRUE(files.exists(files.home()));
-        EXPECT_FALSE(files.home().path().ends_with("relative/home"));
-    }
-}
-
-TEST(PosixFileSystem, HostPathOfTheMachineIsThePath) {
-    EXPECT_EQ(PosixFileSystem().hostPath(FileURL("/a/../b")), "/a/../b");
-}
-
 // --- the walk's bounds
 
 int openDescriptors() {
@@ -231,6 +189,10 @@ class FewDescriptors {
   private:
     rlimit m_before = {};
 };
+
+TEST(PosixFileSystem, HostPathOfTheMachineIsThePath) {
+    EXPECT_EQ(PosixFileSystem().hostPath(FileURL("/a/../b")), "/a/../b");
+}
 
 TEST(PosixWalk, TenThousandLevelsAreWalkedWithFewDescriptors) {
     TemporaryFolder folder;

@@ -1,5 +1,6 @@
 #include "PosixFileSystem.h"
 #include "BlockCounts.h"
+#include "CloudFetching.h"
 #include "CloudItem.h"
 #include "Descriptor.h"
 #include "DirectoryReader.h"
@@ -274,6 +275,7 @@ Result<std::unique_ptr<OpenFile>> PosixFileSystem::openForReading(const FileURL&
 }
 
 Result<> PosixFileSystem::createDirectories(const FileURL& url) {
+    const CloudFetching::Allowed fetches; // what lies above may be in a cloud alone
     struct stat above = {};
     for (auto folder = url; m_reserve != nullptr && !m_volume.status(folder.path(), LastLink::follow, above);
          folder = folder.deletingLastPathComponent()) {

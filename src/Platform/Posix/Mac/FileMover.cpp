@@ -10,8 +10,8 @@ namespace quillane::FileMover {
 
 const int kOpenUnlisted = O_SEARCH;
 
-// Where a file system knows no move that overwrites nothing, it fails. Another folder may be of another cloud, so that
-// the system has to fetch the item first. (RENAME_NOFOLLOW_ANY would refuse a link, which is moved as a link.)
+// Where a file system knows no move that overwrites nothing, it fails. The system may have to fetch what
+// lies in a cloud alone before it leaves that. (RENAME_NOFOLLOW_ANY would refuse a link, which is moved as a link.)
 Result<> move(int fromFolder, const std::string& fromName, int toFolder, const std::string& toName) {
     const CloudFetching::Allowed fetches;
     if (::renameatx_np(fromFolder, fromName.c_str(), toFolder, toName.c_str(), RENAME_EXCL) != 0) {
