@@ -83,6 +83,15 @@ struct Sparkle {
 Sparkle sparkle();
 void setSparkle(bool canCheck, double lastCheck);
 
+// Who runs, by the numbers of their processes, under the identifier that is asked for.
+void setRunning(const std::string& identifier, const std::vector<int>& processes);
+struct Activation {
+    int process = 0;
+    unsigned long options = 0;
+    friend bool operator==(const Activation&, const Activation&) = default;
+};
+std::vector<Activation> activations();
+
 // How often the main thread's queue was asked for, to hear of something there.
 int mainQueues();
 // How many observe something of an object.

@@ -33,6 +33,8 @@ struct State {
     id updater = nil;
     int observers = 0;
     int mainQueues = 0;
+    std::map<std::string, std::vector<int>> running;
+    std::vector<StandIn::Activation> activations;
 };
 State g;
 
@@ -416,6 +418,27 @@ const NSNotificationName NSWorkspaceAccessibilityDisplayOptionsDidChangeNotifica
 }
 @end
 
+// Who runs.
+
+@implementation NSRunningApplication (StandIn)
++ (NSArray*)runningApplicationsWithBundleIdentifier:(NSString*)identifier {
+    NSMutableArray* const running = [NSMutableArray array];
+    for (const int process : g.running[FoundationValues::string(identifier)]) {
+        NSRunningApplication* const application = [[NSRunningApplication alloc] init];
+        hold(application, "process", [NSNumber numberWithInt:process]);
+        [running addObject:application];
+    }
+    return running;
+}
+- (int)processIdentifier {
+    return [held(self, "process") intValue];
+}
+- (BOOL)activateWithOptions:(NSApplicationActivationOptions)options {
+    g.activations.push_back({[held(self, "process") intValue], options});
+    return YES;
+}
+@end
+
 // Sparkle.
 
 @interface StandInUpdater : NSObject
@@ -646,6 +669,14 @@ Sparkle sparkle() {
 void setSparkle(bool canCheck, double lastCheck) {
     [g.updater setCanCheckForUpdates:canCheck];
     [g.updater setLastUpdateCheckDate:[NSDate dateWithTimeIntervalSinceReferenceDate:lastCheck]];
+}
+
+void setRunning(const std::string& identifier, const std::vector<int>& processes) {
+    g.running[identifier] = processes;
+}
+
+std::vector<Activation> activations() {
+    return g.activations;
 }
 
 int mainQueues() {
