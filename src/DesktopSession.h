@@ -1,11 +1,8 @@
 #pragma once
-#include "ColorScheme.h"
 #include "ContinuousClock.h"
-#include "Contrast.h"
+#include "DesktopLook.h"
 #include "MainQueue.h"
 #include "QtMainLoop.h"
-#include "ReducedMotion.h"
-#include "TextScaling.h"
 #include "TimeZoneWatch.h"
 #include <optional>
 
@@ -29,8 +26,8 @@ class DesktopSession {
 
     MainQueue& mainQueue() { return m_mainQueue; }
     ContinuousClock& clock() { return m_clock; }
-    // From now on the window is light or dark, moves or does not, and has lines and text, as the desktop wants it,
-    // and tells dates in the time zone that the machine has.
+    // From now on the window looks as the desktop wants it (DesktopLook), and tells dates in the time zone that the
+    // machine has.
     // Stop before the runner goes.
     void followDesktop(TaskRunner& tasks);
     void stopFollowing();
@@ -39,10 +36,7 @@ class DesktopSession {
     MainQueue m_mainQueue;
     QtMainLoop m_loop{m_mainQueue};
     ContinuousClock m_clock{m_mainQueue};
-    std::optional<ColorScheme> m_colorScheme;
-    std::optional<ReducedMotion> m_reducedMotion;
-    std::optional<Contrast> m_contrast;
-    std::optional<TextScaling> m_textScaling;
+    std::optional<DesktopLook> m_look;
     std::optional<TimeZoneWatch> m_timeZone;
 };
 

@@ -29,13 +29,13 @@ void ProgramLife::windowOpens() {
 }
 
 void ProgramLife::windowHasClosed() {
-    if (!m_hasWindow() && !(isWanted() && isShown())) {
+    if (!m_hasWindow() && !m_isInDock && !(isWanted() && isShown())) {
         quit();
     }
 }
 
 void ProgramLife::itemHasChanged() {
-    if (m_hasWindow() || !m_hadWindow) {
+    if (m_hasWindow() || !m_hadWindow || m_isInDock) {
         return;
     }
     if (!isWanted()) {

@@ -11,7 +11,7 @@ class AppLibrary;
 class LibraryObserver;
 
 // When the program ends. It goes on while a window is open, and without one only while a person can see it in the panel
-// and reach it there. Whoever ends it, a sweep or a put back that runs comes to its end first. Main thread only.
+// or the dock and reach it there. Whoever ends it, a sweep or a put back that runs comes to its end first. Main thread only.
 class ProgramLife final : public QObject {
   public:
     // The library outlives it. `hasWindow` tells whether a window is open; `end` ends the program.
@@ -20,6 +20,9 @@ class ProgramLife final : public QObject {
 
     // How long a program without a window waits for the panel to come back: panels are started anew within seconds.
     static constexpr std::chrono::seconds kPanelMayBeAway{60};
+
+    // The system shows the program for as long as it runs, so that it ends only when somebody quits it.
+    void liveInDock() { m_isInDock = true; }
 
     // A window is about to open. The user wants the program again: a quit that waits is taken back.
     void windowOpens();
@@ -46,6 +49,7 @@ class ProgramLife final : public QObject {
     AppLibrary& m_library;
     std::function<bool()> m_hasWindow;
     std::function<void()> m_end;
+    bool m_isInDock = false;
     bool m_hadWindow = false;
     bool m_isQuitting = false;
     bool m_hasEnded = false;

@@ -119,6 +119,17 @@ void QuillaneApp::showSettings(SettingsTab tab) {
     WindowActivation::activate(*m_settings->windowHandle(), {});
 }
 
+// A press on the item in the menu bar may make the program active too: that wants the popover alone.
+void QuillaneApp::liveInDock() {
+    m_life.liveInDock();
+    QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &m_life,
+                     [this](Qt::ApplicationState state) {
+                         if (state == Qt::ApplicationActive && !hasWindow() && !m_item.popover()) {
+                             showWindow();
+                         }
+                     });
+}
+
 ContentView* QuillaneApp::window() const {
     return isOpen(m_window) ? m_window.get() : nullptr;
 }

@@ -40,6 +40,10 @@ class QuillaneApp final : public Scenes {
     AppLibrary& library() { return m_library; }
     NotificationCenter& notifications() { return m_notifications; }
 
+    // For a system that shows the program in its dock for as long as it runs. It goes on without a window then until
+    // somebody quits it, and opens one when it becomes active without: so a click in the dock is told.
+    void liveInDock();
+
     void quit() { m_life.quit(); }
     // True once the end was asked for: no window opens any more that anybody would see.
     bool hasEnded() const { return m_life.hasEnded(); }

@@ -3,8 +3,6 @@
 // that of the first window, the laying of the sample not counted; fails when the median is above the goal. On a display:
 // tools/with-display build/benchmark/benchmarks/views/bench_window
 #include "DefaultsKeys.h"
-#include "DesktopMenuBarExtra.h"
-#include "DesktopNotifications.h"
 #include "DrawingProgram.h"
 #include "QuillaneApp.h"
 #include "SampleSession.h"
@@ -73,9 +71,8 @@ int main(int argc, char** argv) {
     const auto beforeSample = milliseconds(start);
     SampleSession session(desktop, SampleMac::manyApplications(kApps, desktop.clock().now()), volume.path());
     const auto afterSample = milliseconds(start);
-    DesktopNotifications notifications(session.tasks());
-    DesktopMenuBarExtra menuBarExtra(session.tasks());
-    QuillaneApp app(session.platform(notifications, menuBarExtra), [] {});
+    SampleDesktop::Signs signs(session.tasks());
+    QuillaneApp app(session.platform(signs.notifications, signs.menuBarExtra), [] {});
     app.library().platform().defaults.set(DefaultsKeys::kHasSeenOnboarding, true);
     open(app);
     const auto first = milliseconds(start) - (afterSample - beforeSample);

@@ -34,4 +34,9 @@ Updater& absentUpdater() {
     return updater;
 }
 
+PreviewPanel& absentPreviewPanel() {
+    static AbsentPreviewPanel panel;
+    return panel;
+}
+
 } // namespace quillane

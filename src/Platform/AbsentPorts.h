@@ -2,6 +2,7 @@
 #include "DirectoryWatch.h"
 #include "MenuBarExtra.h"
 #include "Power.h"
+#include "PreviewPanel.h"
 #include "Updater.h"
 #include "UserNotifications.h"
 
@@ -48,6 +49,16 @@ class AbsentUpdater final : public Updater {
     void checkForUpdates() override {}
     std::optional<std::string> installedVersion() const override { return std::nullopt; }
     void setChangeHandler(std::function<void()>) override {}
+};
+
+// A system without a panel for looking at files: the program shows them in its own.
+class AbsentPreviewPanel final : public PreviewPanel {
+  public:
+    bool isThere() const override { return false; }
+    void setHandlers(Handlers) override {}
+    void show(const FileURL&, std::uintptr_t) override {}
+    void hide() override {}
+    bool isShown() const override { return false; }
 };
 
 } // namespace quillane

@@ -10,6 +10,7 @@ class FileSystem;
 class MenuBarExtra;
 class Metadata;
 class Power;
+class PreviewPanel;
 class Previews;
 class RunningApplications;
 class TaskRunner;
@@ -25,6 +26,7 @@ UserNotifications& absentUserNotifications();
 Power& absentPower();
 MenuBarExtra& absentMenuBarExtra();
 Updater& absentUpdater();
+PreviewPanel& absentPreviewPanel();
 
 // The ports of the program, bundled. Passed by const reference; there is no global. Whoever builds it owns
 // the adapters and keeps them alive for as long as anything holds the bundle.
@@ -44,6 +46,7 @@ struct Platform {
     Power& power = absentPower();
     MenuBarExtra& menuBarExtra = absentMenuBarExtra();
     Updater& updater = absentUpdater();
+    PreviewPanel& previewPanel = absentPreviewPanel();
 };
 
 } // namespace quillane

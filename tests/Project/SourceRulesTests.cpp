@@ -126,10 +126,11 @@ TEST(SourceRules, OnlyTheMacsTrashHasTheSystemMove) {
 TEST(SourceRules, QtBeginsAtTheViews) {
     std::vector<std::string> found;
     const std::regex include(R"(#include\s*<Q\w+)");
+    const std::regex entry("src/((Linux|Mac)/)?[^/]+"); // the entry type and its programs
     for (const auto& source : sourcesBelow("src")) {
         const bool mayUseQt = source.path.starts_with("src/Views/") ||
                               source.path.starts_with("src/Platform/Qt/") ||
-                              source.path.find('/') == source.path.rfind('/'); // the entry type
+                              std::regex_match(source.path, entry);
         if (!mayUseQt && std::regex_search(source.text, include)) {
             found.push_back(source.path);
         }
@@ -167,8 +168,12 @@ TEST(SourceRules, WhatAHeaderDeclaresEachSystemDefines) {
             continue;
         }
         const fs::path room = file.parent_path().parent_path();
-        const fs::path mac = room / "Mac" / file.filename();
-        const std::string twin = readFile(fs::exists(mac) ? mac : room / "Portable" / file.filename());
+        std::string twin;
+        for (const char* place : {"Mac/x.cpp", "Mac/x.mm", "Portable/x.cpp"}) {
+            const fs::path name =
+                fs::path(place).replace_filename(file.stem().string() + fs::path(place).extension().string());
+            twin = twin.empty() ? readFile(room / name) : twin;
+        }
         EXPECT_FALSE(twin.empty()) << source.path << " has no twin, or an empty one";
         for (const auto& name : declaredIn(room / file.filename().replace_extension(".h"))) {
             const std::regex definition("(\\w::|[^:\\w])" + name + "\\s*\\("); // and no call of the system

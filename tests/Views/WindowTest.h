@@ -3,6 +3,7 @@
 #include "AppRecords.h"
 #include "FakeMenuBarExtra.h"
 #include "FakeMetadata.h"
+#include "FakePreviewPanel.h"
 #include "FakePreviews.h"
 #include "FakeWorkspace.h"
 #include "IconCache.h"
@@ -77,6 +78,7 @@ class WindowTest : public testing::Test {
     FakeMetadata metadata;
     FakeWorkspace workspace;
     FakePreviews previews;
+    FakePreviewPanel systemPanel; // there is none at first
     RemovalFakes fakes;
     FakeMenuBarExtra extra{runner}; // on a desktop with a panel
     Platform platform{.files = files,
@@ -89,7 +91,8 @@ class WindowTest : public testing::Test {
                       .runningApplications = fakes.running,
                       .defaults = fakes.defaults,
                       .previews = previews,
-                      .menuBarExtra = extra};
+                      .menuBarExtra = extra,
+                      .previewPanel = systemPanel};
     Welcomed welcomed{fakes.defaults};
     AppLibrary library{platform};
     NotificationCenter notifications;

@@ -1,7 +1,6 @@
 #pragma once
 #include "AbsentCommandRunner.h"
 #include "DesktopSession.h"
-#include "DesktopWorkspace.h"
 #include "DocumentText.h"
 #include "FakeMetadata.h"
 #include "FakeRunningApplications.h"
@@ -14,7 +13,7 @@
 #include "PosixCommandRunner.h"
 #include "PosixDirectoryWatch.h"
 #include "PosixFileSystem.h"
-#include "PowerProfile.h"
+#include "SampleDesktop.h"
 #include "SampleLaunchctl.h"
 #include "SampleMac.h"
 #include "SearchingCommandRunner.h"
@@ -22,6 +21,7 @@
 #include "UserNotifications.h"
 #include <QCoreApplication>
 #include <QFile>
+#include <memory>
 #include <string>
 
 namespace quillane {
@@ -54,14 +54,14 @@ class SampleSession {
                 .metadata = m_metadata,
                 .clock = m_session.clock(),
                 .tasks = m_tasks,
-                .workspace = m_workspace,
+                .workspace = *m_workspace,
                 .trash = m_trash,
                 .runningApplications = m_running,
                 .defaults = m_defaults,
                 .previews = m_previews,
                 .directories = m_directories,
                 .notifications = notifications,
-                .power = m_power,
+                .power = *m_power,
                 .menuBarExtra = menuBarExtra};
     }
 
@@ -80,7 +80,7 @@ class SampleSession {
                             {FileURL("/")},
                             {.threads = &m_tasks, .documents = &m_documents}};
     SearchingCommandRunner m_commands{m_files, m_search, m_launchctl};
-    DesktopWorkspace m_workspace{m_files, m_tasks, DesktopWorkspace::Reach::volume};
+    std::unique_ptr<Workspace> m_workspace = SampleDesktop::workspace(m_files, m_tasks);
     FolderTrash m_trash;
     FakeRunningApplications m_running;
     MemoryDefaults m_defaults;
@@ -91,7 +91,7 @@ class SampleSession {
     PosixDirectoryWatch m_directories{m_tasks, [this](const FileURL& folder) {
                                           return m_files.hostPath(m_files.resolvingSymlinks(folder));
                                       }};
-    PowerProfile m_power{m_tasks};
+    std::unique_ptr<Power> m_power = SampleDesktop::power(m_tasks);
 };
 
 } // namespace quillane

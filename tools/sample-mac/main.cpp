@@ -2,8 +2,6 @@
 // with the welcome, unless started with --welcomed. With `--applications COUNT` that many applications are all there is.
 #include "Defaults.h"
 #include "DefaultsKeys.h"
-#include "DesktopMenuBarExtra.h"
-#include "DesktopNotifications.h"
 #include "DrawingProgram.h"
 #include "QuillaneApp.h"
 #include "SampleSession.h"
@@ -63,14 +61,11 @@ int main(int argc, char** argv) {
     }
     const TreeOwner tree{volume.path().toStdString()};
     SampleSession session(desktop, macFor(QApplication::arguments(), desktop.clock().now()), tree.path);
-    DesktopNotifications notifications(session.tasks());
-    DesktopMenuBarExtra menuBarExtra(session.tasks());
-    QuillaneApp app(session.platform(notifications, menuBarExtra));
+    SampleDesktop::Signs signs(session.tasks());
+    QuillaneApp app(session.platform(signs.notifications, signs.menuBarExtra));
     if (QApplication::arguments().contains(QStringLiteral("--welcomed"))) {
         app.library().platform().defaults.set(DefaultsKeys::kHasSeenOnboarding, true);
     }
     app.showWindow();
-    const int status = QApplication::exec();
-    notifications.withdrawAll();
-    return status;
+    return QApplication::exec();
 }

@@ -16,6 +16,7 @@
 #include "Onboarding/OnboardingView.h"
 #include "Panes/SectionDetail.h"
 #include "Preview/QuickLookPanel.h"
+#include "Preview/SystemQuickLook.h"
 #include "Review/PutBack.h"
 #include "Review/SweepPreviewSheet.h"
 #include "Shell/BrandButton.h"
@@ -85,17 +86,28 @@ ContentView::ContentView(AppLibrary& library, NotificationCenter& notifications,
     m_bannerObserver->renderNow();
     m_scanObserver = new LibraryObserver([this] { announceScan(); }, this);
     m_scanObserver->renderNow();
-    m_quickLook = new QuickLookPanel(m_library, m_state, *this, [this] { return listToMoveIn(); });
+    makeQuickLook();
     m_sections->currentWidget()->setFocus();
 }
 
 ContentView::~ContentView() {
-    delete m_quickLook; // it reads and writes the state to its end
+    delete m_quickLook; // these read and write the state to their end
+    delete m_systemQuickLook;
     for (QDialog* const sheet :
          {static_cast<QDialog*>(m_removalSheet), static_cast<QDialog*>(m_onboarding)}) {
         if (sheet != nullptr) {
             sheet->disconnect(this); // it goes after the state that its end would write to
         }
+    }
+}
+
+void ContentView::makeQuickLook() {
+    const auto list = [this] { return listToMoveIn(); };
+    auto& panel = m_library.platform().previewPanel;
+    if (panel.isThere()) {
+        m_systemQuickLook = new SystemQuickLook(panel, m_state, *this, list);
+    } else {
+        m_quickLook = new QuickLookPanel(m_library, m_state, *this, list);
     }
 }
 

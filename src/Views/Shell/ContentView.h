@@ -22,6 +22,7 @@ class Scenes;
 class SearchField;
 class Sidebar;
 class SweepPreviewSheet;
+class SystemQuickLook;
 class ToolbarRow;
 
 // The main screen: the sidebar, the section in the middle and its pane at the right. It starts the first scan
@@ -64,6 +65,7 @@ class ContentView : public QWidget {
     // Null while the welcome is not up. It waits until the window is shown and no other sheet lies over it.
     OnboardingView* onboarding() const;
     // Open while a file is looked at, and hidden otherwise.
+    // Null where the system has a panel of its own.
     QuickLookPanel* quickLook() const { return m_quickLook; }
     PutBack* putBack() const { return m_state.putBack; }
 
@@ -73,6 +75,7 @@ class ContentView : public QWidget {
 
   private:
     QWidget* listToMoveIn() const;
+    void makeQuickLook();
     void makeScreens();
     void makeColumns();
     void makeCommands();
@@ -109,7 +112,8 @@ class ContentView : public QWidget {
     LibraryObserver* m_bannerObserver = nullptr;
     LibraryObserver* m_scanObserver = nullptr;
     bool m_isScanning = false;
-    QuickLookPanel* m_quickLook = nullptr;
+    QuickLookPanel* m_quickLook = nullptr; // one of these two
+    SystemQuickLook* m_systemQuickLook = nullptr;
     NotificationCenter::Subscription m_showSection;
     NotificationCenter::Subscription m_showOverview;
     NotificationCenter::Subscription m_showOnboarding;

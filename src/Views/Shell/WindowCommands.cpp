@@ -16,6 +16,8 @@
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <optional>
 
 namespace quillane {
 
@@ -28,9 +30,13 @@ WindowCommands::WindowCommands(ContentView& window)
               makeWelcome(), makeQuit()});
 }
 
-// An action of the window, so that its keys work whatever has the focus.
+WindowCommands::~WindowCommands() = default;
+
+// An action of the window, so that its keys work whatever has the focus. Where there is a menu bar Qt guesses by an
+// action's words what it is for, unless it is told.
 QAction* WindowCommands::command(const QString& text, const QKeySequence& keys) {
     auto* const action = new QAction(text, this);
+    action->setMenuRole(QAction::NoRole);
     action->setShortcut(keys);
     m_window.addAction(action);
     return action;
@@ -143,14 +149,27 @@ void WindowCommands::makeMenu(const Commands& commands) {
     connect(open, &QAction::triggered, this, [this] { m_window.sidebar()->brand()->openMenu(); });
 }
 
-// What has a role the system moves to the application's own menu, wherever it was added.
+QAction* WindowCommands::makeAbout() {
+    auto* const action = command(QStringLiteral("About Quillane"), {});
+    action->setMenuRole(QAction::AboutRole);
+    auto* const scenes = m_window.state().scenes;
+    connect(action, &QAction::triggered, this, [this, scenes] {
+        const auto version = scenes == nullptr ? std::nullopt : scenes->updater().installedVersion();
+        QMessageBox::about(&m_window, QStringLiteral("About Quillane"),
+                           version ? words("Quillane " + *version) : QStringLiteral("Quillane"));
+    });
+    return action;
+}
+
+// What has a role the system moves to the application's own menu, wherever it was added. The bar belongs to no window, so
+// that it stands over the settings too.
 void WindowCommands::makeMenuBar(const Commands& commands) {
-    auto* const bar = new QMenuBar(&m_window);
-    bar->addMenu(QStringLiteral("File"))
-        ->addActions({commands.rescan, commands.checkForUpdates, commands.settings, commands.grantAccess,
-                      commands.quit});
-    bar->addMenu(QStringLiteral("Edit"))->addAction(commands.putBack);
-    bar->addMenu(QStringLiteral("Help"))->addAction(commands.welcome);
+    m_menuBar = std::make_unique<QMenuBar>(nullptr);
+    m_menuBar->addMenu(QStringLiteral("File"))
+        ->addActions({commands.rescan, makeAbout(), commands.checkForUpdates, commands.settings,
+                      commands.grantAccess, commands.quit});
+    m_menuBar->addMenu(QStringLiteral("Edit"))->addAction(commands.putBack);
+    m_menuBar->addMenu(QStringLiteral("Help"))->addAction(commands.welcome);
 }
 
 } // namespace quillane

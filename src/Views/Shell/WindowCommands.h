@@ -1,8 +1,10 @@
 #pragma once
 #include <QObject>
+#include <memory>
 
 class QAction;
 class QMenu;
+class QMenuBar;
 
 namespace quillane {
 
@@ -15,6 +17,7 @@ class WindowCommands : public QObject {
   public:
     // Belongs to the window.
     explicit WindowCommands(ContentView& window);
+    ~WindowCommands() override;
 
     // Null where there is a menu bar.
     QMenu* windowMenu() const { return m_windowMenu; }
@@ -39,12 +42,14 @@ class WindowCommands : public QObject {
     QAction* makeCheckForUpdates();
     QAction* makeWelcome();
     QAction* makeQuit();
+    QAction* makeAbout();
     void makeSearchKey();
     void makeMenu(const Commands& commands);
     void makeMenuBar(const Commands& commands);
 
     ContentView& m_window;
     QMenu* m_windowMenu = nullptr;
+    std::unique_ptr<QMenuBar> m_menuBar;
 };
 
 } // namespace quillane

@@ -586,3 +586,60 @@ TEST_F(LifeOfTheProgram, AFigureThatWasTypedIsTakenInBeforeTheEnd) {
     EXPECT_EQ(ends, 1);
     EXPECT_EQ(sample.defaults.integer(DefaultsKeys::kThresholdGB), 12);
 }
+
+// In the dock of a Mac
+
+TEST_F(LifeOfTheProgram, InTheDockItGoesOnWithoutAWindowAndWithoutAnItem) {
+    app.liveInDock();
+    wishItem(false);
+    openReady();
+    closeWindow();
+    wishItem(true);
+    setPanel(false);
+    sample.clock.advance(1h);
+    turn();
+    wishItem(false);
+    turn();
+    EXPECT_EQ(ends, 0);
+    app.quit();
+    turn();
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(LifeOfTheProgram, InTheDockAClickThereOpensTheWindowWhenNoneIsOpen) {
+    app.liveInDock();
+    openReady();
+    closeWindow();
+    ASSERT_EQ(app.window(), nullptr);
+    emit qApp->applicationStateChanged(Qt::ApplicationInactive);
+    EXPECT_EQ(app.window(), nullptr);
+    emit qApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_NE(app.window(), nullptr);
+}
+
+TEST_F(LifeOfTheProgram, InTheDockAWindowThatIsOpenIsLeftAsItIs) {
+    app.liveInDock();
+    openReady();
+    app.showSettings(Scenes::SettingsTab::general);
+    closeWindow();
+    emit qApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_EQ(app.window(), nullptr) << "the settings are one";
+}
+
+TEST_F(LifeOfTheProgram, InTheDockAPressOnTheItemOpensThePopoverAlone) {
+    app.liveInDock();
+    openReady();
+    closeWindow();
+    sample.menuBarExtra.press();
+    turn();
+    ASSERT_NE(app.menuBarItem().popover(), nullptr);
+    emit qApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_EQ(app.window(), nullptr);
+}
+
+TEST_F(LifeOfTheProgram, WithoutADockBecomingActiveOpensNothing) {
+    openReady();
+    closeWindow();
+    emit qApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_EQ(app.window(), nullptr);
+}

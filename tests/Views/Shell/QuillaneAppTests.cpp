@@ -315,3 +315,22 @@ TEST_F(WholeApp, WelcomeToQuillaneAsksTheWindowForTheWelcome) {
     command("Welcome to Quillane").trigger();
     EXPECT_EQ(asked, 1);
 }
+
+// Qt guesses by words what an action without a role is for, and moves it.
+TEST_F(WholeApp, EachCommandSaysWhereItStandsInAMenuBarAndNothingIsGuessed) {
+    app.showWindow();
+    std::map<QString, QAction::MenuRole> roles = {
+        {"Settings…", QAction::PreferencesRole},
+        {"Quit Quillane", QAction::QuitRole},
+        {"Check for Updates…", QAction::ApplicationSpecificRole},
+        {"Grant Full Disk Access…", QAction::ApplicationSpecificRole},
+    };
+    std::size_t others = 0;
+    for (const auto* const action : app.window()->actions()) {
+        const auto role = roles.extract(action->text());
+        EXPECT_EQ(action->menuRole(), role ? role.mapped() : QAction::NoRole) << qPrintable(action->text());
+        others += role ? 0 : 1;
+    }
+    EXPECT_TRUE(roles.empty()) << "each of them is there";
+    EXPECT_GT(others, 3U);
+}

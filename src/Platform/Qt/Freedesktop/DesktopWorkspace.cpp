@@ -1,8 +1,5 @@
 #include "DesktopWorkspace.h"
-#include "BundleIcon.h"
-#include "ContentTypes.h"
-#include "IcnsReader.h"
-#include "Pictures.h"
+#include "ItemIcon.h"
 #include <QCoreApplication>
 #include <QDBusMessage>
 #include <QProcess>
@@ -52,34 +49,6 @@ void openFolders(const std::vector<FileURL>& urls) {
     }
 }
 
-// The bundle's own icon, where it has one that can be read.
-std::optional<IconImage> applicationIcon(const FileSystem& files, const FileURL& bundle, int side) {
-    const auto bytes = bundleIcon(files, bundle);
-    auto picture = bytes ? IcnsReader::best(*bytes, side) : std::nullopt;
-    if (!picture) {
-        return std::nullopt;
-    }
-    switch (picture->form) {
-    case IcnsReader::Picture::Form::png:
-        return Pictures::decoded(picture->encoded, "png");
-    case IcnsReader::Picture::Form::jpeg2000:
-        return Pictures::decoded(picture->encoded, "jp2");
-    case IcnsReader::Picture::Form::pixels:
-        return std::move(picture->pixels);
-    }
-    return std::nullopt;
-}
-
-Pictures::Generic genericFor(const FileSystem& files, const FileURL& url) {
-    if (url.pathExtension() == "app") {
-        return Pictures::Generic::application; // also when it is gone
-    }
-    const auto values = files.resourceValues(url);
-    const bool isFolder = values && values->type == EntryType::directory;
-    return isFolder && !ContentTypes::ofFolder(url.pathExtension()).isPackage() ? Pictures::Generic::folder
-                                                                                : Pictures::Generic::document;
-}
-
 } // namespace
 
 DesktopWorkspace::DesktopWorkspace(const FileSystem& files, TaskRunner& tasks, Reach reach, SessionBus bus)
@@ -89,11 +58,7 @@ DesktopWorkspace::DesktopWorkspace(const FileSystem& files, TaskRunner& tasks, R
     , m_bus(std::move(bus)) {}
 
 std::shared_ptr<const IconImage> DesktopWorkspace::icon(const FileURL& url, int side) {
-    auto own = url.pathExtension() == "app" ? applicationIcon(m_files, url, side) : std::nullopt;
-    if (own && !own->isEmpty()) {
-        return std::make_shared<IconImage>(std::move(*own));
-    }
-    return std::make_shared<IconImage>(Pictures::drawn(genericFor(m_files, url), side));
+    return itemIcon(m_files, url, side);
 }
 
 void DesktopWorkspace::open(const FileURL& url) {

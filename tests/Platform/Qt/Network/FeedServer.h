@@ -18,6 +18,9 @@ class FeedServer {
   public:
     using Answer = std::function<void(QTcpSocket&)>;
 
+    // By its number: not every machine knows the name of itself.
+    static constexpr const char* kHost = "127.0.0.1";
+
     explicit FeedServer(const TestCertificate& certificate) {
         auto configuration = QSslConfiguration::defaultConfiguration();
         configuration.setLocalCertificate(certificate.certificate());
@@ -53,7 +56,7 @@ class FeedServer {
     }
 
     std::string address(const std::string& path) const {
-        return "https://localhost:" + std::to_string(m_server.serverPort()) + path;
+        return std::string("https://") + kHost + ":" + std::to_string(m_server.serverPort()) + path;
     }
     void close() { m_server.close(); }
 

@@ -103,7 +103,7 @@ TEST_F(HttpsFeedTest, WhoSaysLittleByLittleForEverIsNotReached) {
 TEST_F(HttpsFeedTest, WhoTakesTheCallAndSaysNothingIsNotReached) {
     QTcpServer deaf; // to TLS too
     ASSERT_TRUE(deaf.listen(QHostAddress::LocalHost));
-    EXPECT_EQ(fetch("https://localhost:" + std::to_string(deaf.serverPort()) + "/feed", kMoment),
+    EXPECT_EQ(fetch("https://127.0.0.1:" + std::to_string(deaf.serverPort()) + "/feed", kMoment),
               FeedSource::Answer(Failure::unreachable));
 }
 
@@ -142,7 +142,7 @@ TEST_F(HttpsFeedTest, RedirectionsAreFollowedWithinHttpsAndNotForEver) {
 TEST_F(HttpsFeedTest, WhereARedirectionLeadsToNobodyNobodyIsReached) {
     QTcpServer deaf;
     ASSERT_TRUE(deaf.listen(QHostAddress::LocalHost));
-    const auto nobody = "https://localhost:" + std::to_string(deaf.serverPort()) + "/feed";
+    const auto nobody = "https://127.0.0.1:" + std::to_string(deaf.serverPort()) + "/feed";
     deaf.close();
     EXPECT_EQ(fetchFrom(FeedServer::leadsTo(nobody)), FeedSource::Answer(Failure::unreachable));
 }
@@ -152,9 +152,9 @@ TEST_F(HttpsFeedTest, NoRedirectionLeavesHttps) {
     bool wasAsked = false;
     QObject::connect(&plain, &QTcpServer::newConnection, [&] { wasAsked = true; });
     ASSERT_TRUE(plain.listen(QHostAddress::LocalHost));
-    const auto http = "http://localhost:" + std::to_string(plain.serverPort()) + "/feed";
+    const auto http = "http://127.0.0.1:" + std::to_string(plain.serverPort()) + "/feed";
     for (const std::string& place : {http, std::string("file:///etc/hostname"), std::string("data:,text"),
-                                     std::string("ftp://localhost/feed"), std::string("qrc:/feed")}) {
+                                     std::string("ftp://127.0.0.1/feed"), std::string("qrc:/feed")}) {
         EXPECT_EQ(fetchFrom(FeedServer::leadsTo(place)), FeedSource::Answer(Failure::noPage)) << place;
     }
     EXPECT_FALSE(wasAsked);
@@ -178,7 +178,7 @@ TEST_F(HttpsFeedTest, AnAddressWithSomebodysNameInItIsNotAsked) {
 }
 
 TEST_F(HttpsFeedTest, ACertificateThatNobodyVouchesForIsNotTrusted) {
-    trust(TestCertificate("localhost"));
+    trust(TestCertificate(FeedServer::kHost));
     EXPECT_EQ(fetchFrom(FeedServer::page("text")), FeedSource::Answer(Failure::unreachable));
     EXPECT_TRUE(m_server.requests.empty());
 }
@@ -193,7 +193,7 @@ TEST_F(HttpsFeedTest, ACertificateOfAnotherHostIsNotTrusted) {
 }
 
 TEST_F(HttpsFeedTest, ACertificateThatHasRunOutIsNotTrusted) {
-    const TestCertificate old("localhost", -3'600);
+    const TestCertificate old(FeedServer::kHost, -3'600);
     trust(old);
     FeedServer server(old);
     server.on("/feed", FeedServer::page("text"));

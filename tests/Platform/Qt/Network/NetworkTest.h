@@ -18,7 +18,7 @@ class NetworkTest : public testing::Test {
     }
 
     const QSslConfiguration m_usual = QSslConfiguration::defaultConfiguration();
-    TestCertificate m_certificate{"localhost"};
+    TestCertificate m_certificate{FeedServer::kHost};
     FeedServer m_server{m_certificate};
 };
 

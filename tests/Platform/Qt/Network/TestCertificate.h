@@ -1,5 +1,6 @@
 #pragma once
 #include <QByteArray>
+#include <QHostAddress>
 #include <QSslCertificate>
 #include <QSslKey>
 #include <memory>
@@ -11,7 +12,7 @@
 
 namespace quillane {
 
-// A certificate for one name of a host, with its key, made anew and signed by itself.
+// A certificate for one host, by its name or its number, with its key, made anew and signed by itself.
 class TestCertificate {
   public:
     explicit TestCertificate(const std::string& host, long validForSeconds = 3'600) {
@@ -27,7 +28,8 @@ class TestCertificate {
                                    -1, -1, 0);
         X509_set_issuer_name(certificate.get(), name);
         add(*certificate, NID_basic_constraints, "critical,CA:TRUE");
-        add(*certificate, NID_subject_alt_name, "DNS:" + host);
+        const bool isNumber = !QHostAddress(QString::fromStdString(host)).isNull();
+        add(*certificate, NID_subject_alt_name, (isNumber ? "IP:" : "DNS:") + host);
         if (X509_sign(certificate.get(), key.get(), EVP_sha256()) == 0) {
             throw std::runtime_error("no certificate could be made");
         }
