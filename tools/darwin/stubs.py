@@ -46,7 +46,7 @@ def with_types_of_a_mac(names):
     numbers = {re.sub(r"El(?=[A-Z]|$)", "Ex", name) for name in names if "icu_" in name}
     streams = {name.replace("P8_IO_FILE", "P7__sFILE") for name in names}
     functions = {re.sub(r"St8functionI(F[^E]*E)E", r"NSt3__18functionI\1EE", name) for name in names}
-    waits = {re.sub(r"(libcpp_atomic_\w*wait\w*EPVKv)l$", r"\1x", name) for name in names}
+    waits = {re.sub(r"(libcpp_atomic_\w*wait\w*EPVKv)[il]$", r"\1x", name) for name in names}
     return names | strings | numbers | streams | functions | waits
 
 
