@@ -5,11 +5,7 @@
 function(quillane_info_plist FILE FEED KEY)
   set(UPDATES "")
   if(FEED OR KEY)
-    quillane_is_update_feed(IS_FEED "${FEED}" "${KEY}")
-    if(NOT IS_FEED)
-      message(FATAL_ERROR "An address that begins with https:// and a key of 32 bytes in base64 belong together: "
-        "QUILLANE_UPDATE_FEED is '${FEED}', QUILLANE_UPDATE_KEY is '${KEY}'")
-    endif()
+    quillane_require_update_feed("${FEED}" "${KEY}")
     string(REPLACE "&" "&amp;" FEED "${FEED}")
     string(REPLACE "<" "&lt;" FEED "${FEED}")
     # Whether to check by itself is asked in the settings, not at the second start.

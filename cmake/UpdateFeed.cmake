@@ -10,3 +10,14 @@ function(quillane_is_update_feed OUT FEED KEY)
     set(${OUT} FALSE PARENT_SCOPE)
   endif()
 endfunction()
+
+# quillane_require_update_feed(FEED KEY)
+#
+# Ends the configuration where the two are no such address and key.
+function(quillane_require_update_feed FEED KEY)
+  quillane_is_update_feed(IS_FEED "${FEED}" "${KEY}")
+  if(NOT IS_FEED)
+    message(FATAL_ERROR "An address that begins with https:// and a key of 32 bytes in base64 belong together: "
+      "QUILLANE_UPDATE_FEED is '${FEED}', QUILLANE_UPDATE_KEY is '${KEY}'")
+  endif()
+endfunction()

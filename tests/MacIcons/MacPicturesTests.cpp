@@ -21,7 +21,8 @@ class MacPictures : public ::testing::Test {
         const std::string symbols = std::string(QUILLANE_SYMBOLS) + "/";
         const std::string command = std::string("'") + QUILLANE_MAC_ICONS + "' '" + symbols + icon + "' '" +
                                     symbols + "sparkles.svg' '" + m_folder.path() + "' 2>/dev/null";
-        return WEXITSTATUS(std::system(command.c_str()));
+        const int status = std::system(command.c_str());
+        return WEXITSTATUS(status);
     }
 
     std::string content(const char* name) const {
@@ -64,6 +65,23 @@ TEST_F(MacPictures, TheIconIsTheDrawingInEverySize) {
         EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0) << side << ": its corners are cut";
         EXPECT_TRUE(isBlue(image.pixelColor(side / 5, side * 3 / 10))) << side << ": its ground is blue";
         EXPECT_GT(image.pixelColor(side / 2, side / 2).red(), 200) << side << ": the feather is white";
+    }
+}
+
+// Pixels that were multiplied with their opacity would draw a dark rim.
+TEST_F(MacPictures, TheRimOfTheSmallIconsHasTheColourOfItsGround) {
+    ASSERT_EQ(draw(), 0);
+    for (const int side : {16, 32}) {
+        const QImage image = icon(side);
+        int seen = 0;
+        for (int at = 0; at < side * side; ++at) {
+            const QColor pixel = image.pixelColor(at % side, at / side);
+            if (pixel.alpha() > 40 && pixel.alpha() < 200) {
+                EXPECT_GT(pixel.blue(), 130) << side << ": " << at;
+                ++seen;
+            }
+        }
+        EXPECT_GT(seen, side / 2) << side;
     }
 }
 

@@ -35,6 +35,7 @@ class MacScripts : public ::testing::Test {
             fs::copy(tree / name, checkout() / name, fs::copy_options::recursive);
         }
         fs::create_directories(programs());
+        fs::create_directories(m_disk.at("for a while"));
         for (const auto& name : kOfBoth) {
             fs::create_symlink(whereIs(name), programs() / name);
         }
@@ -48,10 +49,11 @@ class MacScripts : public ::testing::Test {
     // Runs a script of the checkout from elsewhere, with words of the environment before it: its exit status.
     int run(const std::string& script, const std::string& environment = {}) {
         const std::string command = "cd / && env -i PATH='" + programs().string() + "' TMPDIR='" +
-                                    m_disk.path() + "' CALLS='" + m_disk.at("calls") + "' " + environment +
-                                    " '" + checkout().string() + "'/" + script + " >'" + m_disk.at("words") +
-                                    "' 2>&1";
-        return WEXITSTATUS(std::system(command.c_str()));
+                                    m_disk.at("for a while") + "' CALLS='" + m_disk.at("calls") + "' " +
+                                    environment + " '" + checkout().string() + "'/" + script + " >'" +
+                                    m_disk.at("words") + "' 2>&1";
+        const int status = std::system(command.c_str());
+        return WEXITSTATUS(status);
     }
 
     std::string words() const { return readFile(m_disk.at("words")); }
@@ -91,7 +93,7 @@ class MacScripts : public ::testing::Test {
                 line.replace(at, place.size(), word);
             }
         }
-        return std::regex_replace(line, std::regex(R"(DISK/quillane\.\w+)"), "WORK");
+        return std::regex_replace(line, std::regex(R"(DISK/for a while/quillane\.\w+)"), "WORK");
     }
 
     const TemporaryFolder m_disk;
@@ -185,6 +187,12 @@ TEST_F(MacScripts, WithoutAnIdentityItIsSignedForNobodyAndSaysSo) {
     EXPECT_EQ(calls("codesign|--force").size(), 4U);
     EXPECT_NE(words().find("Signed ad hoc"), std::string::npos) << words();
     EXPECT_TRUE(calls("xcrun|notarytool").empty());
+}
+
+TEST_F(MacScripts, WhereOneSignatureFailsThereIsNoImage) {
+    EXPECT_NE(run("tools/package", "FAILING=codesign"), 0);
+    EXPECT_EQ(calls("codesign").size(), 1U);
+    EXPECT_TRUE(calls("hdiutil").empty());
 }
 
 TEST_F(MacScripts, TheImageHoldsTheBundleAndAWayToTheApplications) {

@@ -110,6 +110,19 @@ TEST(SourceRules, OnlyTheMoverMovesAndOnlyTheRemoverDeletes) {
     EXPECT_TRUE(found.empty()) << joined(found);
 }
 
+// The system's own ways to move may copy, delete and overwrite. One is left, into its Trash.
+TEST(SourceRules, OnlyTheMacsTrashHasTheSystemMove) {
+    const std::regex call(
+        R"(\b(trashItem|moveItem|copyItem|linkItem|removeItem|replaceItem|evictUbiquitousItem)\w*:|\brecycleURLs:)");
+    for (const char* forbidden :
+         {"[files moveItemAtURL:a toURL:b error:&e]", "[files removeItemAtPath:path error:nil]",
+          "[workspace recycleURLs:urls completionHandler:nil]"}) {
+        EXPECT_EQ(occurrences({{"x.mm", forbidden}}, call).size(), 1U) << forbidden;
+    }
+    EXPECT_EQ(occurrences(sourcesBelow("src"), call),
+              std::vector<std::string>{"src/Platform/Mac/FoundationTrash.mm: trashItemAtURL:"});
+}
+
 TEST(SourceRules, QtBeginsAtTheViews) {
     std::vector<std::string> found;
     const std::regex include(R"(#include\s*<Q\w+)");
@@ -302,7 +315,7 @@ TEST(SourceRules, NoTestSleepsOrIsSkipped) {
 TEST(SourceRules, ATestStandsInAFileThatIsNamedAfterItsKind) {
     const std::regex test(R"(^(TEST|TEST_F|TEST_P|TYPED_TEST|RC_GTEST_PROP|RC_GTEST_FIXTURE_PROP)\()",
                           std::regex::ECMAScript | std::regex::multiline);
-    const std::regex name(R"((Tests|Contract|Properties)\.cpp$)");
+    const std::regex name(R"((Tests|Contract|Properties)\.(cpp|mm)$)");
     std::vector<std::string> found;
     std::size_t tests = 0;
     for (const auto& source : sourcesBelow("tests")) {

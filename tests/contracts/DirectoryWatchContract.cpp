@@ -1,92 +1,18 @@
 // What every watch of folders promises, whatever it runs on; and what becomes of folders on the disk.
 #include "FakeDirectoryWatch.h"
-#include "MainQueue.h"
 #include "OrdinaryUser.h"
-#include "OwnVolume.h"
-#include "PosixDirectoryWatch.h"
 #include "PosixFileSystem.h"
-#include "TemporaryFolder.h"
-#include <chrono>
-#include <condition_variable>
-#include <cstdio>
-#include <cstdlib>
-#include <fcntl.h>
+#include "WatchedFolder.h"
 #include <filesystem>
 #include <fstream>
-#include <functional>
-#include <gtest/gtest.h>
-#include <memory>
-#include <mutex>
-#include <string>
-#include <sys/mount.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
-#include <utility>
 
 namespace quillane {
 namespace {
 
 namespace fs = std::filesystem;
-using namespace std::chrono_literals;
-
-constexpr auto kLimit = 30'000ms; // no test comes near it
-
-// A main thread that counts what is posted to it, and can hold up whoever posts.
-class MainThread final : public TaskRunner {
-  public:
-    void run(Priority, Job) override { std::abort(); } // watching needs no pool
-    void post(Job job) override {
-        std::unique_lock lock(m_mutex);
-        ++m_posts;
-        m_changed.notify_all();
-        m_changed.wait(lock, [this] { return !m_holds; });
-        lock.unlock();
-        m_queue.post(std::move(job));
-    }
-
-    int posts() {
-        const std::lock_guard lock(m_mutex);
-        return m_posts;
-    }
-    // False when the limit passes first.
-    bool waitForPosts(int count) {
-        std::unique_lock lock(m_mutex);
-        return m_changed.wait_for(lock, kLimit, [&] { return m_posts >= count; });
-    }
-    void hold(bool holds) {
-        const std::lock_guard lock(m_mutex);
-        m_holds = holds;
-        m_changed.notify_all();
-    }
-    bool runUntil(const std::function<bool()>& done) { return m_queue.runUntil(done, kLimit); }
-
-  private:
-    MainQueue m_queue;
-    std::mutex m_mutex; // guards what follows
-    std::condition_variable m_changed;
-    int m_posts = 0;
-    bool m_holds = false;
-};
-
-// Each subject makes something happen directly inside a folder, which it lays at need.
-class OnDisk {
-  public:
-    explicit OnDisk(TaskRunner& runner)
-        : watch(runner) {}
-
-    FileURL folder(const std::string& name) {
-        disk.folder(name);
-        return disk.url(name);
-    }
-    FileURL unwatchable(const std::string& name) { return disk.url(name); }
-    void happen(const std::string& name) { disk.file(name + "/" + std::to_string(++m_last), "x"); }
-
-    TemporaryFolder disk;
-    PosixDirectoryWatch watch;
-
-  private:
-    int m_last = 0;
-};
 
 class ByHand {
   public:
@@ -101,28 +27,6 @@ class ByHand {
     void happen(const std::string& name) { watch.change(folder(name)); }
 
     FakeDirectoryWatch watch;
-};
-
-template <class Subject>
-class DirectoryWatchContract : public testing::Test {
-  protected:
-    using Source = std::unique_ptr<DirectoryWatch::Source>;
-
-    Source counting(const std::string& name, int& told) {
-        return subject.watch.watch(subject.folder(name), [&told] { ++told; });
-    }
-    bool runUntil(const std::function<bool()>& done) { return runner.runUntil(done); }
-    // When this returns, all that happened before has been told.
-    testing::AssertionResult catchUp() {
-        int told = 0;
-        const auto source = counting("mark", told);
-        subject.happen("mark");
-        return runUntil([&] { return told > 0; }) ? testing::AssertionSuccess()
-                                                  : testing::AssertionFailure() << "the mark was not told";
-    }
-
-    MainThread runner;
-    Subject subject{runner};
 };
 
 using Subjects = testing::Types<OnDisk, ByHand>;
@@ -253,27 +157,6 @@ TYPED_TEST(DirectoryWatchContract, AFolderThatCanNotBeWatchedHasNoSourceAndTheOt
     EXPECT_TRUE(this->runUntil([&] { return told > 0; }));
 }
 
-// What becomes of a folder on the disk.
-struct WatchedFolder : DirectoryWatchContract<OnDisk> {
-    WatchedFolder() {
-        disk.folder("watched").folder("elsewhere");
-        source = counting("watched", told);
-    }
-    testing::AssertionResult isTold() {
-        return runUntil([&] { return told > 0; }) ? testing::AssertionSuccess()
-                                                  : testing::AssertionFailure() << "nothing was told";
-    }
-    // What was told so far has been heard; only what comes next counts.
-    void forget() {
-        ASSERT_TRUE(catchUp());
-        told = 0;
-    }
-
-    TemporaryFolder& disk = subject.disk;
-    int told = 0;
-    std::unique_ptr<DirectoryWatch::Source> source;
-};
-
 TEST_F(WatchedFolder, EverythingThatChangesWhatLiesInItIsTold) {
     disk.folder("elsewhere/New.app/Contents");
     const auto in = [&](const char* name) { return disk.at(std::string("watched/") + name); };
@@ -330,14 +213,6 @@ TEST_F(WatchedFolder, ItsRenamingIsToldAndItIsWatchedWhereItLiesNow) {
     EXPECT_TRUE(isTold());
 }
 
-TEST_F(WatchedFolder, ThatAnotherFolderTakesItsPlaceIsTold) {
-    disk.folder("elsewhere/other");
-    ASSERT_EQ(
-        ::renameat2(AT_FDCWD, disk.at("elsewhere/other").c_str(), AT_FDCWD, disk.at("watched").c_str(), 2),
-        0);
-    EXPECT_TRUE(isTold());
-}
-
 TEST_F(WatchedFolder, ThatALinkTakesItsPlaceIsTold) {
     fs::rename(disk.at("watched"), disk.at("elsewhere/renamed"));
     fs::create_directory_symlink(disk.at("elsewhere"), disk.at("watched"));
@@ -371,47 +246,6 @@ TEST_F(WatchedFolder, AFolderThatMayNotBeReadHasNoSource) {
     const OrdinaryUser user;
     EXPECT_FALSE(subject.watch.watch(disk.url("locked"), [] {}));
     EXPECT_TRUE(subject.watch.watch(disk.url("watched"), [] {}));
-}
-
-// In a process of its own, whose mounts nobody else sees.
-TEST(WatchedVolume, AnUnmountIsTold) {
-    testing::FLAGS_gtest_death_test_style = "fast";
-    TemporaryFolder disk;
-    disk.folder("volume");
-    EXPECT_EXIT(
-        {
-            mountOwnVolume(disk.at("volume"));
-            MainThread runner;
-            PosixDirectoryWatch watch(runner);
-            int told = 0;
-            const auto source = watch.watch(disk.url("volume"), [&] { ++told; });
-            const bool isGone = ::umount(disk.at("volume").c_str()) == 0;
-            std::_Exit(source && isGone && runner.runUntil([&] { return told > 0; }) ? 0 : 1);
-        },
-        testing::ExitedWithCode(0), "");
-}
-
-// As many as the system keeps for whoever does not read, and some more: what comes then is lost.
-int moreThanTheQueueHolds() {
-    int queued = 0;
-    std::ifstream("/proc/sys/fs/inotify/max_queued_events") >> queued;
-    return queued + 100;
-}
-
-TEST_F(WatchedFolder, AFolderWhoseChangeWasLostAmongTooManyIsToldAllTheSame) {
-    int toldOfOther = 0;
-    const auto other = counting("elsewhere", toldOfOther);
-    runner.hold(true);
-    disk.folder("watched/First.app");
-    ASSERT_TRUE(runner.waitForPosts(1)); // the thread that reads stands still
-    const auto name = disk.at("watched/changing");
-    for (int i = 0; i < moreThanTheQueueHolds(); i += 2) {
-        ASSERT_EQ(::close(::open(name.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600)), 0);
-        ASSERT_EQ(::unlink(name.c_str()), 0);
-    }
-    disk.folder("elsewhere/Lost.app");
-    runner.hold(false);
-    EXPECT_TRUE(runUntil([&] { return toldOfOther > 0; }));
 }
 
 TEST_F(WatchedFolder, TenThousandChangesArePostedOnceUntilTheMainThreadTakesThem) {
@@ -470,19 +304,6 @@ TEST_F(WatchedFolder, WhereTheSystemHasNoRoomThereIsNoSourceAndLaterThereIs) {
     ASSERT_TRUE(later);
     disk.folder("elsewhere/New.app");
     EXPECT_TRUE(runUntil([&] { return toldLater > 0; }));
-}
-
-TEST_F(WatchedFolder, NoProgramThatIsStartedInheritsWhatWatches) {
-    int descriptors = 0;
-    for (const auto& entry : fs::directory_iterator("/proc/self/fd")) {
-        std::error_code gone; // the iterator's own
-        const auto target = fs::read_symlink(entry.path(), gone).string();
-        if (target.find("inotify") != std::string::npos || target.find("eventfd") != std::string::npos) {
-            ++descriptors;
-            EXPECT_NE(::fcntl(std::stoi(entry.path().filename()), F_GETFD) & FD_CLOEXEC, 0) << target;
-        }
-    }
-    EXPECT_GE(descriptors, 2);
 }
 
 } // namespace

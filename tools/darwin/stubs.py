@@ -37,11 +37,21 @@ def library(name):
     return found.stdout.strip()
 
 
+def with_types_of_a_mac(names):
+    """Adds the names that the same functions have where strings are libc++'s and int64_t is a long long."""
+    string = "NSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE"
+    strings = {name.replace("B5cxx11", "").replace(string, "NSt3__112basic_stringIcNS_11char_traitsIcEENS_9allocatorIcEEEE")
+               for name in names if "cxx11" in name}
+    numbers = {re.sub(r"El(?=[A-Z]|$)", "Ex", name) for name in names if "icu_" in name}
+    return names | strings | numbers
+
+
 write(sdk / "usr/lib/libc++.tbd",
       stub("/usr/lib/libc++.1.dylib",
            exported(llvm / "lib/libc++.so.1.0") | exported(llvm / "lib/libc++abi.so.1.0")))
 for name in ["icuuc", "icui18n", "pugixml", "archive", "Qt6Core", "Qt6Gui", "Qt6Widgets", "Qt6Svg", "Qt6Network", "Qt6Test"]:
-    write(sdk / f"packages/lib/lib{name}.tbd", stub(f"/opt/stand-in/lib{name}.dylib", exported(library(name))))
+    write(sdk / f"packages/lib/lib{name}.tbd",
+          stub(f"/opt/stand-in/lib{name}.dylib", with_types_of_a_mac(exported(library(name)))))
 
 write(sdk / "usr/lib/libz.tbd", stub("/usr/lib/libz.1.dylib", exported(library("z"))))
 

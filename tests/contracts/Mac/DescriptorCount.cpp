@@ -7,8 +7,8 @@ namespace {
 
 class DescriptorCount final : public testing::EmptyTestEventListener {
     void OnTestStart(const testing::TestInfo& /*test*/) override { m_before = count(); }
-    void OnTestEnd(const testing::TestInfo& /*test*/) override {
-        EXPECT_EQ(count(), m_before) << "descriptors were left open";
+    void OnTestEnd(const testing::TestInfo& test) override {
+        EXPECT_EQ(count(), m_before) << "left open by " << test.test_suite_name() << "." << test.name();
     }
     static std::ptrdiff_t count() {
         return std::distance(std::filesystem::directory_iterator("/dev/fd"),

@@ -48,6 +48,17 @@ TEST_F(FoundationTrashTest, TheSystemIsToldTheItemByteForByte) {
     }
 }
 
+// It might read up to there, and move another item.
+TEST_F(FoundationTrashTest, OfANameWithANulTheSystemIsNotTold) {
+    bool isTold = false;
+    StandIns::answerTrash([&](const FileURL&) {
+        isTold = true;
+        return Trashed{};
+    });
+    EXPECT_FALSE(trash.moveToTrash(FileURL(disk.at("home/a") + std::string("\0b", 2))).ok());
+    EXPECT_FALSE(isTold);
+}
+
 TEST_F(FoundationTrashTest, AMoveWhoseLandingIsNotToldIsAMove) {
     answer({true, std::nullopt, {}});
     const auto landed = trash.moveToTrash(disk.url("home/a"));

@@ -41,8 +41,8 @@ NSError* errorOf(const std::vector<Cause>& causes) {
 
 BOOL trashItem(id /*self*/, SEL /*selector*/, NSURL* url, NSURL* __autoreleasing* landed,
                NSError* __autoreleasing* error) {
-    const auto item = FoundationValues::fileURL(url);
-    const auto answer = item && trashAnswer() ? trashAnswer()(*item) : Trashed{false, std::nullopt, {}};
+    const auto item = FoundationValues::fileURL(url).value_or(FileURL("/no/location"));
+    const auto answer = trashAnswer() ? trashAnswer()(item) : Trashed{false, std::nullopt, {}};
     if (landed != nullptr && answer.landed) {
         *landed = FoundationValues::location(*answer.landed);
     }
