@@ -45,7 +45,9 @@ def with_types_of_a_mac(names):
                for name in names if "cxx11" in name for again in ("S_", "S0_", "S1_")}
     numbers = {re.sub(r"El(?=[A-Z]|$)", "Ex", name) for name in names if "icu_" in name}
     streams = {name.replace("P8_IO_FILE", "P7__sFILE") for name in names}
-    functions = {re.sub(r"St8functionI(F[^E]*E)E", r"NSt3__18functionI\1EE", name) for name in names}
+    # What a name says again is counted, and std::__1 is one thing more that it has said.
+    functions = {re.sub(r"St8functionI(F[^E]*E)E",
+                        lambda told: f"NSt3__18functionI{told[1].replace('S1_', 'S2_')}EE", name) for name in names}
     waits = {re.sub(r"(libcpp_atomic_\w*wait\w*EPVKv)[il]$", r"\1x", name) for name in names}
     return names | strings | numbers | streams | functions | waits
 
@@ -66,8 +68,8 @@ retainAutoreleasedReturnValue retainBlock storeStrong storeWeak unsafeClaimAutor
 opt_class opt_isKindOfClass opt_new opt_respondsToSelector opt_self msgSend msgSendSuper2 getProperty setProperty
 setProperty_atomic setProperty_nonatomic setProperty_nonatomic_copy setProperty_atomic_copy copyStruct""".split()
 # What is called of the runtime by name.
-runtime = """class_getInstanceMethod class_getMethodImplementation class_replaceMethod method_getTypeEncoding
-object_getClass""".split()
+runtime = """class_getInstanceMethod class_getMethodImplementation class_replaceMethod method_getImplementation
+method_getTypeEncoding object_getClass""".split()
 registers = [f"objc_{call}_x{n}" for call in ("release", "retain") for n in range(30)]
 write(sdk / "usr/lib/libobjc.tbd",
       stub("/usr/lib/libobjc.A.dylib",
