@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <set>
 #include <unicode/ustring.h>
+#include <utility>
 
 namespace quillane::SystemIndex {
 namespace {
