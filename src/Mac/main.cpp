@@ -48,7 +48,8 @@ int main(int argc, char** argv) {
     MacPreviewPanel previewPanel(tasks);
     WorkspaceApplications running;
     PosixDirectoryWatch directories(tasks);
-    MacNotifications notifications(tasks, makeNotificationCentre); // before the application has finished launching
+    MacNotifications notifications(tasks,
+                                   makeNotificationCentre); // before the application has finished launching
     MacPower power;
     MacMenuBarExtra menuBarExtra(tasks, makeStatusItem);
     ProgramUpdates updates(session.clock(), tasks, storage.files.home().path());
