@@ -2,8 +2,10 @@
 #include "ContinuousClock.h"
 #include "FakeWorkspace.h"
 #include "MainQueue.h"
+#include <future>
 #include <gtest/gtest.h>
 #include <memory>
+#include <optional>
 #include <thread>
 
 namespace quillane {
@@ -82,14 +84,44 @@ TEST(AwaitedPicture, AfterAStopThereIsNoAnswerEvenIfItHasCome) {
     EXPECT_EQ(awaited.wait(stop.token(), clock, 5s, 0s), std::nullopt);
 }
 
+// Tells when the one who waits has looked and is about to fall asleep.
+class LookingClock final : public Clock {
+  public:
+    Date now() const override { return {}; }
+    Calendar calendar() const override { return Calendar("GMT"); }
+    Instant instant() const override {
+        if (++m_looks == 2) { // the first is for the end of its patience
+            m_hasLooked.set_value();
+        }
+        return {};
+    }
+    TimerId callAt(Instant /*when*/, Job /*job*/) override { return 0; }
+    void cancel(TimerId /*timer*/) override {}
+    void awaitLook() { m_hasLooked.get_future().wait(); }
+
+  private:
+    mutable int m_looks = 0;
+    mutable std::promise<void> m_hasLooked;
+};
+
+// What the thread needs is its own: where nothing wakes it, it stays behind.
+struct Sleeper {
+    AwaitedPicture awaited;
+    LookingClock clock;
+    std::promise<std::optional<AwaitedPicture::Picture>> answer;
+};
+
 TEST(AwaitedPicture, WhatIsGivenOnAnotherThreadWakesTheOneWhoWaits) {
-    const auto awaited = std::make_shared<AwaitedPicture>();
+    const auto sleeper = std::make_shared<Sleeper>();
+    auto answer = sleeper->answer.get_future();
+    std::thread([sleeper] {
+        sleeper->answer.set_value(sleeper->awaited.wait({}, sleeper->clock, 24h * 365, 24h * 365));
+    }).detach();
+    sleeper->clock.awaitLook();
     const auto picture = FakeWorkspace::grey(7);
-    MainQueue queue;
-    const ContinuousClock clock(queue);
-    std::thread giver([awaited, picture] { awaited->give(picture); });
-    EXPECT_EQ(awaited->wait({}, clock, 24h * 365, 24h * 365), picture);
-    giver.join();
+    sleeper->awaited.give(picture); // not before it sleeps, as it looks under the lock
+    ASSERT_EQ(answer.wait_for(30s), std::future_status::ready);
+    EXPECT_EQ(answer.get(), picture);
 }
 
 } // namespace
