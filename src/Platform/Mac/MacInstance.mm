@@ -3,11 +3,16 @@
 #import <AppKit/AppKit.h>
 #include <cerrno>
 #include <csignal>
+#include <future>
+#include <memory>
 #include <thread>
 #include <unistd.h>
 
 namespace quillane::MacInstance {
 namespace {
+
+// How long a start waits for the system to have opened the other one.
+constexpr std::chrono::seconds kOpening{5};
 
 NSArray<NSRunningApplication*>* instances() {
     NSString* const own = [[NSBundle mainBundle] bundleIdentifier];
@@ -31,15 +36,41 @@ bool isThere(int process) {
     return ::kill(process, 0) == 0 || errno != ESRCH;
 }
 
-bool bringForward(NSArray<NSRunningApplication*>* instances, int process) {
+NSRunningApplication* _Nullable instanceOf(NSArray<NSRunningApplication*>* instances, int process) {
     for (NSRunningApplication* instance in instances) {
         if ([instance processIdentifier] == process) {
-            // The second is for macOS 13, where this start is not active and so could not hand that on.
-            return [instance activateWithOptions:NSApplicationActivateAllWindows |
-                                                 NSApplicationActivateIgnoringOtherApps] != NO;
+            return instance;
         }
     }
-    return false;
+    return nil;
+}
+
+std::optional<Date> launchOf(NSRunningApplication* _Nullable instance) {
+    NSDate* const date = [instance launchDate];
+    return date == nil ? std::nullopt : std::optional(Date{[date timeIntervalSinceReferenceDate]});
+}
+
+// As the Finder opens it, which brings forward the one that runs. Waits until the system has done so.
+bool openAgain(NSURL* _Nullable bundle) {
+    if (bundle == nil) {
+        return false; // a bare executable
+    }
+    const auto told = std::make_shared<std::promise<bool>>(); // also when nobody waits any more
+    auto isDone = told->get_future();
+    [[NSWorkspace sharedWorkspace] openApplicationAtURL:bundle
+                                          configuration:[NSWorkspaceOpenConfiguration configuration]
+                                      completionHandler:^(NSRunningApplication*, NSError* error) {
+                                        told->set_value(error == nil);
+                                      }];
+    return isDone.wait_for(kOpening) == std::future_status::ready && isDone.get();
+}
+
+// From macOS 14 the first is a wish, which the system may refuse to a start that is not active. The second of its
+// options is for macOS 13, where such a start could not hand on being active.
+bool bringForward(NSRunningApplication* _Nullable instance) {
+    const bool isActivated = [instance activateWithOptions:NSApplicationActivateAllWindows |
+                                                           NSApplicationActivateIgnoringOtherApps] != NO;
+    return openAgain([instance bundleURL]) || isActivated;
 }
 
 } // namespace
@@ -50,8 +81,11 @@ bool bringOtherForward(bool isRelaunched) {
         return OneInstance::isSecond(
             {.others = [running] { return othersOf(running); },
              .isThere = isThere,
-             .bringForward = [running](int process) { return bringForward(running, process); },
-             .pause = [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); }},
+             .bringForward = [running](int process) { return bringForward(instanceOf(running, process)); },
+             .pause = [](std::chrono::milliseconds time) { std::this_thread::sleep_for(time); },
+             .launched = [running](int process) { return launchOf(instanceOf(running, process)); },
+             .now = [] { return Date{[[NSDate date] timeIntervalSinceReferenceDate]}; },
+             .own = ::getpid()},
             isRelaunched);
     }
 }

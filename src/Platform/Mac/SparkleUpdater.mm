@@ -56,7 +56,11 @@ class SparkleUpdater final : public Updater {
         return [m_updater automaticallyChecksForUpdates] != NO;
     }
     void setAutomaticallyChecksForUpdates(bool isOn) override {
-        [m_updater setAutomaticallyChecksForUpdates:isOn ? YES : NO];
+        @autoreleasepool {
+            [m_updater setAutomaticallyChecksForUpdates:isOn ? YES : NO];
+            // It keeps the switch among the settings, which may reach their server later than this process ends.
+            [[NSUserDefaults standardUserDefaults] synchronize];
+        }
     }
     bool canCheckForUpdates() const override { return [m_updater canCheckForUpdates] != NO; }
     std::optional<Date> lastUpdateCheckDate() const override {
@@ -70,8 +74,7 @@ class SparkleUpdater final : public Updater {
         @autoreleasepool {
             const id version =
                 [[NSBundle mainBundle] objectForInfoDictionaryKey:@"CFBundleShortVersionString"];
-            return [version isKindOfClass:[NSString class]] ? std::optional(FoundationValues::string(version))
-                                                            : std::nullopt;
+            return [version isKindOfClass:[NSString class]] ? FoundationValues::bytes(version) : std::nullopt;
         }
     }
     void setChangeHandler(std::function<void()> changed) override { m_changed = std::move(changed); }

@@ -2,6 +2,8 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <map>
+#include <optional>
+#include <utility>
 #include <vector>
 
 namespace quillane {
@@ -23,13 +25,33 @@ class OneInstanceTest : public testing::Test {
                                               asked.push_back(process);
                                               return comesForward;
                                           },
-                                      .pause = [this](auto time) { waited += time; }},
+                                      .pause = [this](auto time) { waited += time; },
+                                      .launched =
+                                          [this](int process) {
+                                              const auto found = launches.find(process);
+                                              return found == launches.end() ? std::nullopt
+                                                                             : std::optional(found->second);
+                                          },
+                                      .now = [] { return Date{1'000}; },
+                                      .own = own},
                                      isRelaunched);
     }
 
     std::vector<int> others;
     std::map<int, std::chrono::milliseconds> ends; // after how much waiting
     bool comesForward = true;
+    // Whether each of the two goes on, where both find the other.
+    std::pair<bool, bool> goOn(int first, int second) {
+        own = first;
+        others = {second};
+        const bool goesFirst = !isSecond();
+        own = second;
+        others = {first};
+        return {goesFirst, !isSecond()};
+    }
+
+    int own = 50;
+    std::map<int, Date> launches;
     std::vector<int> asked; // to come forward
     std::chrono::milliseconds waited{0};
 };
@@ -88,6 +110,42 @@ TEST_F(OneInstanceTest, ARelaunchedOneWaitsForAllOthers) {
     ends = {{41, 1s}, {42, 3s}};
     EXPECT_FALSE(isSecond(true));
     EXPECT_GE(waited, 3s);
+}
+
+TEST_F(OneInstanceTest, OfTwoThatStartAtOnceTheOneLaunchedEarlierGoesOn) {
+    launches = {{41, Date{900}}, {42, Date{899.5}}};
+    EXPECT_EQ(goOn(41, 42), std::pair(false, true));
+    EXPECT_EQ(asked, std::vector({42}));
+}
+
+TEST_F(OneInstanceTest, OfTwoThatWereLaunchedAtTheSameTimeTheOneOfTheSmallerNumberGoesOn) {
+    launches = {{41, Date{900}}, {42, Date{900}}};
+    EXPECT_EQ(goOn(41, 42), std::pair(true, false));
+    EXPECT_EQ(goOn(42, 41), std::pair(false, true));
+}
+
+TEST_F(OneInstanceTest, WhereTheSystemTellsNoLaunchTwoDoNotGoOn) {
+    EXPECT_EQ(goOn(41, 42), std::pair(false, false));
+    launches = {{41, Date{900}}};
+    EXPECT_EQ(goOn(41, 42), std::pair(false, false));
+}
+
+TEST_F(OneInstanceTest, AFirstOneThatSeemsYoungerAsTheClockWasPutBackStaysTheFirst) {
+    own = 42;
+    others = {41};
+    launches = {{41, Date{1'001}}, {42, Date{900}}};
+    EXPECT_TRUE(isSecond());
+}
+
+TEST_F(OneInstanceTest, OfThreeThatStartAtOnceOneGoesOnAndComesForward) {
+    launches = {{41, Date{902}}, {42, Date{900}}, {43, Date{901}}};
+    own = 43;
+    others = {41, 42};
+    EXPECT_TRUE(isSecond());
+    EXPECT_EQ(asked, std::vector({42}));
+    own = 42;
+    others = {41, 43};
+    EXPECT_FALSE(isSecond());
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "OneInstance.h"
 #include <algorithm>
+#include <utility>
 
 namespace quillane::OneInstance {
 namespace {
@@ -11,13 +12,23 @@ void awaitEnd(const System& system, const std::vector<int>& others) {
     }
 }
 
+// Of which nothing is told was there before, and so was what was launched in the future: the clock has been put back.
+bool isAfter(const System& system, int other) {
+    const auto own = system.launched(system.own);
+    const auto launched = system.launched(other);
+    return own && launched && *launched <= system.now() &&
+           std::pair(*own, system.own) < std::pair(*launched, other);
+}
+
 } // namespace
 
 bool isSecond(const System& system, bool isRelaunched) {
-    const auto others = system.others();
+    auto others = system.others();
     if (isRelaunched) {
         awaitEnd(system, others);
     }
+    // They find this one, and end.
+    std::erase_if(others, [&system](int other) { return isAfter(system, other); });
     const auto comesForward = [&system](int process) {
         return system.isThere(process) && system.bringForward(process);
     };

@@ -1,6 +1,8 @@
 #pragma once
+#include "Date.h"
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <vector>
 
 // Which start of the program goes on, where the system knows who else runs.
@@ -12,6 +14,10 @@ struct System {
     std::function<bool(int process)> isThere;      // whether it has not ended
     std::function<bool(int process)> bringForward; // false where the system refuses
     std::function<void(std::chrono::milliseconds)> pause;
+    // When it was started; nothing where the system does not tell. Each of two starts is told the same of both.
+    std::function<std::optional<Date>(int process)> launched;
+    std::function<Date()> now;
+    int own = 0; // this process
 };
 
 // How long a start waits for the end of the one that began it, and how often it looks.
@@ -20,7 +26,8 @@ inline constexpr std::chrono::milliseconds kBetweenLooks{50};
 
 // Whether this start is to end, as another one runs; that has then been asked to come forward. One that `isRelaunched`
 // waits first until the others have ended: the one that began it is about to. Two never go on, also where the other
-// does not come forward. Blocks.
+// does not come forward; of two that start at once the one that was launched earlier goes on, and of two that were
+// launched at the same time the one of the smaller number. Blocks.
 bool isSecond(const System& system, bool isRelaunched);
 
 } // namespace quillane::OneInstance

@@ -63,6 +63,37 @@ TEST_F(MacInstanceTest, AnotherOneOfTheBundlesIdentifierComesForward) {
               (std::vector<StandIn::Activation>{{other.number(), kAllWindowsIgnoringOthers}}));
 }
 
+TEST_F(MacInstanceTest, TheOtherOneIsOpenedAsTheFinderDoesAndThatIsWaitedFor) {
+    const Process other;
+    StandIn::setRunning(kIdentifier, {::getpid(), other.number()});
+    EXPECT_TRUE(MacInstance::bringOtherForward(false));
+    EXPECT_EQ(StandIn::openedBundles(), std::vector<std::string>{"file:///Applications/Other%20%C3%A9.app"});
+    EXPECT_EQ(StandIn::toldOpenings(), 1);
+}
+
+TEST_F(MacInstanceTest, ABareExecutableIsActivatedAlone) {
+    const Process other;
+    StandIn::setRunning(kIdentifier, {::getpid(), other.number()});
+    StandIn::setRunningBundle("");
+    EXPECT_TRUE(MacInstance::bringOtherForward(false));
+    EXPECT_EQ(StandIn::activations().size(), 1U);
+    EXPECT_TRUE(StandIn::openedBundles().empty());
+}
+
+TEST_F(MacInstanceTest, OfTwoThatStartAtOnceTheOneThatWasLaunchedEarlierGoesOn) {
+    const Process other;
+    StandIn::setRunning(kIdentifier, {::getpid(), other.number()});
+    StandIn::setLaunch(::getpid(), 100);
+    StandIn::setLaunch(other.number(), 100.5);
+    EXPECT_FALSE(MacInstance::bringOtherForward(false));
+    EXPECT_TRUE(StandIn::activations().empty());
+    StandIn::setLaunch(::getpid(), 101);
+    EXPECT_TRUE(MacInstance::bringOtherForward(false));
+    StandIn::setLaunch(::getpid(), 100);
+    StandIn::setLaunch(other.number(), 1e12); // the clock was put back
+    EXPECT_TRUE(MacInstance::bringOtherForward(false));
+}
+
 TEST_F(MacInstanceTest, ABareExecutableLooksForTheProgramsOwnIdentifier) {
     StandIn::setBundle({.path = "/usr/local/bin", .identifier = ""});
     const Process other;

@@ -120,6 +120,12 @@ void CGContextRelease(CGContextRef context) {
 + (instancetype)configuration {
     return [[NSWorkspaceOpenConfiguration alloc] init];
 }
+- (BOOL)createsNewApplicationInstance {
+    return StandIn::held(self, "new") != nil;
+}
+- (void)setCreatesNewApplicationInstance:(BOOL)flag {
+    StandIn::hold(self, "new", flag ? @"yes" : nil);
+}
 @end
 @implementation NSWorkspace (Pictures)
 - (NSImage*)iconForFile:(NSString*)path {

@@ -65,6 +65,7 @@ TEST_F(SparkleUpdaterTest, HandsOnTheSwitchAndTheCheck) {
     EXPECT_FALSE(updater->automaticallyChecksForUpdates());
     updater->setAutomaticallyChecksForUpdates(true);
     EXPECT_TRUE(StandIn::sparkle().isAutomatic);
+    EXPECT_TRUE(StandIn::sparkle().isAutomaticStored) << "who ends at once must find it again";
     EXPECT_TRUE(updater->automaticallyChecksForUpdates());
     updater->checkForUpdates();
     EXPECT_EQ(StandIn::sparkle().checks, 1);

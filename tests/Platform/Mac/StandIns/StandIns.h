@@ -35,6 +35,8 @@ enum class Deed { click, dismiss };
 int act(std::size_t request, Deed deed);
 // A click on one that holds more than texts.
 int clickOnForeign();
+// The system's answer to the question for permission, on a thread of its own.
+void answerPermission();
 // The options with which a notification shows while the program is in front, and how often they were told.
 std::pair<unsigned long, int> presentation();
 
@@ -79,6 +81,7 @@ struct Sparkle {
     bool wasStarted = false;
     int checks = 0;
     bool isAutomatic = false;
+    bool isAutomaticStored = false; // with the server of the settings
 };
 Sparkle sparkle();
 void setSparkle(bool canCheck, double lastCheck);
@@ -91,6 +94,14 @@ struct Activation {
     friend bool operator==(const Activation&, const Activation&) = default;
 };
 std::vector<Activation> activations();
+// When a process was launched, as the system tells it: seconds since the reference date.
+void setLaunch(int process, double date);
+// The bundle of all that run; empty for a bare executable.
+void setRunningBundle(const std::string& path);
+// Bundles that were opened as the Finder opens them, by their addresses, and those of which the system has told, on a
+// thread of its own, that it has done so.
+std::vector<std::string> openedBundles();
+int toldOpenings();
 
 // How often the main thread's queue was asked for, to hear of something there.
 int mainQueues();

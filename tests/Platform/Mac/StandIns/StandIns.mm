@@ -2,7 +2,10 @@
 #include "FoundationValues.h"
 #include "Held.h"
 #import <AppKit/AppKit.h>
+#include <Block.h>
 #import <UserNotifications/UserNotifications.h>
+#include <atomic>
+#include <thread>
 
 namespace {
 
@@ -16,6 +19,7 @@ struct State {
     id delegate = nil;
     NSMutableArray* requests = nil;
     unsigned long permissions = 0;
+    void (^permissionAnswer)(BOOL, NSError*) = nullptr;
     int items = 0;
     NSStatusItem* item = nil;
     NSMenu* opened = nil;
@@ -35,8 +39,13 @@ struct State {
     int mainQueues = 0;
     std::map<std::string, std::vector<int>> running;
     std::vector<StandIn::Activation> activations;
+    std::map<int, double> launches;
+    std::string runningBundle = "/Applications/Other é.app";
+    std::vector<std::string> openedBundles;
 };
 State g;
+std::vector<std::thread> g_tellers;
+std::atomic<int> g_toldOpenings = 0;
 
 } // namespace
 
@@ -165,7 +174,7 @@ NSString* const UNNotificationDefaultActionIdentifier = @"the default action";
 - (void)requestAuthorizationWithOptions:(UNAuthorizationOptions)options
                       completionHandler:(void (^)(BOOL, NSError*))completion {
     g.permissions = options;
-    completion(NO, nil);
+    g.permissionAnswer = Block_copy(completion);
 }
 - (void)addNotificationRequest:(UNNotificationRequest*)request
          withCompletionHandler:(void (^)(NSError*))completion {
@@ -410,6 +419,21 @@ const NSNotificationName NSWorkspaceAccessibilityDisplayOptionsDidChangeNotifica
     static NSNotificationCenter* const centre = [[StandInCentre alloc] init];
     return centre;
 }
+- (void)openApplicationAtURL:(NSURL*)url
+               configuration:(NSWorkspaceOpenConfiguration*)configuration
+           completionHandler:(void (^)(NSRunningApplication*, NSError*))completion {
+    if (![configuration createsNewApplicationInstance]) {
+        g.openedBundles.push_back(FoundationValues::string([url absoluteString]));
+    }
+    void (^kept)(NSRunningApplication*, NSError*) = Block_copy(completion);
+    g_tellers.emplace_back([kept] {
+        for (int i = 0; i < 1'000; ++i) {
+            std::this_thread::yield(); // whoever doesn't wait is gone by then
+        }
+        ++g_toldOpenings;
+        kept(nil, nil);
+    });
+}
 - (BOOL)accessibilityDisplayShouldIncreaseContrast {
     return g.isContrastHigh;
 }
@@ -433,6 +457,13 @@ const NSNotificationName NSWorkspaceAccessibilityDisplayOptionsDidChangeNotifica
 - (int)processIdentifier {
     return [held(self, "process") intValue];
 }
+- (NSURL*)bundleURL {
+    return g.runningBundle.empty() ? nil : [NSURL fileURLWithPath:FoundationValues::text(g.runningBundle)];
+}
+- (NSDate*)launchDate {
+    const auto found = g.launches.find([self processIdentifier]);
+    return found == g.launches.end() ? nil : [NSDate dateWithTimeIntervalSinceReferenceDate:found->second];
+}
 - (BOOL)activateWithOptions:(NSApplicationActivationOptions)options {
     g.activations.push_back({[held(self, "process") intValue], options});
     return YES;
@@ -440,6 +471,13 @@ const NSNotificationName NSWorkspaceAccessibilityDisplayOptionsDidChangeNotifica
 @end
 
 // Sparkle.
+
+@implementation NSUserDefaults (StandIn)
+- (BOOL)synchronize {
+    g.sparkle.isAutomaticStored = g.sparkle.isAutomatic;
+    return YES;
+}
+@end
 
 @interface StandInUpdater : NSObject
 @end
@@ -528,6 +566,11 @@ void hold(id object, const char* name, id value) {
 
 void begin() {
     static NSAutoreleasePool* pool = nil;
+    for (auto& teller : g_tellers) {
+        teller.join();
+    }
+    g_tellers.clear();
+    g_toldOpenings = 0;
     [pool drain];
     pool = [[NSAutoreleasePool alloc] init];
     g = State();
@@ -559,9 +602,11 @@ bool hasDelegate() {
 }
 
 int act(std::size_t request, Deed deed) {
-    UNNotificationRequest* const acted = [g.requests objectAtIndex:request];
-    return respond([[acted content] userInfo],
-                   deed == Deed::click ? UNNotificationDefaultActionIdentifier : @"it was dismissed");
+    @autoreleasepool { // the system's own threads call, too
+        UNNotificationRequest* const acted = [g.requests objectAtIndex:request];
+        return respond([[acted content] userInfo],
+                       deed == Deed::click ? UNNotificationDefaultActionIdentifier : @"it was dismissed");
+    }
 }
 
 int clickOnForeign() {
@@ -570,6 +615,10 @@ int clickOnForeign() {
     [userInfo setObject:[NSNumber numberWithInt:1] forKey:@"number"];
     [userInfo setObject:@"number" forKey:[NSNumber numberWithInt:1]];
     return respond(userInfo, UNNotificationDefaultActionIdentifier);
+}
+
+void answerPermission() {
+    std::thread([answer = g.permissionAnswer] { answer(NO, nil); }).join();
 }
 
 std::pair<unsigned long, int> presentation() {
@@ -677,6 +726,22 @@ void setRunning(const std::string& identifier, const std::vector<int>& processes
 
 std::vector<Activation> activations() {
     return g.activations;
+}
+
+void setLaunch(int process, double date) {
+    g.launches[process] = date;
+}
+
+void setRunningBundle(const std::string& path) {
+    g.runningBundle = path;
+}
+
+std::vector<std::string> openedBundles() {
+    return g.openedBundles;
+}
+
+int toldOpenings() {
+    return g_toldOpenings;
 }
 
 int mainQueues() {

@@ -1,7 +1,10 @@
+#include "MacNotifications.h"
 #include "StandIns.h"
+#include "StepTaskRunner.h"
 #include "UserNotificationCentre.h"
 #include <gtest/gtest.h>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace quillane {
@@ -40,6 +43,7 @@ TEST_F(UserNotificationCentreTest, ListensFromItsMakingOn) {
 TEST_F(UserNotificationCentreTest, AsksForBannersAndSound) {
     made()->requestAuthorization();
     EXPECT_EQ(StandIn::askedPermissions(), 4U | 2U);
+    StandIn::answerPermission(); // after the centre's end
 }
 
 TEST_F(UserNotificationCentreTest, DeliversAtOnceWithSoundUnderItsIdentifier) {
@@ -59,6 +63,31 @@ TEST_F(UserNotificationCentreTest, AClickTellsTheUserInfoAsItWasAndThatItIsDoneO
     centre->add({"startup-1", "title", "body", userInfo});
     EXPECT_EQ(StandIn::act(0, StandIn::Deed::click), 1);
     EXPECT_EQ(clicks, std::vector({userInfo}));
+}
+
+TEST_F(UserNotificationCentreTest, AClickOnAThreadOfTheSystemsIsToldAtATurnOfTheMainThread) {
+    StepTaskRunner tasks;
+    MacNotifications notifications(tasks, makeNotificationCentre);
+    std::vector<std::thread::id> told;
+    notifications.setClickHandler([&](const auto&) { told.push_back(std::this_thread::get_id()); });
+    notifications.add({"startup-1", "title", "body", {{"section", "Startup"}}});
+    std::thread([] { EXPECT_EQ(StandIn::act(0, StandIn::Deed::click), 1); }).join();
+    EXPECT_TRUE(told.empty());
+    tasks.settle();
+    EXPECT_EQ(told, std::vector{std::this_thread::get_id()});
+}
+
+TEST_F(UserNotificationCentreTest, AClickAfterTheCentresEndIsDoneAndToldToNobody) {
+    StepTaskRunner tasks;
+    int told = 0;
+    {
+        MacNotifications notifications(tasks, makeNotificationCentre);
+        notifications.setClickHandler([&](const auto&) { ++told; });
+        notifications.add({"startup-1", "title", "body", {{"section", "Startup"}}});
+    }
+    std::thread([] { EXPECT_EQ(StandIn::act(0, StandIn::Deed::click), 1); }).join();
+    tasks.settle();
+    EXPECT_EQ(told, 0);
 }
 
 TEST_F(UserNotificationCentreTest, ThatItWasDismissedIsNoClickAndDoneTheSame) {
