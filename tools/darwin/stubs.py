@@ -38,7 +38,8 @@ def library(name):
 
 
 def with_types_of_a_mac(names):
-    """Adds the names that the same functions have where strings are libc++'s, int64_t is a long long, and a FILE Darwin's.
+    """Adds the names that the same functions have where strings and functions are libc++'s, int64_t is a long long,
+    and a FILE Darwin's.
     Which number stands for "std" in a name depends on what comes before; those that may be are all added."""
     string = "NSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE"
     strings = {name.replace("B5cxx11", "").replace(
@@ -46,8 +47,10 @@ def with_types_of_a_mac(names):
                for name in names if "cxx11" in name for standard in ("_", "0_", "1_", "2_", "3_")}
     numbers = {re.sub(r"El(?=[A-Z]|$)", "Ex", name) for name in names if "icu_" in name}
     numbers |= {re.sub(r"i$", "x", name) for name in names if "libcpp_atomic" in name}
+    functions = {re.sub(r"St8functionI(F\w*?E)E", lambda found: f"NSt3__18functionI{found[1].replace('S1_', 'S2_')}EE", name)
+                 for name in names if "St8function" in name}
     files = {name.replace("P8_IO_FILE", "P7__sFILE") for name in names}
-    return names | strings | numbers | files
+    return names | strings | numbers | functions | files
 
 
 write(sdk / "usr/lib/libc++.tbd",
