@@ -38,24 +38,23 @@ def library(name):
 
 
 def with_types_of_a_mac(names):
-    """Adds the names that the same functions have where strings and functions are libc++'s, int64_t is a long long,
-    and a FILE Darwin's.
-    Which number stands for "std" in a name depends on what comes before; those that may be are all added."""
+    """Adds the names that the same functions have where strings and functions are libc++'s, int64_t is a long long and a FILE has another tag."""
     string = "NSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE"
-    strings = {name.replace("B5cxx11", "").replace(
-        string, f"NSt3__112basic_stringIcNS{standard}11char_traitsIcEENS{standard}9allocatorIcEEEE")
-               for name in names if "cxx11" in name for standard in ("_", "0_", "1_", "2_", "3_")}
+    # How std::__1 is said again depends on what a name has said before it.
+    strings = {name.replace("B5cxx11", "").replace(string, f"NSt3__112basic_stringIcN{again}11char_traitsIcEEN{again}9allocatorIcEEEE")
+               for name in names if "cxx11" in name for again in ("S_", "S0_", "S1_")}
     numbers = {re.sub(r"El(?=[A-Z]|$)", "Ex", name) for name in names if "icu_" in name}
-    numbers |= {re.sub(r"i$", "x", name) for name in names if "libcpp_atomic" in name}
-    functions = {re.sub(r"St8functionI(F\w*?E)E", lambda found: f"NSt3__18functionI{found[1].replace('S1_', 'S2_')}EE", name)
-                 for name in names if "St8function" in name}
-    files = {name.replace("P8_IO_FILE", "P7__sFILE") for name in names}
-    return names | strings | numbers | functions | files
+    streams = {name.replace("P8_IO_FILE", "P7__sFILE") for name in names}
+    # What a name says again is counted, and std::__1 is one thing more that it has said.
+    functions = {re.sub(r"St8functionI(F[^E]*E)E",
+                        lambda told: f"NSt3__18functionI{told[1].replace('S1_', 'S2_')}EE", name) for name in names}
+    waits = {re.sub(r"(libcpp_atomic_\w*wait\w*EPVKv)[il]$", r"\1x", name) for name in names}
+    return names | strings | numbers | streams | functions | waits
 
 
 write(sdk / "usr/lib/libc++.tbd",
       stub("/usr/lib/libc++.1.dylib",
-           with_types_of_a_mac(exported(llvm / "lib/libc++.so.1.0")) | exported(llvm / "lib/libc++abi.so.1.0")))
+           with_types_of_a_mac(exported(llvm / "lib/libc++.so.1.0") | exported(llvm / "lib/libc++abi.so.1.0"))))
 for name in ["icuuc", "icui18n", "pugixml", "archive", "Qt6Core", "Qt6Gui", "Qt6Widgets", "Qt6Svg", "Qt6Network", "Qt6Test"]:
     write(sdk / f"packages/lib/lib{name}.tbd",
           stub(f"/opt/stand-in/lib{name}.dylib", with_types_of_a_mac(exported(library(name)))))
@@ -68,12 +67,13 @@ initWeak loadWeak loadWeakRetained moveWeak release retain retainAutorelease ret
 retainAutoreleasedReturnValue retainBlock storeStrong storeWeak unsafeClaimAutoreleasedReturnValue alloc alloc_init
 opt_class opt_isKindOfClass opt_new opt_respondsToSelector opt_self msgSend msgSendSuper2 getProperty setProperty
 setProperty_atomic setProperty_nonatomic setProperty_nonatomic_copy setProperty_atomic_copy copyStruct""".split()
-runtime = """class_getInstanceMethod class_getMethodImplementation class_replaceMethod method_getTypeEncoding
-object_getClass""".split()
+# What is called of the runtime by name.
+runtime = """class_getInstanceMethod class_getMethodImplementation class_replaceMethod method_getImplementation
+method_getTypeEncoding object_getClass""".split()
 registers = [f"objc_{call}_x{n}" for call in ("release", "retain") for n in range(30)]
 write(sdk / "usr/lib/libobjc.tbd",
       stub("/usr/lib/libobjc.A.dylib",
-           ["_objc_" + name for name in arc] + ["_" + name for name in registers] + ["_" + name for name in runtime] +
+           ["_objc_" + name for name in arc] + ["_" + name for name in registers + runtime] +
            ["__objc_empty_cache", "__objc_empty_vtable", "___objc_personality_v0", "___isPlatformVersionAtLeast"],
            ["NSObject"]))
 

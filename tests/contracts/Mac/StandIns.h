@@ -21,7 +21,8 @@ struct Trashed {
     std::vector<Cause> error;
 };
 
-// Answers for the system's move to the Trash from now on. Without one it moves nothing and says nothing.
+// Answers for the system's move to the Trash from now on. Without one the system
+// itself does.
 void answerTrash(std::function<Trashed(const FileURL& item)> answer);
 
 // A running application, as the workspace knows it.

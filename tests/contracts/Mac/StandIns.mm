@@ -39,10 +39,15 @@ NSError* errorOf(const std::vector<Cause>& causes) {
     return error;
 }
 
-BOOL trashItem(id /*self*/, SEL /*selector*/, NSURL* url, NSURL* __autoreleasing* landed,
+using TrashItem = BOOL (*)(id, SEL, NSURL*, NSURL* __autoreleasing*, NSError* __autoreleasing*);
+TrashItem systemTrashItem = nullptr;
+
+BOOL trashItem(id self, SEL selector, NSURL* url, NSURL* __autoreleasing* landed,
                NSError* __autoreleasing* error) {
-    const auto item = FoundationValues::fileURL(url).value_or(FileURL("/no/location"));
-    const auto answer = trashAnswer() ? trashAnswer()(item) : Trashed{false, std::nullopt, {}};
+    if (!trashAnswer()) {
+        return systemTrashItem(self, selector, url, landed, error);
+    }
+    const auto answer = trashAnswer()(FoundationValues::fileURL(url).value_or(FileURL("/no/location")));
     if (landed != nullptr && answer.landed) {
         *landed = FoundationValues::location(*answer.landed);
     }
@@ -80,19 +85,22 @@ BOOL synchronize(id self, SEL selector) {
     return systemSynchronize(self, selector);
 }
 
-void replace(Class type, SEL selector, void* own) {
+// Gives back what the system had there.
+void* replace(Class type, SEL selector, void* own) {
+    auto* const before = reinterpret_cast<void*>(class_getMethodImplementation(type, selector));
     class_replaceMethod(type, selector, reinterpret_cast<IMP>(own),
                         method_getTypeEncoding(class_getInstanceMethod(type, selector)));
+    return before;
 }
 
 class InPlace final : public testing::Environment {
     void SetUp() override {
         @autoreleasepool {
-            replace([NSFileManager class], @selector(trashItemAtURL:resultingItemURL:error:),
-                    reinterpret_cast<void*>(&trashItem));
-            systemSynchronize = reinterpret_cast<Synchronize>(reinterpret_cast<void*>(
-                class_getMethodImplementation([NSUserDefaults class], @selector(synchronize))));
-            replace([NSUserDefaults class], @selector(synchronize), reinterpret_cast<void*>(&synchronize));
+            systemTrashItem = reinterpret_cast<TrashItem>(
+                replace([NSFileManager class], @selector(trashItemAtURL:resultingItemURL:error:),
+                        reinterpret_cast<void*>(&trashItem)));
+            systemSynchronize = reinterpret_cast<Synchronize>(replace(
+                [NSUserDefaults class], @selector(synchronize), reinterpret_cast<void*>(&synchronize)));
             replace(object_getClass([NSRunningApplication class]),
                     @selector(runningApplicationsWithBundleIdentifier:), reinterpret_cast<void*>(&running));
         }

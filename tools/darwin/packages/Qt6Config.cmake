@@ -15,6 +15,8 @@ foreach(MODULE ${Qt6_FIND_COMPONENTS})
   if(NOT TARGET Qt6::${MODULE})
     add_library(Qt6::${MODULE} INTERFACE IMPORTED GLOBAL)
     target_include_directories(Qt6::${MODULE} SYSTEM INTERFACE ${QT_HEADERS} ${QT_HEADERS}/Qt${MODULE})
+    string(TOUPPER ${MODULE} UPPER)
+    target_compile_definitions(Qt6::${MODULE} INTERFACE QT_${UPPER}_LIB)
     target_link_libraries(Qt6::${MODULE} INTERFACE ${QUILLANE_SDK}/packages/lib/libQt6${MODULE}.tbd)
     string(TOUPPER ${MODULE} DEFINED)
     target_compile_definitions(Qt6::${MODULE} INTERFACE QT_${DEFINED}_LIB) # QtTest looks for those
