@@ -42,7 +42,7 @@ def with_types_of_a_mac(names):
     string = "NSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE"
     # How std::__1 is said again depends on what a name has said before it.
     strings = {name.replace("B5cxx11", "").replace(string, f"NSt3__112basic_stringIcN{again}11char_traitsIcEEN{again}9allocatorIcEEEE")
-               for name in names if "cxx11" in name for again in ("S_", "S0_", "S1_")}
+               for name in names if "cxx11" in name for again in ("S_", "S0_", "S1_", "S2_", "S3_")}
     numbers = {re.sub(r"El(?=[A-Z]|$)", "Ex", name) for name in names if "icu_" in name}
     streams = {name.replace("P8_IO_FILE", "P7__sFILE") for name in names}
     # What a name says again is counted, and std::__1 is one thing more that it has said.
