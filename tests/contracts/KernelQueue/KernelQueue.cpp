@@ -74,7 +74,8 @@ class Queue {
     // Blocks until something has happened; with a longest time 0 when that is over.
     int wait(Event* events, int most, const timespec* longest) {
         const int milliseconds =
-            longest == nullptr ? -1 : static_cast<int>(longest->tv_sec * 1000 + longest->tv_nsec / 1'000'000 + 1);
+            longest == nullptr ? -1
+                               : static_cast<int>(longest->tv_sec * 1000 + longest->tv_nsec / 1'000'000 + 1);
         for (;;) {
             std::array<pollfd, 3> waited{pollfd{m_changes.get(), POLLIN, 0}, pollfd{m_timer.get(), POLLIN, 0},
                                          pollfd{m_trigger.get(), POLLIN, 0}};

@@ -1,7 +1,7 @@
 // The Mac's move, and what is made of an error that was none.
-#include "FileMover.h"
 #include "CloudFetching.h"
 #include "Descriptor.h"
+#include "FileMover.h"
 #include "SystemCalls.h"
 #include "TemporaryFolder.h"
 #include <cerrno>
@@ -19,18 +19,24 @@ namespace fs = std::filesystem;
 
 struct FileMoverTest : testing::Test {
     FileMoverTest() {
-        disk.file("from/a", "a").folder("to");
+        disk.file("from/a", "a");
         CloudFetching::setForCurrentThread(CloudFetching::Policy::forbidden);
     }
     ~FileMoverTest() override { SystemCalls::answers() = {}; }
 
+    Descriptor made(const std::string& name) {
+        disk.folder(name);
+        return Descriptor(::open(disk.at(name).c_str(), FileMover::kOpenUnlisted | O_DIRECTORY));
+    }
     Result<> move() const { return FileMover::move(from.get(), "a", to.get(), "b"); }
     bool exists(const std::string& below) const { return fs::exists(disk.at(below)); }
-    static void answer(decltype(SystemCalls::Answers::move) move) { SystemCalls::answers().move = std::move(move); }
+    static void answer(decltype(SystemCalls::Answers::move) move) {
+        SystemCalls::answers().move = std::move(move);
+    }
 
     TemporaryFolder disk;
-    Descriptor from{::open(disk.at("from").c_str(), FileMover::kOpenUnlisted | O_DIRECTORY)};
-    Descriptor to{::open(disk.at("to").c_str(), FileMover::kOpenUnlisted | O_DIRECTORY)};
+    Descriptor from = made("from");
+    Descriptor to = made("to");
 };
 
 TEST_F(FileMoverTest, AMoveMayFetchFromACloudAndLeavesThePolicyOfItsThread) {

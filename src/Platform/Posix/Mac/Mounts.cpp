@@ -44,7 +44,8 @@ std::optional<std::string> pathOf(int folder) {
 // volume may take several spellings for one name.
 std::optional<std::string> pathOfEntry(int folder, const std::string& name) {
     constexpr int kNotFollowed = O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
-    if (const Descriptor entry(::openat(folder, name.c_str(), FileMover::kOpenUnlisted | kNotFollowed)); entry) {
+    if (const Descriptor entry(::openat(folder, name.c_str(), FileMover::kOpenUnlisted | kNotFollowed));
+        entry) {
         return pathOf(entry.get());
     }
     auto path = pathOf(folder);

@@ -11,7 +11,6 @@ struct statfs {
 
 inline constexpr int MNT_NOWAIT = 2;
 inline constexpr int F_GETPATH = 50;
-inline constexpr int O_SEARCH = O_PATH;
 
 extern "C" int getfsstat(struct statfs* mounts, int bytes, int flags);
 extern "C" int fstatfs(int descriptor, struct statfs* mount);
