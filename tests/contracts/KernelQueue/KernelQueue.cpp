@@ -16,6 +16,7 @@
 #include <sys/stat.h>
 #include <sys/timerfd.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace quillane {

@@ -87,9 +87,9 @@ BOOL synchronize(id self, SEL selector) {
 
 // Gives back what the system had there.
 void* replace(Class type, SEL selector, void* own) {
-    const auto method = class_getInstanceMethod(type, selector);
-    auto* const before = reinterpret_cast<void*>(method_getImplementation(method));
-    class_replaceMethod(type, selector, reinterpret_cast<IMP>(own), method_getTypeEncoding(method));
+    auto* const before = reinterpret_cast<void*>(class_getMethodImplementation(type, selector));
+    class_replaceMethod(type, selector, reinterpret_cast<IMP>(own),
+                        method_getTypeEncoding(class_getInstanceMethod(type, selector)));
     return before;
 }
 

@@ -295,6 +295,20 @@ TYPED_TEST(TrashContract, AListingThatIsRefusedIsToldFromAMissingTrash) {
     EXPECT_EQ(items.error(), (PlatformError{ErrorCode::kReadNoPermission, EACCES}));
 }
 
+// As where it refuses every word about the folder.
+TYPED_TEST(TrashContract, ATrashOfWhichNothingIsToldIsNoMissingOne) {
+    this->world.write("home/a", "1");
+    this->trashed("home/a");
+    const Unlisted unlisted(this->world, TypeParam::folder(this->world));
+    ASSERT_EQ(::chmod((this->world.root / "home").c_str(), 0444), 0);
+    {
+        const OrdinaryUser ordinary;
+        EXPECT_TRUE(this->trash->location());
+        EXPECT_FALSE(this->trash->items().ok());
+    }
+    ASSERT_EQ(::chmod((this->world.root / "home").c_str(), 0777), 0);
+}
+
 TYPED_TEST(TrashContract, WhatLiesInATrashThatCannotBeListedIsPutBack) {
     if (TypeParam::kNeedsListing) {
         return;
