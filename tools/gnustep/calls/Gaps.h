@@ -13,8 +13,12 @@
 #define QD_EXTERN extern "C"
 #undef NS_ENUM
 #undef NS_OPTIONS
-#define NS_ENUM(type, name) enum __attribute__((enum_extensibility(open))) name : type name; enum name : type
-#define NS_OPTIONS(type, name) type name; enum __attribute__((flag_enum)) : name
+#define NS_ENUM(type, name)                                                                                  \
+    enum __attribute__((enum_extensibility(open))) name : type name;                                         \
+    enum name : type
+#define NS_OPTIONS(type, name)                                                                               \
+    type name;                                                                                               \
+    enum __attribute__((flag_enum)) : name
 #define NSEventType QuillaneEventType
 #define NSRectEdge QuillaneRectEdge
 
