@@ -98,6 +98,8 @@ for framework, (classes, symbols) in kept.items():
           stub(f"/System/Library/Frameworks/{framework}.framework/Versions/A/{framework}", symbols, classes))
 
 for folder in "System", "packages/lib", "usr/lib":
-    for path in (sdk / folder).rglob("*"):
+    for path in sorted((sdk / folder).rglob("*"), reverse=True): # what lies in a folder before the folder
         if path.is_file() and path not in written:
             path.unlink()
+        elif path.is_dir() and not any(path.iterdir()):
+            path.rmdir()

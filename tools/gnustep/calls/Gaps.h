@@ -22,6 +22,10 @@
 #define NSEventType QuillaneEventType
 #define NSRectEdge QuillaneRectEdge
 
+// Nothing is counted.
+#undef __weak
+#define __weak
+
 @protocol NSSecureCoding;
 typedef NSString* NSErrorDomain;
 typedef NSString* NSKeyValueChangeKey;

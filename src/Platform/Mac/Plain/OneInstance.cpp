@@ -4,7 +4,13 @@
 namespace quillane::OneInstance {
 namespace {
 
-void awaitEnd(const System& system, const std::vector<int>& others) {
+void awaitEnd(const System& system, int process) {
+    while (system.isThere(process)) {
+        system.pause(kBetweenLooks);
+    }
+}
+
+void awaitEnds(const System& system, const std::vector<int>& others) {
     for (auto waited = std::chrono::milliseconds(0);
          waited < kPatience && std::ranges::any_of(others, system.isThere); waited += kBetweenLooks) {
         system.pause(kBetweenLooks);
@@ -15,8 +21,9 @@ void awaitEnd(const System& system, const std::vector<int>& others) {
 
 bool isSecond(const System& system, bool isRelaunched) {
     const auto others = system.others();
-    if (isRelaunched) {
-        awaitEnd(system, others);
+    if (isRelaunched && !others.empty()) {
+        awaitEnd(system, others.front());
+        awaitEnds(system, others);
     }
     const auto comesForward = [&system](int process) {
         return system.isThere(process) && system.bringForward(process);
