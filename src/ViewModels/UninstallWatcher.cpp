@@ -94,15 +94,18 @@ void UninstallWatcher::compare(const Bundles& current) {
     std::set<FileURL> now;
     for (std::size_t folder = 0; folder < current.size(); ++folder) {
         auto& known = m_known[folder];
-        if (!current[folder] && !known) {
+        const auto& listed = current[folder];
+        if (!known) {
+            known = listed; // what it holds the first time that it can be read is no news
+        }
+        if (!known) {
             continue;
         }
-        const auto& held = current[folder] ? *current[folder] : *known;
-        const auto& heldBefore =
-            known ? *known : held; // what it holds the first time that it can be read is no news
-        before.insert(heldBefore.begin(), heldBefore.end());
-        now.insert(held.begin(), held.end());
-        known = std::set(held);
+        before.insert(known->begin(), known->end());
+        if (listed) {
+            known = listed;
+        }
+        now.insert(known->begin(), known->end());
     }
     const auto removed = without(before, now);
     const auto added = without(now, before);
@@ -120,12 +123,13 @@ UninstallWatcher::Bundles UninstallWatcher::listBundles(const Platform& platform
             bundles.emplace_back();
             continue;
         }
-        auto& found = bundles.emplace_back(std::in_place).value();
+        std::set<FileURL> found;
         for (std::size_t i = 0; entries && i < entries->size(); ++i) {
             if (const auto& entry = (*entries)[i]; isVisibleBundle(entry)) {
                 found.insert(platform.files.standardized(directory.appending(entry.name)));
             }
         }
+        bundles.emplace_back(std::move(found));
     }
     return bundles;
 }
