@@ -9,7 +9,8 @@ constexpr const char* kReserve = "Library/Application Support/org.quillane.Quill
 
 MacStorage::MacStorage(SpaceReserve::Size size)
     : reserve(files.home().appending(kReserve).path(), size)
-    , trash(files.home(), &reserve) {
+    , trash(files.home(), &reserve)
+    , defaults(UserDefaults::lockPath(files.home())) {
     files.drawOn(reserve);
 }
 

@@ -7,13 +7,19 @@ namespace {
 
 using UserInfo = quillane::NotificationClicks::UserInfo;
 
+// Nothing for what is no text.
+std::optional<std::string> bytesOf(id value) {
+    return [value isKindOfClass:[NSString class]] ? quillane::FoundationValues::bytes(value) : std::nullopt;
+}
+
 // What is no text is left out: this program stores nothing else.
 UserInfo textsIn(NSDictionary* stored) {
     UserInfo texts;
     for (id key in stored) {
-        const id value = [stored objectForKey:key];
-        if ([key isKindOfClass:[NSString class]] && [value isKindOfClass:[NSString class]]) {
-            texts.emplace(quillane::FoundationValues::string(key), quillane::FoundationValues::string(value));
+        const auto name = bytesOf(key);
+        const auto value = bytesOf([stored objectForKey:key]);
+        if (name && value) {
+            texts.emplace(*name, *value);
         }
     }
     return texts;

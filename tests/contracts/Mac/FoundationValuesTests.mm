@@ -5,6 +5,15 @@
 #include <string>
 #include <vector>
 
+// As the system hands out one that refers to a file by its number.
+@interface QuillaneReference : NSURL
+@end
+@implementation QuillaneReference
+- (NSURL*)filePathURL {
+    return [NSURL URLWithString:@"file:///e%CC%81/a%20b"];
+}
+@end
+
 namespace quillane {
 namespace {
 
@@ -53,6 +62,25 @@ TEST(FoundationValues, LocationsCrossByteForByte) {
         }
         EXPECT_EQ(FoundationValues::fileURL(nil), std::nullopt);
         EXPECT_EQ(FoundationValues::fileURL([NSURL URLWithString:@"https://example.org/a"]), std::nullopt);
+    }
+}
+
+TEST(FoundationValues, ALocationThatRefersToAFileByItsNumberIsToldByItsPath) {
+    @autoreleasepool {
+        EXPECT_EQ(FoundationValues::fileURL(
+                      [[QuillaneReference alloc] initWithString:@"file:///.file/id=6571367.2"]),
+                  FileURL("/e\u0301/a b"));
+    }
+}
+
+TEST(FoundationValues, HalfACharacterIsNoTextOfAnyBytes) {
+    @autoreleasepool {
+        const unichar units[] = {'a', 0xDCA9, 'b'};
+        NSString* const half = [NSString stringWithCharacters:units length:3];
+        EXPECT_EQ(FoundationValues::bytes(half), std::nullopt);
+        EXPECT_EQ(FoundationValues::string(half), "");
+        EXPECT_EQ(FoundationValues::bytes(nil), std::nullopt);
+        EXPECT_EQ(FoundationValues::bytes(@""), "");
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 #include "FileURL.h"
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -40,8 +41,14 @@ std::vector<Application>& applications();
 void forgetDefaults();
 // As another hand stores what settings don't have: a dictionary.
 void storeDictionary(const std::string& key);
+// The same with a whole number without a sign.
+void storeUnsigned(const std::string& key, std::uint64_t number);
+// As if these held a text in which half of a character is missing, alone and in an array, until the settings are forgotten.
+void answerHalfCharacter(const std::string& key, const std::string& arrayKey);
 bool isStored(const std::string& key);
 // Is called each time that the settings are about to be handed to the system, from now on.
 void watchStoring(std::function<void()> watch);
+// The same with each value that is taken away.
+void watchRemoving(std::function<void(const std::string& key)> watch);
 
 } // namespace quillane::StandIns

@@ -85,6 +85,43 @@ BOOL synchronize(id self, SEL selector) {
     return systemSynchronize(self, selector);
 }
 
+std::function<void(const std::string&)>& removingWatch() {
+    static std::function<void(const std::string&)> watch;
+    return watch;
+}
+
+// Of a text in which half of a character is missing, and of an array that holds it.
+std::pair<std::string, std::string>& halfKeys() {
+    static std::pair<std::string, std::string> keys;
+    return keys;
+}
+
+using ObjectForKey = id (*)(id, SEL, NSString*);
+ObjectForKey systemObjectForKey = nullptr;
+
+id objectForKey(id self, SEL selector, NSString* key) {
+    const auto asked = FoundationValues::string(key);
+    if (asked != halfKeys().first && asked != halfKeys().second) {
+        return systemObjectForKey(self, selector, key);
+    }
+    const unichar units[] = {'a', 0xDCA9, 'b'};
+    NSString* const half = [NSString stringWithCharacters:units length:3];
+    NSMutableArray* const texts = [NSMutableArray arrayWithCapacity:2];
+    [texts addObject:@"whole"];
+    [texts addObject:half];
+    return asked == halfKeys().first ? static_cast<id>(half) : static_cast<id>(texts);
+}
+
+using RemoveObject = void (*)(id, SEL, NSString*);
+RemoveObject systemRemoveObject = nullptr;
+
+void removeObject(id self, SEL selector, NSString* key) {
+    if (removingWatch()) {
+        removingWatch()(FoundationValues::string(key));
+    }
+    systemRemoveObject(self, selector, key);
+}
+
 // Gives back what the system had there.
 void* replace(Class type, SEL selector, void* own) {
     auto* const before = reinterpret_cast<void*>(class_getMethodImplementation(type, selector));
@@ -101,6 +138,11 @@ class InPlace final : public testing::Environment {
                         reinterpret_cast<void*>(&trashItem)));
             systemSynchronize = reinterpret_cast<Synchronize>(replace(
                 [NSUserDefaults class], @selector(synchronize), reinterpret_cast<void*>(&synchronize)));
+            systemObjectForKey = reinterpret_cast<ObjectForKey>(replace(
+                [NSUserDefaults class], @selector(objectForKey:), reinterpret_cast<void*>(&objectForKey)));
+            systemRemoveObject =
+                reinterpret_cast<RemoveObject>(replace([NSUserDefaults class], @selector(removeObjectForKey:),
+                                                       reinterpret_cast<void*>(&removeObject)));
             replace(object_getClass([NSRunningApplication class]),
                     @selector(runningApplicationsWithBundleIdentifier:), reinterpret_cast<void*>(&running));
         }
@@ -122,6 +164,7 @@ std::vector<Application>& applications() {
 }
 
 void forgetDefaults() {
+    halfKeys() = {};
     @autoreleasepool {
         NSUserDefaults* const defaults = [NSUserDefaults standardUserDefaults];
         [defaults removePersistentDomainForName:[[NSProcessInfo processInfo] processName]];
@@ -136,10 +179,25 @@ void storeDictionary(const std::string& key) {
     }
 }
 
+void storeUnsigned(const std::string& key, std::uint64_t number) {
+    @autoreleasepool {
+        [[NSUserDefaults standardUserDefaults] setObject:[NSNumber numberWithUnsignedLongLong:number]
+                                                  forKey:FoundationValues::text(key)];
+    }
+}
+
+void answerHalfCharacter(const std::string& key, const std::string& arrayKey) {
+    halfKeys() = {key, arrayKey};
+}
+
 bool isStored(const std::string& key) {
     @autoreleasepool {
         return [[NSUserDefaults standardUserDefaults] objectForKey:FoundationValues::text(key)] != nil;
     }
+}
+
+void watchRemoving(std::function<void(const std::string& key)> watch) {
+    removingWatch() = std::move(watch);
 }
 
 void watchStoring(std::function<void()> watch) {

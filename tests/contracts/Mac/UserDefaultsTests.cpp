@@ -5,11 +5,14 @@
 #include "UserDefaults.h"
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <limits>
 #include <set>
 #include <spawn.h>
 #include <string>
 #include <sys/wait.h>
+#include <unistd.h>
 #include <vector>
 
 extern char** environ; // NOLINT(readability-redundant-declaration): not every system declares it
@@ -44,7 +47,7 @@ struct UserDefaultsTest : testing::Test {
         return defaults.stringArray("a").value_or(std::vector<std::string>());
     }
 
-    UserDefaults defaults;
+    UserDefaults defaults{QUILLANE_DEFAULTS_LOCK};
 };
 
 TEST_F(UserDefaultsTest, ABooleanAndTheNumberThatTheSystemTakesForItAreStoredAsWhatTheyAre) {
@@ -55,6 +58,54 @@ TEST_F(UserDefaultsTest, ABooleanAndTheNumberThatTheSystemTakesForItAreStoredAsW
         defaults.updateOrForget("b", [&](const auto&) { return std::optional(value); });
         EXPECT_EQ(defaults.value("b"), value);
     }
+}
+
+// Another instance must not see it missing, and it must not be lost where this one is killed.
+TEST_F(UserDefaultsTest, AnOlderValueIsTakenAwayOnlyWhereTheSystemWouldKeepItInsteadOfTheNewOne) {
+    std::vector<std::string> removed;
+    StandIns::watchRemoving([&](const std::string& key) { removed.push_back(key); });
+    const std::vector<Defaults::Value> values{"text",
+                                              std::int64_t{7},
+                                              7.5,
+                                              Defaults::Data{1},
+                                              Defaults::Data{2},
+                                              std::vector<std::string>{"1"},
+                                              true,
+                                              false};
+    for (const auto& value : values) {
+        defaults.set("a", value);
+        defaults.update("b", [&](const auto&) { return std::optional(value); });
+    }
+    EXPECT_TRUE(removed.empty());
+    defaults.set("a", std::int64_t{0}); // over false
+    EXPECT_EQ(removed, std::vector<std::string>{"a"});
+    EXPECT_EQ(defaults.value("a"), Defaults::Value(std::int64_t{0}));
+    StandIns::watchRemoving({});
+}
+
+TEST_F(UserDefaultsTest, TheLockLiesInTheProgramsFolderWhichIsMadeWhenMissing) {
+    const TemporaryFolder folder;
+    const auto path = UserDefaults::lockPath(FileURL(folder.at("home")));
+    EXPECT_EQ(path, folder.at("home/Library/Application Support/org.quillane.Quillane/defaults.lock"));
+    UserDefaults(path).set("a", true);
+    EXPECT_EQ(::access(path.c_str(), F_OK), 0);
+}
+
+TEST_F(UserDefaultsTest, WholeNumbersThatAreTooLargeReadAsAboutWhatTheyAre) {
+    StandIns::storeUnsigned("a", std::numeric_limits<std::uint64_t>::max());
+    EXPECT_EQ(defaults.value("a"), Defaults::Value(18446744073709551615.0));
+    StandIns::storeUnsigned("a", std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(defaults.value("a"), Defaults::Value(std::numeric_limits<std::int64_t>::max()));
+    defaults.set("a", std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(defaults.value("a"), Defaults::Value(std::numeric_limits<std::int64_t>::min()));
+}
+
+TEST_F(UserDefaultsTest, ATextThatNoBytesStandForReadsAsNothingAndSpoilsItsArray) {
+    StandIns::answerHalfCharacter("a", "b");
+    ASSERT_TRUE(StandIns::isStored("a"));
+    ASSERT_TRUE(StandIns::isStored("b"));
+    EXPECT_EQ(defaults.value("a"), std::nullopt);
+    EXPECT_EQ(defaults.value("b"), std::nullopt);
 }
 
 // The first handing over reads what others have stored.
@@ -89,7 +140,7 @@ TEST_F(UserDefaultsTest, ValuesOfKindsThatSettingsDoNotHaveReadAsNothingAndStayU
 TEST_F(UserDefaultsTest, RegisteredValuesAreThisObjectsAlone) {
     defaults.registerDefaults({{"a", true}});
     EXPECT_FALSE(StandIns::isStored("a"));
-    EXPECT_FALSE(UserDefaults().boolean("a"));
+    EXPECT_FALSE(UserDefaults(QUILLANE_DEFAULTS_LOCK).boolean("a"));
 }
 
 TEST_F(UserDefaultsTest, AChangeIsMadeOfWhatAnotherInstanceHasStored) {
@@ -128,7 +179,7 @@ TEST_F(UserDefaultsTest, WhatIsLostIsToldFromWhatAnotherInstanceTakesAway) {
     EXPECT_TRUE(defaults.hasLost());
     defaults.set("b", true);
     EXPECT_TRUE(defaults.hasLost());
-    EXPECT_FALSE(UserDefaults().hasLost());
+    EXPECT_FALSE(UserDefaults(QUILLANE_DEFAULTS_LOCK).hasLost());
 }
 
 TEST_F(UserDefaultsTest, WhatIsLostIsToldAlsoWhenAnotherInstanceHasStoredSinceThen) {

@@ -7,7 +7,7 @@
 int main(int count, char** words) {
     using namespace quillane;
     const std::string order = count > 2 ? words[1] : "";
-    UserDefaults defaults;
+    UserDefaults defaults(QUILLANE_DEFAULTS_LOCK);
     if (order == "clear") {
         defaults.clear(words[2]);
         return 0;
