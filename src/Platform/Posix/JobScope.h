@@ -8,7 +8,7 @@ namespace quillane {
 class JobScope {
   public:
     JobScope();
-    ~JobScope();
+    ~JobScope(); // NOLINT(performance-trivially-destructible): other systems have something to do
     JobScope(const JobScope&) = delete;
     JobScope& operator=(const JobScope&) = delete;
 
