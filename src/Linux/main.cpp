@@ -1,6 +1,7 @@
 // Quillane on Linux: the window over this machine.
 #include "BundleProcesses.h"
 #include "CommandLine.h"
+#include "DescriptorLimit.h"
 #include "DesktopMenuBarExtra.h"
 #include "DesktopNotifications.h"
 #include "DesktopSession.h"
@@ -44,6 +45,7 @@ int main(int argc, char** argv) {
         }
         std::_Exit(*code); // a bus that has stopped is not waited for
     }
+    DescriptorLimit::raise();
     QApplication application(argc, argv);
     DesktopSession session(application);
     DesktopStorage storage(session.clock());

@@ -17,8 +17,9 @@ class PreviewPanel {
     struct Handlers {
         // Somebody else than `hide` has closed it, or has taken it over. At a later turn.
         std::function<void()> closed;
-        // A key was pressed in the panel, with Shift or without. Inside the system's call.
-        std::function<void(Key, bool withShift)> pressed;
+        // A key was pressed in the panel, with Shift or without. False where it went nowhere, and so is the panel's own.
+        // Inside the system's call.
+        std::function<bool(Key, bool withShift)> pressed;
     };
 
     // False where the system has none: then nothing else of this does anything.

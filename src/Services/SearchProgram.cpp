@@ -15,10 +15,14 @@ bool Below::holds(std::string_view path) {
     if (liesBelow(path, m_folder)) {
         return true;
     }
-    if (!m_real) {
-        m_real = m_platform.files.resolvingSymlinks(m_folder);
+    if (m_real.empty()) {
+        m_real.push_back(m_platform.files.resolvingSymlinks(m_folder));
+        const FileURL unshortened("/private" + m_real.front().path());
+        if (m_platform.files.standardized(unshortened) == m_real.front()) {
+            m_real.push_back(unshortened);
+        }
     }
-    return liesBelow(path, *m_real);
+    return std::ranges::any_of(m_real, [&](const FileURL& real) { return liesBelow(path, real); });
 }
 
 std::vector<std::string> lines(const Platform& platform, const std::vector<std::string>& arguments,

@@ -29,13 +29,14 @@ class Below {
         : m_platform(platform)
         , m_folder(std::move(folder)) {}
 
-    // By the text of the path. The index may know the folder by where it really is.
+    // By the text of the path. The index may know the folder by where it really is, in the form without "/private"
+    // or with it.
     bool holds(std::string_view path);
 
   private:
     const Platform& m_platform;
     FileURL m_folder;
-    std::optional<FileURL> m_real; // asked for once and only where it is needed
+    std::vector<FileURL> m_real; // asked for once and only where it is needed
 };
 
 } // namespace quillane::SearchProgram

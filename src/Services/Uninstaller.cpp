@@ -4,6 +4,7 @@
 #include "RunningApplications.h"
 #include "Sleep.h"
 #include "Trash.h"
+#include <cerrno>
 
 namespace quillane::Uninstaller {
 namespace {
@@ -23,9 +24,18 @@ bool isThere(const Platform& platform, const FileURL& url) {
     return platform.files.resourceValues(url).ok();
 }
 
+// Such as what lies behind a folder that is in a cloud alone: nobody knows whether it is there.
+bool couldNotBeAsked(const Result<ResourceValues>& values) {
+    return !values && values.error().underlying == EDEADLK;
+}
+
 // Nothing when the item is back in its place.
 std::optional<Failure> putBackOne(const Platform& platform, const TrashMove& move) {
-    const auto isIt = isThere(platform, move.to) ? platform.trash.cameFrom(move.to, move.from) : false;
+    const auto inTrash = platform.files.resourceValues(move.to);
+    if (couldNotBeAsked(inTrash)) {
+        return Failure::fromError(move.from, inTrash.error());
+    }
+    const auto isIt = inTrash ? platform.trash.cameFrom(move.to, move.from) : false;
     if (isIt && !*isIt) { // gone, or the Trash was emptied and another item has its name by now
         return Failure{move.from, "No longer in the Trash.", false};
     }

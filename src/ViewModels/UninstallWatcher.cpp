@@ -30,6 +30,7 @@ UninstallWatcher::UninstallWatcher(const Platform& platform, std::vector<FileURL
     : m_platform(platform)
     , m_directories(std::move(directories))
     , m_onChange(std::move(onChange))
+    , m_known(m_directories.size())
     , m_tasks(platform.tasks) {
     // Not the pending diff: a change that comes meanwhile must not take this look back, or it would be lost.
     m_tasks.start([this](StopToken stop) { return diff(std::move(stop)); });
@@ -88,31 +89,47 @@ Task<> UninstallWatcher::diff(StopToken stop) {
     }
 }
 
-void UninstallWatcher::compare(const std::set<FileURL>& current) {
-    const auto before = std::exchange(m_known, current);
-    if (!before) {
-        return;
+void UninstallWatcher::compare(const Bundles& current) {
+    std::set<FileURL> before;
+    std::set<FileURL> now;
+    for (std::size_t folder = 0; folder < current.size(); ++folder) {
+        auto& known = m_known[folder];
+        const auto& listed = current[folder];
+        if (!known) {
+            known = listed; // what it holds the first time that it can be read is no news
+        }
+        if (!known) {
+            continue;
+        }
+        before.insert(known->begin(), known->end());
+        if (listed) {
+            known = listed;
+        }
+        now.insert(known->begin(), known->end());
     }
-    const auto removed = without(*before, current);
-    const auto added = without(current, *before);
+    const auto removed = without(before, now);
+    const auto added = without(now, before);
     if (!removed.empty() || !added.empty()) {
         m_onChange(removed, added);
     }
 }
 
-std::set<FileURL> UninstallWatcher::listBundles(const Platform& platform,
-                                                const std::vector<FileURL>& directories) {
-    std::set<FileURL> bundles;
+UninstallWatcher::Bundles UninstallWatcher::listBundles(const Platform& platform,
+                                                        const std::vector<FileURL>& directories) {
+    Bundles bundles;
     for (const auto& directory : directories) {
         const auto entries = platform.files.list(directory);
-        if (!entries) {
+        if (!entries && entries.error().code != ErrorCode::kReadNoSuchFile) {
+            bundles.emplace_back();
             continue;
         }
-        for (const auto& entry : *entries) {
-            if (isVisibleBundle(entry)) {
-                bundles.insert(platform.files.standardized(directory.appending(entry.name)));
+        std::set<FileURL> found;
+        for (std::size_t i = 0; entries && i < entries->size(); ++i) {
+            if (const auto& entry = (*entries)[i]; isVisibleBundle(entry)) {
+                found.insert(platform.files.standardized(directory.appending(entry.name)));
             }
         }
+        bundles.emplace_back(std::move(found));
     }
     return bundles;
 }

@@ -15,7 +15,8 @@
 namespace quillane {
 
 // Notices that application bundles vanish from folders or appear in them, two seconds after the last change there.
-// Only what lies directly in a folder counts, and only what happens while this lives. The folders are listed in jobs,
+// Only what lies directly in a folder counts, and only what happens while this lives. What a folder held is kept in mind
+// as long as it can't be read, and is no longer there when the folder itself is missing. The folders are listed in jobs,
 // never two at once. Main thread only.
 class UninstallWatcher {
   public:
@@ -40,15 +41,17 @@ class UninstallWatcher {
     Task<> diffWhenQuiet(StopToken stop);
     // Lists the folders and tells what is different. A result that was asked to stop meanwhile is dropped.
     Task<> diff(StopToken stop);
-    void compare(const std::set<FileURL>& current);
-    // The bundles that lie directly in the folders. Blocks; any thread.
-    static std::set<FileURL> listBundles(const Platform& platform, const std::vector<FileURL>& directories);
+    // The bundles that lie directly in each of the folders, in their order; nothing where a folder could not be read.
+    using Bundles = std::vector<std::optional<std::set<FileURL>>>;
+    void compare(const Bundles& current);
+    // Blocks; any thread.
+    static Bundles listBundles(const Platform& platform, const std::vector<FileURL>& directories);
 
     const Platform m_platform;
     const std::vector<FileURL> m_directories;
     const OnChange m_onChange;
-    std::optional<std::set<FileURL>> m_known; // the bundles at the last look; nothing before the first
-    std::optional<TaskHandle> m_debounce;     // the pending diff
+    Bundles m_known;                      // when each folder was last read; nothing before the first time
+    std::optional<TaskHandle> m_debounce; // the pending diff
     bool m_isListing = false;
     std::optional<StopToken> m_waiting; // of the diff that came due while a listing ran
     std::vector<std::unique_ptr<DirectoryWatch::Source>> m_sources;

@@ -24,5 +24,22 @@ TEST(BlockCounts, MoreBytesThanCanBeCountedAreAFailureAndNoOtherNumber) {
     EXPECT_FALSE(spaceOf(std::numeric_limits<std::uint64_t>::max(), 1).ok());
 }
 
+TEST(BlockCounts, ThereIsRoomForWhatFitsIntoWholeBlocks) {
+    const BlockCounts counts{.blockSize = 4096, .blocks = 100, .available = 7};
+    EXPECT_TRUE(counts.hasRoomFor(0) && counts.hasRoomFor(1) && counts.hasRoomFor(7 * 4096));
+    EXPECT_FALSE(counts.hasRoomFor(7 * 4096 + 1));
+    constexpr auto kMost = std::numeric_limits<std::uint64_t>::max();
+    EXPECT_FALSE(counts.hasRoomFor(kMost));
+    EXPECT_TRUE((BlockCounts{.blockSize = 4096, .blocks = kMost, .available = kMost}.hasRoomFor(kMost)))
+        << "more than can be counted in bytes";
+    EXPECT_FALSE(BlockCounts().hasRoomFor(1)) << "a volume that keeps nothing";
+}
+
+TEST(BlockCounts, OnlyWhereFilesAreCountedAndNoneIsLeftThereMayBeNoMore) {
+    EXPECT_TRUE(BlockCounts().mayHoldMoreFiles());
+    EXPECT_TRUE(BlockCounts{.availableFiles = 1}.mayHoldMoreFiles());
+    EXPECT_FALSE(BlockCounts{.availableFiles = 0}.mayHoldMoreFiles());
+}
+
 } // namespace
 } // namespace quillane

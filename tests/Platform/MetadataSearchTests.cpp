@@ -6,6 +6,7 @@
 #include "MainQueue.h"
 #include "ManualClock.h"
 #include "MetadataSearch.h"
+#include "OddNames.h"
 #include "PngText.h"
 #include "PosixFileSystem.h"
 #include "PropertyListWriter.h"
@@ -247,12 +248,13 @@ TEST_F(MetadataSearchTest, AListIsPrintedAMemberALine) {
 }
 
 TEST_F(MetadataSearchTest, NamesWithLineFeedsAreToldOnlyWhereNulsEndTheLines) {
-    m_volume.file("a/one\ntwo.txt").file("a/\xFF.txt").file("a/x\n/etc/passwd.pdf");
-    EXPECT_EQ(m_search.answer({"-onlyin", "/a", kEverything}), "/a/\xFF.txt\n");
+    const auto odd = std::string("/a/") + OddNames::kOne + ".txt";
+    m_volume.file("a/one\ntwo.txt").file(odd).file("a/x\n/etc/passwd.pdf");
+    EXPECT_EQ(m_search.answer({"-onlyin", "/a", kEverything}), odd + "\n");
     EXPECT_EQ(m_search.answer({"-onlyin", "/a/x\n", kEverything}), "");
     EXPECT_EQ(m_search.answer({"-onlyin", "/a/x\n/etc", kEverything}), "");
     EXPECT_EQ(split(m_search.answer({"-0", "-onlyin", "/a", kEverything}), '\0'),
-              (Lines{"/a/one\ntwo.txt", "/a/x\n", "/a/x\n/etc", "/a/x\n/etc/passwd.pdf", "/a/\xFF.txt"}));
+              (Lines{"/a/one\ntwo.txt", "/a/x\n", "/a/x\n/etc", "/a/x\n/etc/passwd.pdf", odd}));
 }
 
 TEST_F(MetadataSearchTest, NamesAreFoundWithoutRegardToCaseAndAccents) {

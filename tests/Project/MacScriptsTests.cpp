@@ -8,6 +8,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <regex>
+#include <set>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -68,6 +69,12 @@ class MacScripts : public ::testing::Test {
             }
         }
         return found;
+    }
+
+    // From here on a program that is the same on both systems only notes its calls, and fails if the test says so.
+    void onlyNotes(const std::string& program) {
+        fs::remove(programs() / program);
+        fs::create_symlink(fs::path(QUILLANE_SOURCE_DIR) / "tests/Project/mac/record", programs() / program);
     }
 
     bool isCalled(const std::string& call) const { return std::ranges::count(calls(), call) > 0; }
@@ -249,26 +256,101 @@ TEST_F(MacScripts, ALibraryThatTheBundleCarriesIsFoundThere) {
     EXPECT_EQ(run("tools/package", "NEEDS=@rpath/QtCore.framework/Versions/Current/QtCore"), 0) << words();
 }
 
+auto startsWith(const std::string& words) {
+    return [words](const std::string& line) { return line.starts_with(words); };
+}
+
 // Homebrew's libraries are built for the macOS of the machine that they are installed on.
 TEST_F(MacScripts, TheBundleAsksForTheOldestMacOnWhichItsLibrariesRun) {
     ASSERT_EQ(run("tools/package", "MINOS=15.2"), 0) << words();
     EXPECT_EQ(calls("plutil|-replace"), Calls{"plutil|-replace|LSMinimumSystemVersion|-string|15.2|WORK/"
                                               "image/Quillane.app/Contents/Info.plist"});
     const Calls all = calls();
-    EXPECT_LT(placeOf(all, "Info.plist"), placeOf(all, "libqcocoa.dylib")) << "before it is signed";
+    const auto asked = std::ranges::find_if(all, startsWith("plutil|-replace|"));
+    EXPECT_TRUE(std::none_of(all.begin(), asked, startsWith("codesign|--force"))) << "before it is signed";
     ASSERT_EQ(run("tools/package", "MINOS=11.0"), 0) << words();
     EXPECT_EQ(calls("plutil|-replace").size(), 1U) << "an older one is no reason";
 }
 
 TEST_F(MacScripts, TheUniversalBundleIsThereForBothKindsOfProcessor) {
     ASSERT_EQ(run("tools/package --universal"), 0) << words();
-    EXPECT_TRUE(isCalled("cmake|--preset|mac-universal|--fresh"));
+    EXPECT_TRUE(isCalled("cmake|--build|build/mac-universal|--target|quillane"));
     EXPECT_EQ(run("tools/package --universal", "KINDS=arm64"), 1);
     EXPECT_NE(words().find("libqcocoa.dylib is not there for x86_64"), std::string::npos) << words();
 }
 
-TEST_F(MacScripts, ABuildWithAFeedOfUpdatesIsNotPackedWithoutWhatReadsIt) {
-    EXPECT_EQ(run("tools/package", "FEED=https://nowhere.invalid/feed"), 2);
+const std::string kFeed = "QUILLANE_UPDATE_FEED=https://nowhere.invalid/feed";
+const std::string kKey = "QUILLANE_UPDATE_KEY=AAAA=";
+
+// A list that could not be made is not one without faults.
+TEST_F(MacScripts, ABundleThatCannotBeReadOrHoldsNoCodeIsNotFoundInOrder) {
+    const fs::path bundle = checkout() / "Other.app";
+    const Calls both = {"tools/mac/self-contained", "tools/mac/universal"};
+    for (const auto& script : both) {
+        EXPECT_NE(run(script + " /nowhere/Other.app"), 0) << script;
+        fs::create_directories(bundle / "Contents/MacOS");
+        std::ofstream(bundle / "Contents/MacOS/Other") << "#!/bin/sh\n";
+        EXPECT_EQ(run(script + " '" + bundle.string() + "'"), 1) << script;
+        EXPECT_NE(words().find("no code"), std::string::npos) << words();
+        std::ofstream(bundle / "Contents/MacOS/Other") << "\xCF\xFA\xED\xFE code";
+        EXPECT_EQ(run(script + " '" + bundle.string() + "'"), 0) << script << words();
+        EXPECT_NE(run(script + " '" + bundle.string() + "'", "FAILING='otool lipo'"), 0) << script;
+        fs::remove_all(bundle);
+    }
+    // A file that can't be read; some may read all, so that it is the reader that fails.
+    onlyNotes("od");
+    fs::create_directories(bundle / "Contents/MacOS");
+    std::ofstream(bundle / "Contents/MacOS/Other") << "\xCF\xFA\xED\xFE code";
+    for (const auto& script : both) {
+        EXPECT_NE(run(script + " '" + bundle.string() + "'", "FAILING=od"), 0) << script;
+        EXPECT_EQ(words().find("no code"), std::string::npos) << words();
+    }
+}
+
+TEST_F(MacScripts, CodeIsFoundByEachWayInWhichItBegins) {
+    const fs::path code = checkout() / "Other.app/Contents/MacOS";
+    fs::create_directories(code);
+    std::ofstream(code / "one") << "\xCF\xFA\xED\xFE";
+    std::ofstream(code / "several") << "\xCA\xFE\xBA\xBE";
+    std::ofstream(code / "several large") << "\xCA\xFE\xBA\xBF";
+    std::ofstream(code / "text") << "cafebabe";
+    std::ofstream(code / "empty") << "";
+    ASSERT_EQ(run("tools/mac/code-in '" + (checkout() / "Other.app").string() + "'"), 0) << words();
+    std::istringstream lines(words());
+    std::set<std::string> found;
+    for (std::string line; std::getline(lines, line);) {
+        found.insert(fs::path(line).filename().string());
+    }
+    EXPECT_EQ(found, (std::set<std::string>{"one", "several", "several large"}));
+}
+
+TEST_F(MacScripts, FeedKeyAndWhatReadsThemGoIntoThePackageTogetherOrNotAtAll) {
+    const std::string sparkle = "QUILLANE_SPARKLE='" + (checkout() / "Sparkle.framework").string() + "'";
+    fs::create_directories(checkout() / "Sparkle.framework");
+    for (const auto& some : {kFeed, kKey, sparkle, kFeed + " " + kKey, kFeed + " " + sparkle,
+                             "QUILLANE_UPDATE_FEED='' " + kKey + " " + sparkle}) {
+        EXPECT_EQ(run("tools/package", some), 2) << some;
+    }
+    EXPECT_EQ(run("tools/package", kFeed + " " + kKey + " QUILLANE_SPARKLE=/nowhere"), 2);
+    EXPECT_TRUE(calls().size() == calls("uname").size()) << "nothing is built of it";
+    EXPECT_EQ(run("tools/package", kFeed + " " + kKey + " " + sparkle), 0) << words();
+}
+
+TEST_F(MacScripts, FeedAndKeyReachEachKindOfBuildAlsoOneThatIsConfigured) {
+    fs::create_directories(checkout() / "Sparkle.framework");
+    const std::string all =
+        kFeed + " " + kKey + " QUILLANE_SPARKLE='" + (checkout() / "Sparkle.framework").string() + "'";
+    ASSERT_EQ(run("run"), 0) << words();
+    for (const std::string preset : {"mac", "mac-universal"}) {
+        ASSERT_EQ(run(preset == "mac" ? "tools/package" : "tools/package --universal", all), 0) << words();
+        EXPECT_TRUE(isCalled("cmake|--preset|" + preset + "|--fresh|-D" + kFeed + "|-D" + kKey)) << preset;
+    }
+}
+
+TEST_F(MacScripts, AFeedThatABuildWasGivenOtherwiseIsNotDroppedWithoutAWord) {
+    ASSERT_EQ(run("tools/build mac -D" + kFeed), 0) << words();
+    EXPECT_EQ(run("tools/package"), 2);
+    EXPECT_NE(words().find("QUILLANE_UPDATE_FEED"), std::string::npos) << words();
     EXPECT_TRUE(calls("hdiutil").empty());
 }
 
@@ -281,9 +363,8 @@ TEST_F(MacScripts, TheHelpersOfTheUpdatesAreSignedBeforeTheFrameworkAndKeepTheir
         fs::copy_file(checkout() / "run", sparkle / code);
         std::ofstream(sparkle / code) << "\xCA\xFE\xBA\xBE";
     }
-    ASSERT_EQ(run("tools/package",
-                  "FEED=https://nowhere.invalid/feed QUILLANE_SIGN_IDENTITY=me QUILLANE_SPARKLE='" +
-                      (checkout() / "Sparkle.framework").string() + "'"),
+    ASSERT_EQ(run("tools/package", kFeed + " " + kKey + " QUILLANE_SIGN_IDENTITY=me QUILLANE_SPARKLE='" +
+                                       (checkout() / "Sparkle.framework").string() + "'"),
               0)
         << words();
     Calls helpers;

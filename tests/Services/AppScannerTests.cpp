@@ -1,4 +1,6 @@
 #include "AppScanner.h"
+#include "Characters.h"
+#include "OddNames.h"
 #include "SamplePlatform.h"
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -8,6 +10,7 @@ namespace quillane {
 namespace {
 
 using Paths = std::vector<std::string>;
+const std::string kOdd = OddNames::kOne;
 const std::string kEmptyList = xmlPropertyList(Plist::dictionary({}));
 constexpr PlatformError kNoPermission{ErrorCode::kReadNoPermission, std::nullopt};
 
@@ -268,11 +271,12 @@ TEST(AppScanner, ANameWithALineFeedIsLostToSpotlightAndFoundInItsRoot) {
 
 TEST(AppScanner, BytesThatAreNoTextAreRepairedFromSpotlightAndKeptFromAListing) {
     SampleMac mac;
-    mac.app("/opt/Bro\xffken.app");
+    const auto broken = "/opt/Bro" + kOdd + "ken.app";
+    mac.app(broken);
     mac.app("/opt/Bro\xEF\xBF\xBDken.app").outsideTheIndex();
-    mac.app("/Applications/Ra\xfew.app").rawPropertyList(kEmptyList).outsideTheIndex();
+    mac.app("/Applications/Ra" + kOdd + "w.app").rawPropertyList(kEmptyList).outsideTheIndex();
     // Repaired, the first name is that of the second application.
-    EXPECT_EQ(foundOn(mac), (Paths{"/opt/Bro\xEF\xBF\xBDken.app", "/Applications/Ra\xfew.app"}));
+    EXPECT_EQ(foundOn(mac), (Paths{Text::repairedUtf8(broken), "/Applications/Ra" + kOdd + "w.app"}));
 }
 
 TEST(AppScanner, ANameOf255BytesIsFound) {
@@ -457,8 +461,8 @@ TEST(AppScanner, TheSourceFollowsFromThePath) {
 
 TEST(AppScanner, ANameTakenFromTheBundleKeepsBytesThatAreNoText) {
     SampleMac mac;
-    mac.app("/Applications/Ra\xfew.app").rawPropertyList(kEmptyList).outsideTheIndex();
-    EXPECT_EQ(onlyAppOf(mac).name, "Ra\xfew");
+    mac.app("/Applications/Ra" + kOdd + "w.app").rawPropertyList(kEmptyList).outsideTheIndex();
+    EXPECT_EQ(onlyAppOf(mac).name, "Ra" + kOdd + "w");
 }
 
 // What the property list tells

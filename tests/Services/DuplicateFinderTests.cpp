@@ -1,5 +1,6 @@
 #include "ContentComparison.h"
 #include "DuplicateFinder.h"
+#include "OddNames.h"
 #include "OrdinaryUser.h"
 #include "RecordedPlatform.h"
 #include "SamplePlatform.h"
@@ -636,7 +637,8 @@ TEST_F(DuplicatesOnTheDisk, FilesOfAMillionBytesAreComparedAndSmallerOnesNotLook
 }
 
 TEST_F(DuplicatesOnTheDisk, NamesThatBreakTheLinesOfTheAnswerCostTheirFilesAlone) {
-    for (const std::string name : {"line\nfeed", "line\n", "\xff", "two   kMDItemFSSize = 1000000", "   "}) {
+    for (const std::string name :
+         {"line\nfeed", "line\n", OddNames::kLostInLines, "two   kMDItemFSSize = 1000000", "   "}) {
         lay(name + "a");
         lay("deep/" + name + "b/c");
     }

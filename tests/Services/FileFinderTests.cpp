@@ -1,4 +1,5 @@
 #include "FileFinder.h"
+#include "OddNames.h"
 #include "OrdinaryUser.h"
 #include "RecordedPlatform.h"
 #include "SamplePlatform.h"
@@ -390,6 +391,19 @@ TEST_F(FileFinderTest, TheSecondHalfOfABrokenLineIsNoFileWhateverItIsThePathOf) 
     }
 }
 
+// The folder's real place has two forms on a Mac, and the longer one is printed.
+TEST_F(FileFinderTest, AFolderThatLeadsIntoWhatThePrivateFolderHoldsMayBeAnsweredInTheLongForm) {
+    mac.file("/private/var/kept/a.txt", "x").folder("Desktop").file("/private/opt/kept/b.txt", "x");
+    lay();
+    sample->disk.link("/var", "private/var");
+    sample->disk.remove("/Users/alex/Downloads").link("/Users/alex/Downloads", "/var/kept");
+    print("/private/var/kept/a.txt\n/private/var/a.txt\n/private/opt/kept/b.txt\n");
+    EXPECT_EQ(namesOf(collected()), Texts{"a.txt"});
+    sample->disk.remove("/Users/alex/Downloads").link("/Users/alex/Downloads", "/private/opt/kept");
+    print("/private/opt/kept/b.txt\n/private/private/opt/kept/b.txt\n");
+    EXPECT_EQ(namesOf(collected()), Texts{"b.txt"}) << "a path of its own";
+}
+
 TEST_F(FileFinderTest, AFolderThatIsALinkMayBeAnsweredByItsRealPlace) {
     mac.file("Elsewhere/a.txt", "x").folder("Desktop");
     lay();
@@ -423,7 +437,8 @@ class FilesOnTheDisk : public testing::Test {
 };
 
 TEST_F(FilesOnTheDisk, NamesThatBreakTheLinesOfTheAnswerCostTheirFilesAlone) {
-    for (const std::string name : {"line\nfeed", "line\n", "\nline", "\xff", "tab\t", "cr\r", "   "}) {
+    for (const std::string name :
+         {"line\nfeed", "line\n", "\nline", OddNames::kLostInLines, "tab\t", "cr\r", "   "}) {
         lay(name + "needle a");
         lay("deep/" + name + "/needle b");
     }

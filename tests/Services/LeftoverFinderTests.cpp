@@ -1,5 +1,6 @@
 #include "AppScanner.h"
 #include "LeftoverFinder.h"
+#include "OddNames.h"
 #include "SamplePlatform.h"
 #include "SupportFileLocations.h"
 #include <algorithm>
@@ -10,6 +11,8 @@ namespace {
 
 using Confidence = LeftoverItem::Confidence;
 using Paths = std::vector<std::string>;
+const std::string kOdd = OddNames::kOne;
+const std::string kOther = OddNames::kOther;
 
 InstalledApp appNamed(std::string name, std::optional<std::string> identifier) {
     InstalledApp app;
@@ -166,9 +169,10 @@ TEST(LeftoverFinder, NamesOfOtherScriptsCompareIgnoringCaseWithoutALocale) {
 // An application whose bundle is its only name may have one that is no text, and so may a stranger's folder.
 TEST(LeftoverFinder, NamesThatAreNoTextMatchOnlyByTheSameBytes) {
     SampleMac mac;
-    mac.folder("Library/Caches/ra\xffw").folder("Library/Caches/Ra\xfew").folder("Library/Caches/Ra\uFFFDw");
-    EXPECT_EQ(pathsOf(leftoversOn(mac, appNamed("Ra\xffw", "com.example.tool"))),
-              (Paths{"/Users/alex/Library/Caches/ra\xffw"}));
+    mac.folder("Library/Caches/ra" + kOdd + "w").folder("Library/Caches/Ra" + kOther + "w");
+    mac.folder("Library/Caches/Ra\uFFFDw");
+    EXPECT_EQ(pathsOf(leftoversOn(mac, appNamed("Ra" + kOdd + "w", "com.example.tool"))),
+              (Paths{"/Users/alex/Library/Caches/ra" + kOdd + "w"}));
     EXPECT_EQ(pathsOf(leftoversOn(mac, appNamed("ra\uFFFDw", "com.example.tool"))),
               (Paths{"/Users/alex/Library/Caches/Ra\uFFFDw"}));
 }
@@ -351,12 +355,13 @@ TEST(LeftoverFinder, AnEntryThatVanishesBeforeItIsMeasuredOccupiesNothing) {
 
 TEST(LeftoverFinder, NamesThatAreNoTextOrHoldLineFeedsAreBytesLikeOthers) {
     SampleMac mac;
-    mac.folder("Library/Caches/com.example.tool.\xff\xfe").folder("Library/Caches/com.example.tool\n");
-    mac.folder("Library/Caches/\xff.com.example.tool").folder("Library/Caches/\xff");
+    mac.folder("Library/Caches/com.example.tool." + kOdd + kOther);
+    mac.folder("Library/Caches/com.example.tool\n");
+    mac.folder("Library/Caches/" + kOdd + ".com.example.tool").folder("Library/Caches/" + kOdd);
     auto paths = pathsOf(leftoversOn(mac));
     std::ranges::sort(paths);
-    EXPECT_EQ(paths, (Paths{"/Users/alex/Library/Caches/com.example.tool.\xff\xfe",
-                            "/Users/alex/Library/Caches/\xff.com.example.tool"}));
+    EXPECT_EQ(paths, (Paths{"/Users/alex/Library/Caches/com.example.tool." + kOdd + kOther,
+                            "/Users/alex/Library/Caches/" + kOdd + ".com.example.tool"}));
 }
 
 TEST(LeftoverFinder, ALinkLoopEndsWithNothing) {

@@ -1,4 +1,5 @@
 // Folders of launchd's and a launchctl that mean harm, on the real adapters.
+#include "OddNames.h"
 #include "PosixCommandRunner.h"
 #include "PropertyListWriter.h"
 #include "RemovalWorld.h"
@@ -118,14 +119,16 @@ TEST_F(HostileLists, TextsThatAreNoPathsAndNoNamesAreOnlyTold) {
 }
 
 TEST_F(HostileLists, NamesOfFilesMayBeAnyBytes) {
-    for (const std::string name : {"line\nfeed", "\xFF\xFE", "\u202Etsilp", " ", "a.plist"}) {
+    const std::set<std::string> names{"line\nfeed", std::string(OddNames::kOne) + OddNames::kOther,
+                                      "\u202Etsilp", " ", "a.plist"};
+    for (const auto& name : names) {
         world.disk.file(kAgents + name + ".plist", xmlPropertyList(Plist::dictionary({})));
     }
     std::set<std::string> labels;
     for (const auto& item : StartupFinder::find(world.platform, {})) {
         labels.insert(item.label);
     }
-    EXPECT_EQ(labels, (std::set<std::string>{"line\nfeed", "\xFF\xFE", "\u202Etsilp", " ", "a.plist"}));
+    EXPECT_EQ(labels, names);
 }
 
 // Whatever is run is this script, as a process of its own.

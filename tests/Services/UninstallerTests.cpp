@@ -164,6 +164,13 @@ TEST_F(UninstallerTest, AnItemThatTookTheNameOfOursStaysInTheTrash) {
     EXPECT_EQ(putBack(moved.moves).failures, expected);
 }
 
+TEST_F(UninstallerTest, AnItemBehindAFolderThatLiesInACloudAloneIsNotSaidToBeGone) {
+    const auto url = file("a", "text");
+    const auto moved = move({url});
+    world.files.fail(moved.moves[0].to, {ErrorCode::kReadUnknown, EDEADLK});
+    EXPECT_EQ(putBack(moved.moves).failures, (std::vector{Uninstaller::Failure{url, "Failed", false}}));
+}
+
 TEST_F(UninstallerTest, AnItemWhoseOriginCannotBeReadStaysInTheTrashAndIsAFailure) {
     const auto url = file("a", "text");
     const auto moved = move({url});

@@ -280,6 +280,51 @@ TEST_F(UninstallWatcherTest, AFolderThatIsMissingIsLeftOut) {
     EXPECT_THAT(changes, ElementsAre(Change{{app("Alpha")}, {}}));
 }
 
+TEST_F(UninstallWatcherTest, AFolderThatCanNotBeReadForAWhileHasLostNothing) {
+    run();
+    add(ownApp("Beta"));
+    for (const auto error : {ErrorCode::kReadNoPermission, ErrorCode::kReadUnknown}) {
+        world.files.fail(folders[0], {error, std::nullopt});
+        somethingHappens();
+        world.clock.advance(2s);
+    }
+    EXPECT_THAT(changes, ElementsAre(Change{{}, {ownApp("Beta")}})) << "the other folder is told as ever";
+}
+
+TEST_F(UninstallWatcherTest, WhatVanishedWhileItsFolderCouldNotBeReadIsToldWhenItCan) {
+    run();
+    world.files.failNth(FileCall::list, 1, {ErrorCode::kReadNoPermission, std::nullopt});
+    remove(app("Alpha"));
+    somethingHappens();
+    world.clock.advance(2s);
+    EXPECT_THAT(changes, IsEmpty());
+    somethingHappens();
+    world.clock.advance(2s);
+    EXPECT_THAT(changes, ElementsAre(Change{{app("Alpha")}, {}}));
+}
+
+TEST_F(UninstallWatcherTest, WhatAFolderHoldsThatIsReadForTheFirstTimeHasNotCome) {
+    world.files.failNth(FileCall::list, 1, {ErrorCode::kReadNoPermission, std::nullopt});
+    run();
+    add(app("Beta"));
+    somethingHappens();
+    world.clock.advance(2s);
+    EXPECT_THAT(changes, IsEmpty());
+    remove(app("Alpha"));
+    somethingHappens();
+    world.clock.advance(2s);
+    EXPECT_THAT(changes, ElementsAre(Change{{app("Alpha")}, {}}));
+}
+
+TEST_F(UninstallWatcherTest, WhatAFolderHeldThatIsMissingNowHasGone) {
+    run();
+    remove(app("Alpha"));
+    fs::remove(world.disk.at("Applications"));
+    somethingHappens();
+    world.clock.advance(2s);
+    EXPECT_THAT(changes, ElementsAre(Change{{app("Alpha")}, {}}));
+}
+
 TEST_F(UninstallWatcherTest, ACallForNothingTellsNothing) {
     run();
     somethingHappens();

@@ -1,5 +1,6 @@
 // What every FileSystem owes its callers, run over the adapters and over the wrappers that tests lay on them.
 #include "FaultFileSystem.h"
+#include "OddNames.h"
 #include "OrdinaryUser.h"
 #include "PosixFileSystem.h"
 #include "RecordingFileSystem.h"
@@ -8,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
@@ -70,6 +72,13 @@ class FileSystemContract : public testing::TestWithParam<Arrangement> {
         return isVolume() ? FileURL("/" + path) : folder.url(path);
     }
     std::string pathOf(const std::string& path = "") const { return url(path).path(); }
+    // The same place in the standard form, which leaves "/private" out where a path leads there without it.
+    std::string standardPathOf(const std::string& path) const {
+        constexpr std::string_view kPrivate = "/private";
+        const auto whole = pathOf(path);
+        const auto rest = whole.substr(whole.starts_with("/private/") ? kPrivate.size() : 0);
+        return std::filesystem::exists(rest) ? rest : whole;
+    }
     std::string relative(const FileURL& absolute) const {
         const auto base = pathOf();
         return absolute.path().substr(base == "/" ? 1 : base.size() + 1);
@@ -156,7 +165,7 @@ INSTANTIATE_TEST_SUITE_P(Adapters, FileSystemContract,
                                          Arrangement{Root::volume, Wrapper::recording}),
                          nameOf);
 
-const std::string kInvalidUtf8 = "caf\xe9\xff";
+const std::string kOdd = std::string("caf") + OddNames::kOne + OddNames::kOther;
 const std::string kNewline = "two\nlines";
 const std::string kLongest(255, 'n');
 const std::string kTooLong(256, 'n');
@@ -260,10 +269,10 @@ TEST_P(FileSystemContract, AListedLinkToAFolderIsFollowed) {
 
 TEST_P(FileSystemContract, AListingKeepsTheBytesOfNames) {
     folder.file("odd/" + kNewline);
-    folder.file("odd/" + kInvalidUtf8);
+    folder.file("odd/" + kOdd);
     folder.file("odd/" + kLongest);
     folder.file("odd/ ");
-    EXPECT_THAT(listedNames("odd"), UnorderedElementsAre(kNewline, kInvalidUtf8, kLongest, " "));
+    EXPECT_THAT(listedNames("odd"), UnorderedElementsAre(kNewline, kOdd, kLongest, " "));
 }
 
 TEST_P(FileSystemContract, AListingNamesEachOfManyEntriesOnce) {
@@ -599,11 +608,11 @@ TEST_P(FileSystemContract, FilesThatCanBeNamedButNotReachedMeasureNothing) {
 }
 
 TEST_P(FileSystemContract, AWalkKeepsTheBytesOfNames) {
-    folder.file("odd/" + kNewline + "/" + kInvalidUtf8 + "/" + kLongest, "x");
-    EXPECT_THAT(walkedPaths("odd"), ElementsAre("odd/" + kNewline, "odd/" + kNewline + "/" + kInvalidUtf8,
-                                                "odd/" + kNewline + "/" + kInvalidUtf8 + "/" + kLongest));
-    EXPECT_EQ(measured("odd").at("odd/" + kNewline + "/" + kInvalidUtf8 + "/" + kLongest),
-              folder.allocationOf("odd/" + kNewline + "/" + kInvalidUtf8 + "/" + kLongest));
+    folder.file("odd/" + kNewline + "/" + kOdd + "/" + kLongest, "x");
+    EXPECT_THAT(walkedPaths("odd"), ElementsAre("odd/" + kNewline, "odd/" + kNewline + "/" + kOdd,
+                                                "odd/" + kNewline + "/" + kOdd + "/" + kLongest));
+    EXPECT_EQ(measured("odd").at("odd/" + kNewline + "/" + kOdd + "/" + kLongest),
+              folder.allocationOf("odd/" + kNewline + "/" + kOdd + "/" + kLongest));
 }
 
 TEST_P(FileSystemContract, AWalkReachesTheBottomOfADeepTree) {
@@ -955,7 +964,7 @@ TEST_P(FileSystemContract, ResolvingFollowsEveryLinkOfAPathThatExists) {
           PathPair{"dir/sub/top/file", "dir/sub/file"}, PathPair{"dir/sub", "dir/sub"},
           PathPair{"link/../dir", "dir"}, PathPair{"chain1/..", "dir"},
           PathPair{"./dir//sub/.", "dir/sub"}}) {
-        EXPECT_EQ(files().resolvingSymlinks(url(given)).path(), pathOf(expected)) << given;
+        EXPECT_EQ(files().resolvingSymlinks(url(given)).path(), standardPathOf(expected)) << given;
     }
 }
 
@@ -978,7 +987,7 @@ TEST_P(FileSystemContract, StandardizingKeepsLinksAndCleansText) {
          {PathPair{"link", "link"}, PathPair{"link/sub", "link/sub"}, PathPair{"dir//sub", "dir/sub"},
           PathPair{"./dir/./sub/.", "dir/sub"}, PathPair{"missing//x/./y", "missing/x/y"},
           PathPair{"dir/...", "dir/..."}, PathPair{"dir/..x", "dir/..x"}}) {
-        EXPECT_EQ(files().standardized(url(given)).path(), pathOf(expected)) << given;
+        EXPECT_EQ(files().standardized(url(given)).path(), standardPathOf(expected)) << given;
     }
 }
 
@@ -988,7 +997,7 @@ TEST_P(FileSystemContract, StandardizingAParentComponentResolvesLinksWhenAllExis
     for (const auto& [given, expected] :
          {PathPair{"deep/..", "dir"}, PathPair{"deep/../sub/file", "dir/sub/file"},
           PathPair{"dir/../deep", "dir/sub"}}) {
-        EXPECT_EQ(files().standardized(url(given)).path(), pathOf(expected)) << given;
+        EXPECT_EQ(files().standardized(url(given)).path(), standardPathOf(expected)) << given;
     }
 }
 
@@ -998,7 +1007,7 @@ TEST_P(FileSystemContract, StandardizingAParentComponentIsTextWhenSomethingIsMis
     for (const auto& [given, expected] :
          {PathPair{"deep/../x", "x"}, PathPair{"missing/../dir", "dir"}, PathPair{"deep/missing/..", "deep"},
           PathPair{"a/b/../../c", "c"}}) {
-        EXPECT_EQ(files().standardized(url(given)).path(), pathOf(expected)) << given;
+        EXPECT_EQ(files().standardized(url(given)).path(), standardPathOf(expected)) << given;
     }
 }
 

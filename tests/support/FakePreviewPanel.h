@@ -23,10 +23,9 @@ class FakePreviewPanel final : public PreviewPanel {
             m_handlers.closed();
         }
     }
-    void press(Key key, bool withShift = false) {
-        if (file && m_handlers.pressed) {
-            m_handlers.pressed(key, withShift);
-        }
+    // False where the key is the panel's own.
+    bool press(Key key, bool withShift = false) {
+        return file && m_handlers.pressed && m_handlers.pressed(key, withShift);
     }
 
     bool isThere() const override { return isInSystem; }

@@ -1,7 +1,7 @@
 """Writes what the linker needs in place of the Mac's libraries: text stubs (.tbd) with the names that exist.
 
 Frameworks: the classes and constants of our own declarations. Libraries: what Debian's builds of them export.
-A file whose content stays the same is left alone, so that nothing is built anew."""
+A file whose content stays the same is left alone, so that nothing is built anew; one that is not written any more goes."""
 import pathlib
 import re
 import subprocess
@@ -11,7 +11,11 @@ sdk, llvm = map(pathlib.Path, sys.argv[1:])
 declarations = pathlib.Path(__file__).parent / "declarations"
 
 
+written = {sdk / "usr/lib/libSystem.tbd"}
+
+
 def write(path, text):
+    written.add(path)
     path.parent.mkdir(parents=True, exist_ok=True)
     if not path.is_file() or path.read_text() != text:
         path.write_text(text)
@@ -42,7 +46,7 @@ def with_types_of_a_mac(names):
     string = "NSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE"
     # How std::__1 is said again depends on what a name has said before it.
     strings = {name.replace("B5cxx11", "").replace(string, f"NSt3__112basic_stringIcN{again}11char_traitsIcEEN{again}9allocatorIcEEEE")
-               for name in names if "cxx11" in name for again in ("S_", "S0_", "S1_")}
+               for name in names if "cxx11" in name for again in ("S_", "S0_", "S1_", "S2_", "S3_")}
     numbers = {re.sub(r"El(?=[A-Z]|$)", "Ex", name) for name in names if "icu_" in name}
     streams = {name.replace("P8_IO_FILE", "P7__sFILE") for name in names}
     # What a name says again is counted, and std::__1 is one thing more that it has said.
@@ -92,3 +96,10 @@ kept["CoreFoundation"][1].add("___CFConstantStringClassReference")
 for framework, (classes, symbols) in kept.items():
     write(sdk / "System/Library/Frameworks" / f"{framework}.framework" / f"{framework}.tbd",
           stub(f"/System/Library/Frameworks/{framework}.framework/Versions/A/{framework}", symbols, classes))
+
+for folder in "System", "packages/lib", "usr/lib":
+    for path in sorted((sdk / folder).rglob("*"), reverse=True): # what lies in a folder before the folder
+        if path.is_file() and path not in written:
+            path.unlink()
+        elif path.is_dir() and not any(path.iterdir()):
+            path.rmdir()

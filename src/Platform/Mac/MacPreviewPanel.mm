@@ -10,6 +10,10 @@ namespace {
 
 using namespace quillane;
 
+// Held, they make another key of each.
+constexpr NSEventModifierFlags kCommands =
+    NSEventModifierFlagCommand | NSEventModifierFlagOption | NSEventModifierFlagControl;
+
 // Null before the first file is shown: asking makes it.
 QLPreviewPanel* existingPanel() {
     return [QLPreviewPanel sharedPreviewPanelExists] ? [QLPreviewPanel sharedPreviewPanel] : nil;
@@ -18,20 +22,23 @@ QLPreviewPanel* existingPanel() {
 } // namespace
 
 // Stands in the chain of responders behind a window, which does not keep it.
-@interface QuillanePanelController : NSResponder <QLPreviewPanelDataSource, QLPreviewPanelDelegate>
-@property(nullable, nonatomic, strong) NSURL* item;
-@property(nonatomic, readonly) BOOL isInControl;
-- (instancetype)initWithTasks:(TaskRunner&)tasks;
-- (void)setHandlers:(PreviewPanel::Handlers)handlers;
-- (void)standBehind:(NSWindow*)window;
-- (void)stepOut;
-@end
-
-@implementation QuillanePanelController {
+@interface QuillanePanelController : NSResponder <QLPreviewPanelDataSource, QLPreviewPanelDelegate> {
     TaskRunner* m_tasks;
     PreviewPanel::Handlers m_handlers;
     __weak NSWindow* m_window;
+    NSURL* m_item;    // nil while nothing is shown
+    BOOL m_isControl; // between the system's begin and end
+    BOOL m_isGivenUp; // the end of a control that we gave up is still to come
+    BOOL m_hasEnded;  // which is to be told
 }
+- (instancetype)initWithTasks:(TaskRunner&)tasks;
+- (void)setHandlers:(PreviewPanel::Handlers)handlers;
+- (nullable NSURL*)item;
+- (void)show:(nullable NSURL*)item in:(QLPreviewPanel*)panel behind:(nullable NSWindow*)window;
+- (void)hide:(nullable QLPreviewPanel*)panel;
+@end
+
+@implementation QuillanePanelController
 
 - (instancetype)initWithTasks:(TaskRunner&)tasks {
     self = [super init];
@@ -43,6 +50,53 @@ QLPreviewPanel* existingPanel() {
 
 - (void)setHandlers:(PreviewPanel::Handlers)handlers {
     m_handlers = std::move(handlers);
+}
+
+- (nullable NSURL*)item {
+    return m_item;
+}
+
+- (void)show:(nullable NSURL*)item in:(QLPreviewPanel*)panel behind:(nullable NSWindow*)window {
+    if (m_item == nil) {
+        [[NSNotificationCenter defaultCenter] addObserver:self
+                                                 selector:@selector(panelWillClose:)
+                                                     name:NSWindowWillCloseNotification
+                                                   object:panel];
+    }
+    m_item = [item copy];
+    m_hasEnded = NO;
+    [self standBehind:window];
+    [panel updateController]; // the chain has become another, which nobody else tells
+    if (![panel isVisible]) {
+        [panel makeKeyAndOrderFront:nil];
+    }
+    if ([panel dataSource] != self) { // nobody was asked, or the system takes us to be in control still
+        [self steer:panel];
+    }
+    [panel reloadData];
+}
+
+- (void)hide:(nullable QLPreviewPanel*)panel {
+    [[NSNotificationCenter defaultCenter] removeObserver:self];
+    m_item = nil;
+    [panel orderOut:nil];
+    [self letGo:panel];
+    m_isGivenUp = m_isGivenUp || m_isControl;
+    m_isControl = NO;
+    [self stepOut];
+}
+
+- (void)steer:(QLPreviewPanel*)panel {
+    [panel setDataSource:self];
+    [panel setDelegate:self];
+}
+
+// It keeps neither.
+- (void)letGo:(nullable QLPreviewPanel*)panel {
+    if ([panel dataSource] == self) {
+        [panel setDataSource:nil];
+        [panel setDelegate:nil];
+    }
 }
 
 - (void)standBehind:(NSWindow*)window {
@@ -68,50 +122,68 @@ QLPreviewPanel* existingPanel() {
 
 - (BOOL)acceptsPreviewPanelControl:(QLPreviewPanel*)panel {
     (void)panel;
-    return [self item] != nil;
+    return m_item != nil;
 }
 
 - (void)beginPreviewPanelControl:(QLPreviewPanel*)panel {
-    _isInControl = YES;
-    [panel setDataSource:self];
-    [panel setDelegate:self];
+    m_isControl = YES;
+    m_isGivenUp = NO;
+    m_hasEnded = NO;
+    [self steer:panel];
 }
 
-// The panel closes, or another window has come before ours. It may ask for control anew within this turn.
+// The panel closes, or another window has come before ours. It may ask for control anew within this turn. It may also
+// come late, when the panel is open again.
 - (void)endPreviewPanelControl:(QLPreviewPanel*)panel {
-    _isInControl = NO;
-    [panel setDataSource:nil];
-    [panel setDelegate:nil];
+    if (m_isGivenUp) {
+        m_isGivenUp = NO;
+        return;
+    }
+    m_isControl = NO;
+    [self letGo:panel];
+    [self tellEnd];
+}
+
+// All that tells of the end of a panel that is steered though nobody was asked.
+- (void)panelWillClose:(NSNotification*)notification {
+    (void)notification;
+    [self tellEnd];
+}
+
+- (void)tellEnd {
+    m_hasEnded = YES;
     __weak QuillanePanelController* const weakly = self;
     m_tasks->post([weakly] { [weakly noticeEnd]; });
 }
 
 - (void)noticeEnd {
-    if ([self item] != nil && ![self isInControl] && m_handlers.closed) {
-        const auto closed = m_handlers.closed; // it may set others
+    const auto closed = m_handlers.closed; // it may set others
+    if (m_item != nil && m_hasEnded && closed) {
+        m_hasEnded = NO;
         closed();
     }
 }
 
 - (NSInteger)numberOfPreviewItemsInPreviewPanel:(QLPreviewPanel*)panel {
     (void)panel;
-    return [self item] == nil ? 0 : 1;
+    return m_item == nil ? 0 : 1;
 }
 
 - (id<QLPreviewItem>)previewPanel:(QLPreviewPanel*)panel previewItemAtIndex:(NSInteger)index {
     (void)panel;
     (void)index;
-    return [self item];
+    return m_item;
 }
 
 - (BOOL)previewPanel:(QLPreviewPanel*)panel handleEvent:(NSEvent*)event {
     (void)panel;
+    const NSEventModifierFlags modifiers = [event modifierFlags];
     const auto key = [event type] == NSEventTypeKeyDown ? panelKeyAt([event keyCode]) : std::nullopt;
-    if (!key || !m_handlers.pressed) {
+    const auto pressed = m_handlers.pressed; // it may set others
+    if (!key || !pressed || (modifiers & kCommands) != 0) {
         return NO;
     }
-    m_handlers.pressed(*key, ([event modifierFlags] & NSEventModifierFlagShift) != 0);
-    return YES;
+    return pressed(*key, (modifiers & NSEventModifierFlagShift) != 0) ? YES : NO;
 }
 
 @end
@@ -138,37 +210,18 @@ void MacPreviewPanel::setHandlers(Handlers handlers) {
 
 void MacPreviewPanel::show(const FileURL& url, std::uintptr_t window) {
     @autoreleasepool {
-        QuillanePanelController* const controller = m_system->controller;
-        [controller setItem:FoundationValues::location(url)];
         NSView* const view = (__bridge NSView*)reinterpret_cast<void*>(window);
-        [controller standBehind:[view window]];
-        QLPreviewPanel* const panel = [QLPreviewPanel sharedPreviewPanel];
-        [panel updateController]; // the chain has become another, which nobody else tells
-        if (![panel isVisible]) {
-            [panel makeKeyAndOrderFront:nil];
-        }
-        if (![controller isInControl]) {
-            [panel setDataSource:controller];
-            [panel setDelegate:controller];
-        }
-        [panel reloadData];
+        [m_system->controller show:FoundationValues::location(url)
+                                in:[QLPreviewPanel sharedPreviewPanel]
+                            behind:[view window]];
     }
 }
 
 void MacPreviewPanel::hide() {
     @autoreleasepool {
-        QuillanePanelController* const controller = m_system->controller;
-        if ([controller item] == nil) {
-            return;
+        if ([m_system->controller item] != nil) {
+            [m_system->controller hide:existingPanel()];
         }
-        [controller setItem:nil];
-        QLPreviewPanel* const panel = existingPanel();
-        [panel orderOut:nil];
-        if ([panel dataSource] == controller) { // it keeps neither
-            [panel setDataSource:nil];
-            [panel setDelegate:nil];
-        }
-        [controller stepOut];
     }
 }
 

@@ -14,4 +14,8 @@ Result<VolumeSpace> BlockCounts::space() const {
     return space;
 }
 
+bool BlockCounts::hasRoomFor(std::uint64_t bytes) const {
+    return blockSize > 0 && available >= bytes / blockSize + (bytes % blockSize > 0 ? 1 : 0);
+}
+
 } // namespace quillane

@@ -1,8 +1,9 @@
 #pragma once
 
 // Whether the calling thread may have the system fetch what lies in a cloud alone. Where it may not, reading such a
-// file, listing such a folder and moving either fails with EDEADLK; asking for properties never fetches. Each system's
-// own; nothing happens on one that has no such thing.
+// file, listing such a folder, moving either and whatever leads by a path through such a folder fails with EDEADLK: that
+// something is missing is not said by it. Asking for the properties of such an item fetches nothing; asking for those of
+// what lies in such a folder may. Each system's own; nothing happens on one that has no such thing.
 namespace quillane::CloudFetching {
 
 enum class Policy { asTheProcess, allowed, forbidden };

@@ -10,7 +10,11 @@ namespace quillane::FileMover {
 extern const int kOpenUnlisted;
 
 // Moves an entry to a name that must be free. The error for a taken name is "file exists".
+// What was moved though the system told an error is a success.
 Result<> move(int fromFolder, const std::string& fromName, int toFolder, const std::string& toName);
+
+// The system's own call for it, once; errno tells why not. For move() alone, which asks afterwards what really happened.
+bool renameToFree(int fromFolder, const char* fromName, int toFolder, const char* toName);
 
 // Puts a file of our own making in the place of an older one, in one step, within one folder.
 Result<> replace(int folder, const std::string& temporaryName, const std::string& name);

@@ -179,7 +179,8 @@ class Child {
         if (found != 0) {
             return errno == ECHILD ? State::taken : State::runs;
         }
-        return info.si_pid == m_id ? State::exited : State::runs;
+        // Whether all fields are told where the exit is left is not the same everywhere.
+        return info.si_pid == m_id || info.si_signo == SIGCHLD ? State::exited : State::runs;
     }
 
     // Nobody where the number of the group may be another's by now.

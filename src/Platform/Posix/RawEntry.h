@@ -12,9 +12,9 @@ struct RawEntry {
     std::size_t length = 0;
     std::optional<EntryType> type; // nothing where the file system keeps no types in its folders
     // What only some systems tell of an entry, and only who asks: see ListingDetails.
-    std::optional<Bytes> allocated;  // of a regular file
-    bool isFlaggedHidden = false;    // as DirectoryEntry has it
-    bool isMarkedAsPackage = false;  // as WalkEntry has it
+    std::optional<Bytes> allocated; // of a regular file
+    bool isFlaggedHidden = false;   // as DirectoryEntry has it
+    bool isMarkedAsPackage = false; // as WalkEntry has it
 };
 
 // What a listing is to tell of its entries besides names and types, where the system can.

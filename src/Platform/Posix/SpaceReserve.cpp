@@ -1,5 +1,6 @@
 #include "SpaceReserve.h"
 #include "AtomicFile.h"
+#include "BlockCounts.h"
 #include "Descriptor.h"
 #include "FileRemover.h"
 #include <algorithm>
@@ -9,7 +10,6 @@
 #include <string_view>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/statvfs.h>
 #include <unistd.h>
 #include <utility>
 
@@ -85,15 +85,13 @@ bool fill(int file, std::int64_t begin, std::int64_t end) {
 }
 
 bool hasRoomFor(int file, std::int64_t bytes) {
-    struct statvfs volume = {};
-    return ::fstatvfs(file, &volume) == 0 &&
-           std::uint64_t{volume.f_bavail} * volume.f_frsize >= static_cast<std::uint64_t>(bytes);
+    const auto volume = BlockCounts::ofVolumeOf(file);
+    return volume && volume->hasRoomFor(static_cast<std::uint64_t>(bytes));
 }
 
-// Where that is what is missing, room is of no use. Some file systems count no files at all.
 bool canHoldMoreFiles(int file) {
-    struct statvfs volume = {};
-    return ::fstatvfs(file, &volume) != 0 || volume.f_files == 0 || volume.f_favail > 0;
+    const auto volume = BlockCounts::ofVolumeOf(file);
+    return !volume || volume->mayHoldMoreFiles();
 }
 
 } // namespace

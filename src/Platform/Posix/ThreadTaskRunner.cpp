@@ -1,9 +1,20 @@
 #include "ThreadTaskRunner.h"
 #include "CloudFetching.h"
+#include "JobScope.h"
 #include "ThreadPriority.h"
 #include <utility>
 
 namespace quillane {
+namespace {
+
+// What the job owns goes before the scope does.
+void runInScope(Job waiting) {
+    const JobScope scope;
+    const Job job = std::move(waiting);
+    job();
+}
+
+} // namespace
 
 ThreadTaskRunner::ThreadTaskRunner(MainQueue& mainQueue)
     : m_mainQueue(mainQueue) {}
@@ -55,7 +66,7 @@ void ThreadTaskRunner::Pool::work() {
             job = std::move(m_waiting.front());
             m_waiting.pop_front();
         }
-        job();
+        runInScope(std::move(job));
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
+#include "WakePipe.h"
 #include <QSocketNotifier>
-#include <array>
 #include <functional>
 
 namespace quillane {
@@ -17,15 +17,7 @@ class EndSignals final {
     EndSignals& operator=(const EndSignals&) = delete;
 
   private:
-    struct Pipe {
-        Pipe();
-        ~Pipe();
-        Pipe(const Pipe&) = delete;
-        Pipe& operator=(const Pipe&) = delete;
-        std::array<int, 2> ends{-1, -1}; // what is read, what is written; neither blocks
-    };
-
-    Pipe m_pipe;
+    WakePipe m_pipe;
     QSocketNotifier m_notifier;
 };
 

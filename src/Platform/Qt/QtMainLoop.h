@@ -1,5 +1,6 @@
 #pragma once
 #include "MainQueue.h"
+#include "WakePipe.h"
 #include <QSocketNotifier>
 
 namespace quillane {
@@ -15,20 +16,8 @@ class QtMainLoop final {
     QtMainLoop& operator=(const QtMainLoop&) = delete;
 
   private:
-    // Both ends of the pipe, neither of which blocks.
-    struct Pipe {
-        Pipe();
-        ~Pipe();
-        Pipe(const Pipe&) = delete;
-        Pipe& operator=(const Pipe&) = delete;
-        void write() const;
-        void empty() const;
-        int readEnd = -1;
-        int writeEnd = -1;
-    };
-
     MainQueue& m_queue;
-    Pipe m_pipe;
+    WakePipe m_pipe;
     QSocketNotifier m_notifier;
 };
 

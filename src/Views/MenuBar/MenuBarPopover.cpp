@@ -33,7 +33,6 @@ MenuBarPopover::MenuBarPopover(AppLibrary& library, std::optional<QPoint> press)
     , m_view(new MenuBarView(library)) {
     setWindowFlags(typeOn(QGuiApplication::platformName()) | Qt::FramelessWindowHint);
     setAttribute(Qt::WA_TranslucentBackground, SystemLook::blendsWindows()); // for the round corners
-    setAttribute(Qt::WA_QuitOnClose, false);
     setWindowTitle(QStringLiteral("Quillane"));
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -85,7 +85,6 @@ QuickLookPanel::QuickLookPanel(AppLibrary& library, ContentState& state, QWidget
     , m_findList(std::move(list))
     , m_loader(library.platform(), [this](const auto& wish, const auto& look) { arrive(wish, look); })
     , m_tasks(library.platform().tasks) {
-    setAttribute(Qt::WA_QuitOnClose, false);
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(kLeastSize);
     resize(kDefaultSize);

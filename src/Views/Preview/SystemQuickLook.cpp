@@ -35,8 +35,9 @@ SystemQuickLook::SystemQuickLook(PreviewPanel& panel, ContentState& state, QWidg
     , m_window(window)
     , m_findList(std::move(list))
     , m_observer(new LibraryObserver([this] { render(); }, this)) {
-    panel.setHandlers({.closed = [this] { m_state.quickLookURL = std::nullopt; },
-                       .pressed = [this](PreviewPanel::Key key, bool withShift) { pass(key, withShift); }});
+    panel.setHandlers(
+        {.closed = [this] { m_state.quickLookURL = std::nullopt; },
+         .pressed = [this](PreviewPanel::Key key, bool withShift) { return pass(key, withShift); }});
     window.installEventFilter(this);
     m_observer->renderNow();
 }
@@ -68,11 +69,13 @@ void SystemQuickLook::show(const FileURL& url) {
     m_panel.show(url, m_window.winId());
 }
 
-void SystemQuickLook::pass(PreviewPanel::Key key, bool withShift) {
-    if (m_list) {
-        QKeyEvent press(QEvent::KeyPress, keyOf(key), withShift ? Qt::ShiftModifier : Qt::NoModifier);
-        QCoreApplication::sendEvent(m_list, &press);
+bool SystemQuickLook::pass(PreviewPanel::Key key, bool withShift) {
+    if (!m_list) {
+        return false;
     }
+    QKeyEvent press(QEvent::KeyPress, keyOf(key), withShift ? Qt::ShiftModifier : Qt::NoModifier);
+    QCoreApplication::sendEvent(m_list, &press);
+    return true;
 }
 
 // Whoever closes the panel comes back to the window, so that also a closing that nobody tells of is noticed.

@@ -32,7 +32,7 @@ class SystemQuickLook : public QObject {
   private:
     void render();
     void show(const FileURL& url);
-    void pass(PreviewPanel::Key key, bool withShift);
+    bool pass(PreviewPanel::Key key, bool withShift);
 
     PreviewPanel& m_panel;
     ContentState& m_state;

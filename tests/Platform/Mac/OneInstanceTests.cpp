@@ -98,11 +98,20 @@ TEST_F(OneInstanceTest, ARelaunchedOneWaitsForTheEndOfTheOldAndGoesOn) {
     EXPECT_LE(waited, 2s + OneInstance::kBetweenLooks);
 }
 
-TEST_F(OneInstanceTest, WhereTheOldOneStaysItComesForwardAndTheRelaunchedOneEnds) {
+TEST_F(OneInstanceTest, ARelaunchedOneWaitsForAsLongAsTheOldOneHasWorkToFinish) {
     others = {41};
+    ends[41] = 1h;
+    EXPECT_FALSE(isSecond(true));
+    EXPECT_TRUE(asked.empty()) << "nobody would be left";
+    EXPECT_GE(waited, 1h);
+}
+
+TEST_F(OneInstanceTest, OfTwoThatWereRelaunchedTheLaterOneEndsAfterTheOldOne) {
+    others = {41, 42};
+    ends[41] = 1h;
     EXPECT_TRUE(isSecond(true));
-    EXPECT_EQ(asked, std::vector({41}));
-    EXPECT_EQ(waited, OneInstance::kPatience);
+    EXPECT_EQ(asked, std::vector({42}));
+    EXPECT_EQ(waited, 1h + OneInstance::kPatience);
 }
 
 TEST_F(OneInstanceTest, ARelaunchedOneWaitsForAllOthers) {

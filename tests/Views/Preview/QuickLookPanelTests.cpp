@@ -555,10 +555,6 @@ TEST_F(QuickLook, AWindowThatGoesToTheDockKeepsTheLook) {
     EXPECT_TRUE(isLooking());
 }
 
-TEST_F(QuickLook, TheProgramDoesNotEndWithThePanel) {
-    EXPECT_FALSE(panel().testAttribute(Qt::WA_QuitOnClose));
-}
-
 TEST_F(QuickLook, TheCloseButtonHidesThePanelAtOnce) {
     look(picture("Beach.png"));
     panel().close();

@@ -98,7 +98,7 @@ TEST_F(QuickLookOfTheSystem, AWindowThatGoesClosesThePanelAndHearsOfItNoMore) {
 
 TEST_F(QuickLookOfTheSystem, KeysThatMoveInAListGoToTheListBehindIt) {
     set(m_beach);
-    systemPanel.press(Key::down);
+    EXPECT_TRUE(systemPanel.press(Key::down));
     turn();
     EXPECT_EQ(selectedNames(), QStringList({"Beech"}));
     systemPanel.press(Key::end);
@@ -110,4 +110,12 @@ TEST_F(QuickLookOfTheSystem, KeysThatMoveInAListGoToTheListBehindIt) {
     systemPanel.press(Key::home);
     turn();
     EXPECT_EQ(selectedNames(), QStringList({"Alder"}));
+}
+
+TEST_F(QuickLookOfTheSystem, WithoutAListBehindItEachKeyIsThePanelsOwn) {
+    FakePreviewPanel other;
+    const SystemQuickLook quickLook(other, window->state(), *window, []() -> QWidget* { return nullptr; });
+    set(m_beach);
+    ASSERT_TRUE(other.isShown());
+    EXPECT_FALSE(other.press(Key::down));
 }

@@ -19,6 +19,8 @@
 #include <utility>
 #include <vector>
 
+bool timersAreUsedUp = false;
+
 namespace quillane {
 namespace {
 
@@ -69,13 +71,17 @@ class Queue {
         }
     }
 
-    // Blocks until something has happened.
-    int wait(Event* events, int most) {
+    // Blocks until something has happened; with a longest time 0 when that is over.
+    int wait(Event* events, int most, const timespec* longest) {
+        const int milliseconds =
+            longest == nullptr ? -1
+                               : static_cast<int>(longest->tv_sec * 1000 + longest->tv_nsec / 1'000'000 + 1);
         for (;;) {
             std::array<pollfd, 3> waited{pollfd{m_changes.get(), POLLIN, 0}, pollfd{m_timer.get(), POLLIN, 0},
                                          pollfd{m_trigger.get(), POLLIN, 0}};
-            if (::poll(waited.data(), waited.size(), -1) < 0) {
-                return -1;
+            const int happened = ::poll(waited.data(), waited.size(), milliseconds);
+            if (happened <= 0) {
+                return happened;
             }
             const std::lock_guard lock(m_mutex);
             int count = 0;
@@ -122,6 +128,9 @@ class Queue {
             const bool wasSet = m_timed.has_value();
             disarm();
             return wasSet ? 0 : ENOENT;
+        }
+        if (timersAreUsedUp) {
+            return ENOMEM;
         }
         if (event.fflags != (NOTE_NSECONDS | NOTE_MACH_CONTINUOUS_TIME) || event.data < 0) {
             return EINVAL;
@@ -245,7 +254,7 @@ int kqueue() {
 }
 
 int kevent(int queue, const struct kevent* changes, int changeCount, struct kevent* events, int eventCount,
-           const timespec* /*timeout*/) {
+           const timespec* timeout) {
     const auto found = quillane::queues().at(queue);
     if (!found) {
         errno = EBADF;
@@ -257,5 +266,5 @@ int kevent(int queue, const struct kevent* changes, int changeCount, struct keve
             return -1;
         }
     }
-    return eventCount > 0 ? found->wait(events, eventCount) : 0;
+    return eventCount > 0 ? found->wait(events, eventCount, timeout) : 0;
 }

@@ -1,9 +1,12 @@
 // What is the Mac's own in the watch of folders.
+#include "DeadlineWait.h"
 #include "FolderEvents.h"
 #include "TemporaryFolder.h"
+#include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <sys/event.h>
 
 namespace quillane {
 namespace {
@@ -52,6 +55,19 @@ TEST_F(KernelQueueTest, AFolderHoldsItsDescriptorAsLongAsItIsWatched) {
     EXPECT_EQ(openDescriptors(), before);
     EXPECT_FALSE(events.add(disk.at("nothing")));
     EXPECT_EQ(openDescriptors(), before);
+}
+
+TEST(DeadlineWaitWithoutATimer, AWaitEndsAtItsTimeAllTheSame) {
+    DeadlineWait wait;
+    timersAreUsedUp = true;
+    const auto deadline = DeadlineWait::instant() + std::chrono::milliseconds(20);
+    int returns = 0;
+    do {
+        wait.wait(deadline);
+        ++returns;
+    } while (DeadlineWait::instant() < deadline);
+    timersAreUsedUp = false;
+    EXPECT_LE(returns, 4);
 }
 
 } // namespace

@@ -120,6 +120,17 @@ TEST_F(FoundationTrashTest, WhatLandedInTheTrashOfACloudIsPutBackAndNeverDeleted
     EXPECT_FALSE(exists("home/Library/Mobile Documents/.Trash/a"));
 }
 
+TEST_F(FoundationTrashTest, AnotherItemThatHasThePlaceByNowCameFromElsewhere) {
+    disk.file("home/.Trash/a", "x").file("home/.Trash/b", "x");
+    const auto original = disk.url("home/a");
+    EXPECT_TRUE(*trash.cameFrom(disk.url("home/.Trash/a"), original)) << "nobody knows";
+    answer({true, disk.url("home/.Trash/a"), {}});
+    ASSERT_TRUE(trash.moveToTrash(original).ok());
+    EXPECT_TRUE(*trash.cameFrom(disk.url("home/.Trash/a"), original));
+    disk.rename("home/.Trash/b", "home/.Trash/a");
+    EXPECT_FALSE(*trash.cameFrom(disk.url("home/.Trash/a"), original));
+}
+
 TEST_F(FoundationTrashTest, NothingIsTakenFromWhereNoTrashIs) {
     disk.folder("home/.Trash/folder").folder("home/Library/Mobile Documents/.Trash/folder");
     for (const char* item : {"home/Documents/a", "home/.Trash/folder/a", "home/Library/Mobile Documents/a",

@@ -6,6 +6,24 @@
 #include <objc/runtime.h>
 #include <utility>
 
+// A text in which half of a character is missing, which no bytes stand for.
+@interface QuillaneHalfText : NSString
+@end
+
+@implementation QuillaneHalfText
+- (NSUInteger)length {
+    return 1;
+}
+- (unichar)characterAtIndex:(NSUInteger)index {
+    (void)index;
+    return 0xDCA9;
+}
+- (NSData*)dataUsingEncoding:(NSStringEncoding)encoding {
+    (void)encoding;
+    return nil;
+}
+@end
+
 @interface QuillaneStandInApplication : NSObject {
     std::size_t m_entry; // in the list
 }
@@ -104,8 +122,7 @@ id objectForKey(id self, SEL selector, NSString* key) {
     if (asked != halfKeys().first && asked != halfKeys().second) {
         return systemObjectForKey(self, selector, key);
     }
-    const unichar units[] = {'a', 0xDCA9, 'b'};
-    NSString* const half = [NSString stringWithCharacters:units length:3];
+    NSString* const half = [[QuillaneHalfText alloc] init];
     NSMutableArray* const texts = [NSMutableArray arrayWithCapacity:2];
     [texts addObject:@"whole"];
     [texts addObject:half];

@@ -13,8 +13,8 @@
     completion(UNNotificationPresentationOptionBanner);
 }
 - (void)userNotificationCenter:(UNUserNotificationCenter*)center
-    didReceiveResponse:(UNNotificationResponse*)response
-             withCompletionHandler:(void (^)(void))completion {
+            didReceiveResponse:(UNNotificationResponse*)response
+         withCompletionHandler:(void (^)(void))completion {
     (void)center;
     (void)response;
     completion();

@@ -13,10 +13,18 @@
 #define QD_EXTERN extern "C"
 #undef NS_ENUM
 #undef NS_OPTIONS
-#define NS_ENUM(type, name) enum __attribute__((enum_extensibility(open))) name : type name; enum name : type
-#define NS_OPTIONS(type, name) type name; enum __attribute__((flag_enum)) : name
+#define NS_ENUM(type, name)                                                                                  \
+    enum __attribute__((enum_extensibility(open))) name : type name;                                         \
+    enum name : type
+#define NS_OPTIONS(type, name)                                                                               \
+    type name;                                                                                               \
+    enum __attribute__((flag_enum)) : name
 #define NSEventType QuillaneEventType
 #define NSRectEdge QuillaneRectEdge
+
+// Nothing is counted.
+#undef __weak
+#define __weak
 
 @protocol NSSecureCoding;
 typedef NSString* NSErrorDomain;

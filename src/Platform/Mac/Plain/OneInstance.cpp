@@ -5,7 +5,13 @@
 namespace quillane::OneInstance {
 namespace {
 
-void awaitEnd(const System& system, const std::vector<int>& others) {
+void awaitEnd(const System& system, int process) {
+    while (system.isThere(process)) {
+        system.pause(kBetweenLooks);
+    }
+}
+
+void awaitEnds(const System& system, const std::vector<int>& others) {
     for (auto waited = std::chrono::milliseconds(0);
          waited < kPatience && std::ranges::any_of(others, system.isThere); waited += kBetweenLooks) {
         system.pause(kBetweenLooks);
@@ -24,8 +30,9 @@ bool isAfter(const System& system, int other) {
 
 bool isSecond(const System& system, bool isRelaunched) {
     auto others = system.others();
-    if (isRelaunched) {
-        awaitEnd(system, others);
+    if (isRelaunched && !others.empty()) {
+        awaitEnd(system, others.front());
+        awaitEnds(system, others);
     }
     // They find this one, and end.
     std::erase_if(others, [&system](int other) { return isAfter(system, other); });

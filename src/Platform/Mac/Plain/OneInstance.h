@@ -10,7 +10,7 @@ namespace quillane::OneInstance {
 
 // What is asked of the system. Processes are told by their numbers.
 struct System {
-    std::function<std::vector<int>()> others;      // that run this program, too
+    std::function<std::vector<int>()> others;      // that run this program, too; the oldest first
     std::function<bool(int process)> isThere;      // whether it has not ended
     std::function<bool(int process)> bringForward; // false where the system refuses
     std::function<void(std::chrono::milliseconds)> pause;
@@ -20,14 +20,16 @@ struct System {
     int own = 0; // this process
 };
 
-// How long a start waits for the end of the one that began it, and how often it looks.
+// How long a start waits for the end of those that only pass, and how often it looks.
 inline constexpr std::chrono::milliseconds kPatience{10'000};
 inline constexpr std::chrono::milliseconds kBetweenLooks{50};
 
 // Whether this start is to end, as another one runs; that has then been asked to come forward. One that `isRelaunched`
-// waits first until the others have ended: the one that began it is about to. Two never go on, also where the other
-// does not come forward; of two that start at once the one that was launched earlier goes on, and of two that were
-// launched at the same time the one of the smaller number. Blocks.
+// waits first for the end of the oldest, which began it: for as long as that lives, as it may have a sweep to finish
+// before it quits, and then nobody would be left. The others get `kPatience` then: they have been brought forward in
+// vain or were relaunched too, and of those one remains. Two never go on, also where the other does not come forward;
+// of two that start at once the one that was launched earlier goes on, and of two that were launched at the same time
+// the one of the smaller number. Blocks.
 bool isSecond(const System& system, bool isRelaunched);
 
 } // namespace quillane::OneInstance

@@ -8,7 +8,11 @@ std::optional<BlockCounts> BlockCounts::ofVolumeOf(int descriptor) {
     if (::fstatvfs(descriptor, &told) != 0) {
         return std::nullopt;
     }
-    return BlockCounts{.blockSize = told.f_frsize, .blocks = told.f_blocks, .available = told.f_bavail};
+    BlockCounts counts{.blockSize = told.f_frsize, .blocks = told.f_blocks, .available = told.f_bavail};
+    if (told.f_files > 0) { // some file systems count none
+        counts.availableFiles = told.f_favail;
+    }
+    return counts;
 }
 
 } // namespace quillane

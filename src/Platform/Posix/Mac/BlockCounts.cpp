@@ -4,7 +4,8 @@
 
 namespace quillane {
 
-// Not fstatvfs(), whose counts have 32 bits here.
+// Not fstatvfs(), whose counts have 32 bits here. Files are left out: APFS makes them of free room, and on a full volume
+// tells that there are none.
 std::optional<BlockCounts> BlockCounts::ofVolumeOf(int descriptor) {
     struct statfs told = {};
     if (::fstatfs(descriptor, &told) != 0) {

@@ -9,15 +9,15 @@ bool isAwaitingDownload(const std::string& path) {
         false));
     CoreFoundationOwned<CFBooleanRef> isInTheCloud;
     if (!url ||
-        !CFURLCopyResourcePropertyForKey(url.get(), kCFURLIsUbiquitousItemKey, isInTheCloud.address(),
-                                         nullptr) ||
+        !CFURLCopyResourcePropertyForKey(url.get(), kCFURLIsUbiquitousItemKey,
+                                         static_cast<void*>(isInTheCloud.address()), nullptr) ||
         !isInTheCloud || !CFBooleanGetValue(isInTheCloud.get())) {
         return false;
     }
     // A status that is missing is not the current one either.
     CoreFoundationOwned<CFStringRef> status;
-    CFURLCopyResourcePropertyForKey(url.get(), kCFURLUbiquitousItemDownloadingStatusKey, status.address(),
-                                    nullptr);
+    CFURLCopyResourcePropertyForKey(url.get(), kCFURLUbiquitousItemDownloadingStatusKey,
+                                    static_cast<void*>(status.address()), nullptr);
     return !status || !CFEqual(status.get(), kCFURLUbiquitousItemDownloadingStatusCurrent);
 }
 

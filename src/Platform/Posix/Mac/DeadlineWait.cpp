@@ -13,6 +13,16 @@ namespace {
 constexpr uintptr_t kInterruptIdent = 1;
 constexpr uintptr_t kTimerIdent = 2;
 
+constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
+
+// False where the system has no timer to give.
+bool setTimer(int queue, std::int64_t nanoseconds) {
+    struct kevent timer;
+    EV_SET(&timer, kTimerIdent, EVFILT_TIMER, EV_ADD | EV_ONESHOT, NOTE_NSECONDS | NOTE_MACH_CONTINUOUS_TIME,
+           nanoseconds, nullptr);
+    return ::kevent(queue, &timer, 1, nullptr, 0, nullptr) == 0;
+}
+
 } // namespace
 
 // One kernel queue holds both the timer and the interrupt.
@@ -38,18 +48,19 @@ Instant DeadlineWait::instant() {
 }
 
 void DeadlineWait::wait(std::optional<Instant> deadline) {
-    struct kevent change;
-    if (deadline) {
-        const auto left = std::max<std::int64_t>((*deadline - instant()).count(), 0);
-        EV_SET(&change, kTimerIdent, EVFILT_TIMER, EV_ADD | EV_ONESHOT,
-               NOTE_NSECONDS | NOTE_MACH_CONTINUOUS_TIME, left, nullptr);
-    } else {
+    const int queue = m_system->queue.get();
+    std::optional<timespec> longest; // none where the timer ends it
+    if (!deadline) {
+        struct kevent change;
         EV_SET(&change, kTimerIdent, EVFILT_TIMER, EV_DELETE, 0, 0, nullptr);
+        (void)::kevent(queue, &change, 1, nullptr, 0, nullptr); // one that has fired is no longer there
+    } else if (const auto left = std::max<std::int64_t>((*deadline - instant()).count(), 0);
+               !setTimer(queue, left)) {
+        longest = timespec{.tv_sec = static_cast<time_t>(left / kNanosecondsPerSecond),
+                           .tv_nsec = static_cast<long>(left % kNanosecondsPerSecond)};
     }
-    ::kevent(m_system->queue.get(), &change, 1, nullptr, 0,
-             nullptr); // deleting a timer that has fired fails: as wanted
     struct kevent fired;
-    ::kevent(m_system->queue.get(), nullptr, 0, &fired, 1, nullptr);
+    ::kevent(queue, nullptr, 0, &fired, 1, longest ? &*longest : nullptr);
 }
 
 void DeadlineWait::interrupt() {

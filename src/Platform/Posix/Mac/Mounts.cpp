@@ -1,4 +1,6 @@
 #include "Mounts.h"
+#include "Descriptor.h"
+#include "FileMover.h"
 #include <array>
 #include <cstring>
 #include <fcntl.h>
@@ -32,6 +34,27 @@ std::vector<struct statfs> listOfMounts() {
     return mounts;
 }
 
+std::optional<std::string> pathOf(int folder) {
+    std::array<char, MAXPATHLEN> path{};
+    return ::fcntl(folder, F_GETPATH, path.data()) == 0 ? std::optional<std::string>(path.data())
+                                                        : std::nullopt;
+}
+
+// In the spelling that its volume keeps where it is a folder that can be opened, and as it was asked for otherwise: a
+// volume may take several spellings for one name.
+std::optional<std::string> pathOfEntry(int folder, const std::string& name) {
+    constexpr int kNotFollowed = O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+    if (const Descriptor entry(::openat(folder, name.c_str(), FileMover::kOpenUnlisted | kNotFollowed));
+        entry) {
+        return pathOf(entry.get());
+    }
+    auto path = pathOf(folder);
+    if (path) {
+        *path += path->ends_with('/') ? name : "/" + name;
+    }
+    return path;
+}
+
 } // namespace
 
 // Each mount has an identifier of its own here, also a second one of the same device.
@@ -48,11 +71,11 @@ std::optional<Identity> identityOf(int folder) {
 }
 
 bool isAnyAtOrBelow(int folder, const std::string& name) {
-    std::array<char, MAXPATHLEN> above{};
-    if (::fcntl(folder, F_GETPATH, above.data()) != 0) {
+    const auto told = pathOfEntry(folder, name);
+    if (!told) {
         return false;
     }
-    const auto path = std::string(withoutDataVolume(above.data())) + "/" + name;
+    const auto path = withoutDataVolume(*told);
     for (const auto& mount : listOfMounts()) {
         if (isAtOrBelow(withoutDataVolume(mount.f_mntonname), path)) {
             return true;

@@ -40,7 +40,7 @@ void answerPermission();
 // The options with which a notification shows while the program is in front, and how often they were told.
 std::pair<unsigned long, int> presentation();
 
-// The menu bar, on a first screen 900 points high.
+// The menu bar, on the first of two screens, which is 900 points high.
 struct MenuBar {
     int items = 0;
     std::string title;

@@ -215,20 +215,26 @@ NSString* const UNNotificationDefaultActionIdentifier = @"the default action";
 }
 @end
 @implementation NSScreen
+// The first has the menu bar; the other is higher, and stands at its right with the lower edges aligned.
 + (NSArray*)screens {
-    return [NSArray arrayWithObject:[[NSScreen alloc] init]];
+    NSScreen* const first = [[NSScreen alloc] init];
+    hold(first, "first", @"yes");
+    return [NSArray arrayWithObjects:first, [[NSScreen alloc] init], nil];
+}
++ (NSScreen*)mainScreen { // of the window in front
+    return [[NSScreen alloc] init];
 }
 - (CGRect)frame {
-    return {{0, 0}, {1'440, 900}};
+    return held(self, "first") != nil ? CGRect{{0, 0}, {1'440, 900}} : CGRect{{1'440, 0}, {1'920, 1'200}};
 }
 @end
 @implementation NSResponder
 @end
 @implementation NSWindow
-// It lies 1200 to the right and 876 above the corner of the screen.
+// It lies 1180 to the right and 870 above the corner of the screen.
 - (CGRect)convertRectToScreen:(CGRect)place {
-    place.origin.x += 1'200;
-    place.origin.y += 876;
+    place.origin.x += 1'180;
+    place.origin.y += 870;
     return place;
 }
 @end
@@ -239,7 +245,10 @@ NSString* const UNNotificationDefaultActionIdentifier = @"the default action";
 - (NSWindow*)window {
     return [[NSWindow alloc] init];
 }
+// It lies 20 to the right and 6 above the corner of its window, and 1 from each other view's.
 - (CGRect)convertRect:(CGRect)place toView:(NSView*)view {
+    place.origin.x += view == nil ? 20 : 1;
+    place.origin.y += view == nil ? 6 : 1;
     return place;
 }
 - (NSString*)accessibilityLabel {

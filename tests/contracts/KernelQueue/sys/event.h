@@ -39,6 +39,9 @@ extern "C" int kqueue();
 extern "C" int kevent(int queue, const struct kevent* changes, int changeCount, struct kevent* events,
                       int eventCount, const timespec* timeout);
 
+// No timer can be set as long as this holds.
+extern bool timersAreUsedUp;
+
 inline std::uint64_t clock_gettime_nsec_np(clockid_t clock) {
     timespec time{};
     ::clock_gettime(clock, &time);

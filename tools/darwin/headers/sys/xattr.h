@@ -8,7 +8,8 @@
 extern "C" {
 #endif
 ssize_t fgetxattr(int descriptor, const char* name, void* value, size_t size, uint32_t position, int options);
-int setxattr(const char* path, const char* name, const void* value, size_t size, uint32_t position, int options);
+int setxattr(const char* path, const char* name, const void* value, size_t size, uint32_t position,
+             int options);
 #ifdef __cplusplus
 }
 #endif

@@ -1,0 +1,11 @@
+#include "JobScope.h"
+
+namespace quillane {
+
+// No call here leaves anything for later.
+JobScope::JobScope()
+    : m_pool(nullptr) {}
+
+JobScope::~JobScope() = default;
+
+} // namespace quillane
