@@ -7,11 +7,11 @@
 namespace quillane {
 namespace {
 
-// What the job owns goes before the scope does.
-void runInScope(Job waiting) {
+// What the job owns goes before the scope does: emptied and not moved, as some libraries leave a copy behind.
+void runInScope(Job& job) {
     const JobScope scope;
-    const Job job = std::move(waiting);
     job();
+    job = nullptr;
 }
 
 } // namespace
@@ -66,7 +66,7 @@ void ThreadTaskRunner::Pool::work() {
             job = std::move(m_waiting.front());
             m_waiting.pop_front();
         }
-        runInScope(std::move(job));
+        runInScope(job);
     }
 }
 
