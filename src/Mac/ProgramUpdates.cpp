@@ -8,8 +8,9 @@ namespace quillane {
 // By Sparkle, which keeps its own settings and is told by the bundle where to ask. A bundle that does not carry it has
 // nobody to ask; what the person wants of automatic checks is kept with the program's settings then.
 struct ProgramUpdates::Parts {
-    explicit Parts(TaskRunner& tasks)
-        : sparkle(makeSparkleUpdater(tasks)) {}
+    Parts(TaskRunner& tasks, const FileURL& home)
+        : sparkle(makeSparkleUpdater(tasks))
+        , settings(UserDefaults::lockPath(home)) {}
 
     std::unique_ptr<Updater> sparkle;
     UserDefaults settings;
@@ -17,8 +18,8 @@ struct ProgramUpdates::Parts {
     UpdaterWithoutFeed without{VersionNumber::parse(QUILLANE_VERSION).value(), settings};
 };
 
-ProgramUpdates::ProgramUpdates(Clock& /*clock*/, TaskRunner& tasks, const std::string& /*home*/)
-    : m_parts(std::make_unique<Parts>(tasks)) {}
+ProgramUpdates::ProgramUpdates(Clock& /*clock*/, TaskRunner& tasks, const std::string& home)
+    : m_parts(std::make_unique<Parts>(tasks, FileURL(home))) {}
 
 ProgramUpdates::~ProgramUpdates() = default;
 
