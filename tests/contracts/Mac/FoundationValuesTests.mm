@@ -1,5 +1,6 @@
 // The border between the platform's values and ours.
 #include "FoundationValues.h"
+#include "HalfText.h"
 #include <cerrno>
 #include <gtest/gtest.h>
 #include <string>
@@ -75,8 +76,7 @@ TEST(FoundationValues, ALocationThatRefersToAFileByItsNumberIsToldByItsPath) {
 
 TEST(FoundationValues, HalfACharacterIsNoTextOfAnyBytes) {
     @autoreleasepool {
-        const unichar units[] = {'a', 0xDCA9, 'b'};
-        NSString* const half = [NSString stringWithCharacters:units length:3];
+        NSString* const half = [[QuillaneHalfText alloc] init];
         EXPECT_EQ(FoundationValues::bytes(half), std::nullopt);
         EXPECT_EQ(FoundationValues::string(half), "");
         EXPECT_EQ(FoundationValues::bytes(nil), std::nullopt);

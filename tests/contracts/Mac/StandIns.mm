@@ -1,14 +1,11 @@
 #include "StandIns.h"
 #include "FoundationValues.h"
+#include "HalfText.h"
 #import <AppKit/AppKit.h>
 #include <gtest/gtest.h>
 #include <map>
 #include <objc/runtime.h>
 #include <utility>
-
-// A text in which half of a character is missing, which no bytes stand for.
-@interface QuillaneHalfText : NSString
-@end
 
 @implementation QuillaneHalfText
 - (NSUInteger)length {
