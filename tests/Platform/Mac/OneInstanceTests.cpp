@@ -114,6 +114,21 @@ TEST_F(OneInstanceTest, OfTwoThatWereRelaunchedTheLaterOneEndsAfterTheOldOne) {
     EXPECT_EQ(waited, 1h + OneInstance::kPatience);
 }
 
+TEST_F(OneInstanceTest, OfTwoThatWereRelaunchedTheEarlierOneWaitsForTheOldOneInWhateverOrderTheyAreListed) {
+    others = {52, 41};
+    launches = {{41, Date{100}}, {50, Date{900}}, {52, Date{901}}};
+    ends[41] = 1h;
+    EXPECT_FALSE(isSecond(true));
+    EXPECT_TRUE(asked.empty());
+    EXPECT_GE(waited, 1h);
+    others = {49, 41};
+    launches[49] = Date{899};
+    ends[49] = 2h;
+    waited = 0ms;
+    EXPECT_TRUE(isSecond(true)) << "the earlier one of the two goes on";
+    EXPECT_EQ(asked, std::vector({49}));
+}
+
 TEST_F(OneInstanceTest, ARelaunchedOneWaitsForAllOthers) {
     others = {41, 42};
     ends = {{41, 1s}, {42, 3s}};

@@ -26,16 +26,21 @@ bool isAfter(const System& system, int other) {
            std::pair(*own, system.own) < std::pair(*launched, other);
 }
 
+// The first of several of which nothing is told.
+int oldestOf(const System& system, const std::vector<int>& others) {
+    return *std::ranges::min_element(others, {}, [&system](int other) { return system.launched(other); });
+}
+
 } // namespace
 
 bool isSecond(const System& system, bool isRelaunched) {
     auto others = system.others();
-    if (isRelaunched && !others.empty()) {
-        awaitEnd(system, others.front());
-        awaitEnds(system, others);
-    }
     // They find this one, and end.
     std::erase_if(others, [&system](int other) { return isAfter(system, other); });
+    if (isRelaunched && !others.empty()) {
+        awaitEnd(system, oldestOf(system, others));
+        awaitEnds(system, others);
+    }
     const auto comesForward = [&system](int process) {
         return system.isThere(process) && system.bringForward(process);
     };

@@ -10,7 +10,7 @@ namespace quillane::OneInstance {
 
 // What is asked of the system. Processes are told by their numbers.
 struct System {
-    std::function<std::vector<int>()> others;      // that run this program, too; the oldest first
+    std::function<std::vector<int>()> others;      // that run this program, too, in any order
     std::function<bool(int process)> isThere;      // whether it has not ended
     std::function<bool(int process)> bringForward; // false where the system refuses
     std::function<void(std::chrono::milliseconds)> pause;
